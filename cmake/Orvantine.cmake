@@ -1,0 +1,28 @@
+# One target carries the flags that every source of ours is built with.
+include(GoogleTest OPTIONAL)
+
+add_library(orvantine_flags INTERFACE)
+target_compile_options(orvantine_flags INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Woverloaded-virtual -Wnon-virtual-dtor -Werror -fno-omit-frame-pointer)
+target_compile_definitions(orvantine_flags INTERFACE
+    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+if(ORVANTINE_SANITIZE)
+    target_compile_options(orvantine_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
+    target_link_options(orvantine_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# orvantine_test(NAME SOURCES a.cpp … LIBRARIES x …): a GoogleTest program whose cases are ctest cases of their own.
+function(orvantine_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest GTest::gmock orvantine_flags)
+    set(properties TIMEOUT 120)
+    if(ARG_LABELS)
+        list(APPEND properties LABELS "${ARG_LABELS}")
+    endif()
+    if(ARG_ENVIRONMENT)
+        list(APPEND properties ENVIRONMENT "${ARG_ENVIRONMENT}")
+    endif()
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES ${properties})
+endfunction()

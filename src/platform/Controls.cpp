@@ -1,0 +1,26 @@
+#include "platform/Controls.h"
+
+#include <algorithm>
+
+namespace orvantine {
+
+Control::Control(ControlSet& owner, QString controlName, int controlIndex)
+    : name(std::move(controlName)), index(controlIndex)
+{
+    owner.m_controls.push_back(this);
+}
+
+QString Control::fullName() const
+{
+    return index == NoIndex ? name : QStringLiteral("%1(%2)").arg(name).arg(index);
+}
+
+Control* ControlSet::find(const QString& name, int index) const
+{
+    const auto found = std::find_if(m_controls.begin(), m_controls.end(), [&](const Control* control) {
+        return control->index == index && control->name == name;
+    });
+    return found == m_controls.end() ? nullptr : *found;
+}
+
+} // namespace orvantine

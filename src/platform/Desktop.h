@@ -1,0 +1,123 @@
+#pragma once
+
+#include "platform/Twips.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <functional>
+#include <optional>
+
+namespace orvantine {
+
+/// The program's item in the notification area.
+class TrayIcon
+{
+public:
+    virtual ~TrayIcon() = default;
+
+    /// False where the desktop has no tray; an item that stands already stays.
+    virtual bool add(const QString& tip) = 0;
+    virtual void remove() = 0;
+    [[nodiscard]] virtual bool available() const = 0;
+    /// X of the callback in twips: 7695 for the left button, 7740 for the right one.
+    std::function<void(int)> Callback = [](int) {};
+};
+
+struct MixerRange
+{
+    long minimum = 0;
+    long maximum = 0;
+};
+
+/// The lines of the sound server, by component type: 4 speakers, 4099 microphone, 4104 wave out, 4100 synthesizer,
+/// 4101 compact disc, 4098 line, 4105 auxiliary.
+class MixerDevice
+{
+public:
+    virtual ~MixerDevice() = default;
+
+    /// False if no sound server answers.
+    virtual bool open() = 0;
+    virtual void close() = 0;
+    /// Nothing for a line that is not there.
+    [[nodiscard]] virtual std::optional<MixerRange> line(int componentType) = 0;
+    /// 0 on failure.
+    [[nodiscard]] virtual long level(int componentType) = 0;
+    virtual bool setLevel(int componentType, long level) = 0;
+};
+
+class SoundOutput
+{
+public:
+    virtual ~SoundOutput() = default;
+
+    [[nodiscard]] virtual int deviceCount() const = 0;
+    /// Plays a WAV image; returns at its end unless `wait` is false.
+    virtual void play(const QByteArray& wave, bool wait) = 0;
+};
+
+class Clipboard
+{
+public:
+    virtual ~Clipboard() = default;
+
+    [[nodiscard]] virtual QString text() const = 0;
+    virtual void setText(const QString& text) = 0;
+};
+
+/// Volumes by their root: "C:\", "/media/user/STICK".
+class Volumes
+{
+public:
+    virtual ~Volumes() = default;
+
+    /// The root that a path lies on.
+    [[nodiscard]] virtual QString rootOf(const QString& path) const = 0;
+    /// Upper case, "FAT32" for the stick's file systems; "" if there is no such volume.
+    [[nodiscard]] virtual QString fileSystem(const QString& root) const = 0;
+    /// Bytes.
+    [[nodiscard]] virtual std::optional<quint64> freeBytes(const QString& root) const = 0;
+    [[nodiscard]] virtual std::optional<quint64> totalBytes(const QString& root) const = 0;
+};
+
+/// One running program a user, by a lock that the kernel frees when its holder dies.
+class Instance
+{
+public:
+    virtual ~Instance() = default;
+
+    /// True if this process holds the lock now.
+    virtual bool acquire(const QString& title) = 0;
+    /// Asks the holder to come to the front; false if it does not answer.
+    virtual bool activateOther() = 0;
+    /// A later instance asked this one to come to the front.
+    std::function<void()> Activated = [] {};
+};
+
+class Fonts
+{
+public:
+    virtual ~Fonts() = default;
+
+    /// True if a font of that family name can be used.
+    [[nodiscard]] virtual bool known(const QString& family) const = 0;
+    /// Makes a font file usable for this and later runs.
+    virtual bool registerFont(const QString& path) = 0;
+};
+
+struct ScreenSize
+{
+    Twips width = 0;
+    Twips height = 0;
+};
+
+class Screen
+{
+public:
+    virtual ~Screen() = default;
+
+    [[nodiscard]] virtual ScreenSize size() const = 0;
+};
+
+} // namespace orvantine

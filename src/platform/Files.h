@@ -1,0 +1,103 @@
+#pragma once
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace orvantine {
+
+/// Identity and state of a file: equal stamps mean that nobody wrote to it in between.
+struct FileStamp
+{
+    quint64 device = 0;
+    quint64 inode = 0;
+    qint64 size = 0;
+    qint64 modifiedNanoseconds = 0;
+
+    bool operator==(const FileStamp&) const = default;
+};
+
+enum class ReadOutcome { Done, Missing, Failed };
+
+/// Missing reads as an empty file; Failed (no rights, no regular file, too large, a device error) ends the step that
+/// needed the bytes without writing anything.
+struct ReadBytes
+{
+    ReadOutcome outcome = ReadOutcome::Failed;
+    QByteArray bytes;
+    [[nodiscard]] bool done() const { return outcome == ReadOutcome::Done; }
+};
+
+struct ReadText
+{
+    ReadOutcome outcome = ReadOutcome::Failed;
+    QString text;
+    [[nodiscard]] bool done() const { return outcome == ReadOutcome::Done; }
+};
+
+/// The one door to the user's files. Paths are texts as users and playlists have them: "\" and "/" both separate, a
+/// drive letter is looked up in the drive map, names are found ignoring case and normal form. A text that names
+/// nothing is no error: queries answer false or empty, actions answer false and leave the disk as it was.
+class Files
+{
+public:
+    virtual ~Files() = default;
+
+    // Queries
+
+    /// True if anything matches: a file, a folder, a pattern with "*" or "?" in the last part. False for "" and for a
+    /// text that ends in a separator.
+    [[nodiscard]] virtual bool exists(const QString& path) const = 0;
+    /// True if the attributes can be read: for files as well. A trailing separator is allowed.
+    [[nodiscard]] virtual bool folderExists(const QString& path) const = 0;
+    [[nodiscard]] virtual bool isFolder(const QString& path) const = 0;
+    /// Bytes, for a regular file.
+    [[nodiscard]] virtual std::optional<qint64> size(const QString& path) const = 0;
+    /// Time of the last change, in local time.
+    [[nodiscard]] virtual std::optional<QDateTime> modified(const QString& path) const = 0;
+    [[nodiscard]] virtual std::optional<FileStamp> stamp(const QString& path) const = 0;
+    /// The host's bytes for an existing file or folder: absolute, fit for open(2) and for the player.
+    [[nodiscard]] virtual std::optional<QByteArray> nativePath(const QString& path) const = 0;
+    /// Names of the files of a folder that match one of the patterns ("*.mp3;*.wma"), sorted ignoring case; hidden
+    /// files are left out. Only the names, without the folder.
+    [[nodiscard]] virtual QStringList list(const QString& folder, const QString& patterns) const = 0;
+    /// Names of the folders of a folder, sorted ignoring case, dot folders left out.
+    [[nodiscard]] virtual QStringList folders(const QString& folder) const = 0;
+
+    // Reading: regular files only, whole
+
+    [[nodiscard]] virtual ReadBytes readBytes(const QString& path) const = 0;
+    /// Decoded by the code page: a BOM is dropped, valid UTF-8 is UTF-8, all else is windows-1252.
+    [[nodiscard]] virtual ReadText readText(const QString& path) const = 0;
+    /// A playlist opened for input. The host's own text files (no CR, at least one LF) are adopted first: an exact
+    /// copy goes to the recovery folder, then the file is rewritten with CR LF line ends. Where the copy or the
+    /// rewrite fails, the file stays and its text is given as it stands.
+    [[nodiscard]] virtual ReadText readPlaylist(const QString& path) = 0;
+
+    // Writing: in place, so that inode, links and mode stay; never truncated before the new bytes stand
+
+    virtual bool writeBytes(const QString& path, const QByteArray& bytes) = 0;
+    /// Encoded by the code page. `text` goes out as it stands: the caller adds the last line end.
+    virtual bool writeText(const QString& path, const QString& text) = 0;
+    /// Adds to the end; creates the file.
+    virtual bool appendBytes(const QString& path, const QByteArray& bytes) = 0;
+    /// Puts `bytes` in the place of the `length` bytes at `offset`; what follows moves.
+    virtual bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) = 0;
+    /// Overwrites silently and keeps the modification time; a no-op that succeeds when both are one file.
+    virtual bool copy(const QString& from, const QString& to) = 0;
+    virtual bool remove(const QString& path) = 0;
+    /// One level; false if it stands already.
+    virtual bool makeFolder(const QString& path) = 0;
+    /// Takes the write protection away.
+    virtual bool clearAttributes(const QString& path) = 0;
+
+    // The code page
+
+    [[nodiscard]] virtual QByteArray encode(const QString& text) const = 0;
+    [[nodiscard]] virtual QString decode(const QByteArray& bytes) const = 0;
+};
+
+} // namespace orvantine

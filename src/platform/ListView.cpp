@@ -1,0 +1,295 @@
+#include "platform/ListView.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace orvantine {
+
+ListView::ListView(ControlSet& owner, const QString& listName) : Control(owner, listName) {}
+
+const ListItem& ListView::item(int row) const
+{
+    static const ListItem none;
+    return has(row) ? m_rows[static_cast<std::size_t>(row - 1)] : none;
+}
+
+QString ListView::text(int row) const { return item(row).Text; }
+
+QString ListView::subItem(int row, int sub) const
+{
+    const auto& subItems = item(row).SubItems;
+    return sub >= 1 && sub <= static_cast<int>(subItems.size()) ? subItems[static_cast<std::size_t>(sub - 1)].Text
+                                                                : QString();
+}
+
+Color ListView::color(int row, int sub) const
+{
+    const ListItem& shown = item(row);
+    if (sub < 1 || sub > static_cast<int>(shown.SubItems.size()))
+        return shown.ForeColor;
+    return shown.SubItems[static_cast<std::size_t>(sub - 1)].ForeColor;
+}
+
+void ListView::clear()
+{
+    m_selected = 0;
+    beginResetModel();
+    m_rows.clear();
+    m_published = 0;
+    endResetModel();
+}
+
+int ListView::append(ListItem item)
+{
+    const int row = m_sorted ? placeFor(item) : count() + 1;
+    if (m_batches > 0 && row == count() + 1) {
+        m_rows.push_back(std::move(item));
+        return row;
+    }
+    insert(row, std::move(item));
+    return row;
+}
+
+void ListView::insert(int row, ListItem item)
+{
+    if (row < 1 || row > count() + 1)
+        return;
+    publish();
+    beginInsertRows({}, row - 1, row - 1);
+    m_rows.insert(m_rows.begin() + (row - 1), std::move(item));
+    m_published = count();
+    endInsertRows();
+    if (m_selected.value() >= row)
+        m_selected = m_selected.value() + 1;
+}
+
+void ListView::remove(int row)
+{
+    if (!has(row))
+        return;
+    publish();
+    const int selected = m_selected.value();
+    if (selected == row)
+        m_selected = 0;
+    beginRemoveRows({}, row - 1, row - 1);
+    m_rows.erase(m_rows.begin() + (row - 1));
+    m_published = count();
+    endRemoveRows();
+    if (selected > row)
+        m_selected = selected - 1;
+}
+
+void ListView::setText(int row, const QString& text)
+{
+    if (!has(row))
+        return;
+    m_rows[static_cast<std::size_t>(row - 1)].Text = text;
+    changed(row, 1);
+}
+
+void ListView::setSubItem(int row, int sub, const QString& text)
+{
+    if (!has(row) || sub < 1)
+        return;
+    auto& subItems = m_rows[static_cast<std::size_t>(row - 1)].SubItems;
+    if (static_cast<int>(subItems.size()) < sub)
+        subItems.resize(static_cast<std::size_t>(sub));
+    subItems[static_cast<std::size_t>(sub - 1)].Text = text;
+    changed(row, sub + 1);
+}
+
+void ListView::setColor(int row, int sub, Color color)
+{
+    if (!has(row))
+        return;
+    auto& subItems = m_rows[static_cast<std::size_t>(row - 1)].SubItems;
+    if (sub < 1 || sub > static_cast<int>(subItems.size()))
+        return;
+    subItems[static_cast<std::size_t>(sub - 1)].ForeColor = color;
+    changed(row, sub + 1);
+}
+
+void ListView::setIcons(int row, const QString& icon)
+{
+    if (!has(row))
+        return;
+    ListItem& shown = m_rows[static_cast<std::size_t>(row - 1)];
+    shown.SmallIcon = icon;
+    changed(row, 1);
+    if (shown.SubItems.empty())
+        return;
+    shown.SubItems.front().ReportIcon = icon;
+    changed(row, 2);
+}
+
+void ListView::setTag(int row, const QString& tag)
+{
+    if (has(row))
+        m_rows[static_cast<std::size_t>(row - 1)].Tag = tag;
+}
+
+bool ListView::select(int row)
+{
+    if (!has(row))
+        return false;
+    publish();
+    m_selected = row;
+    return true;
+}
+
+void ListView::clearSelection() { m_selected = 0; }
+
+QString ListView::columnText(int column) const
+{
+    return column >= 1 && column <= columns() ? m_columns[static_cast<std::size_t>(column - 1)].Text : QString();
+}
+
+Twips ListView::columnWidth(int column) const
+{
+    return column >= 1 && column <= columns() ? m_columns[static_cast<std::size_t>(column - 1)].Width : 0;
+}
+
+void ListView::clearColumns()
+{
+    publish();
+    beginResetModel();
+    m_columns.clear();
+    endResetModel();
+}
+
+void ListView::addColumn(const QString& text, Twips width)
+{
+    publish();
+    beginInsertColumns({}, columns(), columns());
+    m_columns.push_back({text, width});
+    endInsertColumns();
+    WidthChanged(columns(), width);
+}
+
+void ListView::setColumnText(int column, const QString& text)
+{
+    if (column < 1 || column > columns())
+        return;
+    m_columns[static_cast<std::size_t>(column - 1)].Text = text;
+    Q_EMIT headerDataChanged(Qt::Horizontal, column - 1, column - 1);
+}
+
+void ListView::setColumnWidth(int column, Twips width)
+{
+    if (column < 1 || column > columns())
+        return;
+    m_columns[static_cast<std::size_t>(column - 1)].Width = width;
+    WidthChanged(column, width);
+}
+
+void ListView::noteColumnWidth(int column, Twips width)
+{
+    if (column >= 1 && column <= columns())
+        m_columns[static_cast<std::size_t>(column - 1)].Width = width;
+}
+
+void ListView::sortBy(int column)
+{
+    m_sorted = true;
+    m_sortColumn = column;
+    publish();
+    std::vector<std::size_t> order(m_rows.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::vector<QString> keys;
+    keys.reserve(m_rows.size());
+    for (const ListItem& row : m_rows)
+        keys.push_back(textAt(row, column).toCaseFolded());
+    std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+
+    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    std::vector<ListItem> rows;
+    rows.reserve(m_rows.size());
+    std::vector<int> newRow(m_rows.size());
+    for (std::size_t place = 0; place < order.size(); ++place) {
+        newRow[order[place]] = static_cast<int>(place);
+        rows.push_back(std::move(m_rows[order[place]]));
+    }
+    m_rows = std::move(rows);
+    const QModelIndexList before = persistentIndexList();
+    for (const QModelIndex& old : before)
+        changePersistentIndex(old, index(newRow[static_cast<std::size_t>(old.row())], old.column()));
+    if (m_selected.value() > 0)
+        m_selected = newRow[static_cast<std::size_t>(m_selected.value() - 1)] + 1;
+    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+ListView::Batch::~Batch()
+{
+    if (--m_list.m_batches == 0)
+        m_list.publish();
+}
+
+int ListView::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_published; }
+
+int ListView::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns(); }
+
+QVariant ListView::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const ListItem& shown = m_rows[static_cast<std::size_t>(index.row())];
+    const int column = index.column() + 1;
+    const ListSubItem* sub = column >= 2 && column - 1 <= static_cast<int>(shown.SubItems.size())
+                                 ? &shown.SubItems[static_cast<std::size_t>(column - 2)]
+                                 : nullptr;
+    switch (role) {
+    case Qt::DisplayRole:
+        return textAt(shown, column);
+    case Qt::ToolTipRole:
+        return sub != nullptr && !sub->ToolTipText.isEmpty() ? sub->ToolTipText : textAt(shown, column);
+    case IconNameRole:
+        return column == 1 ? shown.SmallIcon : sub != nullptr ? sub->ReportIcon : QString();
+    case ColorRole:
+        return static_cast<quint32>(sub != nullptr ? sub->ForeColor : shown.ForeColor);
+    default:
+        return {};
+    }
+}
+
+QVariant ListView::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return columnText(section + 1);
+}
+
+void ListView::publish()
+{
+    if (m_published == count())
+        return;
+    beginInsertRows({}, m_published, count() - 1);
+    m_published = count();
+    endInsertRows();
+}
+
+void ListView::changed(int row, int column)
+{
+    if (row > m_published || column > columns())
+        return;
+    const QModelIndex cell = index(row - 1, column - 1);
+    Q_EMIT dataChanged(cell, cell);
+}
+
+int ListView::placeFor(const ListItem& item) const
+{
+    const QString key = textAt(item, m_sortColumn).toCaseFolded();
+    const auto place = std::upper_bound(m_rows.begin(), m_rows.end(), key, [this](const QString& k, const ListItem& row) {
+        return k < textAt(row, m_sortColumn).toCaseFolded();
+    });
+    return static_cast<int>(place - m_rows.begin()) + 1;
+}
+
+QString ListView::textAt(const ListItem& item, int column)
+{
+    if (column == 1)
+        return item.Text;
+    const auto sub = static_cast<std::size_t>(column - 2);
+    return column >= 2 && sub < item.SubItems.size() ? item.SubItems[sub].Text : QString();
+}
+
+} // namespace orvantine

@@ -1,0 +1,158 @@
+#pragma once
+
+#include "platform/Controls.h"
+
+#include <QAbstractTableModel>
+
+#include <optional>
+
+namespace orvantine {
+
+struct ListSubItem
+{
+    QString Text;
+    QString ReportIcon;
+    Color ForeColor = Color::ButtonText;
+    bool Bold = false;
+    QString Key;
+    QString Tag;
+    QString ToolTipText;
+};
+
+struct ListItem
+{
+    QString Text;
+    QString Icon;
+    QString SmallIcon;
+    Color ForeColor = Color::ButtonText;
+    bool Bold = false;
+    bool Checked = false;
+    bool Ghosted = false;
+    QString Key;
+    QString Tag;
+    QString ToolTipText;
+    std::vector<ListSubItem> SubItems;
+};
+
+struct ColumnHeader
+{
+    QString Text;
+    Twips Width = 0;
+};
+
+/// A report list: rows of a text and sub-items, one selected row, columns with stored widths. The logic counts rows,
+/// sub-items and columns from 1, as they are told; the model's own indexes are Qt's. Column 1 shows the row text,
+/// column c the sub-item c - 1.
+///
+/// A mutator with a row or sub-item that does not exist changes nothing; a query gives an empty text.
+class ListView : public QAbstractTableModel, public Control
+{
+public:
+    ListView(ControlSet& owner, const QString& listName);
+
+    // Rows
+    [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }
+    [[nodiscard]] bool has(int row) const { return row >= 1 && row <= count(); }
+    [[nodiscard]] const ListItem& item(int row) const;
+    [[nodiscard]] QString text(int row) const;
+    [[nodiscard]] QString subItem(int row, int sub) const;
+    [[nodiscard]] Color color(int row, int sub) const;
+
+    void clear();
+    /// Adds at the end; gives the row's number.
+    int append(ListItem item);
+    /// 1 to count() + 1.
+    void insert(int row, ListItem item);
+    void remove(int row);
+    void setText(int row, const QString& text);
+    /// Sub-items between the present last one and `sub` come into being empty.
+    void setSubItem(int row, int sub, const QString& text);
+    void setColor(int row, int sub, Color color);
+    /// Small icon of the row and report icon of its first sub-item.
+    void setIcons(int row, const QString& icon);
+    void setTag(int row, const QString& tag);
+
+    // Selection; 0 is no row
+    [[nodiscard]] int selectedRow() const { return m_selected.value(); }
+    [[nodiscard]] const QProperty<int>& selection() const { return m_selected; }
+    QProperty<int>& selection() { return m_selected; }
+    /// Selects the row; one that does not exist leaves the selection as it is and gives false.
+    bool select(int row);
+    void clearSelection();
+    /// Asks the view to scroll the row into sight.
+    std::function<void(int row)> EnsureVisible = [](int) {};
+
+    // Columns
+    [[nodiscard]] int columns() const { return static_cast<int>(m_columns.size()); }
+    [[nodiscard]] QString columnText(int column) const;
+    [[nodiscard]] Twips columnWidth(int column) const;
+    void clearColumns();
+    void addColumn(const QString& text, Twips width);
+    void setColumnText(int column, const QString& text);
+    void setColumnWidth(int column, Twips width);
+    /// The user drew the column wider or narrower: stored without telling the views.
+    void noteColumnWidth(int column, Twips width);
+    /// Told after every change of a width by the logic.
+    std::function<void(int column, Twips width)> WidthChanged = [](int, Twips) {};
+
+    // Sorting: while Sorted is on, an added row takes the place that the sort key gives it.
+    [[nodiscard]] bool sorted() const { return m_sorted; }
+    void setSorted(bool sorted) { m_sorted = sorted; }
+    [[nodiscard]] int sortColumn() const { return m_sortColumn; }
+    /// Sorts ascending by the column's text, ignoring case, stable; the selection follows its row.
+    void sortBy(int column);
+
+    QProperty<bool> GridLines{false};
+    QProperty<QString> FontName;
+    /// Points.
+    QProperty<double> FontSize{0};
+
+    std::function<void()> Click;
+    std::function<void()> DblClick;
+    std::function<void(int column)> ColumnClick;
+    std::function<void()> GotFocus;
+    /// Shift word as a bit set (1 shift, 2 control, 4 alt) and the key's code; true when the key was used.
+    std::function<bool(int shift, int keyCode)> KeyDown;
+    /// Paths as the Files service names them.
+    std::function<void(const QStringList& paths)> Drop;
+
+    /// While one lives, appended rows reach the views together when it ends.
+    class Batch
+    {
+    public:
+        explicit Batch(ListView& list) : m_list(list) { ++m_list.m_batches; }
+        ~Batch();
+        Batch(const Batch&) = delete;
+        Batch& operator=(const Batch&) = delete;
+
+    private:
+        ListView& m_list;
+    };
+
+    // Qt's side
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+    /// Role of data() for the name of the icon of a cell, and for its colour as Color.
+    static constexpr int IconNameRole = Qt::UserRole + 1;
+    static constexpr int ColorRole = Qt::UserRole + 2;
+
+private:
+    void publish();
+    void changed(int row, int column);
+    [[nodiscard]] int placeFor(const ListItem& item) const;
+    [[nodiscard]] static QString textAt(const ListItem& item, int column);
+
+    std::vector<ListItem> m_rows;
+    std::vector<ColumnHeader> m_columns;
+    QProperty<int> m_selected{0};
+    /// Rows the views know of; behind m_rows only while a batch lives.
+    int m_published = 0;
+    int m_batches = 0;
+    bool m_sorted = false;
+    int m_sortColumn = 1;
+};
+
+} // namespace orvantine
