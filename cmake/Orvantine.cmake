@@ -3,7 +3,7 @@ include(GoogleTest OPTIONAL)
 
 add_library(orvantine_flags INTERFACE)
 target_compile_options(orvantine_flags INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
+    -Wall -Wextra -Wno-missing-field-initializers -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
     -Woverloaded-virtual -Wnon-virtual-dtor -Werror -fno-omit-frame-pointer)
 target_compile_definitions(orvantine_flags INTERFACE
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)

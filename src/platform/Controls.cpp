@@ -4,8 +4,8 @@
 
 namespace orvantine {
 
-Control::Control(ControlSet& owner, QString controlName, int controlIndex)
-    : name(std::move(controlName)), index(controlIndex)
+Control::Control(ControlSet& owner, QStringView controlName, int controlIndex)
+    : name(controlName.toString()), index(controlIndex)
 {
     owner.m_controls.push_back(this);
 }

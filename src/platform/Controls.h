@@ -30,7 +30,7 @@ struct Control
 {
     static constexpr int NoIndex = -1;
 
-    Control(ControlSet& owner, QString controlName, int controlIndex = NoIndex);
+    Control(ControlSet& owner, QStringView controlName, int controlIndex = NoIndex);
     virtual ~Control() = default;
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
@@ -43,6 +43,7 @@ struct Control
     QProperty<bool> Visible{true};
     QProperty<bool> Enabled{true};
     QString Tag;
+    QProperty<QString> ToolTipText;
     /// Twips; a view is free to lay a control out by itself and to leave these alone.
     QProperty<Twips> Left{0}, Top{0}, Width{0}, Height{0};
     /// The view is asked to give the control the focus.
@@ -67,7 +68,7 @@ private:
 template <class C, int First, int Last> class ControlArray
 {
 public:
-    ControlArray(ControlSet& owner, const QString& name)
+    ControlArray(ControlSet& owner, QStringView name)
     {
         m_members.reserve(Last - First + 1);
         for (int index = First; index <= Last; ++index)
@@ -221,8 +222,8 @@ struct Animation : Control
 /// Calls Tick on the GUI thread every Interval while it is enabled. Off until the events service is told of it.
 struct Timer : Control
 {
-    Timer(ControlSet& owner, QString timerName, std::chrono::milliseconds period)
-        : Control(owner, std::move(timerName)), Interval(period)
+    Timer(ControlSet& owner, QStringView timerName, std::chrono::milliseconds period)
+        : Control(owner, timerName), Interval(period)
     {
         Enabled = false;
     }

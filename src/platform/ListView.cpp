@@ -5,7 +5,7 @@
 
 namespace orvantine {
 
-ListView::ListView(ControlSet& owner, const QString& listName) : Control(owner, listName) {}
+ListView::ListView(ControlSet& owner, QStringView listName) : Control(owner, listName) {}
 
 const ListItem& ListView::item(int row) const
 {

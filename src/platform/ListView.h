@@ -48,7 +48,9 @@ struct ColumnHeader
 class ListView : public QAbstractTableModel, public Control
 {
 public:
-    ListView(ControlSet& owner, const QString& listName);
+    using QAbstractTableModel::index;
+
+    ListView(ControlSet& owner, QStringView listName);
 
     // Rows
     [[nodiscard]] int count() const { return static_cast<int>(m_rows.size()); }

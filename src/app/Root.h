@@ -1,0 +1,131 @@
+#pragma once
+
+#include "app/RootMenus.h"
+#include "platform/ListView.h"
+#include "platform/Services.h"
+#include "shell/TooltipsClass.h"
+
+#include <memory>
+
+namespace orvantine {
+
+class clsVolume;
+struct Dialoge;
+struct Info;
+struct Startup;
+
+/// The main window: every control and every named piece of state of the program, once. It has no behaviour; the
+/// handlers are free functions over it.
+///
+/// Tag is the lifecycle and transfer marker: "0" idle, "1" long job or unattended play, "2" stop asked or backup step,
+/// "9" ending.
+struct Root : RootMenus
+{
+    explicit Root(Services& desktopServices);
+    ~Root() override;
+
+    Services& services;
+    Files& files{services.files};
+
+    // The two lists
+    /// The catalogue. Tag: 1-based number of the row whose tracks are loaded; "0" forces a reload.
+    ListView LListView1{controls, u"LListView1"};
+    /// The tracks of the open playlist. Tag: catalogue row of the playlist that is playing.
+    ListView LListView2{controls, u"LListView2"};
+
+    // Heads and hints of the panes
+    Label tOrvanten{controls, u"tOrvanten"};
+    Label nAnzeige{controls, u"nAnzeige"};
+    Label LListenCaption{controls, u"LListenCaption"};
+    Label tPlaylisteinträge{controls, u"tPlaylisteinträge"};
+    Label tSoundzahl{controls, u"tSoundzahl"};
+    Label tBeschreibung{controls, u"tBeschreibung"};
+    /// Tag: "1" while it shows a description, "0" while it shows a hint.
+    Label LSoundCaption{controls, u"LSoundCaption"};
+    PictureBox pHinweistext{controls, u"pHinweistext"};
+    /// The frame around the information of the open playlist; the other measures follow its width.
+    PictureBox xpFrame1{controls, u"xpFrame1"};
+
+    // Player
+    PictureBox pSoundPlayer{controls, u"pSoundPlayer"};
+    PictureBox pPausePlayer{controls, u"pPausePlayer"};
+    PictureBox pStopPlayer{controls, u"pStopPlayer"};
+    PictureBox pPlayForward{controls, u"pPlayForward"};
+    PictureBox pPlayBack{controls, u"pPlayBack"};
+    PictureBox pSymbole{controls, u"pSymbole"};
+    PictureBox pVolume{controls, u"pVolume"};
+    Slider sVolume{controls, u"sVolume"};
+    std::unique_ptr<clsVolume> volume;
+
+    // Moving rows. bMoveDown.Tag is the move mark, "1" for the time of a move.
+    Button bMoveUp{controls, u"bMoveUp"};
+    Button bMoveDown{controls, u"bMoveDown"};
+    Button bEntryUp{controls, u"bEntryUp"};
+    Button bEntryDown{controls, u"bEntryDown"};
+    Button Command1{controls, u"Command1"};
+
+    // Cover
+    PictureBox pCoverBack{controls, u"pCoverBack"};
+    PictureBox pCovers{controls, u"pCovers"};
+
+    // Track information: 0 playing time, 1 title, 2 artist, 3 "Titel:", 4 "Artist:", 5 bit rate
+    ControlArray<Label, 0, 5> sAnzeige{controls, u"sAnzeige"};
+    PictureBox pMpeg{controls, u"pMpeg"};
+    Label sTitle{controls, u"sTitle"};
+    Label sArtist{controls, u"sArtist"};
+    Label sAlbum{controls, u"sAlbum"};
+    Label sKommentar{controls, u"sKommentar"};
+    Label sJahr{controls, u"sJahr"};
+    Label sTrack{controls, u"sTrack"};
+    Label sBitrate{controls, u"sBitrate"};
+
+    // Progress and status
+    PictureBox pCopyStatus{controls, u"pCopyStatus"};
+    Label tCopyStatus{controls, u"tCopyStatus"};
+    /// Tag: a number that grows by one half at each media change.
+    PictureBox pDateiname{controls, u"pDateiname"};
+    Label tDateiname{controls, u"tDateiname"};
+    PictureBox pDatum{controls, u"pDatum"};
+    Label tDatum{controls, u"tDatum"};
+    PictureBox pAnimations{controls, u"pAnimations"};
+    Animation pAnimation{controls, u"pAnimation"};
+    Label Label2{controls, u"Label2"};
+    Label Label3{controls, u"Label3"};
+
+    // Tray
+    PictureBox pTrayicon{controls, u"pTrayicon"};
+    PictureBox pTrayicons{controls, u"pTrayicons"};
+
+    // Timers
+    Timer Timer1{controls, u"Timer1", std::chrono::milliseconds{180}};
+    Timer Timer2{controls, u"Timer2", std::chrono::milliseconds{280}};
+    Timer Timer3{controls, u"Timer3", std::chrono::milliseconds{400}};
+
+    // Hidden fields
+    /// The DataFolder, with its trailing separator.
+    TextBox tDatenbank{controls, u"tDatenbank"};
+    /// The lines of the open playlist.
+    TextBox tPlayliste{controls, u"tPlayliste"};
+    /// Result of a folder dialog; Tag "1" chosen, "0" cancelled.
+    TextBox tBrowseFolder{controls, u"tBrowseFolder"};
+    FileList LMp3Files{controls, u"LMp3Files"};
+    FileList LRipper{controls, u"LRipper"};
+
+    /// Path of the track whose tag was read last.
+    QString CurrentMp3File;
+    /// The remembered start command, "/hide" replaced by "/play".
+    QString startCommand;
+    /// How many missing playlists the last load found.
+    int missingPlaylists = 0;
+    TooltipsClass TT;
+
+    // Forms
+    std::unique_ptr<Startup> startup;
+    std::unique_ptr<Info> info;
+    std::unique_ptr<Dialoge> dialoge;
+};
+
+/// DataFolder + stem + ".dat" of the program's file.
+[[nodiscard]] QString databaseFile(const Root& root);
+
+} // namespace orvantine
