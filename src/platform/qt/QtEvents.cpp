@@ -16,7 +16,7 @@ public:
         m_clock.setTimerType(Qt::CoarseTimer);
         m_clock.setInterval(timer.Interval);
         QObject::connect(&m_clock, &QTimer::timeout, &m_clock, [this] { tick(); });
-        m_watch = timer.Enabled.onValueChanged([this] { follow(); });
+        m_watch = timer.Enabled.addNotifier([this] { follow(); });
         follow();
     }
 
@@ -43,7 +43,7 @@ private:
     Timer& m_timer;
     QTimer m_clock;
     bool m_ticking = false;
-    QPropertyChangeHandler<std::function<void()>> m_watch{QPropertyChangeHandler<std::function<void()>>([] {})};
+    QPropertyNotifier m_watch;
 };
 
 QtEvents::QtEvents() = default;
