@@ -1,0 +1,86 @@
+#include "platform/PlaylistWalk.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+
+namespace {
+
+bool isSeparator(QChar character)
+{
+    return character == u'\\' || character == u'/';
+}
+
+qsizetype lastSeparator(const QString& path)
+{
+    return std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
+}
+
+/// With its trailing separator; "" for a bare name.
+QString folderOf(const QString& path)
+{
+    return path.left(lastSeparator(path) + 1);
+}
+
+bool isAbsolute(const QString& path)
+{
+    if (path.isEmpty())
+        return false;
+    if (isSeparator(path.front()))
+        return true;
+    return path.size() >= 3 && path.front().isLetter() && path[1] == u':' && isSeparator(path[2]);
+}
+
+QStringList closedLines(QString text)
+{
+    const bool hostText = !text.contains(u'\r') && text.contains(u'\n');
+    if (hostText)
+        return text.split(u'\n');
+    QStringList lines = text.remove(u'\n').split(u'\r');
+    lines.removeLast();
+    return lines;
+}
+
+} // namespace
+
+bool isPlaylistPath(const QString& path)
+{
+    const QString name = path.mid(lastSeparator(path) + 1);
+    const qsizetype dot = name.lastIndexOf(u'.');
+    if (dot < 0)
+        return false;
+    static const QStringList endings{u"m3u"_s, u"m3u8"_s, u"pls"_s, u"txt"_s, u"tmp"_s};
+    return endings.contains(name.mid(dot + 1), Qt::CaseInsensitive);
+}
+
+QList<PlaylistEntry> playlistEntries(const QString& playlistPath, const QString& text)
+{
+    const QString folder = folderOf(playlistPath);
+    QList<PlaylistEntry> entries;
+    for (const QString& line : closedLines(text)) {
+        if (line.isEmpty() || line.front() == u'#')
+            continue;
+        const QString inFolder = folder + line;
+        const bool bareName = lastSeparator(line) < 0;
+        entries.append({.sourceURL = bareName ? inFolder : line, .path = isAbsolute(line) ? line : inFolder});
+    }
+    return entries;
+}
+
+QList<PlaylistEntry> entriesToPlay(Files& files, const QString& url)
+{
+    if (!isPlaylistPath(url))
+        return {{.sourceURL = url, .path = url}};
+    return playlistEntries(url, files.readPlaylist(url).text);
+}
+
+bool isPlayable(const Files& files, const PlaylistEntry& entry)
+{
+    return !isPlaylistPath(entry.path) && files.size(entry.path).has_value();
+}
+
+} // namespace orvantine
