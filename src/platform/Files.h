@@ -16,6 +16,8 @@ struct FileStamp
     quint64 inode = 0;
     qint64 size = 0;
     qint64 modifiedNanoseconds = 0;
+    /// Also moves when somebody set the modification time back.
+    qint64 changedNanoseconds = 0;
 
     bool operator==(const FileStamp&) const = default;
 };
