@@ -139,6 +139,12 @@ void MpvEngine::askData(quint64 ticket)
     m_library->getPropertyAsync(m_handle, tagOf(ticket, AnswerSeconds), "duration", MPV_FORMAT_DOUBLE);
 }
 
+void MpvEngine::release()
+{
+    --m_holds;
+    wake();
+}
+
 void MpvEngine::send(QList<QByteArray> command, quint64 tag)
 {
     if (!m_handle)
@@ -150,7 +156,7 @@ void MpvEngine::send(QList<QByteArray> command, quint64 tag)
     m_library->commandAsync(m_handle, tag, words.data());
 }
 
-/// Runs in a thread of the library.
+/// Also runs in the threads of the library.
 void MpvEngine::wake()
 {
     if (!m_drainPosted.exchange(true))
@@ -161,7 +167,7 @@ void MpvEngine::wake()
 void MpvEngine::drain()
 {
     m_drainPosted = false;
-    while (m_handle) {
+    while (m_handle && m_holds == 0) {
         const mpv_event* event = m_library->waitEvent(m_handle, 0);
         if (event->event_id == MPV_EVENT_NONE)
             return;

@@ -70,6 +70,10 @@ public:
     /// Asks for the tags and the length of what is playing.
     void askData(quint64 ticket);
 
+    /// No news come until as many `release` as `hold` were called.
+    void hold() { ++m_holds; }
+    void release();
+
     /// Name of the sound output in use, "null" for the silent one; "" while none is open.
     [[nodiscard]] QByteArray soundOutput() const { return m_soundOutput; }
 
@@ -86,6 +90,7 @@ private:
     std::unique_ptr<MpvLibrary> m_library;
     mpv_handle* m_handle = nullptr;
     std::atomic<bool> m_drainPosted{false};
+    int m_holds = 0;
     QHash<QString, QString> m_info;
     QByteArray m_soundOutput;
     /// Receives what is posted from the engine's threads; what waits is dropped with it.

@@ -87,10 +87,7 @@ void MpvPlayer::play()
         forgetWork();
         m_state = State::Playing;
         m_current = m_entries.isEmpty() ? -1 : 0;
-        if (m_engine.start())
-            search(Purpose::Play, 0);
-        else
-            finish();
+        search(Purpose::Play, 0);
     }
 }
 
@@ -115,7 +112,7 @@ void MpvPlayer::stop()
 
 void MpvPlayer::next()
 {
-    if (m_state == State::Closed || !m_engine.start())
+    if (m_state == State::Closed)
         return;
     int from = m_current + 1;
     if (m_handed.size() > 1)
@@ -127,7 +124,7 @@ void MpvPlayer::next()
 
 void MpvPlayer::previous()
 {
-    if (m_state == State::Closed || !m_engine.start())
+    if (m_state == State::Closed)
         return;
     search(Purpose::Back, m_current - 1);
 }
@@ -246,6 +243,10 @@ void MpvPlayer::playFile(int item, const QByteArray& file)
 {
     ++m_wish;
     forgetWork();
+    if (!m_engine.start()) {
+        finish();
+        return;
+    }
     m_handed.append({.ticket = ++m_lastTicket, .item = item, .chosen = true});
     m_engine.setPaused(m_state == State::Paused);
     m_engine.load(file, m_lastTicket);
@@ -354,11 +355,14 @@ void MpvPlayer::tellData()
         postMediaChange();
 }
 
+/// The engine keeps its news until the call is made, so that the handler finds what the call is about.
 void MpvPlayer::postMediaChange()
 {
+    m_engine.hold();
     QMetaObject::invokeMethod(
         &m_receiver,
         [this, wish = m_wish] {
+            m_engine.release();
             const std::function<void()> handler = MediaChange;
             if (wish == m_wish && handler)
                 handler();

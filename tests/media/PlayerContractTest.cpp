@@ -1,0 +1,540 @@
+#include "media/MusicFolder.h"
+#include "platform/media/MpvPlayer.h"
+#include "support/FakePlayer.h"
+#include "support/Wav.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+
+namespace {
+
+/// A player under test, and what makes time pass for it.
+class Subject
+{
+public:
+    virtual ~Subject() = default;
+    virtual MediaPlayer& player() = 0;
+    /// Waits until the current item plays and its data is known.
+    virtual void awaitPlaying() = 0;
+    /// Lets the rest of the list play to its end.
+    virtual void awaitEnd() = 0;
+    /// The file that is written for a track holds these data.
+    virtual void know(const QString& artist, const QString& title, double seconds) = 0;
+};
+
+class RealSubject : public Subject
+{
+public:
+    explicit RealSubject(Files& files) : m_player{files, {.options = {{"ao", "null"}}}} {}
+    MediaPlayer& player() override { return m_player; }
+    void awaitPlaying() override
+    {
+        EXPECT_TRUE(test::waitUntil([this] { return m_player.currentDuration() > 0; }));
+        test::serveEvents();
+    }
+    void awaitEnd() override
+    {
+        EXPECT_TRUE(test::waitUntil([this] { return m_player.status() == u"Beendet"_s; }));
+        test::serveEvents();
+    }
+    void know(const QString&, const QString&, double) override {}
+
+private:
+    MpvPlayer m_player;
+};
+
+class FakeSubject : public Subject
+{
+public:
+    explicit FakeSubject(Files& files) : m_files{files}, m_player{files} { m_player.setDuration(1); }
+    MediaPlayer& player() override { return m_player; }
+    void awaitPlaying() override {}
+    void awaitEnd() override
+    {
+        for (int item = 1; item < m_player.playlistCount(); ++item) {
+            const QString source = m_player.playlistSourceURL(item);
+            if (isPlayable(m_files, {source, source}))
+                m_player.pretendItem(item);
+        }
+        m_player.pretendEnded();
+    }
+    void know(const QString& artist, const QString& title, double seconds) override
+    {
+        m_player.setItemInfo(u"Artist"_s, artist);
+        m_player.setItemInfo(u"Title"_s, title);
+        m_player.setDuration(seconds);
+    }
+
+private:
+    Files& m_files;
+    fake::FakePlayer m_player;
+};
+
+enum class Which { Fake, Real };
+
+class PlayerContract : public ::testing::TestWithParam<Which>
+{
+protected:
+    PlayerContract()
+    {
+        if (GetParam() == Which::Fake)
+            m_subject = std::make_unique<FakeSubject>(files);
+        else
+            m_subject = std::make_unique<RealSubject>(files);
+        player().MediaChange = [this] { changes.append(player().currentSourceURL()); };
+    }
+
+    MediaPlayer& player() { return m_subject->player(); }
+    void awaitPlaying() { m_subject->awaitPlaying(); }
+    void awaitEnd() { m_subject->awaitEnd(); }
+    void know(const QString& artist, const QString& title, double seconds) { m_subject->know(artist, title, seconds); }
+
+    /// Writes a sound that does not end during a test.
+    QString longSound(const QString& name) { return music.write(name, fake::wav({.milliseconds = 120'000})); }
+    QString shortSound(const QString& name) { return music.write(name, fake::wav({.milliseconds = 60})); }
+
+    /// Opens the list and waits until its first track plays.
+    void playList(const QStringList& lines)
+    {
+        player().setURL(music.writeList(lines));
+        awaitPlaying();
+        changes.clear();
+    }
+
+    /// State, status and current file name in one line.
+    [[nodiscard]] std::string shown()
+    {
+        const QString name = player().currentSourceURL().section(u'/', -1);
+        return u"%1 %2 [%3]"_s.arg(int(player().playState())).arg(player().status(), name).toStdString();
+    }
+
+    /// File names of the changes since the last call.
+    [[nodiscard]] std::string takeChanges()
+    {
+        QStringList names;
+        for (const QString& source : std::exchange(changes, {}))
+            names.append(source.section(u'/', -1));
+        return names.join(u' ').toStdString();
+    }
+
+    test::MusicFolder music;
+    test::CountingFiles files;
+    QStringList changes;
+
+private:
+    std::unique_ptr<Subject> m_subject;
+};
+
+INSTANTIATE_TEST_SUITE_P(, PlayerContract, ::testing::Values(Which::Fake, Which::Real),
+                         [](const auto& testCase) { return testCase.param == Which::Fake ? "Fake" : "Real"; });
+
+TEST_P(PlayerContract, IsReadyAndEmptyAtFirst)
+{
+    EXPECT_EQ(shown(), "10  []");
+    EXPECT_EQ(player().URL(), QString{});
+    EXPECT_EQ(player().playlistCount(), 0);
+    EXPECT_EQ(player().playlistSourceURL(0), QString{});
+    EXPECT_EQ(player().playlistSourceURL(-1), QString{});
+    EXPECT_EQ(player().currentDuration(), 0);
+    EXPECT_EQ(player().currentItemInfo(u"Artist"_s), QString{});
+}
+
+TEST_P(PlayerContract, AListStartsAtOnceWithItsFirstTrack)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    const QString list = music.writeList({u"a.wav"_s, u"b.wav"_s});
+    player().setURL(list);
+    EXPECT_EQ(player().playState(), PlayState::Playing);
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(player().URL(), list);
+}
+
+TEST_P(PlayerContract, TheCurrentPlaylistShowsTheRowsTexts)
+{
+    const QString absolute = longSound(u"a.wav"_s);
+    const QString list = music.writeList({absolute, u"b.wav"_s, u"sub/c.wav"_s, u"..\\d.wav"_s, u"C:\\e.wav"_s});
+    player().setURL(list);
+    ASSERT_EQ(player().playlistCount(), 5);
+    EXPECT_EQ(player().playlistSourceURL(0), absolute);
+    EXPECT_EQ(player().playlistSourceURL(1), music.path(u"b.wav"_s));
+    EXPECT_EQ(player().playlistSourceURL(2), u"sub/c.wav"_s);
+    EXPECT_EQ(player().playlistSourceURL(3), u"..\\d.wav"_s);
+    EXPECT_EQ(player().playlistSourceURL(4), u"C:\\e.wav"_s);
+    EXPECT_EQ(player().playlistSourceURL(5), QString{});
+    EXPECT_EQ(player().currentSourceURL(), absolute);
+}
+
+TEST_P(PlayerContract, ATrackIsAListOfOne)
+{
+    const QString track = longSound(u"a.wav"_s);
+    player().setURL(track);
+    awaitPlaying();
+    EXPECT_EQ(player().playlistCount(), 1);
+    EXPECT_EQ(player().playlistSourceURL(0), track);
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, AnEntryRelativeToTheListsFolderPlays)
+{
+    ASSERT_TRUE(QDir{}.mkdir(music.path(u"sub"_s)));
+    longSound(u"sub/a.wav"_s);
+    playList({u"sub\\a.wav"_s});
+    EXPECT_EQ(player().currentSourceURL(), u"sub\\a.wav"_s);
+    EXPECT_EQ(player().status(), u"Wiedergabe"_s);
+}
+
+TEST_P(PlayerContract, AListInTheOldCodePagePlays)
+{
+    longSound(u"Größe.wav"_s);
+    player().setURL(music.write(u"list.m3u"_s, "Gr\xF6\xDF"
+                                               "e.wav\r\n"));
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [Größe.wav]");
+}
+
+TEST_P(PlayerContract, AListOfTheHostPlays)
+{
+    longSound(u"a.wav"_s);
+    player().setURL(music.write(u"list.m3u"_s, "a.wav\nb.wav\n"));
+    awaitPlaying();
+    EXPECT_EQ(player().playlistCount(), 2);
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, MediaChangeFiresTwiceATrack)
+{
+    shortSound(u"a.wav"_s);
+    shortSound(u"b.wav"_s);
+    shortSound(u"c.wav"_s);
+    player().setURL(music.writeList({u"a.wav"_s, u"b.wav"_s, u"c.wav"_s}));
+    awaitEnd();
+    EXPECT_EQ(takeChanges(), "a.wav a.wav b.wav b.wav c.wav c.wav");
+}
+
+TEST_P(PlayerContract, DataIsUnknownAtTheFirstMediaChangeAndKnownAtTheSecond)
+{
+    QStringList seen;
+    player().MediaChange = [&] {
+        seen.append(u"%1 - %2 %3"_s.arg(player().currentItemInfo(u"Artist"_s), player().currentItemInfo(u"Title"_s))
+                        .arg(player().currentDuration()));
+    };
+    know(u"Größe"_s, u"Das Lied"_s, 120);
+    player().setURL(
+        music.write(u"a.wav"_s, fake::wav({.milliseconds = 120'000, .artist = "Größe", .title = "Das Lied"})));
+    awaitPlaying();
+    EXPECT_EQ(seen.join(u'|').toStdString(), " -  0|Größe - Das Lied 120");
+    EXPECT_EQ(player().currentItemInfo(u"ARTIST"_s), u"Größe"_s);
+    EXPECT_EQ(player().currentItemInfo(u"Nothing"_s), QString{});
+}
+
+TEST_P(PlayerContract, AMissingItemOfTheDataIsEmpty)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s});
+    EXPECT_EQ(player().currentItemInfo(u"Artist"_s), QString{});
+    EXPECT_EQ(player().currentItemInfo(QString{}), QString{});
+}
+
+TEST_P(PlayerContract, PauseSaysAngehaltenAndPlayResumesTheSameTrack)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().pause();
+    EXPECT_EQ(shown(), "2 Angehalten [a.wav]");
+    player().pause();
+    EXPECT_EQ(shown(), "2 Angehalten [a.wav]");
+    player().play();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    player().play();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    test::serveEvents();
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, StopSaysBeendetAndGoesBackToTheFirstItem)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().next();
+    player().stop();
+    EXPECT_EQ(shown(), "1 Beendet [a.wav]");
+    EXPECT_EQ(player().playlistCount(), 2);
+    player().pause();
+    EXPECT_EQ(shown(), "1 Beendet [a.wav]");
+}
+
+TEST_P(PlayerContract, PlayAfterStopStartsTheListAnew)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().next();
+    awaitPlaying();
+    player().stop();
+    changes.clear();
+    player().play();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(takeChanges(), "a.wav a.wav");
+}
+
+TEST_P(PlayerContract, StopWhilePausedSaysBeendet)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s});
+    player().pause();
+    player().stop();
+    EXPECT_EQ(shown(), "1 Beendet [a.wav]");
+    player().play();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, TheEndOfAListSaysBeendetAndStaysAtTheLastItem)
+{
+    shortSound(u"a.wav"_s);
+    shortSound(u"b.wav"_s);
+    player().setURL(music.writeList({u"a.wav"_s, u"b.wav"_s}));
+    awaitEnd();
+    EXPECT_EQ(shown(), "1 Beendet [b.wav]");
+    EXPECT_EQ(player().playlistCount(), 2);
+}
+
+TEST_P(PlayerContract, TheEndOfAListIsItsLastItemThoughThatIsMissing)
+{
+    shortSound(u"a.wav"_s);
+    player().setURL(music.writeList({u"a.wav"_s, u"gone.wav"_s}));
+    awaitEnd();
+    EXPECT_EQ(shown(), "1 Beendet [gone.wav]");
+    EXPECT_EQ(takeChanges(), "a.wav a.wav");
+}
+
+TEST_P(PlayerContract, PlayAfterTheEndStartsTheListAnew)
+{
+    const QString list = music.writeList({u"a.wav"_s, u"b.wav"_s});
+    shortSound(u"a.wav"_s);
+    shortSound(u"b.wav"_s);
+    player().setURL(list);
+    awaitEnd();
+    longSound(u"a.wav"_s);
+    player().play();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, CloseForgetsTheList)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().close();
+    EXPECT_EQ(shown(), "10  []");
+    EXPECT_EQ(player().URL(), QString{});
+    EXPECT_EQ(player().playlistCount(), 0);
+    EXPECT_EQ(player().currentDuration(), 0);
+    for (const auto action : {&MediaPlayer::play, &MediaPlayer::pause, &MediaPlayer::stop, &MediaPlayer::next,
+                              &MediaPlayer::previous, &MediaPlayer::fastForward, &MediaPlayer::close}) {
+        (player().*action)();
+        EXPECT_EQ(shown(), "10  []");
+    }
+    test::serveEvents();
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, CloseInTheHandlerOfMediaChangeIsKept)
+{
+    longSound(u"a.wav"_s);
+    player().MediaChange = [&] {
+        changes.append(player().currentSourceURL());
+        player().close();
+    };
+    player().setURL(music.writeList({u"a.wav"_s}));
+    EXPECT_TRUE(test::waitUntil([this] { return !changes.isEmpty(); }));
+    test::serveEvents();
+    EXPECT_EQ(shown(), "10  []");
+    EXPECT_EQ(takeChanges(), "a.wav");
+}
+
+TEST_P(PlayerContract, AnEmptyURLCloses)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s});
+    player().setURL({});
+    EXPECT_EQ(shown(), "10  []");
+}
+
+TEST_P(PlayerContract, AnotherURLReplacesTheList)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    player().setURL(music.writeList({u"a.wav"_s}));
+    player().setURL(music.writeList({u"b.wav"_s}, u"other.m3u"_s));
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [b.wav]");
+    EXPECT_EQ(player().playlistCount(), 1);
+    changes.removeAll(music.path(u"a.wav"_s));
+    EXPECT_EQ(takeChanges(), "b.wav b.wav");
+}
+
+TEST_P(PlayerContract, NextGoesToTheNextTrack)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().next();
+    EXPECT_EQ(player().currentSourceURL(), music.path(u"b.wav"_s));
+    EXPECT_EQ(player().playState(), PlayState::Playing);
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [b.wav]");
+    EXPECT_EQ(takeChanges(), "b.wav b.wav");
+}
+
+TEST_P(PlayerContract, NextAtTheLastTrackDoesNothing)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s});
+    player().next();
+    test::serveEvents();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, NextDoesNothingWhenOnlyMissingTracksFollow)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s, u"gone1.wav"_s, u"gone2.wav"_s});
+    player().next();
+    test::serveEvents();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, NextAndPreviousPassOverMissingTracks)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"gone1.wav"_s, u"gone2.wav"_s, u"b.wav"_s});
+    player().next();
+    EXPECT_EQ(player().currentSourceURL(), music.path(u"b.wav"_s));
+    player().previous();
+    EXPECT_EQ(player().currentSourceURL(), music.path(u"a.wav"_s));
+}
+
+TEST_P(PlayerContract, PreviousAtTheFirstTrackStartsItAnew)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().previous();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(takeChanges(), "a.wav a.wav");
+}
+
+TEST_P(PlayerContract, NextAndPreviousPlayThoughThePlayerIsPaused)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    playList({u"a.wav"_s, u"b.wav"_s});
+    player().pause();
+    player().next();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [b.wav]");
+    player().pause();
+    player().previous();
+    awaitPlaying();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, SeekingKeepsTheTrack)
+{
+    longSound(u"a.wav"_s);
+    playList({u"a.wav"_s});
+    player().fastForward();
+    player().fastReverse();
+    test::serveEvents();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    player().stop();
+    player().fastForward();
+    player().fastReverse();
+    EXPECT_EQ(shown(), "1 Beendet [a.wav]");
+}
+
+TEST_P(PlayerContract, NewPlaylistAndNewMediaHaveNoEffect)
+{
+    longSound(u"a.wav"_s);
+    const QString other = longSound(u"b.wav"_s);
+    player().newMedia(other);
+    player().newPlaylist(music.writeList({u"b.wav"_s}, u"other.m3u"_s), u"Name"_s);
+    EXPECT_EQ(shown(), "10  []");
+    playList({u"a.wav"_s});
+    player().newMedia(other);
+    player().newPlaylist(music.path(u"other.m3u"_s), u"Name"_s);
+    test::serveEvents();
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+}
+
+TEST_P(PlayerContract, AMissingListIsOver)
+{
+    player().setURL(u"/nowhere/list.m3u"_s);
+    EXPECT_EQ(shown(), "1 Beendet []");
+    EXPECT_EQ(player().playlistCount(), 0);
+    player().play();
+    player().next();
+    player().previous();
+    player().stop();
+    test::serveEvents();
+    EXPECT_EQ(shown(), "1 Beendet []");
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, AMissingTrackIsOver)
+{
+    player().setURL(music.path(u"gone.wav"_s));
+    EXPECT_EQ(shown(), "1 Beendet [gone.wav]");
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, AListOfMissingTracksIsOverAfterOneRound)
+{
+    player().setURL(music.writeList({u"gone1.wav"_s, u"gone2.wav"_s, u"gone3.wav"_s}));
+    test::serveEvents();
+    EXPECT_EQ(shown(), "1 Beendet [gone3.wav]");
+    EXPECT_EQ(files.lookUps, 3);
+    EXPECT_EQ(takeChanges(), "");
+}
+
+TEST_P(PlayerContract, MissingTracksStayInTheListAndArePassedOver)
+{
+    longSound(u"a.wav"_s);
+    playList({u"gone1.wav"_s, u"gone2.wav"_s, u"a.wav"_s});
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(player().playlistCount(), 3);
+}
+
+TEST_P(PlayerContract, FoldersPipesAndListsInsideAListArePassedOver)
+{
+    ASSERT_TRUE(QDir{}.mkdir(music.path(u"folder.mp3"_s)));
+    ASSERT_EQ(::mkfifo(music.path(u"pipe.mp3"_s).toUtf8().constData(), 0600), 0);
+    longSound(u"inner.wav"_s);
+    music.writeList({u"inner.wav"_s}, u"inner.m3u"_s);
+    longSound(u"a.wav"_s);
+    playList({u"folder.mp3"_s, u"pipe.mp3"_s, u"inner.m3u"_s, u"a.wav"_s});
+    EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+    EXPECT_EQ(player().playlistCount(), 4);
+}
+
+} // namespace
+
+} // namespace orvantine
