@@ -165,6 +165,15 @@ NameLookup::Found NameLookup::search(const QByteArray& path) const
 {
     Found found;
     found.error = ENOENT;
+    // The usual miss: the folder stands there literally, and no name in it comes near.
+    const qsizetype slash = path.lastIndexOf('/');
+    if (slash > 0 && slash + 1 < path.size()) {
+        struct stat info = {};
+        const QByteArray parent = path.first(slash);
+        if (::stat(parent.constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
+            !folder(parent, &info).entries.contains(keyOf(textOf(path.sliced(slash + 1)))))
+            return found;
+    }
     const bool absolute = path.startsWith('/');
     QList<QByteArray> parts;
     for (const QByteArray& part : path.split('/')) {
@@ -230,12 +239,13 @@ bool NameLookup::descend(const QByteArray& base, const QList<QByteArray>& parts,
     return false;
 }
 
-const NameLookup::Folder& NameLookup::folder(const QByteArray& path) const
+const NameLookup::Folder& NameLookup::folder(const QByteArray& path, const struct stat* known) const
 {
     struct stat info = {};
-    const bool there = ::stat(path.constData(), &info) == 0;
+    if (known == nullptr && ::stat(path.constData(), &info) == 0)
+        known = &info;
     const auto kept = m_folders.find(path);
-    if (kept != m_folders.end() && there && kept->settled && sameFolder(kept->stamp, info))
+    if (kept != m_folders.end() && known != nullptr && kept->settled && sameFolder(kept->stamp, *known))
         return *kept;
     if (m_folders.size() >= keptFolders)
         m_folders.clear();

@@ -51,7 +51,7 @@ private:
     };
 
     [[nodiscard]] std::optional<QString> hostText(const QString& path) const;
-    [[nodiscard]] const Folder& folder(const QByteArray& path) const;
+    [[nodiscard]] const Folder& folder(const QByteArray& path, const struct stat* known = nullptr) const;
     [[nodiscard]] Found search(const QByteArray& path) const;
     [[nodiscard]] bool descend(const QByteArray& base, const QList<QByteArray>& parts, qsizetype index, int& budget,
                                Found& found) const;

@@ -21,6 +21,7 @@ namespace orvantine {
 namespace {
 
 constexpr unsigned anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr qint64 pageSize = 4096;
 constexpr qint64 copyChunk = qint64{1} << 20;
 // A copy over an existing file is taken through memory up to this size, so that a failure leaves the old bytes.
 constexpr qint64 copyInMemory = qint64{16} << 20;
@@ -64,17 +65,33 @@ bool truncateTo(const Descriptor& file, qint64 size)
     return result == 0;
 }
 
-// Puts `fresh` where `old` stood, from `offset` to the end of the file. What goes beyond the old end is written first:
-// a full disk shows there, and then the old bytes still stand.
-bool rewriteTail(const Descriptor& file, qint64 offset, QByteArrayView old, QByteArrayView fresh)
+// Two pieces that follow one another.
+struct Pieces
+{
+    QByteArrayView head;
+    QByteArrayView rest;
+
+    [[nodiscard]] qint64 size() const { return head.size() + rest.size(); }
+    [[nodiscard]] bool write(const Descriptor& file, qint64 offset, qint64 from, qint64 to) const
+    {
+        const qint64 cut = head.size();
+        if (from < cut && !writeAt(file, offset + from, head.sliced(from, std::min(to, cut) - from)))
+            return false;
+        const qint64 start = std::max(from, cut);
+        return start >= to || writeAt(file, offset + start, rest.sliced(start - cut, to - start));
+    }
+};
+
+// What goes beyond the old end is written first: a full disk shows there, and then the old bytes still stand.
+bool rewriteTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh)
 {
     const qint64 oldEnd = offset + old.size();
-    const qsizetype common = std::min(old.size(), fresh.size());
-    if (!writeAt(file, oldEnd, fresh.sliced(common))) {
+    const qint64 common = std::min(qint64{old.size()}, fresh.size());
+    if (!fresh.write(file, offset, common, fresh.size())) {
         static_cast<void>(truncateTo(file, oldEnd));
         return false;
     }
-    if (!writeAt(file, offset, fresh.first(common))) {
+    if (!fresh.write(file, offset, 0, common)) {
         static_cast<void>(writeAt(file, offset, old));
         static_cast<void>(truncateTo(file, oldEnd));
         return false;
@@ -86,15 +103,16 @@ bool rewriteTail(const Descriptor& file, qint64 offset, QByteArrayView old, QByt
     return true;
 }
 
-bool makePrivateFolder(const QByteArray& path)
+QByteArray absolute(const QByteArray& path)
 {
-    if (::mkdir(path.constData(), 0700) == 0)
-        return true;
-    struct stat info = {};
-    if (errno == EEXIST)
-        return ::stat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode);
-    const qsizetype slash = path.lastIndexOf('/');
-    return errno == ENOENT && slash > 0 && makePrivateFolder(path.first(slash)) && ::mkdir(path.constData(), 0700) == 0;
+    if (path.startsWith('/'))
+        return path;
+    char* const current = ::getcwd(nullptr, 0);
+    QByteArray folder(current);
+    std::free(current); // getcwd allocates with malloc
+    if (!folder.endsWith('/'))
+        folder += '/';
+    return folder + path;
 }
 
 bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
@@ -112,7 +130,10 @@ bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
 
 } // namespace
 
-PosixFiles::PosixFiles(PosixFilesOptions options) : m_options(std::move(options)), m_names(m_options.drives) {}
+PosixFiles::PosixFiles(PosixFilesOptions options)
+    : m_options(std::move(options)), m_names(m_options.drives), m_journal(m_options.recoveryFolder.toUtf8())
+{
+}
 
 PosixFiles::~PosixFiles() = default;
 
@@ -175,16 +196,7 @@ std::optional<QByteArray> PosixFiles::nativePath(const QString& path) const
     const NameLookup::Found found = m_names.find(path);
     if (found.error != 0)
         return std::nullopt;
-    if (found.path.startsWith('/'))
-        return found.path;
-    char* const current = ::getcwd(nullptr, 0);
-    if (current == nullptr)
-        return std::nullopt;
-    QByteArray folder(current);
-    std::free(current); // getcwd allocates with malloc
-    if (!folder.endsWith('/'))
-        folder += '/';
-    return folder + found.path;
+    return absolute(found.path);
 }
 
 QStringList PosixFiles::sortedNames(const QString& folder, bool folders, const QString& patterns) const
@@ -320,6 +332,31 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
     return target;
 }
 
+bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head,
+                         QByteArrayView rest)
+{
+    const Pieces fresh{head, rest};
+    // The kernel does a write inside one page, an append and a cut as a whole.
+    const bool grows = fresh.size() >= old.size();
+    const bool onePage = grows && offset / pageSize == (offset + std::max<qint64>(fresh.size(), 1) - 1) / pageSize;
+    if (onePage) {
+        const QByteArray joined = head.toByteArray() + rest.toByteArray();
+        if (writeAt(target.file, offset, joined))
+            return true;
+        static_cast<void>(writeAt(target.file, offset, old));
+        static_cast<void>(truncateTo(target.file, target.size));
+        return false;
+    }
+    const bool whole = old.isEmpty() || fresh.size() == 0;
+    if (!whole)
+        m_journal.begin(target.file, absolute(target.path), offset, head, rest,
+                        target.size + fresh.size() - old.size());
+    const bool done = rewriteTail(target.file, offset, old, fresh);
+    if (!whole)
+        m_journal.end();
+    return done;
+}
+
 bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
 {
     const std::optional<Target> target = openTarget(path, true, 0666);
@@ -330,7 +367,7 @@ bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
         return false;
     if (!target->created && old == bytes)
         return true;
-    const bool done = rewriteTail(target->file, 0, old, bytes);
+    const bool done = rewrite(*target, 0, old, bytes, {});
     if (done)
         stampNow(target->file);
     else if (target->created)
@@ -348,7 +385,7 @@ bool PosixFiles::appendBytes(const QString& path, const QByteArray& bytes)
     const std::optional<Target> target = openTarget(path, true, 0666);
     if (!target)
         return false;
-    const bool done = rewriteTail(target->file, target->size, {}, bytes);
+    const bool done = rewrite(*target, target->size, {}, bytes, {});
     if (done)
         stampNow(target->file);
     else if (target->created)
@@ -368,10 +405,9 @@ bool PosixFiles::replaceBytes(const QString& path, qint64 offset, qint64 length,
     if (oldLength > m_options.maximumReadSize || !readAt(target->file, offset, oldLength, old) ||
         old.size() != oldLength)
         return false;
-    const QByteArray fresh = moves ? bytes + old.sliced(length) : bytes;
-    if (fresh == old)
+    if (!moves && bytes == old)
         return true;
-    if (!rewriteTail(target->file, offset, old, fresh))
+    if (!rewrite(*target, offset, old, bytes, QByteArrayView(old).sliced(length)))
         return false;
     stampNow(target->file);
     return true;
@@ -404,7 +440,7 @@ bool PosixFiles::copy(const QString& from, const QString& to)
         QByteArray fresh;
         QByteArray old;
         done = readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old) &&
-               (old == fresh || rewriteTail(target->file, 0, old, fresh));
+               (old == fresh || rewrite(*target, 0, old, fresh, {}));
     }
     if (done) {
         timespec times[2] = {};

@@ -4,6 +4,7 @@
 #include "platform/Files.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/NameLookup.h"
+#include "platform/posix/WriteJournal.h"
 
 #include <QMap>
 
@@ -65,11 +66,14 @@ private:
     };
 
     [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode) const;
+    /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
+    bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
     [[nodiscard]] bool keepCopy(const QString& path, const QByteArray& bytes) const;
     [[nodiscard]] QStringList sortedNames(const QString& folder, bool folders, const QString& patterns) const;
 
     PosixFilesOptions m_options;
     NameLookup m_names;
+    WriteJournal m_journal;
 };
 
 } // namespace orvantine
