@@ -1,0 +1,121 @@
+#pragma once
+
+#include "app/Root.h"
+#include "platform/posix/PosixFiles.h"
+#include "support/CallLog.h"
+#include "support/Complaints.h"
+#include "support/FakeDevices.h"
+#include "support/FakeForms.h"
+#include "support/FakePlayer.h"
+#include "support/LoggingFiles.h"
+#include "support/MemoryFiles.h"
+#include "support/MemorySettings.h"
+#include "support/ScriptedChoosers.h"
+#include "support/ScriptedMessages.h"
+#include "support/VirtualEvents.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+
+namespace orvantine::fake {
+
+enum class DiskKind { Memory, TemporaryFolder };
+
+struct DesktopOptions
+{
+    DiskKind disk = DiskKind::Memory;
+    CodePage codePage;
+    bool adoptsHostTexts = true;
+    /// "C:" -> a folder of the host; a disk in memory has every drive anyway.
+    QMap<QString, QString> drives;
+    QDateTime now{QDate(2026, 11, 20), QTime(12, 0)};
+};
+
+/// The running program: what dies with it.
+class FakeProcess
+{
+public:
+    FakeProcess(Services processServices, std::unique_ptr<VirtualEvents> processEvents,
+                std::unique_ptr<FakeForms> processForms, std::unique_ptr<FakeTray> processTray,
+                std::unique_ptr<FakePlayer> player, std::unique_ptr<FakePlayer> infoPlayer,
+                std::unique_ptr<ProfileStore> processProfiles);
+    ~FakeProcess();
+
+    std::unique_ptr<VirtualEvents> events;
+    std::unique_ptr<FakeForms> forms;
+    std::unique_ptr<FakeTray> tray;
+    std::unique_ptr<FakePlayer> mediaplayer;
+    std::unique_ptr<FakePlayer> mediaInfo;
+    std::unique_ptr<ProfileStore> profiles;
+    Services services;
+    std::unique_ptr<Root> root;
+};
+
+/// A whole machine for one user, with the program on it, and no desktop: every call to it passes `log`. The standard
+/// folders stand side by side below `base`.
+class FakeDesktop
+{
+public:
+    explicit FakeDesktop(const DesktopOptions& options = {});
+    ~FakeDesktop();
+
+    CallLog log;
+    Complaints complaints;
+
+    /// The disk as the program sees it, and as the test lays it out: the test's own calls stand in no log.
+    LoggingFiles& files() { return *m_loggingFiles; }
+    Files& disk() { return *m_disk; }
+    /// Null on a real folder.
+    MemoryFiles* memory() { return m_memory; }
+
+    MemorySettings settings{log};
+    ScriptedMessages messages{log, complaints};
+    ScriptedChoosers choosers{log, complaints};
+    FakeMixer mixer{log};
+    FakeSound sound{log};
+    FakeClipboard clipboard{log};
+    FakeLauncher launcher{log};
+    FakeVolumes volumes{log};
+    FakeInstance instance{log};
+    FakeFonts fonts{log};
+    FakeScreen screen;
+    FakeTags tags{log};
+
+    /// Where everything lies, without a trailing separator.
+    QString base;
+    StandardFolders folders;
+    SystemVersion system;
+    StartContext context;
+
+    // The process. A new one has its timers, forms, tray item and player anew; disk, settings and clipboard stay.
+    VirtualEvents& events() { return *m_process->events; }
+    FakeForms& forms() { return *m_process->forms; }
+    FakeTray& tray() { return *m_process->tray; }
+    FakePlayer& mediaplayer() { return *m_process->mediaplayer; }
+    FakePlayer& mediaInfo() { return *m_process->mediaInfo; }
+    ProfileStore& profiles() { return *m_process->profiles; }
+    Services& services() { return m_process->services; }
+    Root& root() { return *m_process->root; }
+
+    /// Ends the process without a word to it, as a power cut would, and makes a new one at the same time of day.
+    void newProcess();
+    /// Runs the process from its start with this command line.
+    void start(const QString& command = {});
+
+    /// Scripts that nothing asked for become complaints.
+    void complainOfUnused();
+
+private:
+    void touch(const QString& path);
+
+    DesktopOptions m_options;
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Files> m_disk;
+    MemoryFiles* m_memory = nullptr;
+    std::unique_ptr<LoggingFiles> m_loggingFiles;
+    std::unique_ptr<FakeProcess> m_process;
+};
+
+} // namespace orvantine::fake

@@ -1,0 +1,212 @@
+#include "support/FakeDevices.h"
+
+#include "platform/CaseFold.h"
+
+#include <algorithm>
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine::fake {
+
+namespace {
+
+constexpr int leftClickTwips = 7695;
+constexpr int rightClickTwips = 7740;
+
+/// Ignoring case, with "/" as the separator and one at the end.
+QString comparable(const QString& path)
+{
+    QString text = folded(path);
+    text.replace(u'\\', u'/');
+    return text.endsWith(u'/') ? text : text + u'/';
+}
+
+} // namespace
+
+bool FakeTray::add(const QString& tip)
+{
+    if (!m_log.call(u"tray.add %1"_s.arg(quoted(tip))) || !present)
+        return false;
+    m_shown = true;
+    m_tip = tip;
+    return true;
+}
+
+void FakeTray::remove()
+{
+    if (m_log.call(u"tray.remove"_s))
+        m_shown = false;
+}
+
+bool FakeTray::click(MouseButton button)
+{
+    if (!m_shown)
+        return false;
+    Callback(button == MouseButton::Left ? leftClickTwips : rightClickTwips);
+    return true;
+}
+
+bool FakeMixer::open()
+{
+    m_open = m_log.call(u"mixer.open"_s) && present;
+    return m_open;
+}
+
+void FakeMixer::close()
+{
+    m_log.call(u"mixer.close"_s);
+    m_open = false;
+}
+
+std::optional<MixerRange> FakeMixer::line(int componentType)
+{
+    if (!m_log.call(u"mixer.line %1"_s.arg(componentType)) || !m_open || !lines.contains(componentType))
+        return std::nullopt;
+    return lines.value(componentType).range;
+}
+
+long FakeMixer::level(int componentType)
+{
+    if (!m_log.call(u"mixer.level %1"_s.arg(componentType)) || !m_open)
+        return 0;
+    return lines.value(componentType).level;
+}
+
+bool FakeMixer::setLevel(int componentType, long level)
+{
+    if (!m_log.call(u"mixer.setLevel %1 %2"_s.arg(componentType).arg(level)) || !m_open ||
+        !lines.contains(componentType))
+        return false;
+    lines[componentType].level = level;
+    return true;
+}
+
+void FakeSound::play(const QByteArray& wave, bool wait)
+{
+    const QString name = names.value(wave, u"%1 bytes"_s.arg(wave.size()));
+    m_log.call(u"cue.play %1%2"_s.arg(name, wait ? u""_s : u" async"_s));
+}
+
+void FakeClipboard::setText(const QString& text)
+{
+    if (m_log.call(u"clipboard.setText %1"_s.arg(quoted(text))))
+        content = text;
+}
+
+QString nameOf(LaunchKind kind)
+{
+    switch (kind) {
+    case LaunchKind::Help:
+        return u"help"_s;
+    case LaunchKind::FileManager:
+        return u"filemanager"_s;
+    case LaunchKind::Properties:
+        return u"properties"_s;
+    case LaunchKind::DefaultPlayer:
+        return u"defaultplayer"_s;
+    case LaunchKind::Program:
+        return u"program"_s;
+    case LaunchKind::Link:
+        return u"link"_s;
+    }
+    return u"?"_s;
+}
+
+bool FakeLauncher::start(const LaunchRequest& request)
+{
+    QString line = u"launcher.start %1 command %2 target %3"_s.arg(nameOf(request.kind), quoted(request.command),
+                                                                   quoted(request.target));
+    for (const QString& argument : request.arguments)
+        line += u" argument "_s + quoted(argument);
+    if (!m_log.call(line))
+        return false;
+    started.push_back(request);
+    return true;
+}
+
+void FakeVolumes::set(const QString& root, const Volume& volume)
+{
+    const auto known = std::find_if(m_volumes.begin(), m_volumes.end(), [&](const std::pair<QString, Volume>& entry) {
+        return comparable(entry.first) == comparable(root);
+    });
+    if (known == m_volumes.end())
+        m_volumes.emplace_back(root, volume);
+    else
+        known->second = volume;
+}
+
+QString FakeVolumes::rootOf(const QString& path) const
+{
+    QString longest;
+    for (const auto& [root, volume] : m_volumes)
+        if (comparable(path).startsWith(comparable(root)) && root.size() > longest.size())
+            longest = root;
+    if (!longest.isEmpty())
+        return longest;
+    return path.size() >= 2 && path[1] == u':' ? path.left(2) + u'\\' : u"/"_s;
+}
+
+QString FakeVolumes::fileSystem(const QString& root) const
+{
+    if (!m_log.call(u"volumes.fileSystem %1"_s.arg(quoted(root))))
+        return {};
+    for (const auto& [known, volume] : m_volumes)
+        if (comparable(known) == comparable(root))
+            return volume.fileSystem.toUpper();
+    return {};
+}
+
+std::optional<quint64> FakeVolumes::freeBytes(const QString& root) const
+{
+    if (!m_log.call(u"volumes.freeBytes %1"_s.arg(quoted(root))))
+        return std::nullopt;
+    for (const auto& [known, volume] : m_volumes)
+        if (comparable(known) == comparable(root))
+            return volume.free;
+    return std::nullopt;
+}
+
+std::optional<quint64> FakeVolumes::totalBytes(const QString& root) const
+{
+    if (!m_log.call(u"volumes.totalBytes %1"_s.arg(quoted(root))))
+        return std::nullopt;
+    for (const auto& [known, volume] : m_volumes)
+        if (comparable(known) == comparable(root))
+            return volume.total;
+    return std::nullopt;
+}
+
+bool FakeInstance::acquire(const QString& title)
+{
+    return m_log.call(u"instance.acquire %1"_s.arg(quoted(title))) && !taken;
+}
+
+bool FakeInstance::activateOther()
+{
+    return m_log.call(u"instance.activateOther"_s) && answers;
+}
+
+bool FakeFonts::registerFont(const QString& path)
+{
+    return m_log.call(u"fonts.registerFont %1"_s.arg(quoted(path)));
+}
+
+void FakeTags::Mp3FileInfo(const QString& path, Mp3Record&)
+{
+    m_log.call(u"tags.Mp3FileInfo %1"_s.arg(quoted(path)));
+}
+
+bool FakeTags::WriteID3V1(const QString& path, const Mp3Record&)
+{
+    m_log.call(u"tags.WriteID3V1 %1"_s.arg(quoted(path)));
+    return false;
+}
+
+bool FakeTags::EraseID3V2(const QString& path)
+{
+    m_log.call(u"tags.EraseID3V2 %1"_s.arg(quoted(path)));
+    return false;
+}
+
+} // namespace orvantine::fake

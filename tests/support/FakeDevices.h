@@ -1,0 +1,190 @@
+#pragma once
+
+#include "platform/Controls.h"
+#include "platform/Desktop.h"
+#include "platform/Launcher.h"
+#include "platform/TagLibrary.h"
+#include "support/CallLog.h"
+
+#include <QMap>
+#include <QSet>
+#include <QStringList>
+
+#include <vector>
+
+namespace orvantine::fake {
+
+/// A notification area that can be missing.
+class FakeTray final : public TrayIcon
+{
+public:
+    explicit FakeTray(CallLog& log) : m_log(log) {}
+
+    bool add(const QString& tip) override;
+    void remove() override;
+    [[nodiscard]] bool available() const override { return present; }
+
+    /// The user clicks the item; false if there is none to click.
+    bool click(MouseButton button);
+    [[nodiscard]] bool shown() const { return m_shown; }
+    [[nodiscard]] const QString& tip() const { return m_tip; }
+
+    bool present = true;
+
+private:
+    CallLog& m_log;
+    bool m_shown = false;
+    QString m_tip;
+};
+
+/// A mixer of the speakers' line (component type 4) from 0 to 65535; other lines can be added.
+class FakeMixer final : public MixerDevice
+{
+public:
+    explicit FakeMixer(CallLog& log) : m_log(log) {}
+
+    bool open() override;
+    void close() override;
+    [[nodiscard]] std::optional<MixerRange> line(int componentType) override;
+    [[nodiscard]] long level(int componentType) override;
+    bool setLevel(int componentType, long level) override;
+
+    struct Line
+    {
+        MixerRange range;
+        long level = 0;
+    };
+    QMap<int, Line> lines{{4, {{0, 65535}, 32000}}};
+    /// Whether a sound server answers.
+    bool present = true;
+
+private:
+    CallLog& m_log;
+    bool m_open = false;
+};
+
+/// Plays nothing and writes every cue down.
+class FakeSound final : public SoundOutput
+{
+public:
+    explicit FakeSound(CallLog& log) : m_log(log) {}
+
+    [[nodiscard]] int deviceCount() const override { return devices; }
+    void play(const QByteArray& wave, bool wait) override;
+
+    int devices = 1;
+    /// Names of images, by which the log shows them: "Play".
+    QMap<QByteArray, QString> names;
+
+private:
+    CallLog& m_log;
+};
+
+class FakeClipboard final : public Clipboard
+{
+public:
+    explicit FakeClipboard(CallLog& log) : m_log(log) {}
+
+    [[nodiscard]] QString text() const override { return content; }
+    void setText(const QString& text) override;
+
+    QString content;
+
+private:
+    CallLog& m_log;
+};
+
+class FakeLauncher final : public Launcher
+{
+public:
+    explicit FakeLauncher(CallLog& log) : m_log(log) {}
+
+    bool start(const LaunchRequest& request) override;
+
+    std::vector<LaunchRequest> started;
+
+private:
+    CallLog& m_log;
+};
+
+[[nodiscard]] QString nameOf(LaunchKind kind);
+
+/// Volumes as the test describes them; a path lies on the longest root that it begins with, ignoring case, else on its
+/// drive ("C:\") or "/".
+class FakeVolumes final : public Volumes
+{
+public:
+    explicit FakeVolumes(CallLog& log) : m_log(log) {}
+
+    [[nodiscard]] QString rootOf(const QString& path) const override;
+    [[nodiscard]] QString fileSystem(const QString& root) const override;
+    [[nodiscard]] std::optional<quint64> freeBytes(const QString& root) const override;
+    [[nodiscard]] std::optional<quint64> totalBytes(const QString& root) const override;
+
+    struct Volume
+    {
+        QString fileSystem = QStringLiteral("EXT4");
+        quint64 free = quint64{100} << 30;
+        quint64 total = quint64{200} << 30;
+    };
+    void set(const QString& root, const Volume& volume);
+
+private:
+    CallLog& m_log;
+    std::vector<std::pair<QString, Volume>> m_volumes;
+};
+
+class FakeInstance final : public Instance
+{
+public:
+    explicit FakeInstance(CallLog& log) : m_log(log) {}
+
+    bool acquire(const QString& title) override;
+    bool activateOther() override;
+
+    /// Another instance holds the lock.
+    bool taken = false;
+    /// The other instance answers.
+    bool answers = true;
+
+private:
+    CallLog& m_log;
+};
+
+class FakeFonts final : public Fonts
+{
+public:
+    explicit FakeFonts(CallLog& log) : m_log(log) {}
+
+    [[nodiscard]] bool known(const QString& family) const override { return families.contains(family); }
+    bool registerFont(const QString& path) override;
+
+    QSet<QString> families{QStringLiteral("Maiandra GD"), QStringLiteral("OCR B")};
+
+private:
+    CallLog& m_log;
+};
+
+class FakeScreen final : public Screen
+{
+public:
+    [[nodiscard]] ScreenSize size() const override { return extent; }
+
+    ScreenSize extent{28800, 16200};
+};
+
+/// A tag library that cannot read any file.
+class FakeTags final : public TagLibrary
+{
+public:
+    explicit FakeTags(CallLog& log) : m_log(log) {}
+
+    void Mp3FileInfo(const QString& path, Mp3Record& record) override;
+    bool WriteID3V1(const QString& path, const Mp3Record& record) override;
+    bool EraseID3V2(const QString& path) override;
+
+private:
+    CallLog& m_log;
+};
+
+} // namespace orvantine::fake

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "support/CallLog.h"
+
+#include <functional>
+
+namespace orvantine::fake {
+
+/// Writes every call to another Files down and can make it fail: a failing query finds nothing, a failing reading
+/// step is Failed, a failing action leaves the disk as it was.
+class LoggingFiles final : public Files
+{
+public:
+    LoggingFiles(Files& files, CallLog& log) : m_files(files), m_log(log) {}
+
+    [[nodiscard]] bool exists(const QString& path) const override;
+    [[nodiscard]] bool folderExists(const QString& path) const override;
+    [[nodiscard]] bool isFolder(const QString& path) const override;
+    [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
+    [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
+    [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;
+    [[nodiscard]] std::optional<QByteArray> nativePath(const QString& path) const override;
+    [[nodiscard]] QStringList list(const QString& folder, const QString& patterns) const override;
+    [[nodiscard]] QStringList folders(const QString& folder) const override;
+
+    [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
+    [[nodiscard]] ReadText readText(const QString& path) const override;
+    [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+
+    bool writeBytes(const QString& path, const QByteArray& bytes) override;
+    bool writeText(const QString& path, const QString& text) override;
+    bool appendBytes(const QString& path, const QByteArray& bytes) override;
+    bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
+    bool copy(const QString& from, const QString& to) override;
+    bool remove(const QString& path) override;
+    bool makeFolder(const QString& path) override;
+    bool clearAttributes(const QString& path) override;
+
+    [[nodiscard]] QByteArray encode(const QString& text) const override { return m_files.encode(text); }
+    [[nodiscard]] QString decode(const QByteArray& bytes) const override { return m_files.decode(bytes); }
+
+    /// Told of a path whose bytes an action has just changed: a real file gets the virtual clock's time there.
+    std::function<void(const QString& path)> Written = [](const QString&) {};
+
+    /// Beginnings of the logged lines of all actions, queries and reading steps left out.
+    [[nodiscard]] static QStringList actions();
+
+private:
+    bool write(const QString& line, const QString& path, const std::function<bool()>& action);
+
+    Files& m_files;
+    CallLog& m_log;
+};
+
+} // namespace orvantine::fake

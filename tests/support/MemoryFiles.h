@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+#include <QMap>
+
+#include <functional>
+
+namespace orvantine::fake {
+
+struct MemoryFilesOptions
+{
+    CodePage codePage;
+    bool adoptsHostTexts = true;
+};
+
+/// Files in memory, with the rules of the real ones: names are found ignoring case and normal form, "\" and "/" both
+/// separate, a drive is a folder that exists. "/" and every drive stand from the start.
+class MemoryFiles final : public Files
+{
+public:
+    explicit MemoryFiles(MemoryFilesOptions options = {});
+
+    [[nodiscard]] bool exists(const QString& path) const override;
+    [[nodiscard]] bool folderExists(const QString& path) const override;
+    [[nodiscard]] bool isFolder(const QString& path) const override;
+    [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
+    [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
+    [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;
+    [[nodiscard]] std::optional<QByteArray> nativePath(const QString& path) const override;
+    [[nodiscard]] QStringList list(const QString& folder, const QString& patterns) const override;
+    [[nodiscard]] QStringList folders(const QString& folder) const override;
+
+    [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
+    [[nodiscard]] ReadText readText(const QString& path) const override;
+    [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+
+    bool writeBytes(const QString& path, const QByteArray& bytes) override;
+    bool writeText(const QString& path, const QString& text) override;
+    bool appendBytes(const QString& path, const QByteArray& bytes) override;
+    bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
+    bool copy(const QString& from, const QString& to) override;
+    bool remove(const QString& path) override;
+    bool makeFolder(const QString& path) override;
+    bool clearAttributes(const QString& path) override;
+
+    [[nodiscard]] QByteArray encode(const QString& text) const override;
+    [[nodiscard]] QString decode(const QByteArray& bytes) const override;
+
+    // For the test
+    /// Makes the folder and those above it.
+    void putFolder(const QString& path);
+    /// Puts a file as it is, with the folders above it.
+    void put(const QString& path, const QByteArray& bytes);
+    [[nodiscard]] std::optional<QByteArray> bytes(const QString& path) const;
+    void setModified(const QString& path, const QDateTime& time);
+    void setReadOnly(const QString& path, bool readOnly = true);
+    /// Such a file exists and cannot be read or written.
+    void setUnreadable(const QString& path, bool unreadable = true);
+    /// Exact copies of the files that were adopted, in order.
+    [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
+
+    /// Time of what is written from now on.
+    std::function<QDateTime()> Clock = [] { return QDateTime(QDate(2026, 11, 20), QTime(12, 0)); };
+
+private:
+    struct Node
+    {
+        /// As it was created, with "/".
+        QString path;
+        bool folder = false;
+        bool readOnly = false;
+        bool unreadable = false;
+        QByteArray bytes;
+        QDateTime modified;
+        quint64 number = 0;
+        qint64 changes = 0;
+    };
+
+    [[nodiscard]] static QString keyOf(const QString& path);
+    [[nodiscard]] const Node* node(const QString& path) const;
+    [[nodiscard]] Node* node(const QString& path);
+    [[nodiscard]] Node* writable(const QString& path);
+    Node* create(const QString& path, bool folder);
+    void touch(Node& node);
+    [[nodiscard]] QStringList names(const QString& folder, bool folders, const QString& patterns, bool hidden) const;
+
+    MemoryFilesOptions m_options;
+    QMap<QString, Node> m_nodes;
+    QList<QByteArray> m_recovered;
+    quint64 m_lastNumber = 0;
+    qint64 m_changes = 0;
+};
+
+} // namespace orvantine::fake
