@@ -43,8 +43,11 @@ void design(Root& root)
     root.LListView1.GridLines = true;
     root.LListView2.GridLines = true;
 
+    root.pIconA.Picture = u"Icon_1"_s;
     root.sVolume.Max = 8;
-    root.pPausePlayer.Enabled = false;
+    for (Control* off : std::initializer_list<Control*>{&root.pPausePlayer, &root.bMoveUp, &root.bMoveDown,
+                                                        &root.bEntryUp, &root.bEntryDown})
+        off->Enabled = false;
     root.pPausePlayer.Tag = u"0"_s;
     root.pDateiname.Tag = u"0"_s;
     root.Timer2.Tag = u"0"_s;
@@ -52,7 +55,7 @@ void design(Root& root)
 
     for (Control* hidden : std::initializer_list<Control*>{
              &root.pHinweistext, &root.pVolume, &root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown,
-             &root.Command1, &root.pCoverBack, &root.pCopyStatus, &root.pDateiname, &root.pDatum, &root.pAnimations,
+             &root.Command1, &root.pIconA, &root.HookMenus, &root.pCoverBack, &root.pCopyStatus, &root.pDateiname, &root.pDatum, &root.pAnimations,
              &root.sTitle, &root.sArtist, &root.sAlbum, &root.sKommentar, &root.sJahr, &root.sTrack, &root.sBitrate,
              &root.tDatenbank, &root.tPlayliste, &root.tBrowseFolder, &root.LMp3Files, &root.LRipper, &root.Label3})
         hidden->Visible = false;

@@ -92,7 +92,11 @@ struct Root : RootMenus
     Label Label2{controls, u"Label2"};
     Label Label3{controls, u"Label3"};
 
+    /// The menu-hook control; Tag: the style of the menus.
+    Label HookMenus{controls, u"HookMenus"};
+
     // Tray
+    PictureBox pIconA{controls, u"pIconA"};
     PictureBox pTrayicon{controls, u"pTrayicon"};
     PictureBox pTrayicons{controls, u"pTrayicons"};
 
@@ -115,6 +119,12 @@ struct Root : RootMenus
     QString CurrentMp3File;
     /// The remembered start command, "/hide" replaced by "/play".
     QString startCommand;
+    /// Started by "/hide": no start picture.
+    bool hiddenStart = false;
+    /// State of DisabledButtons.
+    bool buttonsDisabled = false;
+    /// Form_Load has ended.
+    bool loaded = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     TooltipsClass TT;

@@ -1,13 +1,113 @@
 #include "shell/Wiring.h"
 
 #include "app/Root.h"
+#include "app/Shutdown.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "metadata/TrackInformation.h"
+#include "operations/ListInput.h"
+#include "playback/CoverArt.h"
+#include "playback/PlayerControl.h"
+#include "playback/Sequencing.h"
+#include "playback/Volume.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
+#include "shell/MainWindow.h"
 
 namespace orvantine {
 
+namespace {
+
+using Handler = void (*)(Root&);
+using IndexedHandler = void (*)(Root&, int);
+
+template <class C> void on(C& control, Root& root, Handler handler)
+{
+    control.Click = [&root, handler] { handler(root); };
+}
+
+template <class C> void on(C& control, Root& root, IndexedHandler handler, int index)
+{
+    control.Click = [&root, handler, index] { handler(root, index); };
+}
+
+void wireMenus(Root& root)
+{
+    on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
+    for (int i = 1; i <= 4; ++i)
+        on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);
+    on(root.mnuLaden, root, mnuLaden_Click);
+    on(root.mnuSpeichern, root, mnuSpeichern_Click);
+    on(root.mnuBeenden, root, mnuBeenden_Click);
+
+    on(root.mnuOrvmenu[1], root, mnuOrvmenu_Click, 1);
+    on(root.mnuOrvmenu[2], root, mnuOrvmenu_Click, 2);
+    on(root.mnuGridlines, root, mnuGridlines_Click);
+    on(root.mnuDatumsanzeige, root, mnuDatumsanzeige_Click);
+    on(root.mnuLautstärke, root, mnuLautstärke_Click);
+    on(root.mnuPositionen, root, mnuPositionen_Click);
+    on(root.mnuCoverShow, root, mnuCoverShow_Click);
+    on(root.mnuTrackShow, root, mnuTrackShow_Click);
+    on(root.mnuSchriftarten, root, mnuSchriftarten_Click);
+
+    for (int i = 1; i <= 3; ++i)
+        on(root.mnuWiederholung[i], root, mnuWiederholung_Click, i);
+
+    on(root.mnuSpaltenReset, root, mnuSpaltenReset_Click);
+    on(root.mnuAddSoundfiles, root, mnuAddSoundfiles_Click);
+    on(root.mnuErrorDisplay, root, mnuErrorDisplay_Click);
+    on(root.mnuLokalePlayliste, root, mnuLokalePlayliste_Click);
+    on(root.mnuAllesWiedergeben, root, mnuAllesWiedergeben_Click);
+
+    on(root.mnuHilfe, root, mnuHilfe_Click);
+    on(root.mnuInfo, root, mnuInfo_Click);
+
+    on(root.mnuSpecials[1], root, mnuSpecials_Click, 1);
+    on(root.mnuSpecials[2], root, mnuSpecials_Click, 2);
+}
+
+void wireLists(Root& root)
+{
+    on(root.LListView1, root, LListView1_Click);
+    on(root.LListView2, root, LListView2_Click);
+    root.LListView1.DblClick = [&root] { LListView1_DblClick(root); };
+    root.LListView2.DblClick = [&root] { LListView2_DblClick(root); };
+    root.LListView1.ColumnClick = [&root](int column) { LListView1_ColumnClick(root, column); };
+    root.LListView2.ColumnClick = [&root](int column) { LListView2_ColumnClick(root, column); };
+    root.LListView1.GotFocus = [&root] { noteFocus(root, 1); };
+    root.LListView2.GotFocus = [&root] { noteFocus(root, 2); };
+}
+
+void wirePlayer(Root& root)
+{
+    on(root.pSoundPlayer, root, pSoundPlayer_Click);
+    on(root.pSymbole, root, pSoundPlayer_Click);
+    on(root.pPausePlayer, root, pPausePlayer_Click);
+    on(root.pStopPlayer, root, pStopPlayer_Click);
+    on(root.pPlayBack, root, pPlayBack_Click);
+    on(root.pPlayForward, root, pPlayForward_Click);
+    on(root.pCovers, root, pCovers_Click);
+    root.sVolume.MouseDown = [&root] { LoadVolume(root); };
+    root.services.mediaplayer.MediaChange = [&root] { MediaChange(root); };
+    root.services.mediaInfo.MediaChange = [&root] { MediaChange(root); };
+}
+
+void wireTimers(Root& root)
+{
+    root.Timer1.Tick = [&root] { Timer1_Tick(root); };
+    root.Timer2.Tick = [&root] { Timer2_Tick(root); };
+    root.Timer3.Tick = [&root] { Timer3_Tick(root); };
+    for (Timer* timer : {&root.Timer1, &root.Timer2, &root.Timer3})
+        root.services.events.attach(*timer);
+}
+
+} // namespace
+
 void wire(Root& root)
 {
+    wireMenus(root);
+    wireLists(root);
+    wirePlayer(root);
+    wireTimers(root);
     setUpInfo(root);
     setUpDialoge(root);
 }

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QString>
+
+namespace orvantine {
+struct Root;
+}
+
+namespace orvantine::Dateiexistenz {
+
+/// True if anything matches: patterns count, folders too.
+[[nodiscard]] bool FileExists(const Root& root, const QString& path);
+
+/// True if the attributes can be read: a file counts too.
+[[nodiscard]] bool FolderExists(const Root& root, const QString& path);
+
+} // namespace orvantine::Dateiexistenz

@@ -1,0 +1,41 @@
+#include "app/FileDirPath.h"
+
+#include <algorithm>
+
+namespace orvantine::FileDirPath {
+
+namespace {
+
+bool isSeparator(QChar c) { return c == u'\\' || c == u'/'; }
+
+/// Number of characters up to and including the last separator.
+qsizetype folderLength(QStringView path)
+{
+    return std::find_if(path.rbegin(), path.rend(), isSeparator).base() - path.begin();
+}
+
+} // namespace
+
+QString FileNameOf(const QString& path) { return path.mid(folderLength(path)); }
+
+QString FolderOf(const QString& path) { return path.left(folderLength(path)); }
+
+bool hasSeparator(QStringView text) { return std::any_of(text.begin(), text.end(), isSeparator); }
+
+QChar separatorOf(QStringView base)
+{
+    const auto* const found = std::find_if(base.begin(), base.end(), isSeparator);
+    return found == base.end() ? QChar(u'/') : *found;
+}
+
+QString join(const QString& base, QStringView name)
+{
+    QString joined = base;
+    if (base.isEmpty() || !isSeparator(base.back()))
+        joined += separatorOf(base);
+    return joined += name;
+}
+
+QString without(const QString& name, int characters) { return name.chopped(std::min<qsizetype>(characters, name.size())); }
+
+} // namespace orvantine::FileDirPath

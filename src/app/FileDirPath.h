@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+
+/// Parts of a path text. "\" and "/" both separate.
+namespace orvantine::FileDirPath {
+
+/// Text behind the last separator; the whole text where there is none.
+[[nodiscard]] QString FileNameOf(const QString& path);
+
+/// Text up to and including the last separator; "" where there is none.
+[[nodiscard]] QString FolderOf(const QString& path);
+
+[[nodiscard]] bool hasSeparator(QStringView text);
+
+/// The separator of a path that is formed on a base: the first one in the base, "/" where it has none.
+[[nodiscard]] QChar separatorOf(QStringView base);
+
+/// `base`, a separator unless it ends in one, `name`.
+[[nodiscard]] QString join(const QString& base, QStringView name);
+
+/// The name less its last `characters`; "" for a shorter one.
+[[nodiscard]] QString without(const QString& name, int characters);
+
+} // namespace orvantine::FileDirPath

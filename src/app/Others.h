@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+
+namespace orvantine {
+
+struct Root;
+struct SystemVersion;
+
+/// Serves events until the seconds have gone by; the clock's wrap at midnight does no harm.
+void Pause(Root& root, double seconds);
+
+/// Without a trailing separator.
+[[nodiscard]] QString WindowsFolder(const Root& root);
+[[nodiscard]] QString TempFolder(const Root& root);
+
+/// Name of a new file in the temp folder; "" on failure.
+[[nodiscard]] QString TempFileName(Root& root);
+
+/// 26 application data, 5 documents; "" for any other and where there is none.
+[[nodiscard]] QString SpecialFolder(const Root& root, int csidl);
+
+/// "95", "98", "Me", "XP", "Windows 16bit mit 32bit-Erweiterung" or "Unknown".
+[[nodiscard]] QString WinVersionen(const SystemVersion& version);
+
+/// Makes a font file usable; events are served by the caller.
+void FontWinRegister(Root& root, const QString& path);
+
+/// Creates the folder of the DataFolder if it is missing. A failure leaves all as it was.
+void ensureDataFolder(Root& root, const QString& name);
+
+} // namespace orvantine

@@ -1,0 +1,88 @@
+#include "app/SaveOptions.h"
+
+#include "app/Registry.h"
+#include "app/Root.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void stopIfRunning(Root& root)
+{
+    if (root.pPausePlayer.Enabled.value())
+        root.pStopPlayer.Click();
+}
+
+void writeFlag(Root& root, const QString& name, const MenuItem& item)
+{
+    writeSetting(root, name, static_cast<qint16>(item.Checked.value() ? 1 : 0));
+}
+
+void writeGeometry(Root& root)
+{
+    writeSetting(root, u"Maximized"_s, QString::number(static_cast<int>(root.State.value())));
+    if (root.State.value() == WindowState::Minimized)
+        root.State = WindowState::Normal;
+    if (root.State.value() == WindowState::Maximized)
+        return;
+    writeSetting(root, u"Height"_s, QString::number(root.Height.value()));
+    writeSetting(root, u"Width"_s, QString::number(root.Width.value()));
+    writeSetting(root, u"Left"_s, QString::number(root.Left.value()));
+    writeSetting(root, u"Top"_s, QString::number(root.Top.value()));
+}
+
+void writeRepeatMode(Root& root)
+{
+    for (qint16 mode = 1; mode <= 3; ++mode) {
+        if (root.mnuWiederholung[mode].Checked.value()) {
+            writeSetting(root, u"ReCall"_s, mode);
+            return;
+        }
+    }
+}
+
+} // namespace
+
+void SaveOptions(Root& root)
+{
+    stopIfRunning(root);
+    root.services.events.yield();
+    root.services.mediaplayer.close();
+    root.pAnimation.stop();
+    root.services.tray.remove();
+    root.Tag = u"1"_s;
+    root.services.events.yield();
+    stopIfRunning(root);
+
+    writeGeometry(root);
+    writeSetting(root, u"Fontname"_s, root.LListView1.FontName.value());
+    writeSetting(root, u"Fontsize"_s, QString::number(qRound(root.LListView1.FontSize.value())));
+    saveColumnWidths(root);
+    if (root.LListView1.selectedRow() > 0)
+        writeSetting(root, u"Index"_s, static_cast<qint32>(root.LListView1.selectedRow()));
+    writeFlag(root, u"Suche"_s, root.mnuSuchDialog);
+    writeFlag(root, u"Position"_s, root.mnuPositionen);
+    writeRepeatMode(root);
+    writeFlag(root, u"ShowFiles"_s, root.mnuOrvmenu[2]);
+    writeFlag(root, u"Lokal"_s, root.mnuLokalePlayliste);
+    writeFlag(root, u"Error"_s, root.mnuErrorDisplay);
+    writeFlag(root, u"Volume"_s, root.mnuLautstärke);
+}
+
+void saveColumnWidths(Root& root)
+{
+    struct Width
+    {
+        QString name;
+        ListView& list;
+        int column;
+    };
+    for (const Width& width : {Width{u"LV_1"_s, root.LListView1, 2}, Width{u"LV_2"_s, root.LListView1, 4},
+                               Width{u"LV_4"_s, root.LListView2, 2}, Width{u"LV_5"_s, root.LListView2, 3},
+                               Width{u"LV_6"_s, root.LListView2, 4}, Width{u"LV_7"_s, root.LListView2, 5}})
+        writeSetting(root, width.name, QString::number(width.list.columnWidth(width.column)));
+}
+
+} // namespace orvantine

@@ -1,0 +1,72 @@
+#include "app/Shutdown.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/Root.h"
+#include "app/SaveOptions.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void stopIfRunning(Root& root)
+{
+    if (root.pPausePlayer.Enabled.value())
+        root.pStopPlayer.Click();
+}
+
+} // namespace
+
+void Form_QueryUnload(Root& root)
+{
+    stopIfRunning(root);
+    if (root.State.value() == WindowState::Minimized) {
+        root.State = WindowState::Normal;
+        root.Visible = true;
+        root.services.events.yield();
+    }
+    if (root.Visible.value())
+        SaveOptions(root);
+    root.services.tray.remove();
+    TooltipRegister(root, 0);
+    root.Timer3.Enabled = false;
+    if (root.Tag != u"9"_s)
+        mnuBeenden_Click(root);
+    else
+        root.services.events.endProcess();
+}
+
+void Form_Unload(Root& root)
+{
+    stopIfRunning(root);
+    root.services.tray.remove();
+    if (root.Tag != u"9"_s)
+        mnuBeenden_Click(root);
+}
+
+void mnuBeenden_Click(Root& root)
+{
+    if (root.Visible.value())
+        SaveOptions(root);
+
+    const QString temporary = root.tDatenbank.Text.value() + u"Orvantine.tmp"_s;
+    if (Dateiexistenz::FileExists(root, temporary))
+        root.files.remove(temporary);
+
+    MediaPlayer& player = root.services.mediaplayer;
+    if (player.playState() == PlayState::Playing)
+        player.stop();
+    if (player.playState() == PlayState::Ready)
+        player.close();
+
+    root.services.tray.remove();
+    root.Timer1.Enabled = false;
+    root.Timer3.Enabled = false;
+    root.Tag = u"9"_s;
+    TooltipRegister(root, 0);
+    root.services.events.yield();
+    root.services.events.endProcess();
+}
+
+} // namespace orvantine

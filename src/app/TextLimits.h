@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+namespace orvantine {
+
+/// The first `characters` of a text; a surrogate pair is never cut in two.
+[[nodiscard]] QString cutTo(const QString& text, qsizetype characters);
+
+/// Text before the first NUL; the whole text where there is none.
+[[nodiscard]] QString cutAtNul(const QString& text);
+
+/// A number with at least `digits` digits: 7 and 3 give "007".
+[[nodiscard]] QString padded(int number, int digits);
+
+/// "dd.mm.yyyy"
+[[nodiscard]] QString dateText(const QDate& date);
+
+/// The number at the head of a text, 0 where there is none.
+[[nodiscard]] double leadingNumber(QStringView text);
+
+} // namespace orvantine

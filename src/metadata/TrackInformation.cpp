@@ -1,0 +1,41 @@
+#include "metadata/TrackInformation.h"
+
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Root.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+void ShowTrackInfo(Root&, int, int) {}
+
+void LoadMp3Info(Root&) {}
+
+void MediaChange(Root& root)
+{
+    constexpr qsizetype UsefulTag = 10; // two empty items still give the three characters of " - "
+    constexpr Twips Margin = 1150;
+
+    const MediaPlayer& player = root.services.mediaplayer;
+    const QString url = player.currentSourceURL();
+    const QString stored =
+        IniFiles::ReadValue(root, root.tDatenbank.Text.value() + u"Orvantine.dat"_s, u"TagInfo"_s, url);
+    const QString name = FileDirPath::without(FileDirPath::FileNameOf(url), 4);
+    if (name != root.tDateiname.Caption.value())
+        root.pDateiname.Tag = QString::number(root.pDateiname.Tag.toDouble() + 0.5);
+
+    const QString tag = player.currentItemInfo(u"Artist"_s) + u" - "_s + player.currentItemInfo(u"Title"_s);
+    if (tag.size() >= UsefulTag)
+        root.tDateiname.Caption = tag;
+    else
+        root.tDateiname.Caption = stored.isEmpty() ? name : stored;
+
+    root.pCopyStatus.Visible = false;
+    root.pDateiname.Visible = true;
+    root.services.events.yield();
+    root.pDateiname.Width = root.Width.value() - Margin;
+    root.pDateiname.Left = (root.Width.value() - root.pDateiname.Width.value()) / 2;
+}
+
+} // namespace orvantine

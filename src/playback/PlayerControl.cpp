@@ -1,0 +1,156 @@
+#include "playback/PlayerControl.h"
+
+#include "app/Root.h"
+#include "catalogue/CatalogueView.h"
+#include "playback/Sequencing.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool isPaused(const Root& root) { return root.services.mediaplayer.status() == u"Angehalten"_s; }
+
+void offerPause(Root& root)
+{
+    root.mnuSoundplayer[4].Enabled = false;
+    root.mnuSoundplayer[3].Enabled = true;
+}
+
+void offerResume(Root& root)
+{
+    root.mnuSoundplayer[4].Enabled = true;
+    root.mnuSoundplayer[3].Enabled = false;
+}
+
+void resume(Root& root)
+{
+    offerPause(root);
+    root.services.mediaplayer.play();
+    root.Timer1.Enabled = true;
+}
+
+void startList(Root& root)
+{
+    MediaPlayer& player = root.services.mediaplayer;
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+
+    player.newPlaylist(list.subItem(row, 2), list.subItem(row, 3));
+    if (root.LListView2.count() == 1) {
+        playSingleTrack(root);
+        return;
+    }
+
+    root.Timer1.Enabled = true;
+    root.Tag = u"1"_s;
+    root.LListView2.Tag = QString::number(row);
+    root.pSoundPlayer.Tag = root.LListView2.Tag;
+    showRunning(root, true);
+    offerPause(root);
+    if (player.status() != u"Beendet"_s)
+        player.close();
+    player.setURL(list.subItem(row, 2));
+    root.Timer1.Enabled = true;
+    root.services.events.yield();
+
+    markAllFavourites(root);
+    list.setIcons(row, u"Icon_C"_s);
+    list.select(row);
+}
+
+/// The buttons are out of step: back to idle.
+void setIdle(Root& root)
+{
+    showRunning(root, false);
+    root.Tag = u"0"_s;
+    root.Timer1.Enabled = false;
+    root.services.mediaplayer.close();
+    root.services.events.yield();
+}
+
+} // namespace
+
+void pSoundPlayer_Click(Root& root)
+{
+    if (root.pPausePlayer.Enabled.value() && isPaused(root)) {
+        resume(root);
+    } else if (root.pPausePlayer.Enabled.value()) {
+        markAllFavourites(root);
+        root.tDateiname.Caption = QString();
+        root.pDateiname.Tag = u"0"_s;
+        pStopPlayer_Click(root);
+    } else if (root.pSoundPlayer.Enabled.value()) {
+        startList(root);
+    } else {
+        setIdle(root);
+    }
+}
+
+void pPausePlayer_Click(Root& root) { mnuSoundplayer_Click(root, root.mnuSoundplayer[4].Enabled.value() ? 4 : 3); }
+
+void pStopPlayer_Click(Root& root)
+{
+    showRunning(root, false);
+    root.tDateiname.Caption = QString();
+    root.pDateiname.Tag = u"0"_s;
+    markAllFavourites(root);
+    root.Tag = u"0"_s;
+    root.Timer1.Enabled = false;
+    root.services.mediaplayer.stop();
+    root.services.mediaplayer.close();
+}
+
+void pPlayBack_Click(Root& root) { root.services.mediaplayer.previous(); }
+
+void pPlayForward_Click(Root& root) { root.services.mediaplayer.next(); }
+
+void mnuWiedergabe_Click(Root& root)
+{
+    if (isPaused(root))
+        root.services.mediaplayer.play();
+    else
+        pSoundPlayer_Click(root);
+}
+
+void mnuSoundplayer_Click(Root& root, int index)
+{
+    switch (index) {
+    case 1:
+        root.services.mediaplayer.next();
+        break;
+    case 2:
+        root.services.mediaplayer.previous();
+        break;
+    case 3:
+        root.services.mediaplayer.pause();
+        break;
+    case 4:
+        pSoundPlayer_Click(root);
+        break;
+    default:
+        return;
+    }
+    if (root.mnuSoundplayer[4].Enabled.value())
+        offerPause(root);
+    if (index == 3)
+        offerResume(root);
+}
+
+void mnuSpecials_Click(Root& root, int index)
+{
+    if (index == 1)
+        playSingleTrack(root);
+    else if (index == 2)
+        pStopPlayer_Click(root);
+}
+
+void showRunning(Root& root, bool running)
+{
+    root.pSoundPlayer.Enabled = !running;
+    root.pPausePlayer.Enabled = running;
+    root.mnuWiedergabe.Caption = running ? u"Wiedergabe stoppen "_s : u"Wiedergabe starten "_s;
+}
+
+} // namespace orvantine

@@ -1,0 +1,23 @@
+#pragma once
+
+namespace orvantine {
+
+struct Root;
+
+/// Play, resume or stop, by the state of the two buttons and of the player.
+void pSoundPlayer_Click(Root& root);
+/// Pause, or resume where that is possible.
+void pPausePlayer_Click(Root& root);
+void pStopPlayer_Click(Root& root);
+void pPlayBack_Click(Root& root);
+void pPlayForward_Click(Root& root);
+void mnuWiedergabe_Click(Root& root);
+/// 1 next, 2 previous, 3 pause, 4 go on.
+void mnuSoundplayer_Click(Root& root, int index);
+/// 1 plays the track, 2 stops.
+void mnuSpecials_Click(Root& root, int index);
+
+/// The pair of buttons for "nothing runs" or "something runs", with the caption of the menu.
+void showRunning(Root& root, bool running);
+
+} // namespace orvantine

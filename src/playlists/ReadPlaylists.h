@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+namespace orvantine {
+
+struct Root;
+
+/// Turns a playlist file into the rows of the track list and fills the panels around it. `path` may be changed for the
+/// caller: an NML list is converted once and goes on as M3U.
+void GetPlayEntrys(Root& root, QString& path);
+
+/// Lines of the file that are no comments, empty ones included; an unclosed last line is none. 0 for a missing file,
+/// 32767 at the most.
+[[nodiscard]] int GetPlayCounts(Root& root, const QString& path);
+
+/// Rewrites the file without comments and empty lines, neighbouring entries relative to it, and takes its lines into
+/// tPlayliste. With fewer than 10 characters left, file and tPlayliste stay as they were. False only for a missing
+/// file.
+bool TextDosConvert(Root& root, const QString& path);
+
+/// Runs the click handler of the catalogue, which loads the selected playlist.
+void LoadPlayEntrysTmp(Root& root);
+
+/// Creates the five columns of the track list with the stored widths of both lists.
+void createTrackColumns(Root& root);
+
+/// Widths of the five columns as they are created.
+void resetTrackColumnWidths(Root& root);
+
+/// The display name of an entry of a playlist: what `TagInfo` knows of the file, else its name.
+[[nodiscard]] QString displayName(const Root& root, const QString& entry, const QString& fullPath);
+
+/// Filter of the dialogs that open and save playlists.
+[[nodiscard]] QString playlistFilter();
+
+/// The text of the hint that stands in the place of a missing description.
+[[nodiscard]] QString addTracksHint();
+
+} // namespace orvantine

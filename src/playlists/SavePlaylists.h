@@ -1,0 +1,17 @@
+#pragma once
+
+namespace orvantine {
+
+struct Root;
+
+/// Writes the open list to its path, as plain M3U text. A list from elsewhere is copied into "Playlisten" first, if
+/// the option asks for it.
+void SavePlayEntrys(Root& root);
+
+/// Copies the playlist file into "Playlisten", points the row at the copy and saves it.
+void SaveLocalEntrys(Root& root);
+
+/// Exports the playlist as it stands on disk under a new name; an NML list takes the rows.
+void mnuSpeichernUnter_Click(Root& root);
+
+} // namespace orvantine

@@ -1,0 +1,7 @@
+#include "shell/FeatureTips.h"
+
+namespace orvantine {
+
+void ShowFeatureTip(Root&, int) {}
+
+} // namespace orvantine

@@ -1,0 +1,7 @@
+#include "shell/UpdateCheck.h"
+
+namespace orvantine {
+
+void UpdateCheck(Root&) {}
+
+} // namespace orvantine
