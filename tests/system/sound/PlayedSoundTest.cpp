@@ -1,0 +1,106 @@
+#include "media/MusicFolder.h"
+#include "platform/media/MpvPlayer.h"
+#include "support/Wav.h"
+#include "system/sound/Tones.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+
+namespace {
+
+/// A sound server of this test, ended with it.
+class SoundServer
+{
+public:
+    SoundServer() { start(); }
+    ~SoundServer() { stop(); }
+    SoundServer(const SoundServer&) = delete;
+    SoundServer& operator=(const SoundServer&) = delete;
+
+    void start() const
+    {
+        ASSERT_TRUE(run({u"start"_s, m_folder.path()}));
+        qputenv("PULSE_SERVER", "unix:" + m_folder.filePath(u"native"_s).toUtf8());
+        qputenv("PULSE_COOKIE", m_folder.filePath(u"cookie"_s).toUtf8());
+        qputenv("PULSE_RUNTIME_PATH", m_folder.filePath(u"runtime"_s).toUtf8());
+    }
+    void stop() const { EXPECT_TRUE(run({u"stop"_s, m_folder.path()})); }
+    void record(const QString& file) const { ASSERT_TRUE(run({u"record"_s, m_folder.path(), file})); }
+    void stopRecording() const { EXPECT_TRUE(run({u"stop-record"_s, m_folder.path()})); }
+
+private:
+    [[nodiscard]] static bool run(const QStringList& arguments)
+    {
+        return QProcess::execute(QStringLiteral(ORVANTINE_SOUND_SERVER), arguments) == 0;
+    }
+
+    QTemporaryDir m_folder{QDir::tempPath() + u"/sound-XXXXXX"_s};
+};
+
+class PlayedSound : public ::testing::Test
+{
+protected:
+    QString tone(const QString& name, double hertz, int milliseconds = 700)
+    {
+        return music.write(name, fake::wav({.milliseconds = milliseconds, .hertz = hertz, .samplesPerSecond = 44100}));
+    }
+
+    SoundServer server;
+    test::MusicFolder music;
+    PosixFiles files;
+    MpvPlayer player{files, {.options = {{"ao", "pulse"}}}};
+};
+
+TEST_F(PlayedSound, IsHeardInTheOrderOfTheList)
+{
+    tone(u"a.wav"_s, 440);
+    tone(u"b.wav"_s, 660);
+    tone(u"c.wav"_s, 550);
+    tone(u"silence.wav"_s, 0);
+    const QString recorded = music.path(u"recorded.wav"_s);
+    server.record(recorded);
+
+    player.setURL(music.writeList({u"a.wav"_s, u"gone.wav"_s, u"b.wav"_s, u"c.wav"_s, u"silence.wav"_s}));
+    EXPECT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+    EXPECT_TRUE(test::waitUntil([this] { return player.status() == u"Beendet"_s; }));
+    server.stopRecording();
+
+    QFile file{recorded};
+    ASSERT_TRUE(file.open(QFile::ReadOnly));
+    const auto recording = sound::readWav(file.readAll());
+    ASSERT_TRUE(recording);
+    EXPECT_EQ(sound::hertzOf(findTones(*recording, {.hertz = {440, 550, 660}})), (QList<double>{440, 660, 550}));
+}
+
+TEST_F(PlayedSound, IsASilentOneWhenTheSoundServerGoesAwayAndComesBackWithTheNextList)
+{
+    const QString list = music.writeList({u"a.wav"_s, u"b.wav"_s});
+    tone(u"a.wav"_s, 440, 60'000);
+    tone(u"b.wav"_s, 660, 60'000);
+    player.setURL(list);
+    ASSERT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+
+    server.stop();
+    ASSERT_TRUE(test::waitUntil([this] { return player.soundOutput() == "null"; }));
+    EXPECT_EQ(player.status(), u"Wiedergabe"_s);
+    EXPECT_EQ(player.currentSourceURL(), music.path(u"a.wav"_s));
+    player.next();
+    ASSERT_TRUE(test::waitUntil([this] { return player.status() == u"Wiedergabe"_s; }));
+    EXPECT_EQ(player.currentSourceURL(), music.path(u"b.wav"_s));
+
+    server.start();
+    player.close();
+    player.setURL(list);
+    EXPECT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+}
+
+} // namespace
+
+} // namespace orvantine
