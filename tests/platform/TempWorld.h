@@ -1,0 +1,76 @@
+#pragma once
+
+#include "FilesContract.h"
+#include "platform/posix/PosixFiles.h"
+
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <filesystem>
+#include <string>
+
+#include <sys/stat.h>
+
+namespace orvantine {
+
+/// The real disk in a temporary folder; the recovery folder lies beside it.
+class TempWorld : public FilesWorld
+{
+public:
+    explicit TempWorld(PosixFilesOptions options = {}) : m_files(completed(std::move(options))) {}
+
+    // Names that are not UTF-8 are beyond QTemporaryDir.
+    ~TempWorld() override
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(m_folder.path().toStdString(), ignored);
+    }
+
+    [[nodiscard]] PosixFiles& files() override { return m_files; }
+    [[nodiscard]] QString folder() const override { return m_folder.path(); }
+    [[nodiscard]] QString recovery() const { return m_recovery.path() + QStringLiteral("/Sicherung"); }
+    /// The host's path of a name in the folder.
+    [[nodiscard]] std::string native(const QByteArray& name) const
+    {
+        return (m_folder.path().toUtf8() + '/' + name).toStdString();
+    }
+    /// Past the service, as another program would.
+    void put(const QByteArray& name, const QByteArray& bytes) const
+    {
+        std::FILE* const file = std::fopen(native(name).c_str(), "wb");
+        ASSERT_NE(file, nullptr) << name.toStdString();
+        std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), file);
+        std::fclose(file);
+    }
+    [[nodiscard]] QByteArray bytes(const QByteArray& name) const
+    {
+        QByteArray result;
+        if (std::FILE* const file = std::fopen(native(name).c_str(), "rb")) {
+            char chunk[65536];
+            for (std::size_t count = 1; count > 0; result.append(chunk, static_cast<qsizetype>(count)))
+                count = std::fread(chunk, 1, sizeof chunk, file);
+            std::fclose(file);
+        }
+        return result;
+    }
+    [[nodiscard]] struct stat info(const QByteArray& name) const
+    {
+        struct stat result = {};
+        ::stat(native(name).c_str(), &result);
+        return result;
+    }
+
+private:
+    PosixFilesOptions completed(PosixFilesOptions options) const
+    {
+        if (options.recoveryFolder.isEmpty())
+            options.recoveryFolder = recovery();
+        return options;
+    }
+
+    QTemporaryDir m_folder;
+    QTemporaryDir m_recovery;
+    PosixFiles m_files;
+};
+
+} // namespace orvantine
