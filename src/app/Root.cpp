@@ -1,6 +1,8 @@
 #include "app/Root.h"
 
+#include "metadata/frmID3.h"
 #include "playback/Volume.h"
+#include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Menus.h"
@@ -68,7 +70,10 @@ Root::Root(Services& desktopServices)
       services(desktopServices),
       startup(std::make_unique<Startup>()),
       info(std::make_unique<Info>()),
-      dialoge(std::make_unique<Dialoge>())
+      dialoge(std::make_unique<Dialoge>()),
+      suchen(std::make_unique<Suchen>()),
+      tagForm(std::make_unique<frmID3V1>()),
+      otherTagForm(std::make_unique<frmID3V2>())
 {
     setUpMenus(*this);
     design(*this);

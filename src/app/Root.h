@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/RootMenus.h"
+#include "metadata/WideMp3Record.h"
 #include "platform/ListView.h"
 #include "platform/Services.h"
 #include "shell/TooltipsClass.h"
@@ -13,6 +14,9 @@ class clsVolume;
 struct Dialoge;
 struct Info;
 struct Startup;
+struct Suchen;
+struct frmID3V1;
+struct frmID3V2;
 
 /// The main window: every control and every named piece of state of the program, once. It has no behaviour; the
 /// handlers are free functions over it.
@@ -115,6 +119,8 @@ struct Root : RootMenus
     FileList LMp3Files{controls, u"LMp3Files"};
     FileList LRipper{controls, u"LRipper"};
 
+    /// The record exchanged with the tag library; never cleared between files.
+    WideMp3Record mp3Record;
     /// Path of the track whose tag was read last.
     QString CurrentMp3File;
     /// The remembered start command, "/hide" replaced by "/play".
@@ -133,6 +139,9 @@ struct Root : RootMenus
     std::unique_ptr<Startup> startup;
     std::unique_ptr<Info> info;
     std::unique_ptr<Dialoge> dialoge;
+    std::unique_ptr<Suchen> suchen;
+    std::unique_ptr<frmID3V1> tagForm;
+    std::unique_ptr<frmID3V2> otherTagForm;
 };
 
 /// DataFolder + stem + ".dat" of the program's file.

@@ -3,6 +3,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/Root.h"
 #include "app/SaveOptions.h"
+#include "metadata/frmID3.h"
 
 namespace orvantine {
 
@@ -14,6 +15,12 @@ void stopIfRunning(Root& root)
 {
     if (root.pPausePlayer.Enabled.value())
         root.pStopPlayer.Click();
+}
+
+void unloadTagForms(Root& root)
+{
+    root.services.forms.unload(*root.tagForm);
+    root.services.forms.unload(*root.otherTagForm);
 }
 
 } // namespace
@@ -31,6 +38,7 @@ void Form_QueryUnload(Root& root)
     root.services.tray.remove();
     TooltipRegister(root, 0);
     root.Timer3.Enabled = false;
+    unloadTagForms(root);
     if (root.Tag != u"9"_s)
         mnuBeenden_Click(root);
     else
@@ -63,6 +71,7 @@ void mnuBeenden_Click(Root& root)
     root.services.tray.remove();
     root.Timer1.Enabled = false;
     root.Timer3.Enabled = false;
+    unloadTagForms(root);
     root.Tag = u"9"_s;
     TooltipRegister(root, 0);
     root.services.events.yield();

@@ -1,7 +1,76 @@
 #include "metadata/TagNaming.h"
 
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Root.h"
+#include "metadata/TrackInformation.h"
+#include "shell/FeatureTips.h"
+
 namespace orvantine {
 
-void mnuSetTagName_Click(Root&) {}
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Stores what the labels say of the selected track as its name.
+void nameByTag(Root& root)
+{
+    ListView& tracks = root.LListView2;
+    const QString artist = root.sAnzeige[2].Caption;
+    if (artist.isEmpty())
+        return;
+    const QString name = artist + u" - "_s + root.sAnzeige[1].Caption.value();
+    const int row = tracks.selectedRow();
+    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, tracks.subItem(row, 3), name);
+    tracks.setSubItem(row, 2, name);
+}
+
+} // namespace
+
+void mnuSetTagName_Click(Root& root)
+{
+    if (root.mnuSpeichern.Tag != u"1"_s)
+        ShowFeatureTip(root, 410);
+    const QString dataFolder = root.tDatenbank.Text;
+    const QString database = dataFolder + u"Orvantine.dat"_s;
+    if (Dateiexistenz::FileExists(root, database))
+        root.files.copy(database, dataFolder + u"Orvantine.bak"_s);
+
+    if (root.sAnzeige[2].Caption.value().isEmpty())
+        return;
+    nameByTag(root);
+
+    ListView& tracks = root.LListView2;
+    const int remembered = tracks.selectedRow();
+    for (int row = 1; row <= tracks.count(); ++row) {
+        tracks.select(row);
+        ShowTrackInfo(root, row, 1);
+        nameByTag(root);
+    }
+    tracks.select(remembered);
+    ShowTrackInfo(root, remembered, 1);
+}
+
+void mnuSetFileName_Click(Root& root)
+{
+    ListView& tracks = root.LListView2;
+    const int row = tracks.selectedRow();
+    const QString path = tracks.subItem(row, 3);
+    IniFiles::DeleteKey(root, databaseFile(root), u"TagInfo"_s, path);
+    tracks.setSubItem(row, 2, FileDirPath::without(FileDirPath::FileNameOf(path), 4));
+}
+
+void mnuGetIDTag_Click(Root& root)
+{
+    ShowFeatureTip(root, 411);
+    LoadMp3TagID(root);
+}
+
+void mnuDateiEigenschaften_Click(Root& root)
+{
+    ShowFeatureTip(root, 715);
+    ShowProperties(root, root.LListView2.subItem(root.LListView2.selectedRow(), 3));
+}
 
 } // namespace orvantine

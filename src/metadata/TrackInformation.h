@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace orvantine {
 
 struct Root;
@@ -10,7 +12,16 @@ void ShowTrackInfo(Root& root, int index, int flag);
 /// Refreshes the labels from the selected track.
 void LoadMp3Info(Root& root);
 
-/// The player has chosen another item, or knows more of it.
+/// Reads the selected track's tag into the labels and stores it as the track's name.
+void LoadMp3TagID(Root& root);
+
+/// The player has chosen another item, or knows more of it. Comes twice a track.
 void MediaChange(Root& root);
+
+/// Measures the selected track with the hidden player. Nothing calls it.
+void GetPlayTimesOLD(Root& root);
+
+/// Opens the desktop's property sheet of a file.
+void ShowProperties(Root& root, const QString& path);
 
 } // namespace orvantine

@@ -3,12 +3,15 @@
 #include "app/Root.h"
 #include "app/Shutdown.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "metadata/TagNaming.h"
 #include "metadata/TrackInformation.h"
+#include "metadata/frmID3.h"
 #include "operations/ListInput.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
 #include "playback/Volume.h"
+#include "playlists/SavePlaylists.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/MainWindow.h"
@@ -35,6 +38,7 @@ void wireMenus(Root& root)
     on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
     for (int i = 1; i <= 4; ++i)
         on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);
+    on(root.mnuSpeichernUnter, root, mnuSpeichernUnter_Click);
     on(root.mnuLaden, root, mnuLaden_Click);
     on(root.mnuSpeichern, root, mnuSpeichern_Click);
     on(root.mnuBeenden, root, mnuBeenden_Click);
@@ -49,6 +53,11 @@ void wireMenus(Root& root)
     on(root.mnuTrackShow, root, mnuTrackShow_Click);
     on(root.mnuSchriftarten, root, mnuSchriftarten_Click);
 
+    on(root.mnuDateiEigenschaften, root, mnuDateiEigenschaften_Click);
+    on(root.mnuSetFileName, root, mnuSetFileName_Click);
+    on(root.mnuSetTagName, root, mnuSetTagName_Click);
+    on(root.mnuGetIDTag, root, mnuGetIDTag_Click);
+    on(root.mnuFileSave, root, SavePlayEntrys);
     for (int i = 1; i <= 3; ++i)
         on(root.mnuWiederholung[i], root, mnuWiederholung_Click, i);
 
@@ -63,6 +72,10 @@ void wireMenus(Root& root)
 
     on(root.mnuSpecials[1], root, mnuSpecials_Click, 1);
     on(root.mnuSpecials[2], root, mnuSpecials_Click, 2);
+    on(root.mnuFileProperties, root, mnuDateiEigenschaften_Click);
+    on(root.mnxBearbeiten[3], root, mnuSetFileName_Click);
+    on(root.mnxBearbeiten[4], root, mnuSetTagName_Click);
+    on(root.mnxBearbeiten[5], root, mnuGetIDTag_Click);
 }
 
 void wireLists(Root& root)
@@ -110,6 +123,7 @@ void wire(Root& root)
     wireTimers(root);
     setUpInfo(root);
     setUpDialoge(root);
+    setUpTagForms(root);
 }
 
 } // namespace orvantine

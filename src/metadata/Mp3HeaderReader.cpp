@@ -1,0 +1,128 @@
+#include "metadata/Mp3HeaderReader.h"
+
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "metadata/frmID3.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString selectedPath(const Root& root) { return root.LListView2.subItem(root.LListView2.selectedRow(), 3); }
+
+/// Halves go to the even neighbour; beyond the 16 bits the nearest end stands.
+qint16 rounded(double number)
+{
+    using Limits = std::numeric_limits<qint16>;
+    return static_cast<qint16>(std::clamp<double>(std::nearbyint(number), Limits::min(), Limits::max()));
+}
+
+QString twoDigits(int number)
+{
+    return number < 0 ? u"-"_s + padded(-number, 2) : padded(number, 2);
+}
+
+} // namespace
+
+void ReadMp3Header(Root& root)
+{
+    // Two calls with the record in the library's form, and back.
+    Mp3Record record = narrow(root.mp3Record);
+    root.services.tags.Mp3FileInfo(selectedPath(root), record);
+    root.mp3Record = widen(record);
+    const WideMp3Record& tag = root.mp3Record;
+
+    root.sTitle.Caption = NullTrim(tag.title);
+    root.sArtist.Caption = NullTrim(tag.artist);
+    root.sAlbum.Caption = NullTrim(tag.album);
+    root.sKommentar.Caption = NullTrim(tag.comment);
+    root.sTrack.Caption = QString::number(tag.track);
+    root.sJahr.Caption = NullTrim(tag.year);
+    root.sBitrate.Caption = QString::number(tag.bitRate);
+
+    frmID3V1& form = *root.tagForm;
+    form.ID3Titel.Text = NullTrim(tag.title);
+    form.ID3Interpret.Text = NullTrim(tag.artist);
+    form.ID3Album.Text = NullTrim(tag.album);
+    form.ID3Kommentar.Text = NullTrim(tag.comment);
+    form.ID3Track.Text = QString::number(tag.track);
+    form.ID3Jahr.Text = NullTrim(tag.year);
+    form.ID3Bitrate.Caption = QString::number(tag.bitRate);
+
+    root.sAnzeige[0].Visible = true;
+    root.sAnzeige[0].Caption = playingTimeText(tag.playingTime);
+}
+
+void WriteMp3Tag(Root& root)
+{
+    const frmID3V1& form = *root.tagForm;
+    WideMp3Record& tag = root.mp3Record;
+    const QString artist = form.ID3Interpret.Text;
+    const QString album = form.ID3Album.Text;
+    const QString title = form.ID3Titel.Text;
+    const QString comment = form.ID3Kommentar.Text;
+    const QString year = form.ID3Jahr.Text;
+    const QString genre = form.ID3Genre.Text;
+    const QString bitRate = form.ID3Bitrate.Caption;
+
+    setText(tag, &WideMp3Record::artist, artist);
+    setText(tag, &WideMp3Record::album, album);
+    setText(tag, &WideMp3Record::title, title);
+    setText(tag, &WideMp3Record::comment, comment);
+    setText(tag, &WideMp3Record::year, year);
+    tag.genre = rounded(leadingNumber(genre));
+    tag.bitRate = rounded(leadingNumber(bitRate));
+
+    setText(tag, &WideMp3Record::extendedArtist, artist);
+    setText(tag, &WideMp3Record::extendedAlbum, album);
+    setText(tag, &WideMp3Record::extendedTitle, title);
+    setText(tag, &WideMp3Record::extendedYear, year);
+    setText(tag, &WideMp3Record::extendedComment, comment);
+    setText(tag, &WideMp3Record::extendedGenre, genre);
+    setText(tag, &WideMp3Record::extendedBitRate, bitRate);
+
+    const double track = leadingNumber(form.ID3Track.Text.value());
+    const bool hasTrack = track > 0;
+    tag.trackFlagA = hasTrack ? 2 : 1;
+    tag.trackFlagB = tag.trackFlagA;
+    tag.track = hasTrack ? rounded(track) : qint16{0};
+    setText(tag, &WideMp3Record::extendedTrack, QString::number(track));
+
+    root.CurrentMp3File = selectedPath(root);
+    Mp3Record record = narrow(tag);
+    root.services.tags.WriteID3V1(root.CurrentMp3File, record);
+    tag = widen(record);
+}
+
+QString NullTrim(const QString& text)
+{
+    const auto last = std::find_if(text.crbegin(), text.crend(), [](QChar c) { return c != u' '; });
+    return text.left(last.base() - text.cbegin());
+}
+
+QString playingTimeText(int seconds)
+{
+    const int hours = seconds / 3600;
+    const int minutes = (seconds - hours * 3600) / 60;
+    const int rest = seconds - hours * 3600 - minutes * 60;
+    const QString text = twoDigits(hours) + u':' + twoDigits(minutes) + u':' + twoDigits(rest);
+    return text == u"00:00:-01"_s ? u"00:00:00"_s : text;
+}
+
+QString withoutQuotes(const QString& path)
+{
+    QString bare = path;
+    if (bare.startsWith(u'"'))
+        bare.remove(0, 1);
+    if (bare.endsWith(u'"'))
+        bare.chop(1);
+    return bare;
+}
+
+} // namespace orvantine
