@@ -69,6 +69,10 @@ fi
 DISPLAY=:$(<"$scratch/display")
 export DISPLAY
 unset WAYLAND_DISPLAY
+if [[ -z ${XDG_RUNTIME_DIR:-} ]]; then
+    export XDG_RUNTIME_DIR=$scratch/runtime
+    mkdir --mode=700 "$XDG_RUNTIME_DIR"
+fi
 
 if [[ -z ${DBUS_SESSION_BUS_ADDRESS:-} ]] && command -v dbus-daemon >/dev/null; then
     dbus-daemon --session --nofork --print-address=3 3>"$scratch/bus" 2>/dev/null &
@@ -109,7 +113,7 @@ sleep 3
 mkdir -p "$(dirname "$picture")"
 import -window root "$picture"
 if [[ $found == yes ]]; then
-    echo "No display at hand, so the program runs on a virtual one. A picture of its window: $picture"
+    echo "The program runs on a virtual display. A picture of its window: $picture"
 else
     echo "The main window has not come up in $seconds_to_wait seconds. A picture of what stands instead: $picture" >&2
 fi
