@@ -116,6 +116,8 @@ void MpvEngine::append(const QByteArray& file, quint64 ticket)
 void MpvEngine::stop()
 {
     send({"stop"}, AnswerNone);
+    // An output stays open, the silent one as well: without this no later list would look for a sound device again.
+    send({"ao-reload"}, AnswerNone);
 }
 
 void MpvEngine::setPaused(bool paused)
