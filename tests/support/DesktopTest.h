@@ -59,7 +59,7 @@ protected:
     [[nodiscard]] QString setting(const QString& name)
     {
         const std::optional<SettingValue> value =
-            desktop.settings.value(Hive::CurrentUser, QStringLiteral("Software\\Verdanis\\Orvant Manager"), name);
+            desktop.settings.peek(Hive::CurrentUser, QStringLiteral("Software\\Verdanis\\Orvant Manager"), name);
         return value ? described(*value) : QStringLiteral("(absent)");
     }
 

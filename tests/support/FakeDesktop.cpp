@@ -1,6 +1,9 @@
 #include "support/FakeDesktop.h"
 
 #include "app/FormLoad.h"
+#include "shell/MainWindow.h"
+
+#include <QDir>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -41,6 +44,11 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
         base = m_folder->path();
         PosixFilesOptions posix;
         posix.codePage = m_options.codePage;
+        for (auto drive = m_options.drives.begin(); drive != m_options.drives.end(); ++drive) {
+            if (!drive->startsWith(u'/'))
+                *drive = base + u'/' + *drive;
+            QDir().mkpath(*drive);
+        }
         posix.drives = m_options.drives;
         posix.adoptsHostTexts = m_options.adoptsHostTexts;
         posix.recoveryFolder = base + u"/recovery"_s;
@@ -86,6 +94,7 @@ void FakeDesktop::newProcess()
         }
     };
     auto newTray = std::make_unique<FakeTray>(log);
+    newTray->present = trayPresent;
     const auto note = [this](const QString& line) { return log.call(line); };
     auto player = std::make_unique<FakePlayer>(*m_disk, note);
     auto infoPlayer = std::make_unique<FakePlayer>(*m_disk, note, u"MediaInfo"_s);

@@ -18,6 +18,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orvantine::fake {
 
@@ -28,7 +29,8 @@ struct DesktopOptions
     DiskKind disk = DiskKind::Memory;
     CodePage codePage;
     bool adoptsHostTexts = true;
-    /// "C:" -> a folder of the host; a disk in memory has every drive anyway.
+    /// "C:" -> a folder of the host, or one below the desktop's base if it does not begin with "/"; a disk in memory
+    /// has every drive anyway.
     QMap<QString, QString> drives;
     QDateTime now{QDate(2026, 11, 20), QTime(12, 0)};
 };
@@ -51,6 +53,13 @@ public:
     std::unique_ptr<ProfileStore> profiles;
     Services services;
     std::unique_ptr<Root> root;
+
+private:
+    /// What a window does when it comes up and when its state or size changes: it tells Form_Resize.
+    void resized();
+
+    bool m_resizing = false;
+    std::vector<QPropertyNotifier> m_watches;
 };
 
 /// A whole machine for one user, with the program on it, and no desktop: every call to it passes `log`. The standard
@@ -88,6 +97,8 @@ public:
     StandardFolders folders;
     SystemVersion system;
     StartContext context;
+    /// Whether a process that starts finds a tray.
+    bool trayPresent = true;
 
     // The process. A new one has its timers, forms, tray item and player anew; disk, settings and clipboard stay.
     VirtualEvents& events() { return *m_process->events; }

@@ -62,6 +62,11 @@ std::optional<SettingValue> MemorySettings::value(Hive hive, const QString& key,
 {
     if (!m_log.call(u"settings.value %1 %2 %3"_s.arg(nameOf(hive), quoted(key), quoted(name))))
         return std::nullopt;
+    return peek(hive, key, name);
+}
+
+std::optional<SettingValue> MemorySettings::peek(Hive hive, const QString& key, const QString& name) const
+{
     const auto values = m_keys.constFind(place(hive, key));
     if (values == m_keys.constEnd())
         return std::nullopt;
@@ -121,6 +126,16 @@ void MemorySettings::put(Hive hive, const QString& key, const QString& name, con
         values.emplace_back(name, value);
     else
         entry->second = value;
+}
+
+void MemorySettings::drop(Hive hive, const QString& key, const QString& name)
+{
+    const auto values = m_keys.find(place(hive, key));
+    if (values == m_keys.end())
+        return;
+    const auto entry = find(*values, name);
+    if (entry != values->end())
+        values->erase(entry);
 }
 
 SettingValue stringSetting(const QString& text)

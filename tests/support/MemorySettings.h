@@ -25,6 +25,10 @@ public:
 
     /// For the test: puts a value, with its key, without a line in the log. Also in the machine-wide hive.
     void put(Hive hive, const QString& key, const QString& name, const SettingValue& value);
+    /// For the test: takes a value away, without a line in the log.
+    void drop(Hive hive, const QString& key, const QString& name);
+    /// For the test: a value, without a line in the log.
+    [[nodiscard]] std::optional<SettingValue> peek(Hive hive, const QString& key, const QString& name) const;
 
 private:
     using Values = std::vector<std::pair<QString, SettingValue>>;
