@@ -3,6 +3,7 @@
 #include "platform/CaseFold.h"
 #include "platform/HostText.h"
 #include "platform/NamePattern.h"
+#include "platform/posix/PrivateFolder.h"
 
 #include <QCryptographicHash>
 

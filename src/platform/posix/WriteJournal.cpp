@@ -1,6 +1,7 @@
 #include "platform/posix/WriteJournal.h"
 
-#include <cerrno>
+#include "platform/posix/PrivateFolder.h"
+
 #include <cstring>
 #include <utility>
 
@@ -53,17 +54,6 @@ QByteArrayView bytesOf(const Header& header)
 }
 
 } // namespace
-
-bool makePrivateFolder(const QByteArray& path)
-{
-    if (::mkdir(path.constData(), 0700) == 0)
-        return true;
-    struct stat info = {};
-    if (errno == EEXIST)
-        return ::stat(path.constData(), &info) == 0 && S_ISDIR(info.st_mode);
-    const qsizetype slash = path.lastIndexOf('/');
-    return errno == ENOENT && slash > 0 && makePrivateFolder(path.first(slash)) && ::mkdir(path.constData(), 0700) == 0;
-}
 
 WriteJournal::WriteJournal(QByteArray folder) : m_folder(std::move(folder))
 {

@@ -31,7 +31,4 @@ private:
     bool m_running = false;
 };
 
-/// Makes a folder and its parents with mode 0700; true if it stands already.
-bool makePrivateFolder(const QByteArray& path);
-
 } // namespace orvantine
