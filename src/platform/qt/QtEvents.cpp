@@ -65,11 +65,20 @@ void QtEvents::yield(std::chrono::milliseconds atMost)
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
 }
 
-QDateTime QtEvents::now() const { return QDateTime::currentDateTime(); }
+QDateTime QtEvents::now() const
+{
+    return QDateTime::currentDateTime();
+}
 
-double QtEvents::secondsOfDay() const { return now().time().msecsSinceStartOfDay() / 1000.0; }
+double QtEvents::secondsOfDay() const
+{
+    return now().time().msecsSinceStartOfDay() / 1000.0;
+}
 
-void QtEvents::attach(Timer& timer) { m_timers.push_back(std::make_unique<TimerDriver>(timer)); }
+void QtEvents::attach(Timer& timer)
+{
+    m_timers.push_back(std::make_unique<TimerDriver>(timer));
+}
 
 void QtEvents::endProcess()
 {

@@ -1,0 +1,109 @@
+#include "platform/qt/CoverView.h"
+
+#include "app/Root.h"
+#include "platform/qt/Theme.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Pictures beyond this side are read smaller.
+constexpr int LargestSide = 800;
+
+QImage decoded(const QByteArray& bytes)
+{
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader(&buffer);
+    reader.setAutoTransform(true);
+    const QSize size = reader.size();
+    if (size.width() > LargestSide || size.height() > LargestSide)
+        reader.setScaledSize(size.scaled(LargestSide, LargestSide, Qt::KeepAspectRatio));
+    return reader.read();
+}
+
+} // namespace
+
+CoverView::CoverView(Root& root, int side, QWidget* parent) : QAbstractButton(parent), m_root(root), m_side(side)
+{
+    setObjectName(root.pCovers.fullName());
+    setAccessibleName(u"CD-Cover"_s);
+    setToolTip(u"CD-Cover: klicken, um ein Bild auszuwählen;\nmit der rechten Maustaste löschen."_s);
+    setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    m_bindings.follow(root.pCovers.Picture, [this](const QString& path) { load(path); });
+    m_bindings.follow(root.pCoverBack.Visible, [this](bool visible) { setVisible(visible); });
+    connect(this, &QAbstractButton::clicked, this, [&root] {
+        if (root.pCovers.Click)
+            root.pCovers.Click();
+    });
+    m_bindings.watch(root.pCoverBack.BackColor, [this] { update(); });
+}
+
+void CoverView::load(const QString& path)
+{
+    m_picture = path.isEmpty() ? QImage() : decoded(m_root.files.readBytes(path).bytes);
+    m_scaled = QPixmap();
+    update();
+}
+
+void CoverView::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QPainterPath frame;
+    frame.addRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), Theme::CornerRadius, Theme::CornerRadius);
+    const quint32 told = m_root.pCoverBack.BackColor.value();
+    const bool dark = Theme::isDark(palette());
+    const QColor ground =
+        dark || told == 0 ? Theme::mix(palette().color(QPalette::Window), palette().color(QPalette::WindowText), 0.10)
+                          : Theme::textColor(static_cast<Color>(told), palette());
+    painter.fillPath(frame, ground);
+
+    if (m_picture.isNull()) {
+        const int side = height() / 2;
+        QRect place(0, 0, side, side);
+        place.moveCenter(rect().center());
+        Theme::icon(u"media-optical-audio"_s).paint(&painter, place, Qt::AlignCenter, QIcon::Disabled);
+    } else {
+        const double ratio = devicePixelRatioF();
+        const QSize room = size() * ratio;
+        if (m_scaled.isNull() || m_scaled.devicePixelRatio() != ratio) {
+            m_scaled = QPixmap::fromImage(m_picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            m_scaled.setDevicePixelRatio(ratio);
+        }
+        const QSizeF shown = m_scaled.deviceIndependentSize();
+        painter.setClipPath(frame);
+        painter.drawPixmap(QPointF((width() - shown.width()) / 2, (height() - shown.height()) / 2), m_scaled);
+        painter.setClipping(false);
+    }
+    painter.setPen(hasFocus() ? QPen(palette().color(QPalette::Highlight), 2) : QPen(Theme::lineColor(palette()), 1));
+    painter.drawPath(frame);
+}
+
+void CoverView::mousePressEvent(QMouseEvent* event)
+{
+    QAbstractButton::mousePressEvent(event);
+    const bool right = event->button() == Qt::RightButton;
+    if (m_root.pCovers.MouseDown && (right || event->button() == Qt::LeftButton))
+        m_root.pCovers.MouseDown(right ? MouseButton::Right : MouseButton::Left);
+}
+
+void CoverView::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Delete && m_root.pCovers.MouseDown)
+        m_root.pCovers.MouseDown(MouseButton::Right);
+    else
+        QAbstractButton::keyPressEvent(event);
+}
+
+} // namespace orvantine

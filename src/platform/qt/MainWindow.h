@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/qt/Bindings.h"
+#include "platform/qt/MenuBuilder.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+namespace orvantine {
+
+struct Root;
+class CataloguePane;
+class PlaylistPane;
+
+/// The main window over Root. Place, size and state go both ways; the close button asks Form_QueryUnload.
+class MainWindow final : public QMainWindow
+{
+public:
+    explicit MainWindow(Root& root);
+    ~MainWindow() override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeBusyPanel(QWidget* centre);
+    void placeBusyPanel();
+    void showPlace();
+    void showSize();
+    void showState();
+    void showVisible();
+    /// The window's own place and size go to Root.
+    void notePlace();
+
+    Root& m_root;
+    CataloguePane* m_catalogue = nullptr;
+    PlaylistPane* m_playlist = nullptr;
+    QWidget* m_busy = nullptr;
+    /// A window that is being maximised reports its new size before its new state.
+    QTimer m_noteLater;
+    bool m_closing = false;
+    MenuBuilder m_menus;
+    Bindings m_bindings;
+};
+
+} // namespace orvantine

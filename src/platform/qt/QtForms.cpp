@@ -1,0 +1,110 @@
+#include "platform/qt/QtForms.h"
+
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/forms/Builders.h"
+
+#include <QApplication>
+#include <QEventLoop>
+
+namespace orvantine {
+
+namespace {
+
+void bringToFront(QWidget& window)
+{
+    if (window.isMinimized())
+        window.showNormal();
+    window.raise();
+    window.activateWindow();
+}
+
+} // namespace
+
+QtForms::QtForms() = default;
+
+QtForms::~QtForms()
+{
+    dropAll();
+}
+
+void QtForms::setMainWindow(Form* form, QWidget* window)
+{
+    m_mainForm = form;
+    m_mainWindow = window;
+}
+
+void QtForms::dropAll()
+{
+    for (const auto& [form, window] : m_windows)
+        delete window;
+    m_windows.clear();
+}
+
+FormWindow* QtForms::load(Form& form)
+{
+    if (const auto found = m_windows.find(&form); found != m_windows.end())
+        return found->second;
+    const FormBuilder build = formBuilder(form.name);
+    if (build == nullptr)
+        return nullptr;
+    QWidget* const front = QApplication::activeModalWidget();
+    auto* const window = new FormWindow(form, *this, front != nullptr ? front : m_mainWindow);
+    build(*window);
+    m_windows.emplace(&form, window);
+    if (form.Load)
+        form.Load();
+    return window;
+}
+
+void QtForms::showModal(Form& form)
+{
+    FormWindow* const window = load(form);
+    if (window == nullptr || form.Visible.value())
+        return;
+    window->setWindowModality(Qt::ApplicationModal);
+    QEventLoop loop;
+    const auto watch = form.Visible.addNotifier([&form, &loop] {
+        if (!form.Visible.value())
+            loop.quit();
+    });
+    form.Visible = true;
+    loop.exec(QEventLoop::DialogExec);
+}
+
+void QtForms::show(Form& form)
+{
+    FormWindow* const window = load(form);
+    if (window == nullptr)
+        return;
+    if (form.Visible.value()) {
+        bringToFront(*window);
+        return;
+    }
+    window->setWindowModality(Qt::NonModal);
+    form.Visible = true;
+}
+
+void QtForms::unload(Form& form)
+{
+    const auto found = m_windows.find(&form);
+    if (found == m_windows.end())
+        return;
+    FormWindow* const window = found->second;
+    m_windows.erase(found);
+    form.Visible = false;
+    window->bindings().clear();
+    window->deleteLater();
+    if (form.Unload)
+        form.Unload();
+}
+
+void QtForms::toFront(Form& form)
+{
+    if (&form == m_mainForm) {
+        bringToFront(*m_mainWindow);
+    } else if (const auto found = m_windows.find(&form); found != m_windows.end()) {
+        bringToFront(*found->second);
+    }
+}
+
+} // namespace orvantine

@@ -1,0 +1,422 @@
+#include "platform/qt/ReportList.h"
+
+#include "platform/qt/Keys.h"
+#include "platform/qt/Theme.h"
+
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QUrl>
+
+namespace orvantine {
+
+namespace {
+
+constexpr int RowPadding = 5;
+constexpr int IconSize = 16;
+constexpr std::chrono::milliseconds GreyAfter{400};
+/// Room that the last column keeps, and that the widest one keeps when it gives way.
+constexpr int LastColumnRoom = 60;
+constexpr int WidestColumnRoom = 110;
+
+QStringList localPaths(const QMimeData& data)
+{
+    QStringList paths;
+    const QList<QUrl> urls = data.urls();
+    for (const QUrl& url : urls)
+        if (url.isLocalFile())
+            paths.append(url.toLocalFile());
+    return paths;
+}
+
+} // namespace
+
+/// Draws the cells: icon, text in the row's colour, a soft ground for the selected row.
+class ReportList::Painter final : public QStyledItemDelegate
+{
+public:
+    explicit Painter(ReportList& view) : QStyledItemDelegate(&view), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    {
+        return {40, std::max(QFontMetrics(m_view.font()).height(), IconSize) + 2 * RowPadding};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const QPalette& palette = m_view.palette();
+        QRect area = option.rect.adjusted(RowPadding, 0, -RowPadding, 0);
+
+        const QString pictureName = index.data(ListView::IconNameRole).toString();
+        if (!pictureName.isEmpty()) {
+            const QRect place(area.left(), area.center().y() - IconSize / 2 + 1, IconSize, IconSize);
+            Theme::listIcon(pictureName)
+                .paint(painter, place, Qt::AlignCenter, m_view.m_greyed ? QIcon::Disabled : QIcon::Normal);
+            area.setLeft(place.right() + RowPadding);
+        }
+
+        painter->setFont(m_view.font());
+        const QColor told = Theme::textColor(static_cast<Color>(index.data(ListView::ColorRole).toUInt()), palette);
+        painter->setPen(m_view.m_greyed ? Theme::mix(told, palette.color(QPalette::Base), 0.5) : told);
+        const bool number = index.column() + 1 == m_view.numberColumn();
+        const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
+        painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
+    }
+
+private:
+    ReportList& m_view;
+};
+
+/// Flat column heads whose texts stand over those of the cells.
+class ReportList::Head final : public QHeaderView
+{
+public:
+    explicit Head(ReportList& view) : QHeaderView(Qt::Horizontal, &view), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {QHeaderView::sizeHint().width(), QFontMetrics(font()).height() + 2 * RowPadding};
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override
+    {
+        const QColor line = Theme::lineColor(palette());
+        painter->fillRect(rect, Theme::mix(palette().color(QPalette::Active, QPalette::Base),
+                                           palette().color(QPalette::Window), 0.55));
+        painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
+        painter->fillRect(QRect(rect.right(), rect.top() + 4, 1, rect.height() - 8), line);
+        const bool number = section + 1 == m_view.numberColumn();
+        const QRect area = rect.adjusted(RowPadding, 0, -RowPadding, 0);
+        painter->setPen(Theme::dimText(palette()));
+        painter->drawText(
+            area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter),
+            painter->fontMetrics().elidedText(m_view.list().columnText(section + 1), Qt::ElideRight, area.width()));
+    }
+
+    void paintEvent(QPaintEvent* event) override
+    {
+        QPainter painter(viewport());
+        painter.fillRect(rect(), Theme::mix(palette().color(QPalette::Active, QPalette::Base),
+                                            palette().color(QPalette::Window), 0.55));
+        painter.fillRect(QRect(0, height() - 1, width(), 1), Theme::lineColor(palette()));
+        painter.end();
+        QHeaderView::paintEvent(event);
+    }
+
+private:
+    ReportList& m_view;
+};
+
+ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_list(list)
+{
+    setObjectName(list.fullName());
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setIndentation(0);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setVerticalScrollMode(ScrollPerItem);
+    setTextElideMode(Qt::ElideRight);
+    setAcceptDrops(true);
+    setDragDropMode(DropOnly);
+    setItemDelegate(new Painter(*this));
+    setHeader(new Head(*this));
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    header()->setHighlightSections(false);
+    header()->setStretchLastSection(true);
+    header()->setMinimumSectionSize(24);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setModel(&list);
+
+    m_greyLater.setSingleShot(true);
+    m_greyLater.setInterval(GreyAfter);
+    connect(&m_greyLater, &QTimer::timeout, this, [this] {
+        m_greyed = true;
+        viewport()->update();
+    });
+
+    // Whatever the list or the selection model make of the current row on such a change, the list's word counts.
+    connect(&list, &QAbstractItemModel::rowsInserted, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::rowsRemoved, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::layoutChanged, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::columnsInserted, this, [this] { showWidths(); });
+    connect(&list, &QAbstractItemModel::modelReset, this, [this] {
+        showWidths();
+        showSelection();
+    });
+    connect(header(), &QHeaderView::sectionResized, this,
+            [this](int section, int, int pixels) { noteWidth(section, pixels); });
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int section) {
+        if (m_list.ColumnClick)
+            m_list.ColumnClick(section + 1);
+    });
+
+    list.SetFocus = [this] { setFocus(Qt::OtherFocusReason); };
+    list.EnsureVisible = [this](int row) { scrollTo(m_list.index(row - 1, keyColumn())); };
+    list.WidthChanged = [this](int, Twips) { showWidths(); };
+
+    m_bindings.watch(list.selection(), [this] { showSelection(); });
+    m_bindings.follow(list.Enabled, [this](bool enabled) { setUsable(enabled); });
+    m_bindings.follow(list.Visible, [this](bool visible) { setVisible(visible); });
+    m_bindings.watch(list.GridLines, [this] { viewport()->update(); });
+    m_bindings.watch(list.FontName, [this] { showFont(); });
+    m_bindings.watch(list.FontSize, [this] { showFont(); });
+
+    keepGround();
+    showFont();
+    showWidths();
+    showSelection();
+}
+
+ReportList::~ReportList()
+{
+    m_list.SetFocus = [] {};
+    m_list.EnsureVisible = [](int) {};
+    m_list.WidthChanged = [](int, Twips) {};
+}
+
+void ReportList::selectRowAt(const QPoint& point)
+{
+    const QModelIndex under = indexAt(point);
+    if (under.isValid())
+        m_list.select(under.row() + 1);
+}
+
+void ReportList::keyPressEvent(QKeyEvent* event)
+{
+    const int code = keyCodeOf(*event);
+    if (code != 0 && m_list.KeyDown && m_list.KeyDown(shiftWordOf(*event), code))
+        return;
+    if (code == 13 && event->modifiers() == (event->modifiers() & Qt::KeypadModifier)) {
+        if (m_list.selectedRow() > 0 && m_list.DblClick)
+            m_list.DblClick();
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+    if (takeSelection() && m_list.Click)
+        m_list.Click();
+}
+
+void ReportList::mousePressEvent(QMouseEvent* event)
+{
+    m_pressedRow = indexAt(event->pos()).isValid();
+    QTreeView::mousePressEvent(event);
+    takeSelection();
+    showSelection();
+}
+
+void ReportList::mouseMoveEvent(QMouseEvent* event)
+{
+    QTreeView::mouseMoveEvent(event);
+    if (m_pressedRow)
+        takeSelection();
+}
+
+void ReportList::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    if (std::exchange(m_pressedRow, false) && m_list.Click)
+        m_list.Click();
+}
+
+void ReportList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QModelIndex under = indexAt(event->pos());
+    if (event->button() != Qt::LeftButton || !under.isValid())
+        return;
+    m_pressedRow = false;
+    m_list.select(under.row() + 1);
+    if (m_list.DblClick)
+        m_list.DblClick();
+}
+
+void ReportList::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    if (m_list.GotFocus)
+        m_list.GotFocus();
+}
+
+void ReportList::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (m_list.Drop && event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void ReportList::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (m_list.Drop && event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void ReportList::dropEvent(QDropEvent* event)
+{
+    const QStringList paths = localPaths(*event->mimeData());
+    if (paths.isEmpty() || !m_list.Drop)
+        return;
+    event->acceptProposedAction();
+    // The handler may ask the user, and the program that the files come from waits as long as this event runs.
+    QTimer::singleShot(0, this, [this, paths] { m_list.Drop(paths); });
+}
+
+void ReportList::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        keepGround();
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::ApplicationFontChange)
+        showFont();
+}
+
+void ReportList::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    showWidths();
+}
+
+void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QPalette& ground = palette();
+    const QRect row = option.rect;
+    if (index.row() + 1 == m_list.selectedRow()) {
+        const bool active = hasFocus() && isActiveWindow();
+        const QColor accent = ground.color(QPalette::Active, QPalette::Highlight);
+        painter->fillRect(row,
+                          Theme::mix(ground.color(QPalette::Active, QPalette::Base), accent, active ? 0.32 : 0.16));
+        painter->fillRect(QRect(row.left(), row.top(), active ? 3 : 2, row.height()), accent);
+    }
+
+    QStyleOptionViewItem cell(option);
+    const QColor line = Theme::lineColor(ground);
+    for (int visual = 0; visual < header()->count(); ++visual) {
+        const int section = header()->logicalIndex(visual);
+        if (header()->isSectionHidden(section))
+            continue;
+        cell.rect =
+            QRect(header()->sectionViewportPosition(section), row.top(), header()->sectionSize(section), row.height());
+        itemDelegate()->paint(painter, cell, index.siblingAtColumn(section));
+        if (m_list.GridLines.value())
+            painter->fillRect(QRect(cell.rect.right(), row.top(), 1, row.height()), line);
+    }
+    if (m_list.GridLines.value())
+        painter->fillRect(QRect(row.left(), row.bottom(), row.width(), 1), line);
+}
+
+void ReportList::showSelection()
+{
+    const int row = m_list.selectedRow();
+    if (row < 1 || row > m_list.rowCount()) {
+        if (currentIndex().isValid())
+            selectionModel()->clear();
+    } else if (currentIndex().row() + 1 != row || !selectionModel()->isRowSelected(row - 1)) {
+        selectionModel()->setCurrentIndex(m_list.index(row - 1, keyColumn()),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    viewport()->update();
+}
+
+bool ReportList::takeSelection()
+{
+    const int row = currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+    return row > 0 && row != m_list.selectedRow() && m_list.select(row);
+}
+
+void ReportList::showWidths()
+{
+    m_applyingWidths = true;
+    int widest = 0;
+    int last = 0;
+    int room = viewport()->width() - LastColumnRoom;
+    for (int column = 1; column <= m_list.columns(); ++column) {
+        const int pixels = pixelsOf(m_list.columnWidth(column));
+        setColumnHidden(column - 1, pixels <= 0);
+        if (pixels <= 0)
+            continue;
+        header()->resizeSection(column - 1, pixels);
+        if (last > 0) {
+            room -= header()->sectionSize(last - 1);
+            if (widest == 0 || header()->sectionSize(last - 1) > header()->sectionSize(widest - 1))
+                widest = last;
+        }
+        last = column;
+    }
+    // In a narrow window the widest column gives way; the width that it is stored with stays.
+    if (widest > 0 && room < 0 && isVisible()) {
+        const int pixels = header()->sectionSize(widest - 1);
+        header()->resizeSection(widest - 1, std::max(std::min(pixels, WidestColumnRoom), pixels + room));
+    }
+    m_applyingWidths = false;
+}
+
+void ReportList::noteWidth(int section, int pixels)
+{
+    if (m_applyingWidths || pixels <= 0)
+        return;
+    // The last column fills the room that is left: its width on the screen is nobody's wish.
+    for (int later = section + 1; later < header()->count(); ++later) {
+        if (!header()->isSectionHidden(later)) {
+            m_list.noteColumnWidth(section + 1, twipsOf(pixels));
+            return;
+        }
+    }
+}
+
+void ReportList::showFont()
+{
+    QFont shown = parentWidget() != nullptr ? parentWidget()->font() : QFont();
+    if (!m_list.FontName.value().isEmpty())
+        shown.setFamily(m_list.FontName.value());
+    if (m_list.FontSize.value() > 0)
+        shown.setPointSizeF(m_list.FontSize.value());
+    setFont(shown);
+    scheduleDelayedItemsLayout();
+}
+
+/// A wait that lasts a moment must not make the lists flicker: their ground stays, grey comes later.
+void ReportList::keepGround()
+{
+    QPalette own = palette();
+    if (own.color(QPalette::Disabled, QPalette::Base) == own.color(QPalette::Active, QPalette::Base))
+        return;
+    own.setColor(QPalette::Disabled, QPalette::Base, own.color(QPalette::Active, QPalette::Base));
+    setPalette(own);
+}
+
+void ReportList::setUsable(bool usable)
+{
+    if (usable) {
+        m_greyLater.stop();
+        m_greyed = false;
+        setEnabled(true);
+        if (std::exchange(m_hadFocus, false) && window()->focusWidget() == nullptr)
+            setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    if (hasFocus()) {
+        m_hadFocus = true;
+        clearFocus();
+    }
+    m_greyLater.start();
+    setEnabled(false);
+}
+
+int ReportList::keyColumn() const
+{
+    int first = 0;
+    for (int column = m_list.columns(); column >= 1; --column) {
+        if (isColumnHidden(column - 1))
+            continue;
+        if (m_list.columnText(column) == QStringLiteral("Name"))
+            return column - 1;
+        first = column - 1;
+    }
+    return first;
+}
+
+} // namespace orvantine

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/ListView.h"
+#include "platform/qt/Bindings.h"
+
+#include <QTimer>
+#include <QTreeView>
+
+namespace orvantine {
+
+/// Shows a report list. Rows, selection and widths are the list's; what the user does with them is told to its
+/// handlers. Programmatic changes call no handler.
+class ReportList final : public QTreeView
+{
+public:
+    explicit ReportList(ListView& list, QWidget* parent = nullptr);
+    ~ReportList() override;
+
+    [[nodiscard]] ListView& list() const { return m_list; }
+    /// A column whose texts are numbers stands to the right. Counted from 1.
+    void setNumberColumn(int column) { m_numberColumn = column; }
+    [[nodiscard]] int numberColumn() const { return m_numberColumn; }
+    /// The row under a point of the viewport becomes the selected one, as by a click without its handler.
+    void selectRowAt(const QPoint& point);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    [[nodiscard]] QSize minimumSizeHint() const override { return {120, 80}; }
+
+private:
+    class Painter;
+    class Head;
+
+    void showSelection();
+    /// True if the current row was another one than the selected one, which it is now.
+    bool takeSelection();
+    void showWidths();
+    void noteWidth(int section, int pixels);
+    void showFont();
+    void keepGround();
+    void setUsable(bool usable);
+    [[nodiscard]] int keyColumn() const;
+
+    ListView& m_list;
+    Bindings m_bindings;
+    QTimer m_greyLater;
+    int m_numberColumn = 0;
+    bool m_applyingWidths = false;
+    bool m_hadFocus = false;
+    bool m_pressedRow = false;
+    bool m_greyed = false;
+};
+
+} // namespace orvantine

@@ -1,0 +1,16 @@
+#include "platform/qt/forms/Builders.h"
+
+#include <QHash>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+FormBuilder formBuilder(const QString& name)
+{
+    static const QHash<QString, FormBuilder> builders{
+        {u"Dialoge"_s, buildDialoge}, {u"Info"_s, buildInfo}, {u"Startup"_s, buildStartup}};
+    return builders.value(name);
+}
+
+} // namespace orvantine

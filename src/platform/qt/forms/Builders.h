@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QString>
+
+namespace orvantine {
+
+class FormWindow;
+
+/// Fills the window of a form with the widgets of its controls.
+using FormBuilder = void (*)(FormWindow&);
+
+/// By the form's name; null for a form without a window.
+[[nodiscard]] FormBuilder formBuilder(const QString& name);
+
+// One a form, each in a file of its own. A new form is declared here and entered in the table of Builders.cpp.
+void buildDialoge(FormWindow& window);
+void buildInfo(FormWindow& window);
+void buildStartup(FormWindow& window);
+
+} // namespace orvantine

@@ -1,0 +1,79 @@
+#include "gui/Sample.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/Theme.h"
+#include "support/FakeDesktop.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QPalette>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x2a2e32), QColor(0x2a2e32));
+    const QColor text(0xfcfcfc);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText})
+        palette.setColor(role, text);
+    palette.setColor(QPalette::Base, QColor(0x1b1e20));
+    palette.setColor(QPalette::AlternateBase, QColor(0x232629));
+    palette.setColor(QPalette::ToolTipBase, QColor(0x31363b));
+    palette.setColor(QPalette::Button, QColor(0x31363b));
+    palette.setColor(QPalette::Highlight, QColor(0x3daee9));
+    palette.setColor(QPalette::HighlightedText, text);
+    palette.setColor(QPalette::Link, QColor(0x1d99f3));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(0x888e93));
+    return palette;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
+    const QString folder = arguments.value(1, u"."_s);
+    const bool dark = arguments.contains(u"dark"_s);
+    const QString suffix = (dark ? u"-dark"_s : u"-light"_s) + arguments.value(dark ? 3 : 2);
+    if (dark)
+        QApplication::setPalette(darkPalette());
+    Theme::setUpIcons();
+
+    const auto save = [&](QWidget& window, const QString& name) {
+        QCoreApplication::processEvents();
+        window.grab().save(QDir(folder).filePath(name + suffix + u".png"_s));
+    };
+
+    {
+        fake::FakeDesktop desktop;
+        Root& root = desktop.root();
+        MainWindow window(root);
+        fake::showSample(root);
+        root.Visible = true;
+        save(window, u"main"_s);
+        window.resize(window.minimumSize());
+        save(window, u"main-least"_s);
+        window.resize(1400, 860);
+        save(window, u"main-large"_s);
+        root.pVolume.Visible = false;
+        for (Button* button : {&root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown})
+            button->Visible = true;
+        root.pDatum.Visible = false;
+        root.pAnimations.Visible = true;
+        window.resize(860, 640);
+        save(window, u"main-busy"_s);
+    }
+    {
+        fake::FakeDesktop desktop;
+        Root& root = desktop.root();
+        MainWindow window(root);
+        root.pHinweistext.Visible = true;
+        root.Visible = true;
+        save(window, u"main-empty"_s);
+    }
+    return 0;
+}
