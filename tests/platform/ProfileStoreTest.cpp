@@ -261,7 +261,7 @@ TEST_F(ProfileStoreTest, ManyMixedChangesGiveWhatAFreshReadGives)
         return static_cast<int>((random >> 8U) % below);
     };
     const QStringList sections{u"Index"_s, u"TagInfo"_s, u"Größe"_s, u"Options"_s};
-    for (int step = 0; step < 3000; ++step) {
+    for (int step = 0; step < 1000; ++step) {
         const QString section = sections[next(4)];
         const QString key = (next(2) == 0 ? u"Schlüssel "_s : u"k"_s) + QString::number(next(40));
         const int kind = next(20);
@@ -303,7 +303,7 @@ TEST_F(ProfileStoreTest, TheCodePageGoesForKeysAndValues)
 
 TEST_F(ProfileStoreTest, AnOutsideChangeIsSeenAtTheNextCall)
 {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 60; ++i) {
         const QByteArray number = QByteArray::number(1000 + i); // always of one size, within one tick of the clock
         put("[A]\r\nx=" + number + "\r\n");
         ASSERT_EQ(value(u"A"_s, u"x"_s), QString::fromLatin1(number));
@@ -312,7 +312,7 @@ TEST_F(ProfileStoreTest, AnOutsideChangeIsSeenAtTheNextCall)
 
 TEST_F(ProfileStoreTest, AnOutsideChangeRightAfterAnOwnWriteIsSeen)
 {
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < 60; ++i) {
         const QByteArray own = QByteArray::number(1000 + i);
         const QByteArray other = QByteArray::number(5000 + i);
         ASSERT_TRUE(set(u"A"_s, u"x"_s, QString::fromLatin1(own)));
