@@ -27,6 +27,8 @@ QByteArray samples(const WavSound& sound)
 {
     constexpr double amplitude = 12000;
     const qint64 count = qint64{sound.samplesPerSecond} * sound.milliseconds / 1000;
+    if (sound.hertz == 0)
+        return QByteArray(count * 2, '\0');
     QByteArray bytes;
     bytes.reserve(count * 2);
     for (qint64 i = 0; i < count; ++i) {

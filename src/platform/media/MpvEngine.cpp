@@ -147,7 +147,7 @@ void MpvEngine::release()
     wake();
 }
 
-void MpvEngine::send(QList<QByteArray> command, quint64 tag)
+void MpvEngine::send(const QList<QByteArray>& command, quint64 tag)
 {
     if (!m_handle)
         return;

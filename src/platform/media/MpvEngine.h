@@ -78,7 +78,7 @@ public:
     [[nodiscard]] QByteArray soundOutput() const { return m_soundOutput; }
 
 private:
-    void send(QList<QByteArray> command, quint64 tag);
+    void send(const QList<QByteArray>& command, quint64 tag);
     void wake();
     void drain();
     void hear(const mpv_event& event);

@@ -107,7 +107,7 @@ std::optional<Recording> readWav(const QByteArray& file)
     if (file.size() < 12 || !file.startsWith("RIFF") || file.mid(8, 4) != "WAVE")
         return std::nullopt;
     Recording recording;
-    int channels = 0;
+    qsizetype channels = 0;
     qsizetype at = 12;
     while (at + 8 <= file.size()) {
         const QByteArray name = file.mid(at, 4);
@@ -130,7 +130,7 @@ std::optional<Recording> readWav(const QByteArray& file)
             recording.samples.reserve(size_t(frames));
             for (qsizetype frame = 0; frame < frames; ++frame) {
                 int sum = 0;
-                for (int channel = 0; channel < channels; ++channel)
+                for (qsizetype channel = 0; channel < channels; ++channel)
                     sum += qFromLittleEndian<qint16>(file.constData() + at + 2 * (frame * channels + channel));
                 recording.samples.push_back(float(sum) / (32768.0F * float(channels)));
             }
