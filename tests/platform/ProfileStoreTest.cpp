@@ -366,7 +366,7 @@ TEST_F(ProfileStoreTest, ABinaryFileKeepsItsBytes)
 {
     QByteArray binary;
     for (int i = 0; i < 100'000; ++i)
-        binary += static_cast<char>((i * i) >> 3);
+        binary += static_cast<char>((i % 40'000 * (i % 40'000)) >> 3);
     binary.replace('[', ' ');
     put(binary);
     EXPECT_EQ(value(u"A"_s, u"x"_s), QString());

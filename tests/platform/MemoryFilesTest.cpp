@@ -1,0 +1,27 @@
+#include "FilesContract.h"
+
+#include "support/MemoryFiles.h"
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+namespace {
+
+class MemoryWorld : public FilesWorld
+{
+public:
+    MemoryWorld() { m_files.putFolder(folder()); }
+    [[nodiscard]] Files& files() override { return m_files; }
+    [[nodiscard]] QString folder() const override { return u"/welt/ordner"_s; }
+
+private:
+    fake::MemoryFiles m_files;
+};
+
+// The logic is tested on the files in memory: they must do what the disk does.
+INSTANTIATE_TEST_SUITE_P(Fake, FilesContract,
+                         testing::Values(FilesFactory{"Memory", [] { return std::make_unique<MemoryWorld>(); }}),
+                         FilesContract::nameOf);
+
+} // namespace
+} // namespace orvantine
