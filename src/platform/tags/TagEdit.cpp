@@ -1,0 +1,43 @@
+#include "platform/tags/TagEdit.h"
+
+#include "platform/tags/FrameSearch.h"
+#include "platform/tags/Id3v1.h"
+#include "platform/tags/TrackLayout.h"
+
+namespace orvantine {
+namespace {
+
+bool isEditable(const ByteSource& source, const TrackLayout& layout)
+{
+    if (layout.foreign || layout.brokenId3v2)
+        return false;
+    FrameSearch search(source, layout);
+    return search.first() && search.isCertain();
+}
+
+} // namespace
+
+std::optional<TagEdit> id3v1Edit(const ByteSource& source, const Mp3Record& record)
+{
+    const TrackLayout layout = trackLayout(source);
+    if (!isEditable(source, layout))
+        return std::nullopt;
+    return TagEdit{
+        .keptFrom = 0, .keptTo = source.size() - (layout.hasId3v1 ? id3v1Size : 0), .tail = id3v1Bytes(record)};
+}
+
+std::optional<TagEdit> id3v2Removal(const ByteSource& source)
+{
+    const TrackLayout layout = trackLayout(source);
+    if (!isEditable(source, layout))
+        return std::nullopt;
+    return TagEdit{.keptFrom = layout.soundBegin, .keptTo = source.size(), .tail = {}};
+}
+
+bool changesNothing(const ByteSource& source, const TagEdit& edit)
+{
+    return edit.keptFrom == 0 && edit.keptTo + edit.tail.size() == source.size() &&
+           source.read(edit.keptTo, edit.tail.size()) == edit.tail;
+}
+
+} // namespace orvantine
