@@ -1,1 +1,172 @@
-int main() { return 0; }
+#include "app/FormLoad.h"
+#include "app/Root.h"
+#include "platform/media/MpvPlayer.h"
+#include "platform/posix/LockInstance.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/posix/PosixVolumes.h"
+#include "platform/posix/RegSettings.h"
+#include "platform/posix/XdgFolders.h"
+#include "platform/qt/Emblem.h"
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/QtChoosers.h"
+#include "platform/qt/QtDesktop.h"
+#include "platform/qt/QtEvents.h"
+#include "platform/qt/QtForms.h"
+#include "platform/qt/QtLauncher.h"
+#include "platform/qt/QtMessages.h"
+#include "platform/qt/Theme.h"
+#include "platform/sound/NullMixer.h"
+#include "platform/tags/NoTags.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+
+#include <clocale>
+#include <cstdio>
+#include <string_view>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int VersionMajor = 2;
+constexpr int VersionMinor = 3;
+constexpr int VersionRevision = 0;
+
+RegSettingsOptions settingsOptions(const XdgFolders& folders)
+{
+    return {.file = folders.configHome + u"/Orvanten Manager/settings.reg"_s,
+            .autostartFolder = folders.autostart,
+            .program = QCoreApplication::applicationFilePath(),
+            .shellFolders = {
+                {u"My Music"_s, folders.music}, {u"Personal"_s, folders.documents}, {u"AppData"_s, folders.dataHome}}};
+}
+
+/// Folders of the host by drive letter, as the user's settings name them.
+QMap<QString, QString> drivesOf(const SettingsStore& settings)
+{
+    const QString key = u"Software\\Verdanis\\Orvant Manager\\Laufwerke"_s;
+    QMap<QString, QString> drives;
+    const QStringList letters = settings.names(Hive::CurrentUser, key);
+    for (const QString& letter : letters)
+        if (const auto folder = settings.value(Hive::CurrentUser, key, letter); folder && !folder->text.isEmpty())
+            drives.insert(letter.toUpper(), folder->text);
+    return drives;
+}
+
+PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QString>& drives)
+{
+    PosixFilesOptions options;
+    options.drives = drives;
+    options.recoveryFolder = folders.stateHome + u"/Orvanten Manager/recovery"_s;
+    return options;
+}
+
+/// The real services, each made once.
+struct Desktop
+{
+    XdgFolders folders = xdgFolders(processEnvironment());
+    RegSettings settings{settingsOptions(folders)};
+    QMap<QString, QString> drives = drivesOf(settings);
+    PosixFiles files{filesOptions(folders, drives)};
+    ProfileStore profiles{files};
+    PosixVolumes volumes{drives};
+    LockInstance instance{folders.runtime, folders.temp};
+    QtEvents events;
+    QtMessages messages;
+    QtChoosers choosers{files};
+    QtForms forms;
+    QtClipboard clipboard;
+    QtScreen screen;
+    QtFonts fonts;
+    QtTray tray;
+    QtLauncher launcher{files};
+    MpvPlayer mediaplayer{files};
+    MpvPlayer mediaInfo{files};
+    NullMixer mixer;
+    NullSound sound;
+    NoTags tags;
+};
+
+StartContext startContext()
+{
+    return {.command = QCoreApplication::arguments().mid(1).join(u' '),
+            .stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName(),
+            .versionMajor = VersionMajor,
+            .versionMinor = VersionMinor,
+            .versionRevision = VersionRevision,
+            .build = 0};
+}
+
+int run()
+{
+    Desktop desktop;
+    prepareWindowsFolder(desktop.folders);
+    Services services{.files = desktop.files,
+                      .profiles = desktop.profiles,
+                      .settings = desktop.settings,
+                      .messages = desktop.messages,
+                      .choosers = desktop.choosers,
+                      .forms = desktop.forms,
+                      .events = desktop.events,
+                      .mediaplayer = desktop.mediaplayer,
+                      .mediaInfo = desktop.mediaInfo,
+                      .mixer = desktop.mixer,
+                      .sound = desktop.sound,
+                      .tags = desktop.tags,
+                      .tray = desktop.tray,
+                      .clipboard = desktop.clipboard,
+                      .launcher = desktop.launcher,
+                      .volumes = desktop.volumes,
+                      .instance = desktop.instance,
+                      .fonts = desktop.fonts,
+                      .screen = desktop.screen,
+                      .folders = standardFolders(desktop.folders, QCoreApplication::applicationDirPath()),
+                      .system = {},
+                      .start = startContext()};
+
+    Root root(services);
+    MainWindow window(root);
+    desktop.forms.setMainWindow(&root, &window);
+    QTimer::singleShot(0, &window, [&root] {
+        Form_Initialize(root);
+        Form_Load(root);
+    });
+    const int result = QApplication::exec();
+
+    desktop.forms.dropAll();
+    desktop.forms.setMainWindow(nullptr, nullptr);
+    desktop.launcher.closeAll();
+    return result;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    if (argc == 2 && std::string_view(argv[1]) == "--version") {
+        std::printf("Orvanten Manager %d.%d.%d\n", VersionMajor, VersionMinor, VersionRevision);
+        return 0;
+    }
+
+    QCoreApplication::setApplicationName(u"Orvanten Manager"_s);
+    QCoreApplication::setApplicationVersion(u"%1.%2.%3"_s.arg(VersionMajor).arg(VersionMinor).arg(VersionRevision));
+    QGuiApplication::setDesktopFileName(u"orvanten-manager"_s);
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    // The player's library reads numbers with a point, whatever the user's language is.
+    std::setlocale(LC_NUMERIC, "C");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+
+    QTranslator german;
+    if (german.load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&german);
+    Theme::setUpIcons();
+    QApplication::setWindowIcon(emblemIcon());
+    return run();
+}

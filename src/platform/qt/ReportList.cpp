@@ -18,6 +18,7 @@ namespace {
 constexpr int RowPadding = 5;
 constexpr int IconSize = 16;
 constexpr std::chrono::milliseconds GreyAfter{400};
+constexpr std::chrono::milliseconds FillAfter{250};
 /// Room that the last column keeps, and that the widest one keeps when it gives way.
 constexpr int LastColumnRoom = 60;
 constexpr int WidestColumnRoom = 110;
@@ -129,11 +130,13 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);
-    header()->setStretchLastSection(true);
     header()->setMinimumSectionSize(24);
     header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     setModel(&list);
 
+    m_fillLater.setSingleShot(true);
+    m_fillLater.setInterval(FillAfter);
+    connect(&m_fillLater, &QTimer::timeout, this, [this] { fillRoom(); });
     m_greyLater.setSingleShot(true);
     m_greyLater.setInterval(GreyAfter);
     connect(&m_greyLater, &QTimer::timeout, this, [this] {
@@ -330,27 +333,43 @@ bool ReportList::takeSelection()
 void ReportList::showWidths()
 {
     m_applyingWidths = true;
-    int widest = 0;
-    int last = 0;
-    int room = viewport()->width() - LastColumnRoom;
     for (int column = 1; column <= m_list.columns(); ++column) {
         const int pixels = pixelsOf(m_list.columnWidth(column));
         setColumnHidden(column - 1, pixels <= 0);
-        if (pixels <= 0)
+        if (pixels > 0)
+            header()->resizeSection(column - 1, pixels);
+    }
+    m_applyingWidths = false;
+    fillRoom();
+}
+
+/// The last column takes the room that is left; where there is none, the widest one gives way. The widths that the
+/// list keeps stay.
+void ReportList::fillRoom()
+{
+    int last = -1;
+    int widest = -1;
+    int room = viewport()->width();
+    for (int section = 0; section < header()->count(); ++section) {
+        if (header()->isSectionHidden(section))
             continue;
-        header()->resizeSection(column - 1, pixels);
-        if (last > 0) {
-            room -= header()->sectionSize(last - 1);
-            if (widest == 0 || header()->sectionSize(last - 1) > header()->sectionSize(widest - 1))
+        if (last >= 0) {
+            room -= header()->sectionSize(last);
+            if (widest < 0 || header()->sectionSize(last) > header()->sectionSize(widest))
                 widest = last;
         }
-        last = column;
+        last = section;
     }
-    // In a narrow window the widest column gives way; the width that it is stored with stays.
-    if (widest > 0 && room < 0 && isVisible()) {
-        const int pixels = header()->sectionSize(widest - 1);
-        header()->resizeSection(widest - 1, std::max(std::min(pixels, WidestColumnRoom), pixels + room));
+    if (last < 0)
+        return;
+    m_applyingWidths = true;
+    if (widest >= 0 && room < LastColumnRoom) {
+        const int pixels = header()->sectionSize(widest);
+        const int less = std::clamp(pixels - WidestColumnRoom, 0, LastColumnRoom - room);
+        header()->resizeSection(widest, pixels - less);
+        room += less;
     }
+    header()->resizeSection(last, std::max(room, LastColumnRoom));
     m_applyingWidths = false;
 }
 
@@ -358,13 +377,9 @@ void ReportList::noteWidth(int section, int pixels)
 {
     if (m_applyingWidths || pixels <= 0)
         return;
-    // The last column fills the room that is left: its width on the screen is nobody's wish.
-    for (int later = section + 1; later < header()->count(); ++later) {
-        if (!header()->isSectionHidden(later)) {
-            m_list.noteColumnWidth(section + 1, twipsOf(pixels));
-            return;
-        }
-    }
+    m_list.noteColumnWidth(section + 1, twipsOf(pixels));
+    // Not while the user draws the edge: it would move under the mouse.
+    m_fillLater.start();
 }
 
 void ReportList::showFont()

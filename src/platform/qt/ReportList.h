@@ -46,6 +46,7 @@ private:
     /// True if the current row was another one than the selected one, which it is now.
     bool takeSelection();
     void showWidths();
+    void fillRoom();
     void noteWidth(int section, int pixels);
     void showFont();
     void keepGround();
@@ -55,6 +56,7 @@ private:
     ListView& m_list;
     Bindings m_bindings;
     QTimer m_greyLater;
+    QTimer m_fillLater;
     int m_numberColumn = 0;
     bool m_applyingWidths = false;
     bool m_hadFocus = false;

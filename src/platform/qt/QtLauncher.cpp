@@ -1,0 +1,130 @@
+#include "platform/qt/QtLauncher.h"
+
+#include "platform/qt/HelpWindow.h"
+#include "platform/qt/PropertiesDialog.h"
+#include "platform/qt/QtMessages.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::size_t MostRecent = 20;
+constexpr int DBusTimeoutMs = 2000;
+
+/// A call to the desktop's file manager over the session bus.
+bool callFileManager(const QString& method, const QString& path)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return false;
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, method);
+    call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
+    return bus.call(call, QDBus::Block, DBusTimeoutMs).type() == QDBusMessage::ReplyMessage;
+}
+
+} // namespace
+
+bool isTrustedProgram(const QByteArray& nativePath)
+{
+    struct stat state = {};
+    if (::stat(nativePath.constData(), &state) != 0 || !S_ISREG(state.st_mode))
+        return false;
+    if (state.st_uid != 0 && state.st_uid != ::getuid())
+        return false;
+    return (state.st_mode & (S_IWGRP | S_IWOTH)) == 0 && ::access(nativePath.constData(), X_OK) == 0;
+}
+
+QtLauncher::QtLauncher(const Files& files) : m_files(files) {}
+
+QtLauncher::~QtLauncher() = default;
+
+bool QtLauncher::start(const LaunchRequest& request)
+{
+    m_recent.push_back(request);
+    if (m_recent.size() > MostRecent)
+        m_recent.erase(m_recent.begin());
+
+    switch (request.kind) {
+    case LaunchKind::Help:
+        return showHelp(request.target, request.arguments.value(0));
+    case LaunchKind::FileManager:
+        return showFolder(request.target);
+    case LaunchKind::Properties:
+        return showProperties(request.target);
+    case LaunchKind::DefaultPlayer:
+        return openByDesktop(request.target);
+    case LaunchKind::Program:
+        return startProgram(request.target, request.arguments);
+    case LaunchKind::Link:
+        return QDesktopServices::openUrl(QUrl(request.target, QUrl::StrictMode));
+    }
+    return false;
+}
+
+void QtLauncher::closeAll()
+{
+    m_help.reset();
+}
+
+bool QtLauncher::showHelp(const QString& file, const QString& topic)
+{
+    if (!m_help)
+        m_help = std::make_unique<HelpWindow>();
+    return m_help->showTopic(hostPath(file), topic);
+}
+
+bool QtLauncher::showFolder(const QString& path)
+{
+    const QString host = hostPath(path);
+    if (host.isEmpty())
+        return false;
+    const bool folder = m_files.isFolder(path);
+    return callFileManager(folder ? u"ShowFolders"_s : u"ShowItems"_s, host) ||
+           openByDesktop(folder ? path : QFileInfo(host).path());
+}
+
+bool QtLauncher::showProperties(const QString& path)
+{
+    const QString host = hostPath(path);
+    if (host.isEmpty())
+        return false;
+    if (!callFileManager(u"ShowItemProperties"_s, host))
+        showPropertiesDialog(host, frontWindow());
+    return true;
+}
+
+bool QtLauncher::openByDesktop(const QString& path)
+{
+    const QString host = hostPath(path);
+    const QString opener = QStandardPaths::findExecutable(u"xdg-open"_s);
+    return !host.isEmpty() && !opener.isEmpty() && QProcess::startDetached(opener, {host});
+}
+
+bool QtLauncher::startProgram(const QString& path, const QStringList& arguments)
+{
+    const QString host = hostPath(path);
+    return !host.isEmpty() && isTrustedProgram(QFile::encodeName(host)) && QProcess::startDetached(host, arguments);
+}
+
+QString QtLauncher::hostPath(const QString& path) const
+{
+    return QFile::decodeName(m_files.nativePath(path).value_or(QByteArray()));
+}
+
+} // namespace orvantine
