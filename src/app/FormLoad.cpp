@@ -290,10 +290,11 @@ void Form_Load(Root& root)
     playUnattended(root);
 
     root.loaded = true;
-    if (root.State.value() == WindowState::Minimized)
-        Form_Resize(root);
-    else if (!services.events.ended())
+    if (services.events.ended())
+        return;
+    if (root.State.value() != WindowState::Minimized)
         root.Visible = true;
+    Form_Resize(root);
 }
 
 void CopyToAppDataDir(Root& root)

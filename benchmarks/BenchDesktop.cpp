@@ -1,0 +1,60 @@
+#include "BenchDesktop.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace orvantine::bench {
+
+using namespace Qt::StringLiterals;
+
+BenchDesktop::BenchDesktop()
+    : player(files, [](const QString&) { return true; }),
+      infoPlayer(files, [](const QString&) { return true; }),
+      services{files, profiles, settings, messages,  choosers, forms,    events,  player,
+               infoPlayer, mixer, sound,   tags,     tray,     clipboard, launcher, volumes,
+               instance, fonts,  screen,  {},       {},       {}},
+      root(services)
+{
+    for (const QString& name : {u"program"_s, u"data"_s, u"data/Playlisten"_s, u"data/Resource"_s})
+        QDir(folder.path()).mkpath(name);
+    services.folders.program = path(u"program"_s);
+    services.folders.applicationData = path(u"data"_s);
+    root.tDatenbank.Text = path(u"data/"_s);
+    layOut(path(u"program/Orvantine.dll"_s), "marker");
+}
+
+QString BenchDesktop::database() const { return path(u"data/Orvantine.dat"_s); }
+
+QStringList makeTracks(const QString& folder, int tracks)
+{
+    constexpr int Folders = 300;
+    QStringList paths;
+    paths.reserve(tracks);
+    for (int track = 0; track < tracks; ++track) {
+        const QString album = u"%1/Album %2"_s.arg(folder).arg(track % Folders);
+        if (track < Folders)
+            QDir().mkpath(album);
+        paths.append(u"%1/%2 - Ein Lied mit Namen.mp3"_s.arg(album).arg(track, 5, 10, QLatin1Char('0')));
+        layOut(paths.back(), {});
+    }
+    return paths;
+}
+
+QByteArray tagInfoSection(int keys, const QStringList& tracks)
+{
+    QByteArray text = "[TagInfo]\r\n";
+    for (int key = 0; key < keys; ++key) {
+        const QString path = key < tracks.size() ? tracks[key] : u"/musik/archiv/Album/Lied %1.mp3"_s.arg(key);
+        text += path.toUtf8() + "=Eine Band - Lied Nummer " + QByteArray::number(key) + "\r\n";
+    }
+    return text;
+}
+
+void layOut(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly))
+        file.write(bytes);
+}
+
+} // namespace orvantine::bench

@@ -1,0 +1,115 @@
+#include "BenchDesktop.h"
+#include "Measure.h"
+
+#include "app/IniFiles.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "playlists/ReadPlaylists.h"
+
+#include <QFile>
+#include <QHash>
+
+#include <sys/stat.h>
+
+namespace orvantine::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int TagKeys = 100'000;
+constexpr int ManyTracks = 32'767;
+
+void addRow(Root& root, const QString& name, const QString& path)
+{
+    ListItem row;
+    row.Text = u"000"_s;
+    row.SubItems = {{.Text = name}, {.Text = path}, {.Text = u"0"_s}};
+    root.LListView1.append(std::move(row));
+}
+
+Row openLargeList()
+{
+    BenchDesktop desktop;
+    const QStringList tracks = makeTracks(desktop.path(u"musik"_s), ManyTracks);
+    const QString list = desktop.path(u"data/Playlisten/Alles.m3u"_s);
+    layOut(list, tracks.join(u"\r\n"_s).toUtf8() + "\r\n");
+    layOut(desktop.database(), tagInfoSection(TagKeys, tracks) + "[Index]\r\n1b=Alles\r\n1f=01.01.2026\r\n");
+    addRow(desktop.root, u"Alles"_s, list);
+    desktop.root.LListView1.select(1);
+
+    QHash<QString, QString> names;
+    for (const QString& track : tracks)
+        names.insert(track, u"Eine Band - Lied"_s);
+    qsizetype found = 0;
+    const double floor = medianMilliseconds(5, [&] {
+        QFile file(list);
+        if (!file.open(QIODevice::ReadOnly))
+            return;
+        const QStringList lines = QString::fromUtf8(file.readAll()).split(u"\r\n"_s);
+        for (const QString& line : lines) {
+            struct stat status = {};
+            if (::stat(QFile::encodeName(line).constData(), &status) == 0)
+                found += names.value(line).size();
+        }
+    });
+    const double open = medianMilliseconds(5, [&] {
+        QString path = list;
+        GetPlayEntrys(desktop.root, path);
+    });
+    if (desktop.root.LListView2.count() != ManyTracks || found == 0)
+        qFatal("the large list was not opened");
+    return {u"open 32,767 tracks in 300 folders, 100,000 TagInfo keys"_s, u"ms"_s, open, floor, 3, true};
+}
+
+Row saveCatalogue()
+{
+    BenchDesktop desktop;
+    layOut(desktop.database(), tagInfoSection(TagKeys, {}) + "[Index]\r\n");
+    for (int row = 1; row <= MostPlaylists - 1; ++row)
+        addRow(desktop.root, u"Liste %1"_s.arg(row), desktop.path(u"data/Playlisten/Liste %1.m3u"_s.arg(row)));
+    // The limit of a full catalogue is told in a box; one row less is saved without it.
+    mnuSpeichern_Click(desktop.root);
+    int run = 0;
+    const double time = medianMilliseconds(
+        9, [&] { mnuSpeichern_Click(desktop.root); },
+        [&] { desktop.root.LListView1.setSubItem(1, 1, u"Liste mit Namen %1"_s.arg(++run)); });
+    return {u"whole save of 159 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, {}, 20, false};
+}
+
+Row readValue()
+{
+    constexpr int Reads = 20'000;
+    BenchDesktop desktop;
+    layOut(desktop.database(), tagInfoSection(TagKeys, {}));
+    qsizetype length = 0;
+    const double time = medianMilliseconds(5, [&] {
+        for (int i = 0; i < Reads; ++i)
+            length += IniFiles::ReadValue(desktop.root, desktop.database(), u"TagInfo"_s,
+                                          u"/musik/archiv/Album/Lied %1.mp3"_s.arg(i * 5))
+                          .size();
+    });
+    if (length == 0)
+        qFatal("no value was read");
+    return {u"one ReadValue from the cache"_s, u"us"_s, time * 1000 / Reads, {}, 2, false};
+}
+
+Row writeValue()
+{
+    constexpr int Writes = 20;
+    BenchDesktop desktop;
+    layOut(desktop.database(), tagInfoSection(160'000, {}) + "[Index]\r\n");
+    int number = 0;
+    const double time = medianMilliseconds(5, [&] {
+        for (int i = 0; i < Writes; ++i)
+            IniFiles::WriteValue(desktop.root, desktop.database(), u"TagInfo"_s,
+                                 u"/musik/archiv/Album/Lied %1.mp3"_s.arg(i * 5000 + 1),
+                                 u"Band - Lied "_s + QString::number(++number));
+    });
+    return {u"one WriteValue of a key in a 10 MB file"_s, u"ms"_s, time / Writes, {}, 10, false};
+}
+
+} // namespace
+
+std::vector<Row> catalogueRows() { return {openLargeList(), saveCatalogue(), readValue(), writeValue()}; }
+
+} // namespace orvantine::bench

@@ -1,0 +1,155 @@
+#include "BenchDesktop.h"
+#include "Measure.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QProcess>
+
+#include <algorithm>
+
+namespace orvantine::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What one start of the program showed.
+struct Run
+{
+    double milliseconds = 0;
+    double residentMegabytes = 0;
+};
+
+/// A user of its own, with folders that nobody else has.
+class User
+{
+public:
+    User()
+    {
+        for (const QString& name : {u"config"_s, u"data/Orvanten Manager/Playlisten"_s, u"state"_s, u"run"_s})
+            QDir(m_home.path()).mkpath(name);
+        QFile::setPermissions(m_home.filePath(u"run"_s), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        m_environment = QProcessEnvironment::systemEnvironment();
+        m_environment.insert(u"HOME"_s, m_home.path());
+        m_environment.insert(u"XDG_CONFIG_HOME"_s, m_home.filePath(u"config"_s));
+        m_environment.insert(u"XDG_DATA_HOME"_s, m_home.filePath(u"data"_s));
+        m_environment.insert(u"XDG_STATE_HOME"_s, m_home.filePath(u"state"_s));
+        m_environment.insert(u"XDG_RUNTIME_DIR"_s, m_home.filePath(u"run"_s));
+        m_environment.insert(u"QT_LOGGING_RULES"_s, u"orvantine.start=true"_s);
+        m_environment.insert(u"QT_ASSUME_STDERR_HAS_CONSOLE"_s, u"1"_s);
+        // Both fonts stand already, so that nothing is asked.
+        for (const QString& font : {u"MAIAN.TTF"_s, u"OCR_B.TTF"_s}) {
+            QDir(m_home.path()).mkpath(u"data/fonts"_s);
+            layOut(m_home.filePath(u"data/fonts/"_s + font), "font");
+        }
+    }
+
+    [[nodiscard]] QString data(const QString& name) const { return m_home.filePath(u"data/Orvanten Manager/"_s + name); }
+    [[nodiscard]] QString path(const QString& name) const { return m_home.filePath(name); }
+
+    /// Starts the program, waits for its window and ends it. The told pause of a start with rows is taken off.
+    [[nodiscard]] Run start() const
+    {
+        QProcess program;
+        program.setProcessEnvironment(m_environment);
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        QElapsedTimer clock;
+        clock.start();
+        program.start(QCoreApplication::applicationDirPath() + u"/Orvantine"_s, {});
+        QByteArray said;
+        Run run;
+        while (clock.elapsed() < 60'000 && program.waitForReadyRead(60'000)) {
+            said += program.readAll();
+            if (!said.contains("window visible"))
+                continue;
+            constexpr double ToldPause = 1000;
+            run.milliseconds = static_cast<double>(clock.nsecsElapsed()) / 1e6 - ToldPause;
+            break;
+        }
+        // What the window does right after it came up belongs to it.
+        program.waitForFinished(1500);
+        run.residentMegabytes = resident(program.processId());
+        program.terminate();
+        if (!program.waitForFinished(5000))
+            program.kill();
+        program.waitForFinished(5000);
+        if (run.milliseconds == 0)
+            qFatal("the window did not come up: %s", said.constData());
+        return run;
+    }
+
+private:
+    [[nodiscard]] static double resident(qint64 process)
+    {
+        QFile status(u"/proc/%1/status"_s.arg(process));
+        if (!status.open(QIODevice::ReadOnly))
+            return 0;
+        for (const QByteArray& line : status.readAll().split('\n'))
+            if (line.startsWith("VmRSS:"))
+                return line.mid(6).trimmed().split(' ').front().toDouble() / 1024;
+        return 0;
+    }
+
+    QTemporaryDir m_home;
+    QProcessEnvironment m_environment;
+};
+
+QByteArray indexRow(int number, const QString& name, const QString& path, int tracks)
+{
+    return u"%1a=%2\r\n%1b=%3\r\n%1c=%4\r\n%1d=%5\r\n%1e=\r\n%1f=01.01.2026\r\n%1g=\r\n"_s.arg(number)
+        .arg(number - 1, 3, 10, QLatin1Char('0'))
+        .arg(name, path)
+        .arg(tracks)
+        .toUtf8();
+}
+
+std::vector<Row> fullCatalogue()
+{
+    constexpr int Lists = 160;
+    constexpr int Tracks = 1000;
+    const User user;
+    const QStringList tracks = makeTracks(user.path(u"musik"_s), Tracks);
+    const QByteArray text = tracks.join(u"\r\n"_s).toUtf8() + "\r\n";
+    QByteArray database = "[Index]\r\n";
+    for (int row = 1; row <= Lists; ++row) {
+        const QString path = user.data(u"Playlisten/Liste %1.m3u"_s.arg(row));
+        layOut(path, text);
+        database += indexRow(row, u"Liste %1"_s.arg(row), path, Tracks);
+    }
+    layOut(user.data(u"Orvantine.dat"_s), database);
+
+    std::vector<Run> runs;
+    for (int run = 0; run < 4; ++run)
+        runs.push_back(user.start());
+    // The first start writes the settings; it is not warm.
+    runs.erase(runs.begin());
+    std::sort(runs.begin(), runs.end(), [](const Run& a, const Run& b) { return a.milliseconds < b.milliseconds; });
+    return {{u"start to visible window, 160 lists of 1,000 tracks"_s, u"ms"_s, runs[1].milliseconds, {}, 200, false},
+            {u"idle memory, 160 lists of 1,000 tracks"_s, u"MB"_s, runs[1].residentMegabytes, {}, 70, false}};
+}
+
+Row largeListMemory()
+{
+    constexpr int Tracks = 32'767;
+    const User user;
+    const QStringList tracks = makeTracks(user.path(u"musik"_s), Tracks);
+    const QString list = user.data(u"Playlisten/Alles.m3u"_s);
+    layOut(list, tracks.join(u"\r\n"_s).toUtf8() + "\r\n");
+    layOut(user.data(u"Orvantine.dat"_s), tagInfoSection(100'000, tracks) + "[Index]\r\n" +
+                                              indexRow(1, u"Alles"_s, list, Tracks));
+    return {u"window process with 32,767 tracks, 100,000 TagInfo keys"_s, u"MB"_s, user.start().residentMegabytes, {},
+            90, false};
+}
+
+} // namespace
+
+std::vector<Row> programRows()
+{
+    std::vector<Row> rows = fullCatalogue();
+    rows.push_back(largeListMemory());
+    return rows;
+}
+
+} // namespace orvantine::bench

@@ -1,0 +1,164 @@
+#include "support/DesktopTest.h"
+
+#include "playback/PlayerControl.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class FormLoad : public DesktopTest
+{
+protected:
+    void putList(const QString& name, const QByteArray& text) { put(data() + u"Playlisten/"_s + name, text); }
+
+    /// Rows by name, each with a list of two missing tracks in "Playlisten".
+    void putCatalogue(const QStringList& names)
+    {
+        QByteArray database = "[Index]\r\n";
+        for (int row = 1; row <= names.size(); ++row) {
+            const QString path = data() + u"Playlisten/"_s + names[row - 1] + u".m3u"_s;
+            put(path, "/fehlt/eins.mp3\r\n/fehlt/zwei.mp3\r\n");
+            database += QStringLiteral("%1a=00%2\r\n%1b=%3\r\n%1c=%4\r\n%1d=2\r\n")
+                            .arg(row)
+                            .arg(row - 1)
+                            .arg(names[row - 1], path)
+                            .toUtf8();
+        }
+        put(data() + u"Orvantine.dat"_s, database);
+    }
+};
+
+SettingValue word(int number)
+{
+    return {.type = SettingType::Dword, .text = {}, .bytes = QByteArray(1, static_cast<char>(number)) + "\0\0\0"_ba};
+}
+
+SettingValue text(const QString& value) { return {.type = SettingType::String, .text = value, .bytes = {}}; }
+
+} // namespace
+
+TEST_F(FormLoad, AFirstRunMakesKeysFoldersAndDefaults)
+{
+    start();
+
+    EXPECT_TRUE(desktop.settings.keyExists(Hive::CurrentUser, u"Software\\Verdanis"_s));
+    EXPECT_EQ(data().toStdString(), root().tDatenbank.Text.value().toStdString());
+    for (const QString& folder : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s})
+        EXPECT_TRUE(desktop.disk().isFolder(data() + folder)) << folder.toStdString();
+
+    EXPECT_TRUE(root().mnuErrorDisplay.Checked.value());
+    EXPECT_TRUE(root().mnuLokalePlayliste.Checked.value());
+    EXPECT_TRUE(root().mnuAddSoundfiles.Checked.value());
+    EXPECT_TRUE(root().mnuHandling[6].Checked.value());
+    EXPECT_TRUE(root().mnuWiederholung[3].Checked.value());
+    EXPECT_TRUE(root().mnuOrvmenu[1].Checked.value());
+    EXPECT_TRUE(root().mnuDatumsanzeige.Checked.value());
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ("forms.show Dialoge\nforms.show Dialoge", calls({u"forms.show Dialoge"_s}));
+}
+
+TEST_F(FormLoad, TheLastPlaylistIsOpenUntilTheRememberedIndexIsSelected)
+{
+    putCatalogue({u"Erste"_s, u"Zweite"_s, u"Dritte"_s});
+    start();
+    EXPECT_EQ(3, catalogue().selectedRow());
+    EXPECT_EQ("Dritte", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_EQ(2, tracks().count());
+}
+
+TEST_F(FormLoad, ARememberedIndexSelectsItsRow)
+{
+    putCatalogue({u"Erste"_s, u"Zweite"_s, u"Dritte"_s});
+    setting(u"Index"_s, {.type = SettingType::Binary, .text = {}, .bytes = "\2\0\0\0"_ba});
+    start();
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ("Zweite", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
+TEST_F(FormLoad, AnIndexOfARowThatNoLongerExistsSelectsNothingNew)
+{
+    putCatalogue({u"Erste"_s});
+    setting(u"Index"_s, {.type = SettingType::Binary, .text = {}, .bytes = "\7\0\0\0"_ba});
+    start();
+    EXPECT_EQ(1, catalogue().selectedRow());
+}
+
+TEST_F(FormLoad, HideStartsMinimisedWithoutSplashAndPlays)
+{
+    putCatalogue({u"Erste"_s});
+    start(u"/HIDE"_s);
+    EXPECT_EQ("", calls({u"forms.show Startup"_s}));
+    EXPECT_EQ(WindowState::Minimized, root().State.value());
+    EXPECT_FALSE(root().Visible.value());
+    EXPECT_EQ("1", root().Tag.toStdString());
+    EXPECT_EQ("Wiedergabe stoppen ", root().mnuWiedergabe.Caption.value().toStdString());
+}
+
+TEST_F(FormLoad, PlayShowsTheSplashAndThenMinimisesAndPlays)
+{
+    putCatalogue({u"Erste"_s});
+    start(u"/play"_s);
+    EXPECT_EQ("forms.show Startup", calls({u"forms.show Startup"_s}));
+    EXPECT_EQ(WindowState::Minimized, root().State.value());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+}
+
+TEST_F(FormLoad, HideAndPlayTogetherStartANormalWindow)
+{
+    putCatalogue({u"Erste"_s});
+    start(u"/hide /play"_s);
+    EXPECT_EQ(WindowState::Normal, root().State.value());
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ("Wiedergabe starten ", root().mnuWiedergabe.Caption.value().toStdString().substr(1));
+}
+
+TEST_F(FormLoad, ANegativeStoredLeftLeavesTheCentredPosition)
+{
+    setting(u"Left"_s, text(u"-300"_s));
+    setting(u"Top"_s, text(u"450"_s));
+    start();
+    EXPECT_EQ((desktop.screen.size().width - root().Width.value()) / 2, root().Left.value());
+    EXPECT_EQ(450, root().Top.value());
+}
+
+TEST_F(FormLoad, AStoredHeightOfNoughtIsAppliedAndCorrectedUpwards)
+{
+    setting(u"Height"_s, text(u"0"_s));
+    start();
+    EXPECT_EQ(7245, root().Height.value());
+}
+
+TEST_F(FormLoad, WithNoDataCopySetNothingIsCopiedAgain)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "[Index]\r\n1b=Alt\r\n");
+    setting(u"NoDataCopy"_s, word(1));
+    start();
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.dat"_s).toStdString());
+}
+
+TEST_F(FormLoad, DataBesideTheProgramMovesToTheUserOnce)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(desktop.folders.program + u"/Playlisten/Alt.m3u"_s, "/fehlt/lied.mp3\r\n");
+    put(desktop.folders.program + u"/Resource/Alt.jpg"_s, "bild");
+    desktop.messages.answer(Answer::Ok);
+    start();
+    EXPECT_EQ("[Options]\r\nSoundfiles=/m\r\n", bytes(data() + u"Orvantine.dat"_s).toStdString());
+    EXPECT_EQ("/fehlt/lied.mp3\r\n", bytes(data() + u"Playlisten/Alt.m3u"_s).toStdString());
+    EXPECT_EQ("bild", bytes(data() + u"Resource/Alt.jpg"_s).toStdString());
+    EXPECT_NE("(absent)", setting(u"NoDataCopy"_s).toStdString());
+}
+
+TEST_F(FormLoad, ASecondInstanceEndsWithoutAMessage)
+{
+    desktop.instance.taken = true;
+    start();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_FALSE(root().Visible.value());
+    EXPECT_EQ("", boxes());
+    EXPECT_FALSE(desktop.settings.keyExists(Hive::CurrentUser, u"Software\\Verdanis"_s));
+}
+
+} // namespace orvantine::fake

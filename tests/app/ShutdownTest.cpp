@@ -1,0 +1,64 @@
+#include "support/DesktopTest.h"
+
+#include "app/SaveOptions.h"
+#include "app/Shutdown.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+class Shutdown : public DesktopTest
+{
+};
+
+TEST_F(Shutdown, ClosingWhileMinimisedToTheTrayRestoresTheWindowSoThatTheOptionsAreSaved)
+{
+    start();
+    root().State = WindowState::Minimized;
+    ASSERT_FALSE(root().Visible.value());
+    Form_QueryUnload(root());
+    EXPECT_EQ("sz \"0\"", setting(u"Maximized"_s).toStdString());
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("9", root().Tag.toStdString());
+}
+
+TEST_F(Shutdown, AHiddenWindowNeverSavesItsOptions)
+{
+    start();
+    root().Visible = false;
+    mnuBeenden_Click(root());
+    EXPECT_EQ("(absent)", setting(u"Maximized"_s).toStdString());
+}
+
+TEST_F(Shutdown, EndingDeletesTheTemporaryFile)
+{
+    start();
+    put(data() + u"Orvantine.tmp"_s, "x");
+    mnuBeenden_Click(root());
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.tmp"_s).toStdString());
+}
+
+TEST_F(Shutdown, AMaximisedWindowKeepsTheGeometryOfTheLastNormalOne)
+{
+    start();
+    root().Left = 150;
+    SaveOptions(root());
+    root().State = WindowState::Maximized;
+    root().Left = 0;
+    SaveOptions(root());
+    EXPECT_EQ("sz \"2\"", setting(u"Maximized"_s).toStdString());
+    EXPECT_EQ("sz \"150\"", setting(u"Left"_s).toStdString());
+}
+
+TEST_F(Shutdown, TheSearchMarkIsWrittenAndNeverRestored)
+{
+    start();
+    root().mnuSuchDialog.Checked = true;
+    SaveOptions(root());
+    EXPECT_EQ("dword 1", setting(u"Suche"_s).toStdString());
+    desktop.newProcess();
+    start();
+    EXPECT_FALSE(root().mnuSuchDialog.Checked.value());
+}
+
+} // namespace orvantine::fake

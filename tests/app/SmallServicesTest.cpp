@@ -1,0 +1,144 @@
+#include "support/DesktopTest.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/FreeSpace.h"
+#include "app/IniFiles.h"
+#include "app/Others.h"
+#include "app/Registry.h"
+#include "app/TextLimits.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+class SmallServices : public DesktopTest
+{
+};
+
+TEST(FileDirPath, FolderOfKeepsTheBackslash)
+{
+    EXPECT_EQ("C:\\a\\", FileDirPath::FolderOf(u"C:\\a\\b.mp3"_s).toStdString());
+    EXPECT_EQ("/a/", FileDirPath::FolderOf(u"/a/b.mp3"_s).toStdString());
+    EXPECT_EQ("", FileDirPath::FolderOf(u"b.mp3"_s).toStdString());
+}
+
+TEST(FileDirPath, FileNameOfATextWithoutASeparatorIsTheText)
+{
+    EXPECT_EQ("b.mp3", FileDirPath::FileNameOf(u"b.mp3"_s).toStdString());
+    EXPECT_EQ("c.mp3", FileDirPath::FileNameOf(u"C:\\a/b\\c.mp3"_s).toStdString());
+    EXPECT_EQ("", FileDirPath::FileNameOf(u"C:\\a\\"_s).toStdString());
+}
+
+TEST(FileDirPath, APathTakesTheSeparatorOfItsBase)
+{
+    EXPECT_EQ("C:\\D\\x", FileDirPath::join(u"C:\\D"_s, u"x").toStdString());
+    EXPECT_EQ("/d/x", FileDirPath::join(u"/d/"_s, u"x").toStdString());
+    EXPECT_EQ("d/x", FileDirPath::join(u"d"_s, u"x").toStdString());
+}
+
+TEST(TextLimits, ASurrogatePairIsNeverCutInTwo)
+{
+    const QString text = QString(253, u'a') + u"\U0001F3B5"_s;
+    EXPECT_EQ(253, cutTo(text, 254).size());
+    EXPECT_EQ(255, cutTo(text, 255).size());
+}
+
+TEST_F(SmallServices, ADatabaseValueOf255OrMoreCharactersComesBackCutTo254)
+{
+    const QString file = data() + u"Orvantine.dat"_s;
+    start();
+    IniFiles::WriteValue(root(), file, u"Index"_s, u"1e"_s, QString(255, u'x'));
+    EXPECT_EQ(254, IniFiles::ReadValue(root(), file, u"Index"_s, u"1e"_s).size());
+}
+
+TEST_F(SmallServices, AnEmptyValueReadsLikeAMissingOne)
+{
+    const QString file = data() + u"Orvantine.dat"_s;
+    start();
+    IniFiles::WriteValue(root(), file, u"Options"_s, u"Leer"_s, u""_s);
+    EXPECT_EQ("", IniFiles::ReadValue(root(), file, u"Options"_s, u"Leer"_s).toStdString());
+    EXPECT_EQ("", IniFiles::ReadValue(root(), file, u"Options"_s, u"Fehlt"_s).toStdString());
+    EXPECT_EQ("[Options]\r\nLeer=\r\n", bytes(file).toStdString());
+}
+
+TEST_F(SmallServices, ATextWithALineBreakBecomesAMultiStringThatEndsInCrLf)
+{
+    start();
+    writeSetting(root(), u"Zeilen"_s, u"eins\r\nzwei"_s);
+    const auto stored =
+        desktop.settings.value(Hive::CurrentUser, settingsKey(), u"Zeilen"_s).value_or(SettingValue{});
+    EXPECT_EQ(SettingType::MultiString, stored.type);
+    EXPECT_EQ("eins\r\nzwei\r\n", stored.text.toStdString());
+}
+
+TEST_F(SmallServices, Integers16BecomeDoubleWordsAndIntegers32Binary)
+{
+    start();
+    writeSetting(root(), u"Kurz"_s, qint16{-1});
+    writeSetting(root(), u"Index"_s, qint32{7});
+    EXPECT_EQ("dword -1", setting(u"Kurz"_s).toStdString());
+    EXPECT_EQ("binary 07 00 00 00", setting(u"Index"_s).toStdString());
+    EXPECT_TRUE(readSetting(root(), u"Index"_s).is(7));
+    EXPECT_TRUE(readSetting(root(), u"Kurz"_s).is(-1));
+}
+
+TEST_F(SmallServices, AnyOtherKindWritesNothingAndGivesTrue)
+{
+    start();
+    EXPECT_TRUE(Registry::WriteValue(root(), Hive::CurrentUser, settingsKey(), u"Zahl"_s, 1.5));
+    EXPECT_EQ("(absent)", setting(u"Zahl"_s).toStdString());
+}
+
+TEST_F(SmallServices, ATextComesWithItsNulAndABlank)
+{
+    start();
+    SettingVariant value;
+    ASSERT_TRUE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Version"_s, value));
+    EXPECT_EQ(u"2.3"_s + QChar(u'\0') + u' ', std::get<QString>(value));
+}
+
+TEST_F(SmallServices, FileExistsOfAFolderIsTrueAndFolderExistsOfAFileToo)
+{
+    start();
+    put(data() + u"datei.txt"_s, "x");
+    EXPECT_TRUE(Dateiexistenz::FileExists(root(), data() + u"Playlisten"_s));
+    EXPECT_TRUE(Dateiexistenz::FolderExists(root(), data() + u"datei.txt"_s));
+    EXPECT_TRUE(Dateiexistenz::FileExists(root(), data() + u"*.txt"_s));
+    EXPECT_FALSE(Dateiexistenz::FileExists(root(), data() + u"*.mp3"_s));
+}
+
+TEST_F(SmallServices, FreeBytesOfAStickAreEmpty)
+{
+    start();
+    desktop.volumes.set(u"/media/user/STICK"_s, {.fileSystem = u"FAT32"_s, .free = 5000, .total = 9000});
+    EXPECT_EQ("", FreeSpace::FreeBytes(root(), u"/media/user/STICK"_s).toStdString());
+    desktop.volumes.set(u"/media/user/PLATTE"_s, {.fileSystem = u"NTFS"_s, .free = 5000, .total = 9000});
+    EXPECT_EQ("5000", FreeSpace::FreeBytes(root(), u"/media/user/PLATTE"_s).toStdString());
+    EXPECT_EQ("9000", FreeSpace::TotalBytes(root(), u"/media/user/PLATTE"_s).toStdString());
+}
+
+TEST(WinVersionen, EveryNameByPlatformAndVersion)
+{
+    struct Case
+    {
+        SystemVersion version;
+        const char* name;
+    };
+    for (const Case& c : {Case{{0, 3, 1}, "Windows 16bit mit 32bit-Erweiterung"}, Case{{1, 4, 0}, "95"},
+                          Case{{1, 4, 10}, "98"}, Case{{1, 4, 90}, "Me"}, Case{{1, 4, 7}, "Unknown"},
+                          Case{{2, 4, 0}, "Unknown"}, Case{{2, 5, 0}, "XP"}, Case{{2, 10, 0}, "XP"},
+                          Case{{3, 5, 0}, "Unknown"}})
+        EXPECT_EQ(c.name, WinVersionen(c.version).toStdString()) << c.version.platform << '.' << c.version.minor;
+}
+
+TEST_F(SmallServices, APauseSurvivesMidnight)
+{
+    start();
+    desktop.events().setNow(QDateTime(QDate(2026, 11, 20), QTime(23, 59, 59, 500)));
+    Pause(root(), 1.0);
+    EXPECT_EQ(QDate(2026, 11, 21), desktop.events().now().date());
+    EXPECT_LE(desktop.events().secondsOfDay(), 0.6);
+}
+
+} // namespace orvantine::fake
