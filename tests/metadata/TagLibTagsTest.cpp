@@ -1,0 +1,371 @@
+#include "platform/tags/TagLibTags.h"
+#include "TrackBytes.h"
+#include "platform/posix/PosixFiles.h"
+#include "platform/tags/Id3v1.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+namespace orvantine::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The library over a folder of the disk.
+class TagLibTagsTest : public testing::Test
+{
+protected:
+    ~TagLibTagsTest() override
+    {
+        std::error_code ignored;
+        fs::remove_all(folder.path().toStdString(), ignored);
+    }
+
+    [[nodiscard]] QString path(const QString& name) const { return folder.path() + u'/' + name; }
+    [[nodiscard]] std::string native(const QByteArray& name) const
+    {
+        return folder.path().toStdString() + '/' + name.toStdString();
+    }
+    void put(const QByteArray& name, const QByteArray& bytes) const
+    {
+        std::ofstream file(native(name), std::ios::binary);
+        file.write(bytes.constData(), bytes.size());
+        ASSERT_TRUE(file.good()) << name.toStdString();
+    }
+    [[nodiscard]] QByteArray bytes(const QByteArray& name) const
+    {
+        std::ifstream file(native(name), std::ios::binary);
+        return QByteArray::fromStdString(std::string(std::istreambuf_iterator<char>(file), {}));
+    }
+    [[nodiscard]] struct stat info(const QByteArray& name) const
+    {
+        struct stat result = {};
+        EXPECT_EQ(0, ::lstat(native(name).c_str(), &result)) << name.toStdString();
+        return result;
+    }
+    /// All names of the folder, sorted: a forgotten temporary file would show.
+    [[nodiscard]] std::string names() const
+    {
+        std::vector<std::string> found;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder.path().toStdString()))
+            found.push_back(entry.path().filename().string());
+        std::sort(found.begin(), found.end());
+        std::string all;
+        for (const std::string& name : found)
+            all += (all.empty() ? "" : " ") + name;
+        return all;
+    }
+    /// Whether reading a file leaves the record as it was.
+    [[nodiscard]] bool leavesTheRecord(const QString& name)
+    {
+        Mp3Record record;
+        std::memset(static_cast<void*>(&record), 'q', sizeof record);
+        const Mp3Record before = record;
+        tags.Mp3FileInfo(path(name), record);
+        return std::memcmp(&record, &before, sizeof record) == 0;
+    }
+
+    QTemporaryDir folder;
+    PosixFiles files;
+    TagLibTags tags{files};
+};
+
+template <std::size_t Width>
+void set(char (&field)[Width], const QByteArray& text)
+{
+    std::memcpy(field, text.leftJustified(Width, ' ', true).constData(), Width);
+}
+
+template <std::size_t Width>
+std::string trimmed(const char (&field)[Width])
+{
+    return QByteArray(field, Width).trimmed().toStdString();
+}
+
+Mp3Record someRecord()
+{
+    Mp3Record record;
+    set(record.title, "Titel");
+    set(record.artist, "Interpret");
+    set(record.comment, "Kommentar");
+    record.trackFlagA = record.trackFlagB = 2;
+    record.track = 5;
+    record.genre = 3;
+    return record;
+}
+
+} // namespace
+
+TEST_F(TagLibTagsTest, FillsTheRecordAndOnlyItsOwnFields)
+{
+    put("a.mp3", id3v2(500) + sound(384) + id3v1Tag("Titel", "Interpret", "Album", "1999", "Wort", 12));
+    Mp3Record record;
+    std::memset(static_cast<void*>(&record), 'q', sizeof record);
+    Mp3Record expected = record;
+    tags.Mp3FileInfo(path(u"a.mp3"_s), record);
+
+    set(expected.title, "Titel");
+    set(expected.artist, "Interpret");
+    set(expected.album, "Album");
+    set(expected.year, "1999");
+    set(expected.comment, "Wort");
+    expected.track = 0;
+    expected.genre = 12;
+    expected.bitRate = 128;
+    expected.playingTime = 10;
+    EXPECT_EQ(0, std::memcmp(&record, &expected, sizeof record));
+}
+
+TEST_F(TagLibTagsTest, AReadableFileWithoutATagGivesBlankTextsAndTrackNought)
+{
+    put("a.mp3", sound(384));
+    put("leer.mp3", {});
+    put("text.mp3", "no sound");
+    Mp3Record record = someRecord();
+    tags.Mp3FileInfo(path(u"a.mp3"_s), record);
+    EXPECT_EQ("", trimmed(record.title));
+    EXPECT_EQ(0, record.track);
+    EXPECT_EQ(128, record.bitRate);
+    for (const QString& name : {u"leer.mp3"_s, u"text.mp3"_s}) {
+        record = someRecord();
+        tags.Mp3FileInfo(path(name), record);
+        EXPECT_EQ("", trimmed(record.artist)) << name.toStdString();
+        EXPECT_EQ(0, record.track);
+        EXPECT_EQ(-1, record.bitRate);
+        EXPECT_EQ(-1, record.playingTime);
+    }
+}
+
+TEST_F(TagLibTagsTest, AFileThatCannotBeReadLeavesTheRecordAsItWas)
+{
+    put("a.mp3", sound() + id3v1Tag("T", "A"));
+    put("b.wav", sound() + id3v1Tag("T", "A"));
+    put("c.WMA", sound() + id3v1Tag("T", "A"));
+    put("d.mp3", "RIFF\x24\0\0\0WAVEfmt "_ba + sound() + id3v1Tag("T", "A"));
+    put("e.mp3", "\x30\x26\xb2\x75\x8e\x66\xcf\x11"_ba + sound() + id3v1Tag("T", "A"));
+    fs::create_directory(native("f.mp3"));
+    ASSERT_EQ(0, ::mkfifo(native("g.mp3").c_str(), 0600));
+    fs::create_symlink("nowhere", native("h.mp3"));
+
+    EXPECT_FALSE(leavesTheRecord(u"a.mp3"_s));
+    for (const QString& name : {u"b.wav"_s, u"c.WMA"_s, u"d.mp3"_s, u"e.mp3"_s, u"f.mp3"_s, u"g.mp3"_s, u"h.mp3"_s,
+                                u"missing.mp3"_s, u"a.mp3/x.mp3"_s, u"\"a.mp3\""_s, u"*.mp3"_s})
+        EXPECT_TRUE(leavesTheRecord(name)) << name.toStdString();
+    Mp3Record record;
+    tags.Mp3FileInfo({}, record);
+    tags.Mp3FileInfo(u"/dev/zero"_s, record);
+    EXPECT_EQ(0, record.bitRate);
+}
+
+TEST_F(TagLibTagsTest, AFileWithoutReadRightsLeavesTheRecordAsItWas)
+{
+    put("a.mp3", sound() + id3v1Tag("T", "A"));
+    ASSERT_EQ(0, ::chmod(native("a.mp3").c_str(), 0));
+    if (::access(native("a.mp3").c_str(), R_OK) == 0)
+        GTEST_SKIP() << "the superuser may read everything";
+    EXPECT_TRUE(leavesTheRecord(u"a.mp3"_s));
+}
+
+TEST_F(TagLibTagsTest, AChangedFileIsReadAnew)
+{
+    const auto title = [this] {
+        Mp3Record record;
+        tags.Mp3FileInfo(path(u"a.mp3"_s), record);
+        return trimmed(record.title);
+    };
+    put("a.mp3", sound() + id3v1Tag("Eins", "A"));
+    EXPECT_EQ("Eins", title());
+    EXPECT_EQ("Eins", title());
+    Mp3Record record = someRecord();
+    set(record.title, "Zwei");
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), record));
+    EXPECT_EQ("Zwei", title());
+    // Gone between test and read.
+    fs::remove(native("a.mp3"));
+    EXPECT_TRUE(leavesTheRecord(u"a.mp3"_s));
+}
+
+TEST_F(TagLibTagsTest, NamesOf255BytesAndNamesThatAreNotUtf8Work)
+{
+    const QByteArray longest = QByteArray(251, 'n') + ".mp3";
+    const QByteArray odd = "M\xfcller.mp3";
+    for (const QByteArray& name : {longest, odd}) {
+        put(name, id3v2() + sound(384));
+        const QString text = path(QString::fromLatin1(name));
+        EXPECT_TRUE(tags.WriteID3V1(text, someRecord())) << name.toStdString();
+        EXPECT_TRUE(tags.EraseID3V2(text));
+        EXPECT_EQ(sound(384) + id3v1Bytes(someRecord()), bytes(name));
+        Mp3Record record;
+        tags.Mp3FileInfo(text, record);
+        EXPECT_EQ("Interpret", trimmed(record.artist));
+        EXPECT_EQ(5, record.track);
+    }
+    EXPECT_EQ(odd.toStdString() + " " + longest.toStdString(), names());
+}
+
+TEST_F(TagLibTagsTest, WritingKeepsTimesModeAndAttributesAndLeavesNoOtherFile)
+{
+    put("a.mp3", id3v2(2000000) + sound(5000));
+    const timespec times[2] = {{.tv_sec = 1000000000, .tv_nsec = 123456789},
+                               {.tv_sec = 900000000, .tv_nsec = 987654321}};
+    ASSERT_EQ(0, ::chmod(native("a.mp3").c_str(), 0640));
+    const bool attributes = ::setxattr(native("a.mp3").c_str(), "user.rating", "8", 1, 0) == 0;
+    ASSERT_EQ(0, ::utimensat(AT_FDCWD, native("a.mp3").c_str(), times, 0));
+
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_EQ(id3v2(2000000) + sound(5000) + id3v1Bytes(someRecord()), bytes("a.mp3"));
+    ASSERT_EQ(0, ::utimensat(AT_FDCWD, native("a.mp3").c_str(), times, 0));
+    EXPECT_TRUE(tags.EraseID3V2(path(u"a.mp3"_s)));
+
+    const struct stat after = info("a.mp3");
+    EXPECT_EQ(0640U, after.st_mode & 07777U);
+    EXPECT_EQ(times[1].tv_sec, after.st_mtim.tv_sec);
+    EXPECT_EQ(times[1].tv_nsec, after.st_mtim.tv_nsec);
+    EXPECT_EQ(times[0].tv_sec, after.st_atim.tv_sec);
+    EXPECT_EQ(times[0].tv_nsec, after.st_atim.tv_nsec);
+    std::array<char, 8> value{};
+    const ssize_t length = ::getxattr(native("a.mp3").c_str(), "user.rating", value.data(), value.size());
+    EXPECT_EQ(attributes ? 1 : -1, length);
+    EXPECT_EQ(sound(5000) + id3v1Bytes(someRecord()), bytes("a.mp3"));
+    EXPECT_EQ("a.mp3", names());
+}
+
+TEST_F(TagLibTagsTest, WritingTheSameTwiceDoesNotTouchTheFile)
+{
+    put("a.mp3", id3v2() + sound());
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_TRUE(tags.EraseID3V2(path(u"a.mp3"_s)));
+    const struct stat before = info("a.mp3");
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_TRUE(tags.EraseID3V2(path(u"a.mp3"_s)));
+    EXPECT_EQ(before.st_ino, info("a.mp3").st_ino);
+    EXPECT_EQ(before.st_ctim.tv_nsec, info("a.mp3").st_ctim.tv_nsec);
+}
+
+TEST_F(TagLibTagsTest, ALinkStaysALinkAndItsFileIsWritten)
+{
+    fs::create_directory(native("sub"));
+    put("sub/a.mp3", sound());
+    fs::create_symlink("sub/a.mp3", native("link.mp3"));
+    EXPECT_TRUE(tags.WriteID3V1(path(u"link.mp3"_s), someRecord()));
+    EXPECT_TRUE(S_ISLNK(info("link.mp3").st_mode));
+    EXPECT_TRUE(S_ISREG(info("sub/a.mp3").st_mode));
+    EXPECT_EQ(sound() + id3v1Bytes(someRecord()), bytes("sub/a.mp3"));
+    EXPECT_EQ("link.mp3 sub", names());
+}
+
+TEST_F(TagLibTagsTest, WhatMustNotBeWrittenStays)
+{
+    const QByteArray track = id3v2() + sound();
+    put("protected.mp3", track);
+    ASSERT_EQ(0, ::chmod(native("protected.mp3").c_str(), 0444));
+    put("b.wav", track);
+    put("c.wma", track);
+    put("d.mp3", "RIFF" + sound());
+    put("broken.mp3", id3v2(100, 1 << 27) + sound());
+    put("text.mp3", "no sound");
+    put("empty.mp3", {});
+    fs::create_directory(native("folder.mp3"));
+    ASSERT_EQ(0, ::mkfifo(native("fifo.mp3").c_str(), 0600));
+    const std::string before = names();
+
+    for (const QString& name : {u"protected.mp3"_s, u"b.wav"_s, u"c.wma"_s, u"d.mp3"_s, u"broken.mp3"_s, u"text.mp3"_s,
+                                u"empty.mp3"_s, u"folder.mp3"_s, u"fifo.mp3"_s, u"missing.mp3"_s, u""_s}) {
+        EXPECT_FALSE(tags.WriteID3V1(path(name), someRecord())) << name.toStdString();
+        EXPECT_FALSE(tags.EraseID3V2(path(name))) << name.toStdString();
+    }
+    EXPECT_EQ(before, names());
+    EXPECT_EQ(track, bytes("protected.mp3"));
+    EXPECT_EQ(track, bytes("b.wav"));
+    EXPECT_EQ(track, bytes("c.wma"));
+    EXPECT_EQ("RIFF" + sound(), bytes("d.mp3"));
+    EXPECT_EQ(id3v2(100, 1 << 27) + sound(), bytes("broken.mp3"));
+    EXPECT_EQ("no sound", bytes("text.mp3"));
+    EXPECT_EQ("", bytes("empty.mp3"));
+}
+
+TEST_F(TagLibTagsTest, AFullDiskLeavesTheOldFileWhole)
+{
+    const QByteArray track = id3v2(3000) + sound(2000);
+    put("a.mp3", track);
+    rlimit old = {};
+    ASSERT_EQ(0, ::getrlimit(RLIMIT_FSIZE, &old));
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
+    for (const qsizetype room :
+         {qsizetype{0}, qsizetype{1}, qsizetype{4096}, track.size() - 1, track.size(), track.size() + 127}) {
+        const rlimit limit{.rlim_cur = static_cast<rlim_t>(room), .rlim_max = old.rlim_max};
+        ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &limit));
+        const bool done = tags.WriteID3V1(path(u"a.mp3"_s), someRecord());
+        ASSERT_EQ(0, ::setrlimit(RLIMIT_FSIZE, &old));
+        EXPECT_FALSE(done) << room;
+        EXPECT_EQ(track, bytes("a.mp3")) << room;
+        EXPECT_EQ("a.mp3", names());
+    }
+    std::signal(SIGXFSZ, handler);
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_EQ(track + id3v1Bytes(someRecord()), bytes("a.mp3"));
+}
+
+TEST_F(TagLibTagsTest, AProcessThatDiesWhileItWritesLeavesTheOldFileWhole)
+{
+    const QByteArray track = id3v2(3000) + sound(5000);
+    put("a.mp3", track);
+    for (const qsizetype room : {qsizetype{0}, qsizetype{1} << 20, track.size() - 10, track.size() + 100}) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) {
+            // The signal ends the child at this very byte.
+            const rlimit limit{.rlim_cur = static_cast<rlim_t>(room), .rlim_max = RLIM_INFINITY};
+            const rlimit noCore{};
+            ::setrlimit(RLIMIT_CORE, &noCore);
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+            std::signal(SIGXFSZ, SIG_DFL);
+            tags.WriteID3V1(path(u"a.mp3"_s), someRecord());
+            ::_exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(child, ::waitpid(child, &status, 0));
+        EXPECT_TRUE(WIFSIGNALED(status)) << room;
+        EXPECT_EQ(track, bytes("a.mp3")) << room;
+    }
+    // What the dead left behind stands in nobody's way.
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_EQ(track + id3v1Bytes(someRecord()), bytes("a.mp3"));
+    EXPECT_EQ(QStringList{u"a.mp3"_s}, files.list(folder.path(), u"*"_s));
+}
+
+TEST_F(TagLibTagsTest, ThousandsOfFilesNeedNoMoreMemoryThanOne)
+{
+    put("a.mp3", id3v2(100000) + sound(384) + id3v1Tag("Eins", "A"));
+    put("b.mp3", sound(384) + id3v1Tag("Zwei", "B"));
+    const auto use = [this] {
+        Mp3Record record;
+        for (int i = 0; i < 500; ++i)
+            tags.Mp3FileInfo(path(i % 2 == 0 ? u"a.mp3"_s : u"b.mp3"_s), record);
+        rusage usage = {};
+        ::getrusage(RUSAGE_SELF, &usage);
+        return usage.ru_maxrss;
+    };
+    const long before = use();
+    EXPECT_LE(use() - before, 1024);
+}
+
+} // namespace orvantine::test
