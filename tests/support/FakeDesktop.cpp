@@ -69,6 +69,8 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
     for (const QString& folder : {folders.program, folders.applicationData, folders.documents, folders.music,
                                   folders.windows, folders.windows + u"/FONTS"_s, folders.temp})
         m_disk->makeFolder(folder);
+    // A build installs it: without it every look at a track would be met with a message.
+    m_disk->writeBytes(folders.program + u"/Orvantine.dll"_s, {});
     volumes.set(base, {});
 
     newProcess();

@@ -42,8 +42,7 @@ public:
     ScriptedMessages(CallLog& log, Complaints& complaints);
 
     Answer show(const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons) override;
-    QString input(const QString& prompt, const QString& title, const QString& defaultText) override;
-    using Messages::input;
+    QString input(const QString& prompt, const QString& title, const QString& defaultText = {}) override;
 
     void script(ScriptedAnswer answer) { queue.push(std::move(answer)); }
     void answer(Answer answer) { script({answer, {}, {}, {}, {}}); }

@@ -19,8 +19,7 @@ public:
 
     /// Without a time: fires what is due. With one: moves to the next due time, at most `atMost` ahead, and fires what
     /// is due there.
-    void yield(std::chrono::milliseconds atMost) override;
-    using Events::yield;
+    void yield(std::chrono::milliseconds atMost = std::chrono::milliseconds{0}) override;
     [[nodiscard]] QDateTime now() const override;
     [[nodiscard]] double secondsOfDay() const override;
     void attach(Timer& timer) override;
