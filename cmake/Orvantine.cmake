@@ -13,6 +13,9 @@ if(ORVANTINE_SANITIZE)
     target_compile_options(orvantine_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
     target_link_options(orvantine_flags INTERFACE -fsanitize=address,undefined)
 endif()
+if(ORVANTINE_FUZZ)
+    target_compile_options(orvantine_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
 
 # orvantine_test(NAME SOURCES a.cpp … LIBRARIES x …): a GoogleTest program whose cases are ctest cases of their own.
 function(orvantine_test name)

@@ -1,0 +1,65 @@
+#include "platform/tags/Id3v1.h"
+#include "platform/tags/TagEdit.h"
+#include "platform/tags/TrackLayout.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+
+using namespace orvantine;
+
+namespace {
+
+void require(bool holds)
+{
+    if (!holds)
+        std::abort();
+}
+
+QByteArray applied(const QByteArray& bytes, const TagEdit& edit)
+{
+    require(edit.keptFrom >= 0 && edit.keptFrom <= edit.keptTo && edit.keptTo <= bytes.size());
+    return bytes.mid(edit.keptFrom, edit.keptTo - edit.keptFrom) + edit.tail;
+}
+
+/// What is neither a tag of version 1 nor a leading one of version 2.
+QByteArray sound(const QByteArray& bytes)
+{
+    const TrackLayout layout = trackLayout(MemoryBytes(bytes));
+    return bytes.mid(layout.soundBegin, bytes.size() - layout.soundBegin - (layout.hasId3v1 ? id3v1Size : 0));
+}
+
+} // namespace
+
+/// The first 158 bytes make the record's fields, the rest is the track. Writing and erasing keep every byte of the
+/// sound, and twice is once.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    constexpr qsizetype fields = 158;
+    if (size < fields)
+        return 0;
+    const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
+    Mp3Record record;
+    std::memcpy(record.title, input.constData(), fields);
+    record.trackFlagA = static_cast<qint16>(input[124] & 3);
+    record.track = static_cast<qint16>(input[125]);
+    record.genre = static_cast<qint16>(input[126] * 4);
+    const QByteArray track = input.mid(fields);
+
+    if (const std::optional<TagEdit> edit = id3v1Edit(MemoryBytes(track), record)) {
+        const QByteArray once = applied(track, *edit);
+        require(once.endsWith(id3v1Bytes(record)));
+        require(sound(once) == sound(track));
+        const std::optional<TagEdit> again = id3v1Edit(MemoryBytes(once), record);
+        require(again && changesNothing(MemoryBytes(once), *again) && applied(once, *again) == once);
+    }
+    if (const std::optional<TagEdit> edit = id3v2Removal(MemoryBytes(track))) {
+        const QByteArray once = applied(track, *edit);
+        require(track.endsWith(once));
+        require(sound(once) == sound(track));
+        const std::optional<TagEdit> again = id3v2Removal(MemoryBytes(once));
+        require(again && changesNothing(MemoryBytes(once), *again));
+    }
+    return 0;
+}
