@@ -19,7 +19,7 @@ constexpr qint64 maximumSize = qint64{16} << 20;
 QByteArray behindLinks(const QByteArray& path)
 {
     char* const real = ::realpath(path.constData(), nullptr);
-    const QByteArray result = real == nullptr ? path : QByteArray(real);
+    QByteArray result = real == nullptr ? path : QByteArray(real);
     std::free(real); // realpath allocates with malloc
     return result;
 }

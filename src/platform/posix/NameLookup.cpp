@@ -107,7 +107,7 @@ QByteArray joined(const QByteArray& folder, const QByteArray& name)
 
 } // namespace
 
-NameLookup::NameLookup(QMap<QString, QString> drives)
+NameLookup::NameLookup(const QMap<QString, QString>& drives)
 {
     for (auto drive = drives.cbegin(); drive != drives.cend(); ++drive)
         m_drives.insert(drive.key().left(2).toUpper(), drive.value());

@@ -28,7 +28,7 @@ public:
     };
 
     /// `drives`: host folders by "C:".
-    explicit NameLookup(QMap<QString, QString> drives = {});
+    explicit NameLookup(const QMap<QString, QString>& drives = {});
 
     [[nodiscard]] Found find(const QString& path) const;
     /// The host's path for a new file or folder: its folder must exist, its name must be one that every desktop takes,

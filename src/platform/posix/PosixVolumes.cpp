@@ -51,7 +51,7 @@ std::optional<VolumeInfo> mountedVolume(const QString& path)
                       static_cast<quint64>(qMax(info.bytesTotal(), qint64{0}))};
 }
 
-PosixVolumes::PosixVolumes(QMap<QString, QString> drives, VolumeQuery query) : m_query(std::move(query))
+PosixVolumes::PosixVolumes(const QMap<QString, QString>& drives, VolumeQuery query) : m_query(std::move(query))
 {
     for (auto drive = drives.cbegin(); drive != drives.cend(); ++drive)
         m_drives.insert(drive.key().left(2).toUpper(), drive.value());
@@ -62,7 +62,7 @@ QString PosixVolumes::rootOf(const QString& path) const
     if (path.isEmpty() || isDrive(path))
         return path.left(3);
     const QString absolute = QDir::cleanPath(QDir::current().absoluteFilePath(slashed(path)));
-    const QString removable = removableRoot(absolute);
+    QString removable = removableRoot(absolute);
     if (!removable.isEmpty())
         return removable;
     QString existing = absolute;

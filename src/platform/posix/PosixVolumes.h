@@ -29,7 +29,7 @@ class PosixVolumes : public Volumes
 {
 public:
     /// `drives`: host folders by "C:".
-    explicit PosixVolumes(QMap<QString, QString> drives = {}, VolumeQuery query = mountedVolume);
+    explicit PosixVolumes(const QMap<QString, QString>& drives = {}, VolumeQuery query = mountedVolume);
 
     [[nodiscard]] QString rootOf(const QString& path) const override;
     [[nodiscard]] QString fileSystem(const QString& root) const override;

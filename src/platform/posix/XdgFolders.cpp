@@ -10,8 +10,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-extern char** environ;
-
 using namespace Qt::StringLiterals;
 
 namespace orvantine {
