@@ -312,11 +312,19 @@ TEST_F(RealPlayer, APauseDuringTheSearchForATrackHolds)
     for (int i = 0; i < 1000; ++i)
         lines.append(u"gone%1.wav"_s.arg(i));
     lines.append(u"a.wav"_s);
-    longSound(u"a.wav"_s);
+    music.write(u"a.wav"_s, fake::wav({.milliseconds = 1000}));
     player.setURL(music.writeList(lines));
     player.pause();
     ASSERT_TRUE(test::waitUntil([&] { return player.currentDuration() > 0; }));
     EXPECT_EQ(player.status(), u"Angehalten"_s);
+
+    // The other player's longer track is the clock.
+    MpvPlayer clock{files, silent()};
+    clock.setURL(music.write(u"clock.wav"_s, fake::wav({.milliseconds = 1500})));
+    ASSERT_TRUE(awaitEnd(clock));
+    EXPECT_EQ(player.status(), u"Angehalten"_s);
+    player.play();
+    EXPECT_TRUE(awaitEnd(player));
 }
 
 TEST_F(RealPlayer, OnlyOneTrackIsLookedUpAhead)

@@ -304,7 +304,7 @@ void MpvPlayer::hear(const MpvNews& news)
         }
         break;
     case MpvNews::Kind::Data:
-        if (!m_handed.isEmpty() && m_handed.front().ticket == news.ticket) {
+        if (!m_handed.isEmpty() && m_handed.front().ticket == news.ticket && !m_dataTold) {
             m_info = news.info;
             m_seconds = news.seconds;
             tellData();
@@ -341,9 +341,13 @@ void MpvPlayer::hearEnded(qint64 entry)
 {
     if (m_handed.isEmpty() || m_handed.front().entry != entry)
         return;
-    // A very short file can be over before its data came.
-    if (m_loaded)
+    if (m_loaded && !m_dataTold) {
+        // A very short file is over before its data came: it stays the current one until its second call was made.
         tellData();
+        QMetaObject::invokeMethod(
+            &m_receiver, [this, entry] { hearEnded(entry); }, Qt::QueuedConnection);
+        return;
+    }
     m_handed.removeFirst();
     if (m_handed.isEmpty() && !m_search)
         finish();
