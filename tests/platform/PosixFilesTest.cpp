@@ -244,6 +244,33 @@ TEST_F(PosixFilesTest, AWriteThatWasKilledIsCompletedAtTheNextStart)
     EXPECT_EQ(m_world.bytes("a"), old);
 }
 
+TEST_F(PosixFilesTest, AWriteOverManyPagesStandsInTheJournalFirst)
+{
+    m_world.put("a", QByteArray(60'000, 'a'));
+    const QString journal = m_world.recovery() + u"/Journal"_s;
+    ASSERT_TRUE(files().replaceBytes(at(u"a"_s), 10, 1, "b"));
+    ASSERT_TRUE(files().appendBytes(at(u"a"_s), QByteArray(9'000, 'c')));
+    EXPECT_FALSE(files().exists(journal)); // one page, and an append: the kernel does each as a whole
+    const QByteArray fresh(50'000, 'n');
+    ASSERT_TRUE(files().writeBytes(at(u"a"_s), fresh));
+    const QByteArray kept = files().readBytes(journal).bytes;
+    EXPECT_TRUE(kept.endsWith(fresh));
+    EXPECT_TRUE(kept.startsWith(QByteArray(8, '\0'))); // and is done with
+}
+
+TEST_F(PosixFilesTest, AnOwnWriteBearsItsExactTime)
+{
+    m_world.put("a", "alt");
+    timespec before = {};
+    ::clock_gettime(CLOCK_REALTIME, &before);
+    ASSERT_TRUE(files().writeBytes(at(u"a"_s), "neu"));
+    timespec after = {};
+    ::clock_gettime(CLOCK_REALTIME, &after);
+    const auto nanoseconds = [](const timespec& time) { return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec; };
+    EXPECT_GE(nanoseconds(m_world.info("a").st_mtim), nanoseconds(before));
+    EXPECT_LE(nanoseconds(m_world.info("a").st_mtim), nanoseconds(after));
+}
+
 TEST_F(PosixFilesTest, AJournalForAnotherFileOfThatNameIsDropped)
 {
     m_world.put("a", QByteArray(50'000, 'a'));

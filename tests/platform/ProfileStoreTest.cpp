@@ -324,6 +324,39 @@ TEST_F(ProfileStoreTest, AnOutsideChangeRightAfterAnOwnWriteIsSeen)
     }
 }
 
+// A host whose times stand still while the test runs, as a stick's do for two seconds.
+class StillTimes : public PosixFiles
+{
+public:
+    [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override
+    {
+        std::optional<FileStamp> result = PosixFiles::stamp(path);
+        if (result) {
+            result->modifiedNanoseconds = m_now.toMSecsSinceEpoch() * 1'000'000;
+            result->changedNanoseconds = 0;
+        }
+        return result;
+    }
+
+private:
+    QDateTime m_now = QDateTime::currentDateTime();
+};
+
+TEST_F(ProfileStoreTest, AnOutsideChangeUnderTheSameTimeAndSizeIsSeen)
+{
+    StillTimes still;
+    ProfileStore store(still);
+    for (int i = 0; i < 20; ++i) {
+        const int file = ::open(m_world.native("Orvantine.dat").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+        const QByteArray content = "[A]\r\nx=" + QByteArray::number(100 + i) + "\r\n";
+        ASSERT_EQ(::pwrite(file, content.constData(), static_cast<std::size_t>(content.size()), 0), content.size());
+        ::close(file);
+        ASSERT_EQ(store.value(m_file, u"A"_s, u"x"_s), QString::number(100 + i));
+        ASSERT_TRUE(store.setValue(m_file, u"A"_s, u"x"_s, QString::number(500 + i)));
+        ASSERT_EQ(bytes(), "[A]\r\nx=" + QByteArray::number(500 + i) + "\r\n");
+    }
+}
+
 TEST_F(ProfileStoreTest, ARemovedFileReadsAsEmptyAndIsMadeAgain)
 {
     ASSERT_TRUE(set(u"A"_s, u"x"_s, u"1"_s));
