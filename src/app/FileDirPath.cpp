@@ -6,7 +6,10 @@ namespace orvantine::FileDirPath {
 
 namespace {
 
-bool isSeparator(QChar c) { return c == u'\\' || c == u'/'; }
+bool isSeparator(QChar c)
+{
+    return c == u'\\' || c == u'/';
+}
 
 /// Number of characters up to and including the last separator.
 qsizetype folderLength(QStringView path)
@@ -16,11 +19,20 @@ qsizetype folderLength(QStringView path)
 
 } // namespace
 
-QString FileNameOf(const QString& path) { return path.mid(folderLength(path)); }
+QString FileNameOf(const QString& path)
+{
+    return path.mid(folderLength(path));
+}
 
-QString FolderOf(const QString& path) { return path.left(folderLength(path)); }
+QString FolderOf(const QString& path)
+{
+    return path.left(folderLength(path));
+}
 
-bool hasSeparator(QStringView text) { return std::any_of(text.begin(), text.end(), isSeparator); }
+bool hasSeparator(QStringView text)
+{
+    return std::any_of(text.begin(), text.end(), isSeparator);
+}
 
 QChar separatorOf(QStringView base)
 {
@@ -36,6 +48,9 @@ QString join(const QString& base, QStringView name)
     return joined += name;
 }
 
-QString without(const QString& name, int characters) { return name.chopped(std::min<qsizetype>(characters, name.size())); }
+QString without(const QString& name, int characters)
+{
+    return name.chopped(std::min<qsizetype>(characters, name.size()));
+}
 
 } // namespace orvantine::FileDirPath

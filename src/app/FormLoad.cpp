@@ -112,11 +112,10 @@ void offerFont(Root& root, const QString& family, const QString& fontFile, const
     const QString target = FileDirPath::join(FileDirPath::join(windows, u"FONTS"), fontFile);
     if (Dateiexistenz::FileExists(root, target) || root.services.fonts.known(family))
         return;
-    const Answer answer =
-        root.services.messages.show(u"Die Schriftart ''"_s + family +
-                                        u"'' konnte im Windows-Ordner nicht gefunden werden.    \n"_s +
-                                        u"Möchten Sie diese Schriftart jetzt in Windows hinzufügen und registrieren ?"_s,
-                                    u" Komponente hinzufügen"_s, MessageIcon::Exclamation, MessageButtons::OkCancel);
+    const Answer answer = root.services.messages.show(
+        u"Die Schriftart ''"_s + family + u"'' konnte im Windows-Ordner nicht gefunden werden.    \n"_s +
+            u"Möchten Sie diese Schriftart jetzt in Windows hinzufügen und registrieren ?"_s,
+        u" Komponente hinzufügen"_s, MessageIcon::Exclamation, MessageButtons::OkCancel);
     const QString shipped = programFile(root, shippedName);
     if (answer != Answer::Ok || !Dateiexistenz::FileExists(root, shipped))
         return;
@@ -144,8 +143,8 @@ void applyGeometry(Root& root)
     for (const Measure& measure : {Measure{u"Height"_s, root.Height}, Measure{u"Width"_s, root.Width},
                                    Measure{u"Left"_s, root.Left}, Measure{u"Top"_s, root.Top}}) {
         const Setting stored = readSetting(root, measure.name);
-        if (stored.present && stored.number() >= 0)
-            measure.value = static_cast<Twips>(stored.number());
+        if (stored.hasValue() && stored.number() >= 0)
+            measure.value = stored.whole();
     }
     if (readSetting(root, u"Maximized"_s).is(2))
         root.State = WindowState::Maximized;
@@ -163,9 +162,9 @@ void applyGeometry(Root& root)
 void openRememberedPlaylist(Root& root)
 {
     const Setting index = readSetting(root, u"Index"_s);
-    if (!index.present || index.is(0))
+    if (!index.hasValue() || index.is(0))
         return;
-    root.LListView1.select(static_cast<int>(index.number()));
+    root.LListView1.select(index.whole());
     root.LListView1.Click();
 }
 
@@ -292,7 +291,8 @@ void Form_Load(Root& root)
     root.loaded = true;
     if (services.events.ended())
         return;
-    if (root.State.value() != WindowState::Minimized)
+    // A desktop without a tray keeps a minimised window in its task bar.
+    if (root.State.value() != WindowState::Minimized || !services.tray.available())
         root.Visible = true;
     Form_Resize(root);
 }

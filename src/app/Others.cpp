@@ -9,9 +9,15 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
-bool Dateiexistenz::FileExists(const Root& root, const QString& path) { return root.files.exists(path); }
+bool Dateiexistenz::FileExists(const Root& root, const QString& path)
+{
+    return root.files.exists(path);
+}
 
-bool Dateiexistenz::FolderExists(const Root& root, const QString& path) { return root.files.folderExists(path); }
+bool Dateiexistenz::FolderExists(const Root& root, const QString& path)
+{
+    return root.files.folderExists(path);
+}
 
 QString FreeSpace::VolumeType(const Root& root, const QString& volume)
 {
@@ -52,9 +58,15 @@ void Pause(Root& root, double seconds)
     }
 }
 
-QString WindowsFolder(const Root& root) { return root.services.folders.windows; }
+QString WindowsFolder(const Root& root)
+{
+    return root.services.folders.windows;
+}
 
-QString TempFolder(const Root& root) { return root.services.folders.temp; }
+QString TempFolder(const Root& root)
+{
+    return root.services.folders.temp;
+}
 
 QString TempFileName(Root& root)
 {
@@ -101,7 +113,10 @@ QString WinVersionen(const SystemVersion& version)
     return u"Unknown"_s;
 }
 
-void FontWinRegister(Root& root, const QString& path) { root.services.fonts.registerFont(path); }
+void FontWinRegister(Root& root, const QString& path)
+{
+    root.services.fonts.registerFont(path);
+}
 
 void ensureDataFolder(Root& root, const QString& name)
 {

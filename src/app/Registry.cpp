@@ -5,6 +5,9 @@
 
 #include <QtEndian>
 
+#include <algorithm>
+#include <limits>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -80,7 +83,18 @@ bool Registry::DeleteValue(Root& root, Hive hive, const QString& path, const QSt
 
 bool Setting::is(int wanted) const
 {
-    return present && !std::holds_alternative<std::monostate>(value) && number() == wanted;
+    return hasValue() && number() == wanted;
+}
+
+bool Setting::hasValue() const
+{
+    return present && !std::holds_alternative<std::monostate>(value);
+}
+
+int Setting::whole() const
+{
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<double>(number(), Limits::min(), Limits::max()));
 }
 
 QString Setting::text() const
@@ -103,7 +117,10 @@ double Setting::number() const
     return 0;
 }
 
-QString settingsKey() { return u"Software\\Verdanis\\Orvant Manager"_s; }
+QString settingsKey()
+{
+    return u"Software\\Verdanis\\Orvant Manager"_s;
+}
 
 Setting readSetting(const Root& root, const QString& name)
 {

@@ -38,6 +38,10 @@ struct Setting
     [[nodiscard]] bool isOrAbsent(int number) const { return !present || is(number); }
     /// Cut at its first NUL; a number as its digits.
     [[nodiscard]] QString text() const;
+    /// There is a value that can be compared.
+    [[nodiscard]] bool hasValue() const;
+    /// The number as a whole one, the nearest that an int holds.
+    [[nodiscard]] int whole() const;
     /// Leading number of a text; 0 for nothing.
     [[nodiscard]] double number() const;
 };

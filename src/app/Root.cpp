@@ -56,10 +56,12 @@ void design(Root& root)
     root.Timer2.Enabled = true;
 
     for (Control* hidden : std::initializer_list<Control*>{
-             &root.pHinweistext, &root.pVolume, &root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown,
-             &root.Command1, &root.pIconA, &root.HookMenus, &root.pCoverBack, &root.pCopyStatus, &root.pDateiname, &root.pDatum, &root.pAnimations,
-             &root.sTitle, &root.sArtist, &root.sAlbum, &root.sKommentar, &root.sJahr, &root.sTrack, &root.sBitrate,
-             &root.tDatenbank, &root.tPlayliste, &root.tBrowseFolder, &root.LMp3Files, &root.LRipper, &root.Label3})
+             &root.pHinweistext, &root.pVolume,    &root.bMoveUp,    &root.bMoveDown,  &root.bEntryUp,
+             &root.bEntryDown,   &root.Command1,   &root.pIconA,     &root.HookMenus,  &root.pCoverBack,
+             &root.pCopyStatus,  &root.pDateiname, &root.pDatum,     &root.tSoundzahl, &root.pAnimations,
+             &root.sTitle,       &root.sArtist,    &root.sAlbum,     &root.sKommentar, &root.sJahr,
+             &root.sTrack,       &root.sBitrate,   &root.tDatenbank, &root.tPlayliste, &root.tBrowseFolder,
+             &root.LMp3Files,    &root.LRipper,    &root.Label3})
         hidden->Visible = false;
 }
 

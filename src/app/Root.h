@@ -131,6 +131,12 @@ struct Root : RootMenus
     bool buttonsDisabled = false;
     /// Form_Load has ended.
     bool loaded = false;
+    /// Number of the read of a playlist that owns the track list; a later one takes it over.
+    int currentRead = 0;
+    /// Reads under way. Until they have ended the rows are no list that could be saved.
+    int readsUnderWay = 0;
+    /// The catalogue is being loaded: its rows are half of it.
+    bool loadingCatalogue = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     TooltipsClass TT;

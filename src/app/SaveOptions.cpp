@@ -82,7 +82,8 @@ void saveColumnWidths(Root& root)
     for (const Width& width : {Width{u"LV_1"_s, root.LListView1, 2}, Width{u"LV_2"_s, root.LListView1, 4},
                                Width{u"LV_4"_s, root.LListView2, 2}, Width{u"LV_5"_s, root.LListView2, 3},
                                Width{u"LV_6"_s, root.LListView2, 4}, Width{u"LV_7"_s, root.LListView2, 5}})
-        writeSetting(root, width.name, QString::number(width.list.columnWidth(width.column)));
+        if (width.column <= width.list.columns())
+            writeSetting(root, width.name, QString::number(width.list.columnWidth(width.column)));
 }
 
 } // namespace orvantine

@@ -18,9 +18,15 @@ QString cutAtNul(const QString& text)
     return end < 0 ? text : text.left(end);
 }
 
-QString padded(int number, int digits) { return u"%1"_s.arg(number, digits, 10, QLatin1Char('0')); }
+QString padded(int number, int digits)
+{
+    return u"%1"_s.arg(number, digits, 10, QLatin1Char('0'));
+}
 
-QString dateText(const QDate& date) { return date.toString(u"dd.MM.yyyy"_s); }
+QString dateText(const QDate& date)
+{
+    return date.toString(u"dd.MM.yyyy"_s);
+}
 
 double leadingNumber(QStringView text)
 {

@@ -21,7 +21,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString indexKey(int row, char letter) { return QString::number(row) + QLatin1Char(letter); }
+QString indexKey(int row, char letter)
+{
+    return QString::number(row) + QLatin1Char(letter);
+}
 
 /// Puts the stored texts into a row; one that was refused has no place and is passed over.
 void fillRow(Root& root, int row, const std::array<QString, 4>& texts)
@@ -40,9 +43,8 @@ void loadRows(Root& root)
     const QString database = databaseFile(root);
     int rows = 0;
     for (int number = 1; number <= MostPlaylists; ++number) {
-        const std::array texts{
-            indexValue(root, database, number, 'a'), indexValue(root, database, number, 'b'),
-            indexValue(root, database, number, 'c'), indexValue(root, database, number, 'd')};
+        const std::array texts{indexValue(root, database, number, 'a'), indexValue(root, database, number, 'b'),
+                               indexValue(root, database, number, 'c'), indexValue(root, database, number, 'd')};
         if (texts[1].isEmpty())
             continue;
         QString path = texts[2];
@@ -117,7 +119,9 @@ void mnuLaden_Click(Root& root)
     DisabledButtons(root, 1);
     services.events.yield();
 
+    root.loadingCatalogue = true;
     loadRows(root);
+    root.loadingCatalogue = false;
 
     if (list.count() > 0) {
         Pause(root, 1.0);
@@ -140,12 +144,15 @@ void mnuLaden_Click(Root& root)
                                u" Wiedergabelisten überprüfen"_s, MessageIcon::Exclamation, MessageButtons::Ok);
 }
 
-void GetLoadListe(Root& root) { mnuLaden_Click(root); }
+void GetLoadListe(Root& root)
+{
+    mnuLaden_Click(root);
+}
 
 void mnuSpeichern_Click(Root& root)
 {
     ListView& list = root.LListView1;
-    if (list.count() == 0 || root.mnuFavoritenShow.Tag == u"1"_s)
+    if (list.count() == 0 || root.mnuFavoritenShow.Tag == u"1"_s || root.loadingCatalogue)
         return;
 
     DisabledButtons(root, 1);
@@ -187,6 +194,9 @@ void mnuSpeichern_Click(Root& root)
     root.services.events.yield();
 }
 
-void SaveDatabase(Root& root) { mnuSpeichern_Click(root); }
+void SaveDatabase(Root& root)
+{
+    mnuSpeichern_Click(root);
+}
 
 } // namespace orvantine

@@ -41,8 +41,8 @@ void GetPlayListe(Root& root, const QString& path)
     if (exists) {
         // Required: all four values stand in the row text, joined by commas; no sub-item is filled.
         ListItem row;
-        row.Text = padded(number, 3) + u',' + FileDirPath::FileNameOf(path) + u',' + path + u',' +
-                   QString::number(count);
+        row.Text =
+            padded(number, 3) + u',' + FileDirPath::FileNameOf(path) + u',' + path + u',' + QString::number(count);
         row.Icon = root.pIconA.Picture.value();
         row.SmallIcon = row.Icon;
         list.append(std::move(row));
@@ -73,7 +73,10 @@ void markMissing(Root& root, int row, bool missing)
     root.LListView1.setColor(row, 3, color);
 }
 
-void markFavourite(Root& root, int row) { root.LListView1.setIcons(row, isFavourite(root, row) ? u"Icon_6"_s : u"Icon_1"_s); }
+void markFavourite(Root& root, int row)
+{
+    root.LListView1.setIcons(row, isFavourite(root, row) ? u"Icon_6"_s : u"Icon_1"_s);
+}
 
 void markAllFavourites(Root& root)
 {
@@ -81,6 +84,9 @@ void markAllFavourites(Root& root)
         markFavourite(root, row);
 }
 
-bool isFavourite(const Root& root, int row) { return indexValue(root, databaseFile(root), row, 'g') == u"1"_s; }
+bool isFavourite(const Root& root, int row)
+{
+    return indexValue(root, databaseFile(root), row, 'g') == u"1"_s;
+}
 
 } // namespace orvantine

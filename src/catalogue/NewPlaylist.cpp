@@ -83,7 +83,8 @@ bool NewPlayliste(Root& root, QString& path, QString name)
 
     ensureDataFolder(root, u"Playlisten"_s);
     const QString unnamed = root.tDatenbank.Text.value() + services.start.stem + u".tmp"_s;
-    if (path.isEmpty() || path == unnamed)
+    const bool formed = path.isEmpty() || path == unnamed;
+    if (formed)
         path = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name + u".m3u"_s);
 
     if (!mayAdd(root, name))
@@ -95,11 +96,13 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         root.mnuCoverShow.Click();
     root.pCovers.Picture = QString();
 
-    const bool exists = Dateiexistenz::FileExists(root, path);
+    // A name that would leave the folder never forms a path: the row stands, its file does not.
+    const bool usable = !formed || (!FileDirPath::hasSeparator(name) && !name.contains(QChar(u'\0')));
+    const bool exists = usable && Dateiexistenz::FileExists(root, path);
     if (exists)
         root.files.clearAttributes(path);
     services.events.yield();
-    if (root.Visible.value() && !exists)
+    if (root.Visible.value() && usable && !exists)
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);

@@ -14,7 +14,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString selectedPath(const Root& root) { return root.LListView2.subItem(root.LListView2.selectedRow(), 3); }
+QString selectedPath(const Root& root)
+{
+    return root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+}
 
 /// Halves go to the even neighbour; beyond the 16 bits the nearest end stands.
 qint16 rounded(double number)
@@ -92,7 +95,7 @@ void WriteMp3Tag(Root& root)
     tag.trackFlagA = hasTrack ? 2 : 1;
     tag.trackFlagB = tag.trackFlagA;
     tag.track = hasTrack ? rounded(track) : qint16{0};
-    setText(tag, &WideMp3Record::extendedTrack, QString::number(track));
+    setText(tag, &WideMp3Record::extendedTrack, QString::number(track, 'g', 15));
 
     root.CurrentMp3File = selectedPath(root);
     Mp3Record record = narrow(tag);

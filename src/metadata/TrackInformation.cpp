@@ -22,8 +22,8 @@ namespace {
 
 void clearLabels(Root& root)
 {
-    for (Label* label : {&root.sArtist, &root.sTitle, &root.sAlbum, &root.sKommentar, &root.sBitrate, &root.sTrack,
-                         &root.sJahr})
+    for (Label* label :
+         {&root.sArtist, &root.sTitle, &root.sAlbum, &root.sKommentar, &root.sBitrate, &root.sTrack, &root.sJahr})
         label->Caption = QString();
 }
 
@@ -151,8 +151,8 @@ void GetPlayTimesOLD(Root& root)
     player.setURL(tracks.subItem(row, 3));
     yieldThrice();
     const auto seconds = static_cast<int>(std::nearbyint(player.currentDuration()));
-    const QString time = QString::number(seconds / 3600 % 24) + u':' + padded(seconds / 60 % 60, 2) + u':' +
-                         padded(seconds % 60, 2);
+    const QString time =
+        QString::number(seconds / 3600 % 24) + u':' + padded(seconds / 60 % 60, 2) + u':' + padded(seconds % 60, 2);
     tracks.setSubItem(row, 4, time);
     root.sAnzeige[0].Caption = time;
     player.close();

@@ -19,15 +19,21 @@ struct Field
 };
 
 #define ORVANTINE_FIELD(name)                                                                                          \
-    Field { &WideMp3Record::name, offsetof(Mp3Record, name), sizeof(Mp3Record::name) }
+    Field                                                                                                              \
+    {                                                                                                                  \
+        &WideMp3Record::name, offsetof(Mp3Record, name), sizeof(Mp3Record::name)                                       \
+    }
 
 constexpr std::array fields{
-    ORVANTINE_FIELD(title),           ORVANTINE_FIELD(artist),         ORVANTINE_FIELD(album),
-    ORVANTINE_FIELD(year),            ORVANTINE_FIELD(comment),        ORVANTINE_FIELD(reserved208),
-    ORVANTINE_FIELD(extendedTrack),   ORVANTINE_FIELD(extendedYear),   ORVANTINE_FIELD(extendedTitle),
-    ORVANTINE_FIELD(extendedArtist),  ORVANTINE_FIELD(extendedAlbum),  ORVANTINE_FIELD(extendedGenre),
-    ORVANTINE_FIELD(reserved1772),    ORVANTINE_FIELD(reserved2027),   ORVANTINE_FIELD(reserved2282),
-    ORVANTINE_FIELD(extendedBitRate), ORVANTINE_FIELD(reserved2792),   ORVANTINE_FIELD(extendedComment),
+    ORVANTINE_FIELD(title),         ORVANTINE_FIELD(artist),
+    ORVANTINE_FIELD(album),         ORVANTINE_FIELD(year),
+    ORVANTINE_FIELD(comment),       ORVANTINE_FIELD(reserved208),
+    ORVANTINE_FIELD(extendedTrack), ORVANTINE_FIELD(extendedYear),
+    ORVANTINE_FIELD(extendedTitle), ORVANTINE_FIELD(extendedArtist),
+    ORVANTINE_FIELD(extendedAlbum), ORVANTINE_FIELD(extendedGenre),
+    ORVANTINE_FIELD(reserved1772),  ORVANTINE_FIELD(reserved2027),
+    ORVANTINE_FIELD(reserved2282),  ORVANTINE_FIELD(extendedBitRate),
+    ORVANTINE_FIELD(reserved2792),  ORVANTINE_FIELD(extendedComment),
 };
 
 #undef ORVANTINE_FIELD

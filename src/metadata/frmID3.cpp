@@ -48,7 +48,9 @@ void cmdUpdate_Click(Root& root)
     frmID3V1& form = *root.tagForm;
     if (form.ID3Titel.Text.value().isEmpty() && form.ID3Interpret.Text.value().isEmpty())
         return;
-    const QString file = withoutQuotes(root.CurrentMp3File);
+    QString file = root.CurrentMp3File;
+    if (file.size() >= 2 && file.startsWith(u'"') && file.endsWith(u'"'))
+        file = file.mid(1, file.size() - 2);
     WriteMp3Tag(root);
     root.services.tags.EraseID3V2(file);
     root.services.events.yield();

@@ -34,6 +34,8 @@ void LListView1_Click(Root& root)
         return;
 
     const int row = list.selectedRow();
+    if (row == 0)
+        return;
     QString path = list.subItem(row, 2);
     if (!Dateiexistenz::FileExists(root, path) &&
         root.services.messages.show(u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + path,
@@ -50,8 +52,9 @@ void LListView1_Click(Root& root)
     showRowCover(root, row);
 
     root.Timer2.Enabled = true;
-    if (list.subItem(row, 3).toInt() != root.LListView2.count())
-        list.setSubItem(row, 3, QString::number(root.LListView2.count()));
+    const QString count = QString::number(root.LListView2.count());
+    if (list.subItem(row, 3) != count)
+        list.setSubItem(row, 3, count);
     DisabledButtons(root, 0);
 }
 
@@ -74,9 +77,15 @@ void LListView2_Click(Root& root)
     ShowTrackInfo(root, root.LListView2.selectedRow(), 1);
 }
 
-void LListView2_DblClick(Root& root) { playSingleTrack(root); }
+void LListView2_DblClick(Root& root)
+{
+    playSingleTrack(root);
+}
 
-void LListView1_ColumnClick(Root& root, int) { saveColumnWidths(root); }
+void LListView1_ColumnClick(Root& root, int)
+{
+    saveColumnWidths(root);
+}
 
 void LListView2_ColumnClick(Root& root, int column)
 {
@@ -87,6 +96,9 @@ void LListView2_ColumnClick(Root& root, int column)
             tracks.sortBy(position);
 }
 
-void noteFocus(Root& root, int list) { root.mnuEditCopy.Tag = QString::number(list); }
+void noteFocus(Root& root, int list)
+{
+    root.mnuEditCopy.Tag = QString::number(list);
+}
 
 } // namespace orvantine

@@ -13,7 +13,10 @@ const ListItem& ListView::item(int row) const
     return has(row) ? m_rows[static_cast<std::size_t>(row - 1)] : none;
 }
 
-QString ListView::text(int row) const { return item(row).Text; }
+QString ListView::text(int row) const
+{
+    return item(row).Text;
+}
 
 QString ListView::subItem(int row, int sub) const
 {
@@ -137,7 +140,10 @@ bool ListView::select(int row)
     return true;
 }
 
-void ListView::clearSelection() { m_selected = 0; }
+void ListView::clearSelection()
+{
+    m_selected = 0;
+}
 
 QString ListView::columnText(int column) const
 {
@@ -224,9 +230,15 @@ ListView::Batch::~Batch()
         m_list.publish();
 }
 
-int ListView::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_published; }
+int ListView::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_published;
+}
 
-int ListView::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : columns(); }
+int ListView::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : columns();
+}
 
 QVariant ListView::data(const QModelIndex& index, int role) const
 {
@@ -240,8 +252,19 @@ QVariant ListView::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return textAt(shown, column);
-    case Qt::ToolTipRole:
-        return sub != nullptr && !sub->ToolTipText.isEmpty() ? sub->ToolTipText : textAt(shown, column);
+    case Qt::ToolTipRole: {
+        if (sub != nullptr && !sub->ToolTipText.isEmpty())
+            return sub->ToolTipText;
+        const bool missing = sub != nullptr && sub->ForeColor == Color::DarkRed;
+        return missing ? textAt(shown, column) + QStringLiteral("\n(Datei fehlt)") : textAt(shown, column);
+    }
+    case Qt::AccessibleTextRole: {
+        const bool missing = (sub != nullptr ? sub->ForeColor : shown.ForeColor) == Color::DarkRed;
+        return QStringLiteral("%1%2, %3 von %4")
+            .arg(textAt(shown, column), missing ? QStringLiteral(", fehlt") : QString())
+            .arg(index.row() + 1)
+            .arg(m_published);
+    }
     case IconNameRole:
         return column == 1 ? shown.SmallIcon : sub != nullptr ? sub->ReportIcon : QString();
     case ColorRole:
@@ -278,9 +301,10 @@ void ListView::changed(int row, int column)
 int ListView::placeFor(const ListItem& item) const
 {
     const QString key = textAt(item, m_sortColumn).toCaseFolded();
-    const auto place = std::upper_bound(m_rows.begin(), m_rows.end(), key, [this](const QString& k, const ListItem& row) {
-        return k < textAt(row, m_sortColumn).toCaseFolded();
-    });
+    const auto place =
+        std::upper_bound(m_rows.begin(), m_rows.end(), key, [this](const QString& k, const ListItem& row) {
+            return k < textAt(row, m_sortColumn).toCaseFolded();
+        });
     return static_cast<int>(place - m_rows.begin()) + 1;
 }
 

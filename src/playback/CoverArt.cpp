@@ -20,7 +20,10 @@ QString resourceFile(const Root& root, const QString& name)
     return FileDirPath::join(root.tDatenbank.Text.value() + u"Resource"_s, name);
 }
 
-QString selectedName(const Root& root) { return root.LListView1.subItem(root.LListView1.selectedRow(), 1); }
+QString selectedName(const Root& root)
+{
+    return root.LListView1.subItem(root.LListView1.selectedRow(), 1);
+}
 
 QString startFolder(const Root& root)
 {
@@ -80,7 +83,7 @@ void pCovers_Click(Root& root)
                                          .fileName = {},
                                          .filter = u"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*"_s,
                                          .defaultExtension = u"*.jpg"_s});
-    if (!chosen || chosen->fileName.isEmpty())
+    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
         return;
     const QString copy = resourceFile(root, selectedName(root) + chosen->fileName.right(4));
     root.files.copy(FileDirPath::join(chosen->folder, chosen->fileName), copy);

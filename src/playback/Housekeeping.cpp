@@ -30,7 +30,8 @@ void showRipper(Root& root)
 }
 
 /// A column that was drawn too narrow gets the width of its creation back; one of width 0 is meant to be hidden.
-template <std::size_t Columns> void restoreColumns(ListView& list, const std::array<Twips, Columns>& widths)
+template <std::size_t Columns>
+void restoreColumns(ListView& list, const std::array<Twips, Columns>& widths)
 {
     constexpr Twips Narrowest = 500;
     for (int column = 1; column <= list.columns() && column <= static_cast<int>(Columns); ++column) {
@@ -46,29 +47,52 @@ void enableCommands(Root& root)
     root.pSoundPlayer.Enabled = any && !root.pPausePlayer.Enabled.value();
     root.pSymbole.Enabled = any;
     root.pHinweistext.Visible = !any;
-    for (MenuItem* item : {&root.mnuEigenschaften,        &root.mnuAddSounds,
-                           &root.mnuUmbenennen,           &root.mnuBeschriftung,
-                           &root.mnuLöschen,              &root.mnuVerschiebung[1],
-                           &root.mnuVerschiebung[2],      &root.mnuVerschiebung[3],
-                           &root.mnuHandling[1],          &root.mnuHandling[2],
-                           &root.mnuHandling[3],          &root.mnuHandling[4],
-                           &root.mnuHandling[5],          &root.mnuHandling[6],
-                           &root.mnuSortierung[1],        &root.mnuSortierung[2],
-                           &root.mnuSortierung[3],        &root.mnuWiedergabe,
-                           &root.mnuSpeichernUnter,       &root.mnuSpeichern,
-                           &root.mnuLaden,                &root.mnuSuchen,
-                           &root.mnuFavoriten,            &root.mnuFavoritenShow,
-                           &root.mnuCheckPlaylists,       &root.mnuFolderCheck,
-                           &root.mnuPackGo,               &root.mnuDbSicherungen,
-                           &root.mnuOpenMediaplayerEx[1], &root.mnuOpenMediaplayerEx[2],
-                           &root.mnuEingangsordner,       &root.mnuCopyTrack,
-                           &root.mnuSetTagName,           &root.mnuMoveEntry[1],
-                           &root.mnuMoveEntry[2],         &root.mnuDateiEigenschaften,
-                           &root.mnuGetIDTag,             &root.mnuFileKill,
-                           &root.mnuFileSave,             &root.mnuFileProperties,
-                           &root.mnxBearbeitenEx[1],      &root.mnxBearbeitenEx[2],
-                           &root.mnxBearbeiten[1],        &root.mnxBearbeiten[2],
-                           &root.mnxBearbeiten[3],        &root.mnxBearbeiten[4]})
+    for (MenuItem* item : {&root.mnuEigenschaften,
+                           &root.mnuAddSounds,
+                           &root.mnuUmbenennen,
+                           &root.mnuBeschriftung,
+                           &root.mnuLöschen,
+                           &root.mnuVerschiebung[1],
+                           &root.mnuVerschiebung[2],
+                           &root.mnuVerschiebung[3],
+                           &root.mnuHandling[1],
+                           &root.mnuHandling[2],
+                           &root.mnuHandling[3],
+                           &root.mnuHandling[4],
+                           &root.mnuHandling[5],
+                           &root.mnuHandling[6],
+                           &root.mnuSortierung[1],
+                           &root.mnuSortierung[2],
+                           &root.mnuSortierung[3],
+                           &root.mnuWiedergabe,
+                           &root.mnuSpeichernUnter,
+                           &root.mnuSpeichern,
+                           &root.mnuLaden,
+                           &root.mnuSuchen,
+                           &root.mnuFavoriten,
+                           &root.mnuFavoritenShow,
+                           &root.mnuCheckPlaylists,
+                           &root.mnuFolderCheck,
+                           &root.mnuPackGo,
+                           &root.mnuDbSicherungen,
+                           &root.mnuOpenMediaplayerEx[1],
+                           &root.mnuOpenMediaplayerEx[2],
+                           &root.mnuEingangsordner,
+                           &root.mnuCopyTrack,
+                           &root.mnuSetTagName,
+                           &root.mnuMoveEntry[1],
+                           &root.mnuMoveEntry[2],
+                           &root.mnuDateiEigenschaften,
+                           &root.mnuGetIDTag,
+                           &root.mnuFileKill,
+                           &root.mnuFileSave,
+                           &root.mnuFileProperties,
+                           &root.mnxBearbeitenEx[1],
+                           &root.mnxBearbeitenEx[2],
+                           &root.mnxBearbeiten[1],
+                           &root.mnxBearbeiten[2],
+                           &root.mnxBearbeiten[3],
+                           &root.mnxBearbeiten[4]})
         item->Enabled = any;
     root.mnuSoundplayerExt.Visible = root.services.mediaplayer.playlistCount() >= 2;
 }
@@ -96,7 +120,7 @@ void stopAtEnd(Root& root)
     if (!root.pPausePlayer.Enabled.value() || !ended())
         return;
     Pause(root, 1.0);
-    if (ended())
+    if (ended() && !root.services.events.ended())
         pStopPlayer_Click(root);
 }
 
@@ -109,8 +133,7 @@ void showHint(Label& label, const QString& hint)
 
 void showDescription(Root& root)
 {
-    const QString description =
-        indexValue(root, databaseFile(root), root.LListView1.selectedRow(), 'e');
+    const QString description = indexValue(root, databaseFile(root), root.LListView1.selectedRow(), 'e');
     if (root.LListView1.count() == 0)
         showHint(root.LSoundCaption,
                  u"Fügen Sie eine neue Wiedergabeliste hinzu, indem Sie die m3u-Datei in die Orvante ziehen."_s);
@@ -143,10 +166,9 @@ void Timer2_Tick(Root& root)
 
     stopAtEnd(root);
 
-    root.LListenCaption.Caption =
-        root.bMoveDown.Enabled.value()
-            ? u"Verwenden Sie diese Cursor-Schaltflächen zum verschieben der Einträge."_s
-            : u"Klicken Sie das CD-Symbol um die Wiedergabe der Playliste zu starten."_s;
+    root.LListenCaption.Caption = root.bMoveDown.Enabled.value()
+                                      ? u"Verwenden Sie diese Cursor-Schaltflächen zum verschieben der Einträge."_s
+                                      : u"Klicken Sie das CD-Symbol um die Wiedergabe der Playliste zu starten."_s;
 
     showDescription(root);
 }
@@ -159,8 +181,7 @@ void Timer3_Tick(Root& root)
     if (ticks < TicksToStart)
         return;
     root.Timer3.Enabled = false;
-    const QString setup = FileDirPath::join(
-        FileDirPath::join(root.services.folders.program, u"Updates"), u"Setup.exe");
+    const QString setup = FileDirPath::join(FileDirPath::join(root.services.folders.program, u"Updates"), u"Setup.exe");
     if (!Dateiexistenz::FileExists(root, setup))
         return;
     Pause(root, 3.0);

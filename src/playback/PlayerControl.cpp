@@ -10,7 +10,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-bool isPaused(const Root& root) { return root.services.mediaplayer.status() == u"Angehalten"_s; }
+bool isPaused(const Root& root)
+{
+    return root.services.mediaplayer.status() == u"Angehalten"_s;
+}
 
 void offerPause(Root& root)
 {
@@ -36,6 +39,8 @@ void startList(Root& root)
     MediaPlayer& player = root.services.mediaplayer;
     ListView& list = root.LListView1;
     const int row = list.selectedRow();
+    if (row == 0)
+        return;
 
     player.newPlaylist(list.subItem(row, 2), list.subItem(row, 3));
     if (root.LListView2.count() == 1) {
@@ -48,6 +53,8 @@ void startList(Root& root)
     root.LListView2.Tag = QString::number(row);
     root.pSoundPlayer.Tag = root.LListView2.Tag;
     showRunning(root, true);
+    // The end of this list has not been seen yet, whatever became of the one before.
+    root.pPausePlayer.Tag = u"0"_s;
     offerPause(root);
     if (player.status() != u"Beendet"_s)
         player.close();
@@ -88,7 +95,10 @@ void pSoundPlayer_Click(Root& root)
     }
 }
 
-void pPausePlayer_Click(Root& root) { mnuSoundplayer_Click(root, root.mnuSoundplayer[4].Enabled.value() ? 4 : 3); }
+void pPausePlayer_Click(Root& root)
+{
+    mnuSoundplayer_Click(root, root.mnuSoundplayer[4].Enabled.value() ? 4 : 3);
+}
 
 void pStopPlayer_Click(Root& root)
 {
@@ -102,9 +112,15 @@ void pStopPlayer_Click(Root& root)
     root.services.mediaplayer.close();
 }
 
-void pPlayBack_Click(Root& root) { root.services.mediaplayer.previous(); }
+void pPlayBack_Click(Root& root)
+{
+    root.services.mediaplayer.previous();
+}
 
-void pPlayForward_Click(Root& root) { root.services.mediaplayer.next(); }
+void pPlayForward_Click(Root& root)
+{
+    root.services.mediaplayer.next();
+}
 
 void mnuWiedergabe_Click(Root& root)
 {

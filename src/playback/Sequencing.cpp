@@ -24,6 +24,30 @@ bool atLastTrack(const MediaPlayer& player)
     return last < 0 || player.playlistSourceURL(last) == player.currentSourceURL();
 }
 
+/// Hands the selected track to the idle player.
+void startTrack(Root& root)
+{
+    MediaPlayer& player = root.services.mediaplayer;
+    const ListView& list = root.LListView1;
+    showRunning(root, true);
+    root.pSoundPlayer.Tag = QString::number(list.selectedRow());
+    player.close();
+    QString path = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+    if (!FileDirPath::hasSeparator(path))
+        path = FileDirPath::FolderOf(list.subItem(list.selectedRow(), 2)) + path;
+    player.newMedia(path);
+    player.setURL(path);
+    root.LListView2.Tag = QString::number(list.selectedRow());
+}
+
+/// A single track has no sequence.
+void leaveSequence(Root& root)
+{
+    LListView2_Click(root);
+    root.mnuSoundplayerExt.Visible = false;
+    root.Timer1.Enabled = false;
+}
+
 void openRow(Root& root, int row)
 {
     root.LListView1.Tag = QString::number(row);
@@ -62,6 +86,8 @@ void playNextPlaylist(Root& root)
     list.select(next > list.count() ? 1 : next);
     root.services.events.yield();
     Pause(root, 1.0);
+    if (root.services.events.ended())
+        return;
     root.services.mediaplayer.close();
 
     openRow(root, list.selectedRow());
@@ -80,28 +106,13 @@ void playSingleTrack(Root& root)
 {
     if (root.LListView2.count() == 0)
         return;
-    LListView2_Click(root);
-    root.mnuSoundplayerExt.Visible = false;
-    root.Timer1.Enabled = false;
-
-    MediaPlayer& player = root.services.mediaplayer;
-    ListView& list = root.LListView1;
-    if (root.pSoundPlayer.Enabled.value()) {
-        showRunning(root, true);
-        root.pSoundPlayer.Tag = QString::number(list.selectedRow());
-        player.close();
-        QString path = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
-        if (!FileDirPath::hasSeparator(path))
-            path = FileDirPath::FolderOf(list.subItem(list.selectedRow(), 2)) + path;
-        player.newMedia(path);
-        player.setURL(path);
-        root.LListView2.Tag = QString::number(list.selectedRow());
-    } else {
+    leaveSequence(root);
+    if (!root.pSoundPlayer.Enabled.value()) {
         showRunning(root, false);
-        root.Timer1.Enabled = false;
-        player.close();
-        playSingleTrack(root);
+        root.services.mediaplayer.close();
+        leaveSequence(root);
     }
+    startTrack(root);
     LoadMp3Info(root);
 }
 
@@ -146,8 +157,8 @@ void Timer1_Tick(Root& root)
         return;
     }
 
-    const bool ready = state == PlayState::Ready && root.pPausePlayer.Enabled.value() &&
-                       root.pPausePlayer.Tag.toInt() == 0;
+    const bool ready =
+        state == PlayState::Ready && root.pPausePlayer.Enabled.value() && root.pPausePlayer.Tag.toInt() == 0;
     if (ready || state == PlayState::Stopped)
         root.pPausePlayer.Tag = u"1"_s;
     if (root.pPausePlayer.Tag.toInt() != 1 || !root.pPausePlayer.Enabled.value())

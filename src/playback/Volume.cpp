@@ -13,11 +13,20 @@ constexpr long LevelPerStep = 8000;
 
 } // namespace
 
-clsVolume::clsVolume(MixerDevice& mixer) : m_mixer(mixer) { m_mixer.open(); }
+clsVolume::clsVolume(MixerDevice& mixer) : m_mixer(mixer)
+{
+    m_mixer.open();
+}
 
-clsVolume::~clsVolume() { m_mixer.close(); }
+clsVolume::~clsVolume()
+{
+    m_mixer.close();
+}
 
-long clsVolume::WaveVolume() const { return m_mixer.level(Speakers); }
+long clsVolume::WaveVolume() const
+{
+    return m_mixer.level(Speakers);
+}
 
 void clsVolume::setWaveVolume(long level)
 {

@@ -29,9 +29,15 @@ int countUpTo(QStringView text, int most)
 
 } // namespace
 
-int countEntries(QStringView text) { return countUpTo(text, MostEntries); }
+int countEntries(QStringView text)
+{
+    return countUpTo(text, MostEntries);
+}
 
-bool exceedsCount(QStringView text) { return countUpTo(text, MostEntries + 1) > MostEntries; }
+bool exceedsCount(QStringView text)
+{
+    return countUpTo(text, MostEntries + 1) > MostEntries;
+}
 
 QString normalisedEntries(QStringView text, const std::function<QString(const QString&)>& shorten)
 {
@@ -128,6 +134,9 @@ QString TextLines::line(int number) const
     return cutTo(m_text.mid(start, end - start), Longest);
 }
 
-QString GetTextZeile(const QString& text, int line) { return TextLines(text).line(line); }
+QString GetTextZeile(const QString& text, int line)
+{
+    return TextLines(text).line(line);
+}
 
 } // namespace orvantine

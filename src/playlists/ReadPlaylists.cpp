@@ -14,6 +14,8 @@
 #include "playlists/PlaylistText.h"
 #include "shell/MainWindow.h"
 
+#include <utility>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -21,6 +23,30 @@ using namespace Qt::StringLiterals;
 namespace {
 
 enum class Companion { None, Missing, Backup };
+
+/// One read of a playlist. Events are served inside it, and one of them may begin another read: the later one then owns
+/// the track list, and the earlier has nothing more to do.
+class ReadGuard
+{
+public:
+    explicit ReadGuard(Root& root) : m_root(root), m_number(++root.currentRead) { ++m_root.readsUnderWay; }
+    ~ReadGuard() { release(); }
+    ReadGuard(const ReadGuard&) = delete;
+    ReadGuard& operator=(const ReadGuard&) = delete;
+
+    [[nodiscard]] bool overtaken() const { return m_root.currentRead != m_number; }
+    /// The rows stand: they may be saved from now on.
+    void release()
+    {
+        if (!std::exchange(m_released, true))
+            --m_root.readsUnderWay;
+    }
+
+private:
+    Root& m_root;
+    int m_number;
+    bool m_released = false;
+};
 
 /// The wait state of a read: the lists are out of reach and the tracks out of sight until it has ended.
 void enterRead(Root& root)
@@ -46,8 +72,8 @@ void applyStoredWidth(Root& root, const QString& name, ListView& list, int colum
 {
     constexpr double Narrowest = 500;
     const Setting stored = readSetting(root, name);
-    if (stored.present && stored.number() >= Narrowest)
-        list.setColumnWidth(column, static_cast<Twips>(stored.number()));
+    if (stored.number() >= Narrowest)
+        list.setColumnWidth(column, stored.whole());
 }
 
 /// Turns an NML list into an M3U list in "Playlisten", unless that stands already; gives the new path.
@@ -72,7 +98,10 @@ Companion companionOf(const Root& root, QString& path)
     return Dateiexistenz::FileExists(root, path + u"bak"_s) ? Companion::Backup : Companion::Missing;
 }
 
-bool mayAsk(const Root& root) { return root.Visible.value() && root.mnuErrorDisplay.Checked.value(); }
+bool mayAsk(const Root& root)
+{
+    return root.Visible.value() && root.mnuErrorDisplay.Checked.value();
+}
 
 /// Offers to choose the list that was moved away and brings it back to its old place.
 void offerOtherFile(Root& root, QString& path)
@@ -85,13 +114,12 @@ void offerOtherFile(Root& root, QString& path)
     if (answer != Answer::Yes)
         return leaveRead(root);
 
-    const std::optional<ChosenFile> chosen =
-        services.choosers.openFile({.title = u"Datei öffnen"_s,
-                                    .folder = FileDirPath::FolderOf(path),
-                                    .fileName = FileDirPath::FileNameOf(path),
-                                    .filter = playlistFilter(),
-                                    .defaultExtension = u"m3u"_s});
-    if (!chosen || chosen->fileName.isEmpty())
+    const std::optional<ChosenFile> chosen = services.choosers.openFile({.title = u"Datei öffnen"_s,
+                                                                         .folder = FileDirPath::FolderOf(path),
+                                                                         .fileName = FileDirPath::FileNameOf(path),
+                                                                         .filter = playlistFilter(),
+                                                                         .defaultExtension = u"m3u"_s});
+    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
         return leaveRead(root);
     const QString file = FileDirPath::join(chosen->folder, chosen->fileName);
     if (file.size() < 4)
@@ -108,12 +136,11 @@ void offerOtherFile(Root& root, QString& path)
 void offerBackup(Root& root, QString& path)
 {
     Services& services = root.services;
-    if (mayAsk(root) &&
-        services.messages.show(u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
-                               u"Eine Sicherungsdatei der Playliste ist im Ordner jedoch vorhanden.\n \n"
-                               u"Möchten Sie diese Backupdatei der Playliste wiederherstellen ?"_s,
-                               u" Songinformationen"_s, MessageIcon::Exclamation,
-                               MessageButtons::YesNo) == Answer::Yes) {
+    if (mayAsk(root) && services.messages.show(
+                            u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
+                            u"Eine Sicherungsdatei der Playliste ist im Ordner jedoch vorhanden.\n \n"
+                            u"Möchten Sie diese Backupdatei der Playliste wiederherstellen ?"_s,
+                            u" Songinformationen"_s, MessageIcon::Exclamation, MessageButtons::YesNo) == Answer::Yes) {
         root.files.copy(path + u"bak"_s, path + u"m3u"_s);
         root.files.remove(path + u"bak"_s);
         services.events.yield();
@@ -197,11 +224,12 @@ void GetPlayEntrys(Root& root, QString& path)
     ensureDataFolder(root, u"Playlisten"_s);
     Services& services = root.services;
 
+    ReadGuard guard(root);
     enterRead(root);
     const int number = root.LListView1.selectedRow();
     createTrackColumns(root);
 
-    if (path.right(3).toLower() == u"nml"_s)
+    if (path.right(3).toLower() == u"nml"_s && Dateiexistenz::FileExists(root, path))
         path = convertNml(root, path);
 
     const Companion companion = companionOf(root, path);
@@ -210,7 +238,11 @@ void GetPlayEntrys(Root& root, QString& path)
 
     const int count = GetPlayCounts(root, path);
     TextDosConvert(root, path);
+    if (guard.overtaken())
+        return;
 
+    if (companion != Companion::None)
+        guard.release();
     if (companion == Companion::Missing && mayAsk(root))
         return offerOtherFile(root, path);
     if (companion == Companion::Backup)
@@ -227,12 +259,17 @@ void GetPlayEntrys(Root& root, QString& path)
 
     root.tPlaylisteinträge.Caption = root.LListView1.subItem(number, 1);
     services.events.yield();
+    if (guard.overtaken())
+        return;
     showCover(root);
     showDescription(root, number, {});
 
     leaveRead(root);
     root.LListView2.Visible = true;
+    guard.release();
     services.events.yield();
+    if (guard.overtaken())
+        return;
 
     showDate(root, number);
     showDescription(root, number, addTracksHint());
@@ -285,7 +322,10 @@ bool TextDosConvert(Root& root, const QString& path)
     return true;
 }
 
-void LoadPlayEntrysTmp(Root& root) { root.LListView1.Click(); }
+void LoadPlayEntrysTmp(Root& root)
+{
+    root.LListView1.Click();
+}
 
 void createTrackColumns(Root& root)
 {

@@ -71,7 +71,8 @@ void writeList(Root& root, const QString& path)
         return;
     }
     // A file with more entries than a list can show would lose the rest: it is left alone.
-    const bool fits = !exceedsCount(root.files.readText(path).text);
+    const ReadText before = root.files.readText(path);
+    const bool fits = before.outcome != ReadOutcome::Failed && !exceedsCount(before.text);
     const QString text = rowsAsText(root.LListView2);
     if (fits && Dateiexistenz::FileExists(root, path))
         root.files.clearAttributes(path);
@@ -124,6 +125,9 @@ void exportTo(Root& root, const QString& title, const QString& path, const QStri
 
 void SavePlayEntrys(Root& root)
 {
+    // Inside a read the rows are half a list.
+    if (root.readsUnderWay > 0)
+        return;
     prepareSave(root);
     const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
     if (root.mnuLokalePlayliste.Checked.value() && !isUserList(root, path))
@@ -134,21 +138,25 @@ void SavePlayEntrys(Root& root)
 
 void SaveLocalEntrys(Root& root)
 {
+    if (root.readsUnderWay > 0)
+        return;
     ensureDataFolder(root, u"Playlisten"_s);
     updateTrackCount(root);
     enterSave(root);
 
     ListView& list = root.LListView1;
     const QString old = list.subItem(list.selectedRow(), 2);
-    if (old.isEmpty() || !Dateiexistenz::FileExists(root, old)) {
-        tellFailure(root);
-        leaveSave(root);
-        return;
-    }
     const QString local =
         FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, FileDirPath::FileNameOf(old));
-    list.setSubItem(list.selectedRow(), 2, local);
-    root.files.copy(old, local);
+    if (old.toLower() != local.toLower()) {
+        if (old.isEmpty() || !Dateiexistenz::FileExists(root, old)) {
+            tellFailure(root);
+            leaveSave(root);
+            return;
+        }
+        list.setSubItem(list.selectedRow(), 2, local);
+        root.files.copy(old, local);
+    }
 
     // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.
     prepareSave(root);
@@ -171,7 +179,7 @@ void mnuSpeichernUnter_Click(Root& root)
                                     .folder = ownFolder.isEmpty() ? SpecialFolder(root, 5) : ownFolder,
                                     .filter = playlistFilter(),
                                     .defaultExtension = u"m3u"_s});
-    if (!chosen || chosen->fileName.isEmpty())
+    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
         return;
     const QString target = FileDirPath::join(chosen->folder, chosen->fileName);
     if (target.size() < 5)

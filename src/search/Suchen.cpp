@@ -4,6 +4,9 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
-Suchen::Suchen() : Form(u"Suchen"_s) { Caption = u" Suchen"_s; }
+Suchen::Suchen() : Form(u"Suchen"_s)
+{
+    Caption = u" Suchen"_s;
+}
 
 } // namespace orvantine

@@ -33,12 +33,13 @@ bool toggle(MenuItem& item)
 Twips storedWidth(const Root& root, const QString& name, Twips otherwise)
 {
     const Setting stored = readSetting(root, name);
-    return stored.present && stored.number() >= NarrowestStored ? static_cast<Twips>(stored.number()) : otherwise;
+    return stored.number() >= NarrowestStored ? stored.whole() : otherwise;
 }
 
 void storeWidth(Root& root, const QString& name, const ListView& list, int column)
 {
-    writeSetting(root, name, QString::number(list.columnWidth(column)));
+    if (column <= list.columns())
+        writeSetting(root, name, QString::number(list.columnWidth(column)));
 }
 
 } // namespace
@@ -57,13 +58,16 @@ void DisabledButtons(Root& root, int off)
     root.buttonsDisabled = !on;
 }
 
-void DisabledButtons(Root& root) { DisabledButtons(root, root.buttonsDisabled ? 0 : 1); }
+void DisabledButtons(Root& root)
+{
+    DisabledButtons(root, root.buttonsDisabled ? 0 : 1);
+}
 
 void Form_Resize(Root& root)
 {
     if (root.State.value() == WindowState::Minimized) {
-        // A desktop without a tray keeps the window in its task bar.
-        root.Visible = !root.services.tray.available();
+        if (root.services.tray.available())
+            root.Visible = false;
         return;
     }
     if (root.State.value() == WindowState::Maximized)
@@ -159,6 +163,8 @@ void mnuSpaltenReset_Click(Root& root)
     root.LListView1.setColumnWidth(4, TracksWidth);
     resetTrackColumnWidths(root);
     SaveOptions(root);
+    // Saving takes the tray icon away; the program goes on and keeps it.
+    root.services.tray.add(u"Orvanten Manager"_s);
 }
 
 void mnuAddSoundfiles_Click(Root& root)
@@ -179,9 +185,15 @@ void mnuLokalePlayliste_Click(Root& root)
     toggle(root.mnuLokalePlayliste);
 }
 
-void mnuHilfe_Click(Root& root) { showHelp(root, u"/1.0 Erste Schritte.htm"); }
+void mnuHilfe_Click(Root& root)
+{
+    showHelp(root, u"/1.0 Erste Schritte.htm");
+}
 
-void mnuInfo_Click(Root& root) { root.services.forms.showModal(*root.info); }
+void mnuInfo_Click(Root& root)
+{
+    root.services.forms.showModal(*root.info);
+}
 
 void showHelp(Root& root, const char16_t* topic)
 {
@@ -189,11 +201,11 @@ void showHelp(Root& root, const char16_t* topic)
     if (!Dateiexistenz::FileExists(root, help))
         return;
     const QString name = QString::fromUtf16(topic);
-    root.services.launcher.start({.kind = LaunchKind::Help,
-                                  .command = FileDirPath::join(WindowsFolder(root), u"hh.exe") + u' ' + help +
-                                             u"::"_s + name,
-                                  .target = help,
-                                  .arguments = {name}});
+    root.services.launcher.start(
+        {.kind = LaunchKind::Help,
+         .command = FileDirPath::join(WindowsFolder(root), u"hh.exe") + u' ' + help + u"::"_s + name,
+         .target = help,
+         .arguments = {name}});
 }
 
 } // namespace orvantine

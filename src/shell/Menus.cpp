@@ -212,8 +212,14 @@ void setUpMenus(Root& root)
     setUp(popupRows(root));
 }
 
-std::vector<MenuEntry> menuBar(Root& root) { return entriesOf(barRows(root)); }
+std::vector<MenuEntry> menuBar(Root& root)
+{
+    return entriesOf(barRows(root));
+}
 
-std::vector<MenuEntry> trackPopup(Root& root) { return entriesOf(popupRows(root)); }
+std::vector<MenuEntry> trackPopup(Root& root)
+{
+    return entriesOf(popupRows(root));
+}
 
 } // namespace orvantine

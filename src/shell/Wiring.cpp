@@ -10,6 +10,7 @@
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
+#include "playback/Tray.h"
 #include "playback/Volume.h"
 #include "playlists/SavePlaylists.h"
 #include "shell/Dialoge.h"
@@ -23,12 +24,14 @@ namespace {
 using Handler = void (*)(Root&);
 using IndexedHandler = void (*)(Root&, int);
 
-template <class C> void on(C& control, Root& root, Handler handler)
+template <class C>
+void on(C& control, Root& root, Handler handler)
 {
     control.Click = [&root, handler] { handler(root); };
 }
 
-template <class C> void on(C& control, Root& root, IndexedHandler handler, int index)
+template <class C>
+void on(C& control, Root& root, IndexedHandler handler, int index)
 {
     control.Click = [&root, handler, index] { handler(root, index); };
 }
@@ -99,6 +102,12 @@ void wirePlayer(Root& root)
     on(root.pPlayBack, root, pPlayBack_Click);
     on(root.pPlayForward, root, pPlayForward_Click);
     on(root.pCovers, root, pCovers_Click);
+    on(root.pTrayicon, root, pTrayicon_Click);
+    root.tBeschreibung.DblClick = [&root] { pTrayicon_Click(root); };
+    root.tPlaylisteinträge.DblClick = [&root] { tPlaylisteinträge_DblClick(root); };
+    root.pMpeg.DblClick = [&root] { pMpeg_DblClick(root); };
+    root.pTrayicons.MouseMove = [&root](int x) { pTrayicons_MouseMove(root, x); };
+    root.services.tray.Callback = [&root](int x) { root.pTrayicons.MouseMove(x); };
     root.sVolume.MouseDown = [&root] { LoadVolume(root); };
     root.services.mediaplayer.MediaChange = [&root] { MediaChange(root); };
     root.services.mediaInfo.MediaChange = [&root] { MediaChange(root); };

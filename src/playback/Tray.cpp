@@ -1,0 +1,72 @@
+#include "playback/Tray.h"
+
+#include "app/Root.h"
+#include "playback/CoverArt.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void press(MenuItem& item)
+{
+    if (item.Click)
+        item.Click();
+}
+
+void hideWindow(Root& root)
+{
+    root.State = WindowState::Minimized;
+    root.Visible = false;
+}
+
+/// A window last closed on a larger screen must not come back out of sight.
+void bringBack(Root& root)
+{
+    constexpr Twips SafeTop = 500;
+    constexpr Twips SafeLeft = 300;
+    root.services.forms.toFront(root);
+    root.services.events.yield();
+    const ScreenSize screen = root.services.screen.size();
+    if (root.Top.value() >= screen.height)
+        root.Top = SafeTop;
+    if (root.Left.value() >= screen.width)
+        root.Left = SafeLeft;
+    root.State = WindowState::Normal;
+    root.Visible = true;
+}
+
+} // namespace
+
+void pTrayicons_MouseMove(Root& root, int x)
+{
+    const QString message = QString::number(x, 16).toUpper();
+    // Required: the two constants are literal, so pixels of another width leave the icon dead.
+    if (message != u"1E3C"_s && message != u"1E0F"_s)
+        return;
+    if (root.Visible.value())
+        hideWindow(root);
+    else
+        bringBack(root);
+}
+
+void pTrayicon_Click(Root& root)
+{
+    if (root.tDateiname.Enabled.value())
+        press(root.mnuBeschriftung);
+}
+
+void tPlaylisteinträge_DblClick(Root& root)
+{
+    if (root.tDateiname.Enabled.value())
+        press(root.mnuUmbenennen);
+}
+
+void pMpeg_DblClick(Root& root)
+{
+    if (root.LListView1.count() > 0)
+        pCovers_Click(root);
+}
+
+} // namespace orvantine
