@@ -16,12 +16,13 @@
 #include "platform/qt/QtMessages.h"
 #include "platform/qt/Theme.h"
 #include "platform/sound/NullMixer.h"
-#include "platform/tags/NoTags.h"
+#include "platform/tags/TagLibTags.h"
 
 #include <QApplication>
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QLoggingCategory>
 #include <QTimer>
 #include <QTranslator>
 
@@ -33,6 +34,9 @@ using namespace orvantine;
 using namespace Qt::StringLiterals;
 
 namespace {
+
+/// Tells when the window stands: QT_LOGGING_RULES="orvantine.start=true".
+Q_LOGGING_CATEGORY(startLog, "orvantine.start", QtWarningMsg)
 
 constexpr int VersionMajor = 2;
 constexpr int VersionMinor = 3;
@@ -90,7 +94,7 @@ struct Desktop
     MpvPlayer mediaInfo{files};
     NullMixer mixer;
     NullSound sound;
-    NoTags tags;
+    TagLibTags tags{files};
 };
 
 StartContext startContext()
@@ -136,6 +140,8 @@ int run()
     QTimer::singleShot(0, &window, [&root] {
         Form_Initialize(root);
         Form_Load(root);
+        // Behind the events that draw it.
+        QTimer::singleShot(0, [] { qCDebug(startLog, "window visible"); });
     });
     const int result = QApplication::exec();
 

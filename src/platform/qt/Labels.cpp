@@ -60,7 +60,6 @@ TextLabel::TextLabel(Weight weight, QWidget* parent) : QLabel(parent), m_weight(
 void TextLabel::setLines(int lines)
 {
     m_lines = lines;
-    setWordWrap(lines > 1);
     updateGeometry();
 }
 

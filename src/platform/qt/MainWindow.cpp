@@ -14,12 +14,14 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <chrono>
 
 namespace orvantine {
@@ -90,6 +92,8 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     m_bindings.follow(root.State, [this](WindowState) { showState(); });
     m_bindings.follow(root.Visible, [this](bool) { showVisible(); });
     m_catalogue->list().setFocus();
+    // A dialog that comes up before this window is to stand over it all the same.
+    winId();
 }
 
 MainWindow::~MainWindow() = default;
@@ -178,8 +182,9 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
     // The lists know the keys of the player; they work from every other place of the window too.
     ListView& list = m_root.mnuEditCopy.Tag == u"2" ? m_root.LListView2 : m_root.LListView1;
     const bool fromList = dynamic_cast<ReportList*>(focusWidget()) != nullptr;
-    if (!fromList && shiftWordOf(*event) == 4 && list.Enabled.value() && list.KeyDown &&
-        list.KeyDown(4, keyCodeOf(*event)))
+    const int code = keyCodeOf(*event);
+    if (!fromList && code != 0 && shiftWordOf(*event) == 4 && list.Enabled.value() && list.KeyDown &&
+        list.KeyDown(4, code))
         return;
     QMainWindow::keyPressEvent(event);
 }
@@ -187,14 +192,14 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
 void MainWindow::showPlace()
 {
     const QPoint place(pixelsOf(m_root.Left.value()), pixelsOf(m_root.Top.value()));
-    if (m_root.State.value() == WindowState::Normal && pos() != place)
+    if (!m_noting && m_root.State.value() == WindowState::Normal && pos() != place)
         move(place);
 }
 
 void MainWindow::showSize()
 {
     const QSize size(pixelsOf(m_root.Width.value()), pixelsOf(m_root.Height.value()));
-    if (m_root.State.value() == WindowState::Normal && this->size() != size)
+    if (!m_noting && m_root.State.value() == WindowState::Normal && this->size() != size)
         resize(size);
 }
 
@@ -215,10 +220,15 @@ void MainWindow::showVisible()
     if (visible == isVisible())
         return;
     setVisible(visible);
-    if (visible && m_root.State.value() != WindowState::Minimized) {
-        raise();
+    if (!visible || m_root.State.value() == WindowState::Minimized)
+        return;
+    raise();
+    const QList<QDialog*> dialogs = findChildren<QDialog*>();
+    const auto shown = std::find_if(dialogs.begin(), dialogs.end(), [](const QDialog* d) { return d->isVisible(); });
+    if (shown == dialogs.end())
         activateWindow();
-    }
+    else
+        (*shown)->activateWindow();
 }
 
 void MainWindow::notePlace()
@@ -230,10 +240,12 @@ void MainWindow::notePlace()
         if (pixelsOf(measure.value()) != pixels)
             measure = twipsOf(pixels);
     };
+    m_noting = true;
     note(m_root.Left, x());
     note(m_root.Top, y());
     note(m_root.Width, width());
     note(m_root.Height, height());
+    m_noting = false;
 }
 
 } // namespace orvantine

@@ -43,6 +43,7 @@ private:
     QWidget* m_busy = nullptr;
     /// A window that is being maximised reports its new size before its new state.
     QTimer m_noteLater;
+    bool m_noting = false;
     bool m_closing = false;
     MenuBuilder m_menus;
     Bindings m_bindings;

@@ -1,6 +1,7 @@
 #include "platform/qt/VolumeSlider.h"
 
 #include <QMouseEvent>
+#include <QStyleOptionSlider>
 #include <QToolTip>
 
 namespace orvantine {
@@ -32,6 +33,12 @@ void VolumeSlider::mousePressEvent(QMouseEvent* event)
 {
     if (m_control.MouseDown)
         m_control.MouseDown();
+    QStyleOptionSlider option;
+    initStyleOption(&option);
+    const QRect thumb = style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
+    if (event->button() == Qt::LeftButton && !thumb.contains(event->pos()))
+        setValue(QStyle::sliderValueFromPosition(minimum(), maximum(), event->pos().x() - thumb.width() / 2,
+                                                 width() - thumb.width()));
     QSlider::mousePressEvent(event);
 }
 

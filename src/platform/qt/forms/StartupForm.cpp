@@ -3,13 +3,16 @@
 #include "platform/qt/forms/Builders.h"
 #include "shell/Startup.h"
 
+#include <QGuiApplication>
 #include <QPainter>
-#include <QPainterPath>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <cmath>
 
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -38,7 +41,7 @@ protected:
         drawEmblem(painter, QRectF(40, 62, 116, 116));
         painter.setPen(Qt::white);
         QFont face = font();
-        face.setPointSizeF(25);
+        face.setPointSizeF(21);
         face.setWeight(QFont::DemiBold);
         painter.setFont(face);
         painter.drawText(QRectF(180, 78, area.width() - 200, 44), Qt::AlignLeft | Qt::AlignVCenter,
@@ -93,6 +96,10 @@ void buildStartup(FormWindow& window)
     window.layout()->setContentsMargins(0, 0, 0, 0);
     window.layout()->setSpacing(0);
     window.layout()->setSizeConstraint(QLayout::SetFixedSize);
+    if (form.RVersion.Caption.value().isEmpty())
+        form.RVersion.Caption = u"Version "_s + QCoreApplication::applicationVersion();
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    window.move(screen.center() - QPoint(PictureSize.width() / 2, PictureSize.height() / 2));
     auto* const picture = new StartPicture(form, &window);
     picture->setAccessibleName(form.RTitle.Caption.value());
     window.content().addWidget(picture);

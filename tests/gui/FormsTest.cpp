@@ -1,0 +1,173 @@
+#include "app/Root.h"
+#include "platform/qt/FormWindow.h"
+#include "platform/qt/QtForms.h"
+#include "platform/qt/forms/Builders.h"
+#include "shell/Dialoge.h"
+#include "shell/Info.h"
+#include "shell/Startup.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The forms of the main window on the real service, whose buttons unload them.
+class FormsOnScreen : public testing::Test
+{
+protected:
+    template <class W>
+    static W* find(const QString& form, const QString& control)
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows)
+            if (window->objectName() == form && window->isVisible())
+                return window->findChild<W*>(control);
+        return nullptr;
+    }
+
+    QtForms forms;
+};
+
+TEST_F(FormsOnScreen, AModalFormLoadsIsSeenAndReturnsWhenItIsUnloaded)
+{
+    Info info;
+    QStringList calls;
+    info.Load = [&] { calls.append(u"load"_s); };
+    info.Unload = [&] { calls.append(u"unload"_s); };
+    info.BAbbrechen.Click = [&] { forms.unload(info); };
+    QTimer::singleShot(0, [&] {
+        auto* const cancel = find<QPushButton>(u"Info"_s, u"BAbbrechen"_s);
+        ASSERT_NE(cancel, nullptr);
+        EXPECT_EQ(cancel->text(), u"&Abbrechen"_s);
+        EXPECT_TRUE(cancel->isDefault());
+        EXPECT_TRUE(info.Visible.value());
+        EXPECT_EQ(cancel->window()->windowTitle(), u" Info über Orvanten Manager"_s);
+        calls.append(u"press"_s);
+        cancel->click();
+    });
+    forms.showModal(info);
+    EXPECT_FALSE(info.Visible.value());
+    EXPECT_EQ(calls.join(u' ').toStdString(), "load press unload");
+}
+
+TEST_F(FormsOnScreen, EscapePressesTheCancelButton)
+{
+    Info info;
+    int cancelled = 0;
+    info.BAbbrechen.Click = [&] {
+        ++cancelled;
+        forms.unload(info);
+    };
+    QTimer::singleShot(0, [&] {
+        auto* const cancel = find<QPushButton>(u"Info"_s, u"BAbbrechen"_s);
+        ASSERT_NE(cancel, nullptr);
+        QTest::keyClick(cancel->window(), Qt::Key_Escape);
+    });
+    forms.showModal(info);
+    EXPECT_EQ(cancelled, 1);
+}
+
+TEST_F(FormsOnScreen, AModalFormThatHidesItselfReturnsToo)
+{
+    Info info;
+    QTimer::singleShot(0, [&] { info.Visible = false; });
+    forms.showModal(info);
+    forms.unload(info);
+    SUCCEED();
+}
+
+TEST_F(FormsOnScreen, UnloadingAFormThatIsNotShownCallsNothing)
+{
+    Info info;
+    int calls = 0;
+    info.Unload = [&] { ++calls; };
+    forms.unload(info);
+    EXPECT_EQ(calls, 0);
+}
+
+TEST_F(FormsOnScreen, TheWizardShowsItsPagesAndDoesNotBlock)
+{
+    Dialoge wizard;
+    forms.show(wizard);
+    auto* const folder = find<QLineEdit>(u"Dialoge"_s, u"tOrdner"_s);
+    ASSERT_NE(folder, nullptr);
+    EXPECT_FALSE(folder->isVisible());
+    wizard.page = 1;
+    EXPECT_TRUE(folder->isVisible());
+    QTest::keyClicks(folder, u"/Musik"_s);
+    EXPECT_EQ(wizard.tOrdner.Text.value(), u"/Musik"_s);
+    wizard.tOrdner.Text = u"/anders"_s;
+    EXPECT_EQ(folder->text(), u"/anders"_s);
+    auto* const box = find<QCheckBox>(u"Dialoge"_s, u"bSubDir"_s);
+    box->click();
+    EXPECT_TRUE(wizard.bSubDir.Value.value());
+    forms.unload(wizard);
+    EXPECT_FALSE(wizard.Visible.value());
+}
+
+TEST_F(FormsOnScreen, AShownFormIsNotLoadedTwice)
+{
+    Dialoge wizard;
+    int loads = 0;
+    wizard.Load = [&] { ++loads; };
+    forms.show(wizard);
+    forms.show(wizard);
+    EXPECT_EQ(loads, 1);
+    forms.unload(wizard);
+    forms.show(wizard);
+    EXPECT_EQ(loads, 2);
+    forms.unload(wizard);
+}
+
+TEST_F(FormsOnScreen, AControlOfAFormThatIsGoneTakesTheWishForTheFocusInSilence)
+{
+    Dialoge wizard;
+    forms.show(wizard);
+    forms.unload(wizard);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    wizard.tOrdner.SetFocus();
+    SUCCEED();
+}
+
+TEST_F(FormsOnScreen, TheStartPictureHasNoBorder)
+{
+    Startup picture;
+    forms.show(picture);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (const QWidget* window : windows) {
+        if (window->objectName() == u"Startup"_s) {
+            EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
+        }
+    }
+    EXPECT_TRUE(picture.Visible.value());
+    forms.unload(picture);
+}
+
+TEST(FormKeys, TheFormHearsAKeyOnceWhereverTheFocusIs)
+{
+    QtForms forms;
+    Dialoge wizard;
+    QList<int> keys;
+    wizard.KeyDown = [&](int code) { keys.append(code); };
+    forms.show(wizard);
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->objectName() != u"Dialoge"_s || !window->isVisible())
+            continue;
+        QApplication::setActiveWindow(window);
+        QTest::keyClick(window->focusWidget() != nullptr ? window->focusWidget() : window, Qt::Key_F1);
+    }
+    EXPECT_EQ(keys, QList<int>{112});
+    forms.unload(wizard);
+}
+
+} // namespace

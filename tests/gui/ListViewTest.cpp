@@ -1,0 +1,169 @@
+#include "platform/ListView.h"
+
+#include <QAbstractItemModelTester>
+
+#include <gtest/gtest.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A list of three columns under the eyes of a model tester: what breaks the rules of models ends the test program.
+class ListViewModel : public testing::Test
+{
+protected:
+    ListViewModel() : tester(&list, QAbstractItemModelTester::FailureReportingMode::Fatal)
+    {
+        list.addColumn(u"ID"_s, 0);
+        list.addColumn(u"Name"_s, 2800);
+        list.addColumn(u"Tracks"_s, 900);
+    }
+
+    static ListItem row(const QString& name)
+    {
+        return {.Text = u"001"_s, .SubItems = {{.Text = name}, {.Text = u"1"_s}}};
+    }
+
+    /// Names as the views see them.
+    [[nodiscard]] std::string shown() const
+    {
+        QStringList names;
+        for (int i = 0; i < list.rowCount(); ++i)
+            names.append(list.index(i, 1).data().toString());
+        return names.join(u' ').toStdString();
+    }
+
+    ControlSet controls;
+    ListView list{controls, u"list"};
+    QAbstractItemModelTester tester;
+};
+
+TEST_F(ListViewModel, AppendsInsertsAndRemovesRows)
+{
+    list.append(row(u"b"_s));
+    list.append(row(u"d"_s));
+    list.insert(1, row(u"a"_s));
+    list.insert(3, row(u"c"_s));
+    EXPECT_EQ(shown(), "a b c d");
+    list.remove(2);
+    list.remove(3);
+    EXPECT_EQ(shown(), "a c");
+    list.clear();
+    EXPECT_EQ(shown(), "");
+}
+
+TEST_F(ListViewModel, LeavesRowsThatDoNotExistAlone)
+{
+    list.append(row(u"a"_s));
+    list.insert(3, row(u"x"_s));
+    list.insert(0, row(u"x"_s));
+    list.remove(0);
+    list.remove(2);
+    list.setText(2, u"x"_s);
+    list.setSubItem(2, 1, u"x"_s);
+    list.setSubItem(1, 0, u"x"_s);
+    list.setColor(1, 9, Color::DarkRed);
+    list.setIcons(2, u"Icon_1"_s);
+    EXPECT_FALSE(list.select(2));
+    EXPECT_EQ(shown(), "a");
+}
+
+TEST_F(ListViewModel, ChangesCells)
+{
+    list.append(row(u"a"_s));
+    list.setText(1, u"007"_s);
+    list.setSubItem(1, 1, u"z"_s);
+    list.setSubItem(1, 5, u"beyond the columns"_s);
+    list.setColor(1, 1, Color::DarkRed);
+    list.setIcons(1, u"Icon_6"_s);
+    list.setTag(1, u"t"_s);
+    EXPECT_EQ(list.index(0, 0).data().toString(), u"007"_s);
+    EXPECT_EQ(shown(), "z");
+    EXPECT_EQ(list.index(0, 1).data(ListView::ColorRole).toUInt(), 0xC0U);
+    EXPECT_EQ(list.index(0, 0).data(ListView::IconNameRole).toString(), u"Icon_6"_s);
+    EXPECT_EQ(list.index(0, 1).data(ListView::IconNameRole).toString(), u"Icon_6"_s);
+    EXPECT_EQ(list.subItem(1, 5), u"beyond the columns"_s);
+}
+
+TEST_F(ListViewModel, ABatchReachesTheViewsAtItsEnd)
+{
+    {
+        const ListView::Batch batch(list);
+        list.append(row(u"a"_s));
+        list.append(row(u"b"_s));
+        EXPECT_EQ(list.rowCount(), 0);
+        EXPECT_EQ(list.count(), 2);
+    }
+    EXPECT_EQ(shown(), "a b");
+}
+
+TEST_F(ListViewModel, AnyOtherChangeWithinABatchPublishesItFirst)
+{
+    const ListView::Batch batch(list);
+    list.append(row(u"b"_s));
+    list.append(row(u"c"_s));
+    list.insert(1, row(u"a"_s));
+    EXPECT_EQ(shown(), "a b c");
+    list.append(row(u"d"_s));
+    list.select(4);
+    EXPECT_EQ(shown(), "a b c d");
+    list.append(row(u"e"_s));
+    list.remove(1);
+    EXPECT_EQ(shown(), "b c d e");
+    list.append(row(u"A"_s));
+    list.sortBy(2);
+    EXPECT_EQ(shown(), "A b c d e");
+}
+
+TEST_F(ListViewModel, SortsIgnoringCaseAndTheSelectionFollowsItsRow)
+{
+    for (const QString& name : {u"b"_s, u"C"_s, u"a"_s})
+        list.append(row(name));
+    list.select(2);
+    const QPersistentModelIndex kept = list.index(0, 1);
+    list.sortBy(2);
+    EXPECT_EQ(shown(), "a b C");
+    EXPECT_EQ(list.selectedRow(), 3);
+    EXPECT_EQ(kept.row(), 1);
+    list.append(row(u"B"_s));
+    EXPECT_EQ(shown(), "a b B C");
+}
+
+TEST_F(ListViewModel, TheSelectionMovesWithItsRow)
+{
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s})
+        list.append(row(name));
+    list.select(2);
+    list.insert(1, row(u"x"_s));
+    EXPECT_EQ(list.selectedRow(), 3);
+    list.remove(1);
+    EXPECT_EQ(list.selectedRow(), 2);
+    list.remove(2);
+    EXPECT_EQ(list.selectedRow(), 0);
+}
+
+TEST_F(ListViewModel, ColumnsComeAndGo)
+{
+    list.append(row(u"a"_s));
+    list.addColumn(u"Path"_s, 100);
+    list.setColumnText(4, u"File"_s);
+    list.setColumnWidth(4, 300);
+    EXPECT_EQ(list.columnCount(), 4);
+    EXPECT_EQ(list.headerData(3, Qt::Horizontal, Qt::DisplayRole).toString(), u"File"_s);
+    list.clearColumns();
+    EXPECT_EQ(list.columnCount(), 0);
+    EXPECT_EQ(list.count(), 1);
+}
+
+TEST_F(ListViewModel, TellsAScreenReaderWhereARowStandsAndThatItsFileIsMissing)
+{
+    list.append(row(u"Regen"_s));
+    list.append(row(u"Alte Kassetten"_s));
+    list.setColor(2, 1, Color::DarkRed);
+    EXPECT_EQ(list.index(0, 1).data(Qt::AccessibleTextRole).toString(), u"Regen, 1 von 2"_s);
+    EXPECT_EQ(list.index(1, 1).data(Qt::AccessibleTextRole).toString(), u"Alte Kassetten, fehlt, 2 von 2"_s);
+    EXPECT_EQ(list.index(1, 2).data(Qt::AccessibleTextRole).toString(), u"1, 2 von 2"_s);
+}
+
+} // namespace

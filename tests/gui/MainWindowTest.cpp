@@ -1,0 +1,284 @@
+#include "platform/qt/MainWindow.h"
+
+#include "gui/Sample.h"
+#include "platform/qt/ReportList.h"
+#include "support/FakeDesktop.h"
+
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Window : public testing::Test
+{
+protected:
+    Window()
+    {
+        desktop.complaints.Report = [](const QString& text) { ADD_FAILURE() << text.toStdString(); };
+    }
+
+    void open()
+    {
+        fake::showSample(root);
+        root.Visible = true;
+        QApplication::setActiveWindow(&window);
+    }
+
+    template <class W = QWidget>
+    W* find(const Control& control) const
+    {
+        W* const widget = window.findChild<W*>(control.fullName());
+        EXPECT_NE(widget, nullptr) << control.fullName().toStdString();
+        return widget;
+    }
+
+    fake::FakeDesktop desktop;
+    Root& root = desktop.root();
+    MainWindow window{root};
+};
+
+TEST_F(Window, EveryWidgetThatTakesTheFocusHasAnAccessibleName)
+{
+    open();
+    for (PictureBox* panel : {&root.pVolume, &root.pCoverBack, &root.pDateiname})
+        panel->Visible = true;
+    for (Button* button : {&root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown})
+        button->Visible = true;
+    int seen = 0;
+    const QList<QWidget*> widgets = window.findChildren<QWidget*>();
+    for (QWidget* widget : widgets) {
+        if (widget->focusPolicy() == Qt::NoFocus || widget->inherits("QMenu") || widget->inherits("QMenuBar"))
+            continue;
+        QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(widget);
+        ASSERT_NE(face, nullptr);
+        EXPECT_FALSE(face->text(QAccessible::Name).isEmpty())
+            << widget->metaObject()->className() << " " << widget->objectName().toStdString();
+        EXPECT_FALSE(widget->objectName().isEmpty()) << widget->accessibleName().toStdString();
+        ++seen;
+    }
+    EXPECT_GE(seen, 15);
+}
+
+TEST_F(Window, EveryControlThatIsSeenHasAWidgetOfItsName)
+{
+    for (const Control* control :
+         std::initializer_list<const Control*>{&root.LListView1,  &root.LListView2,     &root.tOrvanten,
+                                               &root.nAnzeige,    &root.LListenCaption, &root.tPlaylisteinträge,
+                                               &root.tSoundzahl,  &root.tBeschreibung,  &root.LSoundCaption,
+                                               &root.xpFrame1,    &root.pSoundPlayer,   &root.pPausePlayer,
+                                               &root.pStopPlayer, &root.pPlayForward,   &root.pPlayBack,
+                                               &root.pSymbole,    &root.pVolume,        &root.sVolume,
+                                               &root.bMoveUp,     &root.bMoveDown,      &root.bEntryUp,
+                                               &root.bEntryDown,  &root.pCovers,        &root.sAnzeige[0],
+                                               &root.sAnzeige[1], &root.sAnzeige[2],    &root.sAnzeige[3],
+                                               &root.sAnzeige[4], &root.sAnzeige[5],    &root.pMpeg,
+                                               &root.pCopyStatus, &root.tCopyStatus,    &root.pDateiname,
+                                               &root.tDateiname,  &root.pDatum,         &root.tDatum,
+                                               &root.pAnimations, &root.pAnimation,     &root.Label2})
+        find(*control);
+}
+
+TEST_F(Window, ButtonsFollowTheirControlsAndPressThem)
+{
+    open();
+    for (PictureBox* control : {&root.pSoundPlayer, &root.pPausePlayer, &root.pStopPlayer, &root.pPlayForward,
+                                &root.pPlayBack, &root.pSymbole}) {
+        auto* const button = find<QAbstractButton>(*control);
+        int calls = 0;
+        control->Click = [&calls] { ++calls; };
+        control->Enabled = false;
+        EXPECT_FALSE(button->isEnabled());
+        QTest::mouseClick(button, Qt::LeftButton);
+        EXPECT_EQ(calls, 0);
+        control->Enabled = true;
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTest::keyClick(button, Qt::Key_Space);
+        EXPECT_EQ(calls, 2) << control->fullName().toStdString();
+        control->Click = nullptr;
+    }
+}
+
+TEST_F(Window, TipsAreThoseOfTheControlsAndNeverEmpty)
+{
+    auto* const button = find<QAbstractButton>(root.pPlayBack);
+    EXPECT_EQ(button->toolTip(), u"Vorheriger Titel"_s);
+    root.pPlayBack.ToolTipText = u"Vorherigen Titel \nwiedergeben."_s;
+    EXPECT_EQ(button->toolTip(), u"Vorherigen Titel \nwiedergeben."_s);
+}
+
+TEST_F(Window, DoubleClicksOnHeadingsReachTheirHandlers)
+{
+    open();
+    for (Label* label : {&root.tBeschreibung, &root.tPlaylisteinträge}) {
+        int calls = 0;
+        label->DblClick = [&calls] { ++calls; };
+        QTest::mouseDClick(find(*label), Qt::LeftButton);
+        EXPECT_EQ(calls, 1) << label->fullName().toStdString();
+        label->DblClick = nullptr;
+    }
+}
+
+TEST_F(Window, TheCoverIsChosenByAClickAndRemovedByTheRightButton)
+{
+    open();
+    QStringList calls;
+    root.pCovers.Click = [&calls] { calls.append(u"click"_s); };
+    root.pCovers.MouseDown = [&calls](MouseButton button) {
+        calls.append(button == MouseButton::Right ? u"right"_s : u"left"_s);
+    };
+    QTest::mouseClick(find(root.pCovers), Qt::LeftButton);
+    QTest::mousePress(find(root.pCovers), Qt::RightButton);
+    EXPECT_EQ(calls.join(u' ').toStdString(), "left click right");
+}
+
+TEST_F(Window, TheSliderTellsAPressAScrollAndAClick)
+{
+    open();
+    auto* const slider = find<QSlider>(root.sVolume);
+    QStringList calls;
+    root.sVolume.MouseDown = [&calls] { calls.append(u"down"_s); };
+    root.sVolume.Scroll = [&calls, this] { calls.append(QString::number(root.sVolume.Value.value())); };
+    root.sVolume.Click = [&calls] { calls.append(u"click"_s); };
+    root.sVolume.Value = 3;
+    EXPECT_EQ(slider->value(), 3);
+    EXPECT_TRUE(calls.isEmpty());
+    QTest::keyClick(slider, Qt::Key_Right);
+    QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() - 2, slider->height() / 2));
+    EXPECT_EQ(calls.join(u' ').toStdString(), "4 down 8 click");
+}
+
+TEST_F(Window, PlaceAndSizeGoBothWays)
+{
+    root.Width = 12000;
+    root.Height = 9000;
+    EXPECT_EQ(window.size(), QSize(800, 600));
+    open();
+    root.Left = 1500;
+    root.Top = 750;
+    EXPECT_EQ(window.pos(), QPoint(100, 50));
+    window.resize(900, 700);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return root.Width.value() == 13500; }));
+    EXPECT_EQ(root.Height.value(), 10500);
+    EXPECT_EQ(root.Left.value(), 1500);
+}
+
+TEST_F(Window, IsNeverNarrowerOrLowerThanItsLeastSize)
+{
+    open();
+    window.resize(100, 100);
+    EXPECT_GE(twipsOf(window.width()), 9365);
+    EXPECT_GE(twipsOf(window.height()), 7245);
+}
+
+TEST_F(Window, TheInformationFrameTellsItsWidth)
+{
+    open();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(root.xpFrame1.Width.value(), twipsOf(find(root.xpFrame1)->width()));
+    window.resize(1200, 700);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(root.xpFrame1.Width.value(), twipsOf(find(root.xpFrame1)->width()));
+    EXPECT_GT(root.xpFrame1.Width.value(), 9000);
+}
+
+TEST_F(Window, StateAndVisibilityFollowTheProgram)
+{
+    open();
+    EXPECT_TRUE(window.isVisible());
+    root.State = WindowState::Maximized;
+    EXPECT_TRUE(window.isMaximized());
+    root.State = WindowState::Normal;
+    EXPECT_FALSE(window.isMaximized());
+    root.Visible = false;
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Window, MinimisingTellsTheProgramAndGoesToTheTray)
+{
+    open();
+    root.loaded = true;
+    window.setWindowState(Qt::WindowMinimized);
+    EXPECT_EQ(root.State.value(), WindowState::Minimized);
+    EXPECT_FALSE(root.Visible.value());
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Window, ClosingEndsTheProgram)
+{
+    desktop.start();
+    root.Visible = true;
+    window.close();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ(root.Tag, u"9"_s);
+}
+
+TEST_F(Window, TheWaitPointerIsShown)
+{
+    root.Pointer = MousePointer::Hourglass;
+    EXPECT_EQ(window.cursor().shape(), Qt::WaitCursor);
+    root.Pointer = MousePointer::Default;
+    EXPECT_EQ(window.cursor().shape(), Qt::ArrowCursor);
+}
+
+TEST_F(Window, TheKeysOfThePlayerWorkFromEveryPlaceOfTheWindow)
+{
+    open();
+    QStringList keys;
+    root.LListView1.KeyDown = [&keys](int shift, int code) {
+        keys.append(u"%1/%2"_s.arg(shift).arg(code));
+        return true;
+    };
+    auto* const stop = find<QAbstractButton>(root.pStopPlayer);
+    stop->setFocus();
+    QTest::keyClick(stop, Qt::Key_End, Qt::AltModifier);
+    EXPECT_EQ(keys.join(u' ').toStdString(), "4/35");
+}
+
+TEST_F(Window, EveryPartIsReachedByTheTabKey)
+{
+    open();
+    for (Button* button : {&root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown}) {
+        button->Visible = true;
+        button->Enabled = true;
+    }
+    find(root.LListView1)->setFocus();
+    QStringList reached;
+    for (int i = 0; i < 40; ++i) {
+        const QString name = QApplication::focusWidget()->objectName();
+        if (reached.contains(name))
+            break;
+        reached.append(name);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    for (const Control* control : std::initializer_list<const Control*>{
+             &root.LListView1, &root.LListView2, &root.bMoveUp, &root.bMoveDown, &root.bEntryUp, &root.bEntryDown,
+             &root.pCovers, &root.pSymbole, &root.pPlayBack, &root.pPausePlayer, &root.pStopPlayer, &root.pPlayForward,
+             &root.sVolume})
+        EXPECT_TRUE(reached.contains(control->fullName()))
+            << control->fullName().toStdString() << " not in " << reached.join(u' ').toStdString();
+}
+
+TEST_F(Window, ATextThatDoesNotFitStandsInTheToolTip)
+{
+    open();
+    root.tPlaylisteinträge.Caption = QString(400, u'W');
+    window.grab();
+    EXPECT_EQ(find<QLabel>(root.tPlaylisteinträge)->toolTip(), QString(400, u'W'));
+    root.tPlaylisteinträge.Caption = u"<b>kurz</b>"_s;
+    window.grab();
+    EXPECT_EQ(find<QLabel>(root.tPlaylisteinträge)->toolTip(), QString());
+    EXPECT_EQ(find<QLabel>(root.tPlaylisteinträge)->textFormat(), Qt::PlainText);
+}
+
+} // namespace

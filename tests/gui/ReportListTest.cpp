@@ -1,0 +1,220 @@
+#include "platform/qt/ReportList.h"
+
+#include <QHeaderView>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Five rows "a" to "e" in a window; every handler writes a line.
+class ReportListView : public testing::Test
+{
+protected:
+    ReportListView()
+    {
+        list.addColumn(u"ID"_s, 0);
+        list.addColumn(u"Name"_s, 3000);
+        list.addColumn(u"Tracks"_s, 900);
+        for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s})
+            list.append({.Text = name, .SubItems = {{.Text = name}, {.Text = u"1"_s}}});
+        list.Click = [this] { calls.append(u"click %1"_s.arg(list.selectedRow())); };
+        list.DblClick = [this] { calls.append(u"double click %1"_s.arg(list.selectedRow())); };
+        list.GotFocus = [this] { calls.append(u"focus"_s); };
+        list.ColumnClick = [this](int column) { calls.append(u"column %1"_s.arg(column)); };
+        view = std::make_unique<ReportList>(list, &window);
+        view->setGeometry(0, 0, 400, 300);
+        window.resize(400, 300);
+        window.show();
+        QApplication::setActiveWindow(&window);
+        view->setFocus();
+        calls.clear();
+    }
+
+    QPoint pointOf(int row) const { return view->visualRect(list.index(row - 1, 1)).center(); }
+    void click(int row, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseClick(view->viewport(), button, {}, pointOf(row));
+    }
+    std::string taken() { return std::exchange(calls, {}).join(u", "_s).toStdString(); }
+    int viewRow() const { return view->currentIndex().row() + 1; }
+
+    ControlSet controls;
+    ListView list{controls, u"LListView1"};
+    QWidget window;
+    std::unique_ptr<ReportList> view;
+    QStringList calls;
+};
+
+TEST_F(ReportListView, AClickSelectsTheRowAndCallsItsHandlerOnce)
+{
+    click(3);
+    EXPECT_EQ(taken(), "click 3");
+    EXPECT_EQ(list.selectedRow(), 3);
+    click(3);
+    EXPECT_EQ(taken(), "click 3");
+}
+
+TEST_F(ReportListView, AClickBelowTheRowsLeavesTheSelection)
+{
+    list.select(2);
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, QPoint(20, view->viewport()->height() - 5));
+    EXPECT_EQ(list.selectedRow(), 2);
+    EXPECT_EQ(viewRow(), 2);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, ChangesByTheProgramCallNoHandler)
+{
+    list.select(4);
+    EXPECT_EQ(viewRow(), 4);
+    list.remove(4);
+    EXPECT_EQ(list.selectedRow(), 0);
+    EXPECT_FALSE(view->currentIndex().isValid());
+    list.select(1);
+    list.sortBy(2);
+    list.insert(1, {.Text = u"x"_s});
+    EXPECT_EQ(viewRow(), list.selectedRow());
+    list.clear();
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, CursorKeysSelectAndCallTheClickHandler)
+{
+    list.select(2);
+    QTest::keyClick(view.get(), Qt::Key_Down);
+    EXPECT_EQ(taken(), "click 3");
+    QTest::keyClick(view.get(), Qt::Key_End);
+    EXPECT_EQ(taken(), "click 5");
+    QTest::keyClick(view.get(), Qt::Key_Down);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, ADoubleClickClicksOnceAndThenDoubleClicks)
+{
+    click(2);
+    QTest::mouseDClick(view->viewport(), Qt::LeftButton, {}, pointOf(2));
+    EXPECT_EQ(taken(), "click 2, double click 2");
+}
+
+TEST_F(ReportListView, EnterIsTheRowsDoubleClick)
+{
+    list.select(3);
+    QTest::keyClick(view.get(), Qt::Key_Return);
+    QTest::keyClick(view.get(), Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(taken(), "double click 3, double click 3");
+    QTest::keyClick(view.get(), Qt::Key_Return, Qt::AltModifier);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, KeysAreOfferedWithTheirShiftWordAndCodeAndAUsedOneGoesNoFurther)
+{
+    QStringList keys;
+    list.KeyDown = [&keys](int shift, int code) {
+        keys.append(u"%1/%2"_s.arg(shift).arg(code));
+        return true;
+    };
+    list.select(2);
+    struct Key
+    {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+    };
+    for (const Key& pressed :
+         {Key{Qt::Key_Right, Qt::AltModifier}, Key{Qt::Key_Left, Qt::AltModifier}, Key{Qt::Key_Down, Qt::AltModifier},
+          Key{Qt::Key_Up, Qt::AltModifier}, Key{Qt::Key_Space, Qt::AltModifier},
+          Key{Qt::Key_0, Qt::AltModifier | Qt::KeypadModifier}, Key{Qt::Key_PageUp, Qt::AltModifier},
+          Key{Qt::Key_PageDown, Qt::ControlModifier}, Key{Qt::Key_Return, Qt::AltModifier},
+          Key{Qt::Key_Home, Qt::AltModifier}, Key{Qt::Key_End, Qt::AltModifier}, Key{Qt::Key_Q, Qt::AltModifier},
+          Key{Qt::Key_Less, Qt::ShiftModifier}, Key{Qt::Key_Greater, Qt::ShiftModifier}})
+        QTest::keyClick(view.get(), pressed.key, pressed.modifiers);
+    EXPECT_EQ(keys.join(u' ').toStdString(), "4/39 4/37 4/40 4/38 4/32 4/96 4/33 2/34 4/13 4/36 4/35 4/81 1/226 1/226");
+    EXPECT_EQ(list.selectedRow(), 2);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, ADisabledListTakesNothingAndHasTheFocusAgainAfterwards)
+{
+    ASSERT_TRUE(view->hasFocus());
+    list.Enabled = false;
+    EXPECT_FALSE(view->isEnabled());
+    click(3);
+    EXPECT_EQ(list.selectedRow(), 0);
+    list.Enabled = true;
+    EXPECT_TRUE(view->isEnabled());
+    EXPECT_TRUE(view->hasFocus());
+    click(3);
+    EXPECT_EQ(list.selectedRow(), 3);
+}
+
+TEST_F(ReportListView, AColumnOfNoWidthIsHidden)
+{
+    EXPECT_TRUE(view->isColumnHidden(0));
+    EXPECT_EQ(view->columnWidth(1), 200);
+    list.setColumnWidth(3, 0);
+    EXPECT_TRUE(view->isColumnHidden(2));
+    list.setColumnWidth(3, 900);
+    EXPECT_FALSE(view->isColumnHidden(2));
+}
+
+TEST_F(ReportListView, AWidthThatTheUserDrawsIsStoredAndFillingTheRoomIsNot)
+{
+    EXPECT_GT(view->columnWidth(2), 60);
+    EXPECT_EQ(list.columnWidth(3), 900);
+    view->header()->resizeSection(1, 150);
+    EXPECT_EQ(list.columnWidth(2), 2250);
+    window.resize(700, 300);
+    view->resize(700, 300);
+    EXPECT_EQ(list.columnWidth(2), 2250);
+    EXPECT_EQ(list.columnWidth(3), 900);
+}
+
+TEST_F(ReportListView, AColumnHeadTellsItsNumber)
+{
+    const QHeaderView* head = view->header();
+    QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                      QPoint(head->sectionViewportPosition(1) + 50, head->height() / 2));
+    EXPECT_EQ(taken(), "column 2");
+}
+
+TEST_F(ReportListView, ThePopUpsRowIsSelectedWithoutAClick)
+{
+    view->selectRowAt(pointOf(4));
+    EXPECT_EQ(list.selectedRow(), 4);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, TheFontIsThatOfTheList)
+{
+    list.FontName = u"DejaVu Serif"_s;
+    list.FontSize = 15;
+    EXPECT_EQ(view->font().family(), u"DejaVu Serif"_s);
+    EXPECT_DOUBLE_EQ(view->font().pointSizeF(), 15);
+}
+
+TEST_F(ReportListView, AskingForTheFocusGivesItAndTellsSo)
+{
+    view->clearFocus();
+    calls.clear();
+    list.SetFocus();
+    EXPECT_TRUE(view->hasFocus());
+    EXPECT_EQ(taken(), "focus");
+}
+
+TEST_F(ReportListView, AHundredThousandRowsAreShownAndScrolled)
+{
+    {
+        const ListView::Batch batch(list);
+        for (int i = 0; i < 100'000; ++i)
+            list.append({.Text = QString::number(i), .SubItems = {{.Text = QString::number(i)}}});
+    }
+    list.select(list.count());
+    list.EnsureVisible(list.count());
+    EXPECT_TRUE(view->viewport()->rect().contains(pointOf(list.count())));
+    EXPECT_TRUE(view->uniformRowHeights());
+}
+
+} // namespace
