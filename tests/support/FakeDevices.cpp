@@ -1,6 +1,7 @@
 #include "support/FakeDevices.h"
 
 #include "platform/CaseFold.h"
+#include "platform/CodePage.h"
 
 #include <algorithm>
 #include <utility>
@@ -192,21 +193,36 @@ bool FakeFonts::registerFont(const QString& path)
     return m_log.call(u"fonts.registerFont %1"_s.arg(quoted(path)));
 }
 
-void FakeTags::Mp3FileInfo(const QString& path, Mp3Record&)
+void FakeTags::Mp3FileInfo(const QString& path, Mp3Record& record)
 {
-    m_log.call(u"tags.Mp3FileInfo %1"_s.arg(quoted(path)));
+    const auto found = tracks.constFind(path);
+    if (!m_log.call(u"tags.Mp3FileInfo %1"_s.arg(quoted(path))) || found == tracks.cend())
+        return;
+    const auto put = [](char* field, qsizetype width, const QString& text) {
+        const QByteArray bytes = CodePage::toWindows1252(text).leftJustified(width, ' ', true);
+        std::copy(bytes.cbegin(), bytes.cend(), field);
+    };
+    put(record.title, sizeof record.title, found->title);
+    put(record.artist, sizeof record.artist, found->artist);
+    put(record.album, sizeof record.album, found->album);
+    put(record.year, sizeof record.year, found->year);
+    put(record.comment, sizeof record.comment, found->comment);
+    record.track = static_cast<qint16>(found->track);
+    record.bitRate = static_cast<qint16>(found->bitRate);
+    record.playingTime = found->seconds;
 }
 
-bool FakeTags::WriteID3V1(const QString& path, const Mp3Record&)
+bool FakeTags::WriteID3V1(const QString& path, const Mp3Record& record)
 {
-    m_log.call(u"tags.WriteID3V1 %1"_s.arg(quoted(path)));
-    return false;
+    if (!m_log.call(u"tags.WriteID3V1 %1"_s.arg(quoted(path))))
+        return false;
+    written << record;
+    return tracks.contains(path);
 }
 
 bool FakeTags::EraseID3V2(const QString& path)
 {
-    m_log.call(u"tags.EraseID3V2 %1"_s.arg(quoted(path)));
-    return false;
+    return m_log.call(u"tags.EraseID3V2 %1"_s.arg(quoted(path))) && tracks.contains(path);
 }
 
 } // namespace orvantine::fake

@@ -173,7 +173,16 @@ public:
     ScreenSize extent{28800, 16200};
 };
 
-/// A tag library that cannot read any file.
+/// What a track's tag and head say.
+struct FakeTrack
+{
+    QString title, artist, album, year, comment;
+    int track = 0;
+    int bitRate = 128;
+    int seconds = 60;
+};
+
+/// A tag library that can read the tracks that the test names, and no other file.
 class FakeTags final : public TagLibrary
 {
 public:
@@ -182,6 +191,11 @@ public:
     void Mp3FileInfo(const QString& path, Mp3Record& record) override;
     bool WriteID3V1(const QString& path, const Mp3Record& record) override;
     bool EraseID3V2(const QString& path) override;
+
+    /// By path, letter by letter.
+    QMap<QString, FakeTrack> tracks;
+    /// The records that were to be written, oldest first.
+    QList<Mp3Record> written;
 
 private:
     CallLog& m_log;

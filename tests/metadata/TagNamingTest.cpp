@@ -1,0 +1,154 @@
+#include "metadata/TagNaming.h"
+#include "MetadataTest.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class TagNaming : public MetadataTest
+{
+protected:
+    [[nodiscard]] QString database() const { return data() + u"Orvantine.dat"_s; }
+    /// The labels after a look at the row, as a click on it leaves them.
+    void look(int row)
+    {
+        tracks().select(row);
+        root().LListView2.Click();
+    }
+    [[nodiscard]] std::string names()
+    {
+        QStringList list;
+        for (int row = 1; row <= tracks().count(); ++row)
+            list << name(row);
+        return lines(list);
+    }
+    [[nodiscard]] int keys() { return static_cast<int>(desktop.profiles().keys(database(), u"TagInfo"_s).size()); }
+};
+
+} // namespace
+
+TEST_F(TagNaming, NamesEveryTaggedTrackOfTheList)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {});
+    addTrack(u"c.mp3"_s, {.artist = u"C"_s});
+    addTrack(u"d.mp3"_s, {.title = u"Vier"_s});
+    look(1);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("A - Eins\nName\nC - \nName", names());
+    EXPECT_EQ(u"A - Eins"_s, stored(music(u"a.mp3"_s)));
+    EXPECT_EQ(u"C -"_s, stored(music(u"c.mp3"_s)));
+    EXPECT_EQ(2, keys());
+    EXPECT_EQ(1, tracks().selectedRow());
+    EXPECT_EQ(u"Eins"_s, root().sTitle.Caption.value());
+}
+
+TEST_F(TagNaming, ASelectedTrackWithoutATagChangesNothingEvenIfOthersHaveOne)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {});
+    look(2);
+    const int before = reads();
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("Name\nName", names());
+    EXPECT_EQ(0, keys());
+    EXPECT_EQ(before, reads());
+}
+
+TEST_F(TagNaming, TheDatabaseIsCopiedFirst)
+{
+    put(database(), "[TagInfo]\r\nx=y\r\n");
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    look(1);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("[TagInfo]\r\nx=y\r\n", bytes(data() + u"Orvantine.bak"_s));
+    EXPECT_EQ("[TagInfo]\r\nx=y\r\n/music/a.mp3=A - Eins\r\n", bytes(database()));
+}
+
+TEST_F(TagNaming, SelectsTheRememberedRowAgain)
+{
+    for (const QString& file : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s})
+        addTrack(file, {.title = file, .artist = u"A"_s});
+    look(2);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ(2, tracks().selectedRow());
+    EXPECT_EQ(u"b.mp3"_s, root().sTitle.Caption.value());
+}
+
+TEST_F(TagNaming, AFileNameIsTheNameAgainAndTheKeyGoes)
+{
+    put(database(), "[TagInfo]\r\n/music/song.mp3=A - Eins\r\n/music/other.mp3=B - Zwei\r\n");
+    addRow(music(u"song.mp3"_s), u"A - Eins"_s);
+    root().mnuSetFileName.Click();
+    EXPECT_EQ(u"song"_s, name(1));
+    EXPECT_EQ("[TagInfo]\r\n/music/other.mp3=B - Zwei\r\n", bytes(database()));
+}
+
+TEST_F(TagNaming, TheLastFourCharactersGoWhateverTheyAre)
+{
+    const std::pair<QString, QString> cases[] = {{u"/music/song.flac"_s, u"song."_s},
+                                                 {u"C:\\Musik\\lied.mp3"_s, u"lied"_s},
+                                                 {u"abc"_s, u""_s},
+                                                 {u"a.mp3"_s, u"a"_s}};
+    for (const auto& [path, expected] : cases) {
+        tracks().clear();
+        addRow(path);
+        mnuSetFileName_Click(root());
+        EXPECT_EQ(expected, name(1)) << path.toStdString();
+    }
+}
+
+TEST_F(TagNaming, TheEditorOfTagsOpensNothingAndNamesTheTrack)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    root().mnuGetIDTag.Click();
+    EXPECT_EQ(u"A - Eins"_s, name(1));
+    EXPECT_EQ(u"A - Eins"_s, stored(music(u"a.mp3"_s)));
+    EXPECT_FALSE(root().tagForm->Visible.value());
+    EXPECT_EQ("", calls({u"Forms.show frmID3V1"_s, u"Forms.showModal"_s}));
+}
+
+TEST_F(TagNaming, NoKeyButTheToldOneChangesWhateverATagContains)
+{
+    const QByteArray rest = "; note\r\n[Other]\r\nTagInfo=1\r\n[Index]\r\n1b=Liste\r\n";
+    const QString nasty[] = {u"a\r\n[Index]\r\n1b=x"_s,
+                             u"[Index]"_s,
+                             u"=x=y="_s,
+                             u"\"quoted\""_s,
+                             u"'q'"_s,
+                             u"; comment"_s,
+                             u"\n1b=x"_s,
+                             u"x\r1b=x"_s,
+                             u"Ãœ\u0081\u00ffЖ"_s,
+                             QString(u"nul"_s) + QChar(0) + u"1b=x"_s};
+    for (const QString& text : nasty) {
+        tracks().clear();
+        put(database(), rest);
+        addTrack(u"a.mp3"_s, {.title = text, .artist = u"A"_s});
+        look(1);
+        root().mnuSetTagName.Click();
+        root().mnuGetIDTag.Click();
+        EXPECT_EQ((QStringList{u"/music/a.mp3"_s}), desktop.profiles().keys(database(), u"TagInfo"_s))
+            << text.toStdString();
+        EXPECT_EQ((QStringList{u"1b"_s}), desktop.profiles().keys(database(), u"Index"_s)) << text.toStdString();
+        EXPECT_EQ(u"Liste"_s, desktop.profiles().value(database(), u"Index"_s, u"1b"_s)) << text.toStdString();
+        EXPECT_EQ(1, bytes(database()).count("[Index]\r\n1b=Liste\r\n")) << bytes(database()).toStdString();
+        EXPECT_EQ(1, bytes(database()).count("\r\n1b")) << bytes(database()).toStdString();
+        desktop.disk().remove(database());
+    }
+}
+
+TEST_F(TagNaming, SavingTheCatalogueWithAutoTagNamesTheOpenList)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
+    look(2);
+    root().mnuSpeichern.Tag = u"1"_s;
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("A - Eins\nB - Zwei", names());
+    EXPECT_EQ("", boxes());
+}
+
+} // namespace orvantine::fake

@@ -1,0 +1,267 @@
+#include "metadata/TrackInformation.h"
+#include "MetadataTest.h"
+#include "metadata/Mp3HeaderReader.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class TrackInformation : public MetadataTest
+{
+protected:
+    TrackInformation()
+    {
+        root().Visible = true;
+        root().mnuErrorDisplay.Checked = true;
+    }
+    [[nodiscard]] QString library() const { return desktop.folders.program + u"/Orvantine.dll"_s; }
+};
+
+const FakeTrack tagged{.title = u"Titel"_s, .artist = u"Interpret"_s};
+const char* const missingSound = "Eine Sounddatei(en) befindet sich nicht mehr am ursprünglichen Speicherordner.    \n"
+                                 "Möchten Sie die Eigenschaften aufrufen um den Quellordner anzupassen ?";
+
+} // namespace
+
+TEST_F(TrackInformation, ShowsTheSelectedTrackAndAsksTheLibraryTwice)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ("Interpret\nTitel\n\n\n\n0\n128\n00:01:00", labels());
+    EXPECT_EQ(u"Interpret"_s, root().sAnzeige[2].Caption.value());
+    EXPECT_EQ(u"Titel"_s, root().sAnzeige[1].Caption.value());
+    EXPECT_EQ(u"128"_s, root().sAnzeige[5].Caption.value());
+    EXPECT_EQ("tags.Mp3FileInfo \"/music/a.mp3\"\ntags.Mp3FileInfo \"/music/a.mp3\"", lines(libraryCalls()));
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndStillAsksTheLibrary)
+{
+    root().sTitle.Caption = u"alt"_s;
+    ShowTrackInfo(root(), 0, 0);
+    EXPECT_EQ(u""_s, root().sTitle.Caption.value());
+    EXPECT_EQ("tags.Mp3FileInfo \"\"", lines(libraryCalls()));
+}
+
+TEST_F(TrackInformation, WithoutTheLibrarysFileARefreshStopsWithTheMessage)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    desktop.disk().remove(library());
+    desktop.messages.answer(Answer::Ok, u" Fehlerhafte Systemdatei"_s,
+                            u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s);
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(0, reads());
+    ASSERT_EQ(1U, desktop.messages.shown().size());
+    EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
+    EXPECT_EQ(MessageButtons::Ok, desktop.messages.shown()[0].buttons);
+}
+
+TEST_F(TrackInformation, WithoutTheLibrarysFileAHiddenWindowStaysSilent)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    desktop.disk().remove(library());
+    root().Visible = false;
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(0, reads());
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(TrackInformation, AMissingTrackAsksForItsFolderAndStops)
+{
+    addRow(music(u"weg.mp3"_s));
+    int opened = 0;
+    root().mnuEigenschaften.Click = [&opened] { ++opened; };
+    for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
+        desktop.messages.answer(answer, u" Fehlerhafte Quelldatei(en)"_s, QString::fromUtf8(missingSound));
+        ShowTrackInfo(root(), 1, 1);
+    }
+    EXPECT_EQ(1, opened);
+    EXPECT_EQ(0, reads());
+    EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
+    EXPECT_EQ(MessageButtons::OkCancel, desktop.messages.shown()[0].buttons);
+}
+
+TEST_F(TrackInformation, AMissingTrackIsNoWordWorthWhereErrorsAreOffOrNobodyLooks)
+{
+    addRow(music(u"weg.mp3"_s));
+    root().mnuErrorDisplay.Checked = false;
+    ShowTrackInfo(root(), 1, 1);
+    root().mnuErrorDisplay.Checked = true;
+    root().Visible = false;
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ(0, reads());
+}
+
+TEST_F(TrackInformation, TheChecksStaySilentWhileTheSearchIsUp)
+{
+    addRow(music(u"weg.mp3"_s));
+    desktop.disk().remove(library());
+    root().suchen->Visible = true;
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(2, reads());
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(TrackInformation, QuotesAreTakenForTheRememberedFileAndPassedToTheLibrary)
+{
+    addRow(u"\"/music/a.mp3\""_s);
+    LoadMp3Info(root());
+    EXPECT_EQ(u"/music/a.mp3"_s, root().CurrentMp3File);
+    EXPECT_EQ("tags.Mp3FileInfo \"\\\"/music/a.mp3\\\"\"", lines(libraryCalls()));
+    EXPECT_EQ(u"a"_s, withoutQuotes(u"\"a"_s));
+    EXPECT_EQ(u"a"_s, withoutQuotes(u"a\""_s));
+    EXPECT_EQ(u""_s, withoutQuotes(u"\""_s));
+}
+
+TEST_F(TrackInformation, TheSymbolMovesAsideForTheRate)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    root().sAnzeige[5].Caption = QString();
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(1560, root().pMpeg.Left.value());
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(1260, root().pMpeg.Left.value());
+}
+
+TEST_F(TrackInformation, WideLabelsAreLimitedToTheFrame)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    root().xpFrame1.Width = 5000;
+    root().sAnzeige[1].Width = 9000;
+    root().sAnzeige[2].Width = 100;
+    ShowTrackInfo(root(), 1, 1);
+    EXPECT_EQ(3830, root().sAnzeige[1].Width.value());
+    EXPECT_EQ(100, root().sAnzeige[2].Width.value());
+}
+
+TEST_F(TrackInformation, LoadMp3TagIDStoresTheNameAndShowsIt)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    LoadMp3TagID(root());
+    EXPECT_EQ(u"Interpret - Titel"_s, stored(music(u"a.mp3"_s)));
+    EXPECT_EQ(u"Interpret - Titel"_s, name(1));
+    EXPECT_EQ(music(u"a.mp3"_s), root().tagForm->txtMp3File.Caption.value());
+    EXPECT_EQ("", calls({u"Forms.show frmID3V1"_s, u"Forms.showModal frmID3V1"_s}));
+}
+
+TEST_F(TrackInformation, ATrackWithNeitherArtistNorTitleStoresTheDash)
+{
+    addTrack(u"song.flac"_s, {});
+    LoadMp3TagID(root());
+    EXPECT_TRUE(bytes(data() + u"Orvantine.dat"_s).contains("/music/song.flac= - \r\n"))
+        << bytes(data() + u"Orvantine.dat"_s).toStdString();
+    EXPECT_EQ(u" - "_s, name(1));
+}
+
+class PlayedTrack : public TrackInformation
+{
+protected:
+    /// Another item is the current one, its data known.
+    void play(const QString& file)
+    {
+        put(music(file), "sound");
+        desktop.mediaplayer().MediaChange = [] {};
+        desktop.mediaplayer().setURL(music(file));
+        desktop.mediaplayer().pretendPlaying();
+    }
+    [[nodiscard]] QString shown() { return root().tDateiname.Caption.value(); }
+    void store(const QString& file, const QString& value)
+    {
+        desktop.profiles().setValue(data() + u"Orvantine.dat"_s, u"TagInfo"_s, music(file), value);
+    }
+};
+
+TEST_F(PlayedTrack, WithNothingElseKnownTheFileNameIsShownLessFourCharacters)
+{
+    play(u"song.mp3"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"song"_s, shown());
+    play(u"track.flac"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"track."_s, shown());
+}
+
+TEST_F(PlayedTrack, AStoredNameWinsOverTheFileName)
+{
+    play(u"song.mp3"_s);
+    store(u"song.mp3"_s, u"Interpret - Titel"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"Interpret - Titel"_s, shown());
+}
+
+TEST_F(PlayedTrack, ADashAloneIsAStoredName)
+{
+    play(u"song.mp3"_s);
+    store(u"song.mp3"_s, u" - "_s);
+    MediaChange(root());
+    // The form of the file drops the blanks around a value.
+    EXPECT_EQ(u"-"_s, shown());
+}
+
+TEST_F(PlayedTrack, ATagOfTenCharactersWinsOverBoth)
+{
+    play(u"song.mp3"_s);
+    store(u"song.mp3"_s, u"stored"_s);
+    desktop.mediaplayer().setItemInfo(u"Artist"_s, u"abc"_s);
+    desktop.mediaplayer().setItemInfo(u"Title"_s, u"def"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"stored"_s, shown());
+    desktop.mediaplayer().setItemInfo(u"Title"_s, u"defg"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"abc - defg"_s, shown());
+}
+
+TEST_F(PlayedTrack, EachNotificationOfAnotherNameCountsOneHalf)
+{
+    play(u"song.mp3"_s);
+    root().pDateiname.Tag = u"3"_s;
+    MediaChange(root());
+    EXPECT_EQ(u"3.5"_s, root().pDateiname.Tag);
+    // The name is shown by now.
+    MediaChange(root());
+    EXPECT_EQ(u"3.5"_s, root().pDateiname.Tag);
+    store(u"song.mp3"_s, u"stored"_s);
+    MediaChange(root());
+    EXPECT_EQ(u"3.5"_s, root().pDateiname.Tag);
+    MediaChange(root());
+    EXPECT_EQ(u"4"_s, root().pDateiname.Tag);
+}
+
+TEST_F(PlayedTrack, TheNameTakesThePlaceOfTheStatusInTheMiddleOfTheWindow)
+{
+    play(u"song.mp3"_s);
+    root().pCopyStatus.Visible = true;
+    root().pDateiname.Visible = false;
+    root().Width = 12000;
+    MediaChange(root());
+    EXPECT_FALSE(root().pCopyStatus.Visible.value());
+    EXPECT_TRUE(root().pDateiname.Visible.value());
+    EXPECT_EQ(10850, root().pDateiname.Width.value());
+    EXPECT_EQ(575, root().pDateiname.Left.value());
+}
+
+TEST_F(TrackInformation, TheHiddenPlayerMeasuresATrackWithALength)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    GetPlayTimesOLD(root());
+    EXPECT_EQ("", calls({u"MediaInfo"_s}));
+    tracks().setSubItem(1, 1, u"x"_s);
+    desktop.mediaInfo().setDuration(3725.4);
+    desktop.mediaInfo().MediaChange = [this] { desktop.mediaInfo().pretendPlaying(); };
+    GetPlayTimesOLD(root());
+    EXPECT_EQ(tracks().subItem(1, 4), root().sAnzeige[0].Caption.value());
+    EXPECT_EQ(3, static_cast<int>(tracks().subItem(1, 4).split(u':').size()));
+    EXPECT_TRUE(desktop.log.linesOf({u"MediaInfo"_s}).last().contains(u"close"_s));
+}
+
+TEST_F(TrackInformation, ShowPropertiesAsksForTheSheetOfTheFile)
+{
+    addTrack(u"a.mp3"_s, tagged);
+    root().mnuDateiEigenschaften.Click();
+    EXPECT_TRUE(desktop.log.lines().last().contains(u"/music/a.mp3"_s)) << desktop.log.lines().last().toStdString();
+}
+
+} // namespace orvantine::fake
