@@ -154,7 +154,7 @@ TEST(Runner, NamesThatDoNotExistEndTheScenario)
         {"folder D:\\M", "f:3: D:\\M lies on a drive that is not mapped"},
         {"answer vielleicht", "f:3: vielleicht is not one of: ok, cancel, abort, retry, ignore, yes, no"},
         {"print calls nix", nullptr},
-        {"codepage 1252", "f:3: this must stand before every command that needs the machine"},
+        {"while modal Info\ncodepage 1252\npress BAbbrechen\nend\npress mnuInfo", "f:4: this cannot stand in a block"},
     };
     for (const auto& one : cases) {
         const std::string text = std::string("scenario eins\nstart\n") + one.line + "\npress auchNicht\n";
@@ -242,6 +242,12 @@ TEST(Runner, FilesAreLaidOutByteForByte)
               "");
 }
 
+TEST(Runner, WhatTheMachineIsMadeWithCountsWhereverItStands)
+{
+    EXPECT_EQ(printed(run("common\nfile C:\\a\nend\nscenario eins\nstart\ndrive C: c\nexpect tree c\n\"a\"\nend\n")),
+              "");
+}
+
 TEST(Runner, SettingsKeepTheirTypes)
 {
     EXPECT_EQ(printed(run("scenario eins\n"
@@ -285,6 +291,14 @@ TEST(Runner, CallsAreTakenSinceTheLastLookAtTheirKind)
     EXPECT_EQ(printed(run("scenario eins\nstart\nexpect calls tray\ntray.add \"Orvanten Manager\"\nend\n"
                           "expect calls tray\nend\npress mnuBeenden\nexpect calls tray events\n"
                           "tray.remove\ntray.remove\nevents.endProcess\nend\n")),
+              "");
+}
+
+TEST(Runner, TheWindowTellsFormResizeOfItsStateAndSize)
+{
+    EXPECT_EQ(printed(run("scenario eins\nstart\nwindow minimize\nexpect Root.Visible no\nwindow activate\nexpect "
+                          "Root.State normal\nexpect Root.Visible yes\nwindow size 10 20\nexpect Root.Width 9365\n"
+                          "expect Root.Height 7245\n")),
               "");
 }
 

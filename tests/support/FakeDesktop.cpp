@@ -27,6 +27,19 @@ FakeProcess::FakeProcess(Services processServices, std::unique_ptr<VirtualEvents
       services(std::move(processServices)),
       root(std::make_unique<Root>(services))
 {
+    m_watches.push_back(root->Visible.addNotifier([this] { resized(); }));
+    m_watches.push_back(root->State.addNotifier([this] { resized(); }));
+    m_watches.push_back(root->Width.addNotifier([this] { resized(); }));
+    m_watches.push_back(root->Height.addNotifier([this] { resized(); }));
+}
+
+void FakeProcess::resized()
+{
+    if (m_resizing || !root->Visible.value())
+        return;
+    m_resizing = true;
+    Form_Resize(*root);
+    m_resizing = false;
 }
 
 FakeProcess::~FakeProcess() = default;

@@ -21,7 +21,7 @@ const QString settingsKeyName = u"Software\\Verdanis\\Orvant Manager"_s;
 bool beforeTheMachine(Run& run)
 {
     if (run.world.made())
-        run.fail(u"this must stand before every command that needs the machine"_s);
+        run.fail(u"this cannot stand in a block"_s);
     return !run.failed();
 }
 

@@ -88,6 +88,11 @@ void runPrint(Run& run, const Command& command)
     run.print(title.join(u' '), shown);
 }
 
+bool choosesTheMachine(const Command& command)
+{
+    return QStringList{u"codepage"_s, u"adopt"_s, u"drive"_s}.contains(command.words[0].keyword());
+}
+
 QString misuse(const QString& usage)
 {
     return u"the form is: "_s + usage;
@@ -178,8 +183,13 @@ void Run::print(const QString& subject, const QStringList& actual)
 
 Outcome Run::scenario(const Scenario& scenario)
 {
-    execute(m_file.common);
-    execute(scenario.commands);
+    // What the machine is made with comes first, wherever it stands.
+    QList<Command> first;
+    QList<Command> rest;
+    for (const Command& command : m_file.common + scenario.commands)
+        (choosesTheMachine(command) ? first : rest) += command;
+    execute(first);
+    execute(rest);
     if (!m_stopped && world.made())
         desktop().complainOfUnused();
     return m_outcome;
