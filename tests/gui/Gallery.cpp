@@ -1,6 +1,10 @@
 #include "gui/Sample.h"
 #include "platform/qt/MainWindow.h"
+#include "platform/qt/QtForms.h"
 #include "platform/qt/Theme.h"
+#include "shell/Dialoge.h"
+#include "shell/Info.h"
+#include "shell/Startup.h"
 #include "support/FakeDesktop.h"
 
 #include <QApplication>
@@ -74,6 +78,27 @@ int main(int argc, char** argv)
         root.pHinweistext.Visible = true;
         root.Visible = true;
         save(window, u"main-empty"_s);
+    }
+    {
+        fake::FakeDesktop desktop;
+        Root& root = desktop.root();
+        QtForms forms;
+        const auto picture = [&](Form& form, const QString& name) {
+            forms.show(form);
+            QCoreApplication::processEvents();
+            const QWidgetList windows = QApplication::topLevelWidgets();
+            for (QWidget* window : windows)
+                if (window->objectName() == form.name && window->isVisible())
+                    save(*window, name);
+        };
+        picture(*root.startup, u"startup"_s);
+        picture(*root.info, u"info"_s);
+        picture(*root.dialoge, u"dialoge-1"_s);
+        root.dialoge->page = 1;
+        picture(*root.dialoge, u"dialoge-2"_s);
+        root.dialoge->page = 2;
+        picture(*root.dialoge, u"dialoge-3"_s);
+        forms.dropAll();
     }
     return 0;
 }

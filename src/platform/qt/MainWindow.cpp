@@ -32,7 +32,7 @@ namespace {
 
 constexpr Twips LeastWidth = 9365;
 constexpr Twips LeastHeight = 7245;
-constexpr int CatalogueWidth = 290;
+constexpr int CatalogueWidth = 276;
 constexpr std::chrono::milliseconds NoteAfter{120};
 
 constexpr int pixelsAtLeast(Twips length)

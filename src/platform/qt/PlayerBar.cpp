@@ -31,7 +31,12 @@ QWidget* makeLine(PictureBox& panel, Label& text, const QString& icon, Bindings&
     layout->setSpacing(Theme::Gap);
     layout->addWidget(new IconView(icon, 16, line));
     layout->addWidget(new ControlLabel(text, TextLabel::Weight::Normal, line), 1);
-    bindings.follow(panel.Visible, [line](bool visible) { line->setVisible(visible); });
+    const auto show = [line, &panel, &text] {
+        line->setVisible(panel.Visible.value() && !text.Caption.value().isEmpty());
+    };
+    bindings.watch(panel.Visible, show);
+    bindings.watch(text.Caption, show);
+    show();
     return line;
 }
 

@@ -32,6 +32,23 @@ QWidget* makePanel(PictureBox& control, Bindings& bindings, QWidget* parent)
     return panel;
 }
 
+/// The unit of a bit rate that is told as a bare number.
+QWidget* makeUnit(Label& rate, Bindings& bindings, QWidget* parent)
+{
+    auto* const unit = new TextLabel(TextLabel::Weight::Dim, parent);
+    unit->setText(u"kBit/s"_s);
+    unit->setWhole(true);
+    const auto show = [unit, &rate] {
+        bool number = false;
+        rate.Caption.value().toInt(&number);
+        unit->setVisible(number && rate.Visible.value());
+    };
+    bindings.watch(rate.Caption, show);
+    bindings.watch(rate.Visible, show);
+    show();
+    return unit;
+}
+
 } // namespace
 
 PlaylistPane::PlaylistPane(Root& root, QWidget* parent) : QWidget(parent), m_root(root), m_popup(this)
@@ -142,8 +159,9 @@ QWidget* PlaylistPane::makeTrackStrip()
     layout->addWidget(artistWord, 1, 0);
     layout->addWidget(artist, 1, 1);
     layout->addWidget(rate, 0, 2);
-    layout->addWidget(time, 1, 2);
-    layout->addWidget(mpeg, 0, 3, 2, 1, Qt::AlignVCenter);
+    layout->addWidget(makeUnit(m_root.sAnzeige[5], m_bindings, strip), 0, 3);
+    layout->addWidget(time, 1, 2, 1, 2);
+    layout->addWidget(mpeg, 0, 4, 2, 1, Qt::AlignVCenter);
     layout->setColumnStretch(1, 1);
     return strip;
 }

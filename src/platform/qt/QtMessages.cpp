@@ -1,11 +1,12 @@
 #include "platform/qt/QtMessages.h"
 
 #include <QApplication>
-#include <QDialogButtonBox>
 #include <QInputDialog>
+#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <algorithm>
 #include <vector>
 
 namespace orvantine {
@@ -13,6 +14,8 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int WidestText = 560;
 
 struct Choice
 {
@@ -65,6 +68,19 @@ QMessageBox::Icon iconOf(MessageIcon icon)
     return QMessageBox::NoIcon;
 }
 
+/// A line of the text stays a line where that does no harm.
+void widen(QMessageBox& box)
+{
+    QLabel* const label = box.findChild<QLabel*>(u"qt_msgbox_label"_s);
+    if (label == nullptr)
+        return;
+    int widest = 0;
+    const QStringList lines = box.text().split(u'\n');
+    for (const QString& line : lines)
+        widest = std::max(widest, label->fontMetrics().horizontalAdvance(line.trimmed()));
+    label->setMinimumWidth(std::min(widest + 8, WidestText));
+}
+
 } // namespace
 
 QWidget* frontWindow()
@@ -88,6 +104,7 @@ Answer QtMessages::show(const QString& text, const QString& title, MessageIcon i
         made.push_back(box.addButton(choice.caption, choice.role));
     box.setDefaultButton(made.front());
     box.setEscapeButton(made.back());
+    widen(box);
     box.exec();
 
     for (std::size_t i = 0; i < made.size(); ++i)

@@ -370,6 +370,7 @@ void ReportList::fillRoom()
         room += less;
     }
     header()->resizeSection(last, std::max(room, LastColumnRoom));
+    setHorizontalScrollBarPolicy(room < LastColumnRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     m_applyingWidths = false;
 }
 

@@ -38,7 +38,7 @@ QIcon icon(const QString& name)
 QIcon listIcon(const QString& pictureName)
 {
     static const QHash<QString, QString> names{{u"Icon_1"_s, u"view-media-playlist"_s},
-                                               {u"Icon_2"_s, u"audio-x-generic"_s},
+                                               {u"Icon_2"_s, u"view-media-track"_s},
                                                {u"Icon_6"_s, u"emblem-favorite"_s},
                                                {u"Icon_C"_s, u"media-playback-start"_s}};
     const auto found = names.constFind(pictureName);
