@@ -236,6 +236,15 @@ TEST_P(PlayerContract, DataIsUnknownAtTheFirstMediaChangeAndKnownAtTheSecond)
     EXPECT_EQ(player().currentItemInfo(u"Nothing"_s), QString{});
 }
 
+TEST_P(PlayerContract, OldTagsAreReadAsWindows1252)
+{
+    know(u"Größe"_s, u"Lied"_s, 120);
+    player().setURL(
+        music.write(u"a.wav"_s, fake::wav({.milliseconds = 120'000, .artist = "Gr\xF6\xDF" "e", .title = "Lied"})));
+    awaitPlaying();
+    EXPECT_EQ(player().currentItemInfo(u"Artist"_s).toStdString(), "Größe");
+}
+
 TEST_P(PlayerContract, AMissingItemOfTheDataIsEmpty)
 {
     longSound(u"a.wav"_s);

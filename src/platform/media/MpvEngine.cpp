@@ -1,5 +1,6 @@
 #include "platform/media/MpvEngine.h"
 
+#include "platform/CodePage.h"
 #include "platform/media/MpvLibrary.h"
 
 #include <clocale>
@@ -46,12 +47,14 @@ const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
 
 QHash<QString, QString> infoOf(const mpv_node& node)
 {
+    // Old tags come as the bytes they are, whatever code page wrote them.
+    const CodePage page;
     QHash<QString, QString> info;
     if (node.format != MPV_FORMAT_NODE_MAP)
         return info;
     for (int i = 0; i < node.u.list->num; ++i)
         if (const mpv_node& value = node.u.list->values[i]; value.format == MPV_FORMAT_STRING)
-            info.insert(QString::fromUtf8(node.u.list->keys[i]).toLower(), QString::fromUtf8(value.u.string));
+            info.insert(QString::fromUtf8(node.u.list->keys[i]).toLower(), page.decode(value.u.string));
     return info;
 }
 
