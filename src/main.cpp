@@ -163,6 +163,8 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"Orvanten Manager"_s);
     QCoreApplication::setApplicationVersion(u"%1.%2.%3"_s.arg(VersionMajor).arg(VersionMinor).arg(VersionRevision));
     QGuiApplication::setDesktopFileName(u"orvanten-manager"_s);
+    // A menu bar outside the window would be asked for over the session bus before anything is seen.
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     // The player's library reads numbers with a point, whatever the user's language is.
@@ -173,6 +175,5 @@ int main(int argc, char** argv)
     if (german.load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&german);
     Theme::setUpIcons();
-    QApplication::setWindowIcon(emblemIcon());
     return run();
 }
