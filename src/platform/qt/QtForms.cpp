@@ -6,6 +6,8 @@
 #include <QApplication>
 #include <QEventLoop>
 
+#include <utility>
+
 namespace orvantine {
 
 namespace {
@@ -35,22 +37,22 @@ void QtForms::setMainWindow(Form* form, QWidget* window)
 
 void QtForms::dropAll()
 {
-    for (const auto& [form, window] : m_windows)
-        delete window;
-    m_windows.clear();
+    const auto windows = std::exchange(m_windows, {});
+    for (const auto& entry : windows)
+        delete entry.second.data();
 }
 
 FormWindow* QtForms::load(Form& form)
 {
-    if (const auto found = m_windows.find(&form); found != m_windows.end())
-        return found->second;
+    if (const auto found = m_windows.find(&form); found != m_windows.end() && found->second)
+        return static_cast<FormWindow*>(found->second.data());
     const FormBuilder build = formBuilder(form.name);
     if (build == nullptr)
         return nullptr;
     QWidget* const front = QApplication::activeModalWidget();
     auto* const window = new FormWindow(form, *this, front != nullptr ? front : m_mainWindow);
     build(*window);
-    m_windows.emplace(&form, window);
+    m_windows[&form] = window;
     if (form.Load)
         form.Load();
     return window;
@@ -89,11 +91,13 @@ void QtForms::unload(Form& form)
     const auto found = m_windows.find(&form);
     if (found == m_windows.end())
         return;
-    FormWindow* const window = found->second;
+    auto* const window = static_cast<FormWindow*>(found->second.data());
     m_windows.erase(found);
     form.Visible = false;
-    window->bindings().clear();
-    window->deleteLater();
+    if (window != nullptr) {
+        window->bindings().clear();
+        window->deleteLater();
+    }
     if (form.Unload)
         form.Unload();
 }
@@ -102,7 +106,7 @@ void QtForms::toFront(Form& form)
 {
     if (&form == m_mainForm) {
         bringToFront(*m_mainWindow);
-    } else if (const auto found = m_windows.find(&form); found != m_windows.end()) {
+    } else if (const auto found = m_windows.find(&form); found != m_windows.end() && found->second) {
         bringToFront(*found->second);
     }
 }

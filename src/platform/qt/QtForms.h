@@ -2,10 +2,10 @@
 
 #include "platform/Forms.h"
 
-#include <map>
-#include <memory>
+#include <QPointer>
+#include <QWidget>
 
-class QWidget;
+#include <map>
 
 namespace orvantine {
 
@@ -34,7 +34,8 @@ private:
 
     Form* m_mainForm = nullptr;
     QWidget* m_mainWindow = nullptr;
-    std::map<Form*, FormWindow*> m_windows;
+    /// A window goes with the one that it stands over.
+    std::map<Form*, QPointer<QWidget>> m_windows;
 };
 
 } // namespace orvantine
