@@ -175,5 +175,6 @@ int main(int argc, char** argv)
     if (german.load(u"qtbase_de"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QCoreApplication::installTranslator(&german);
     Theme::setUpIcons();
+    QApplication::setWindowIcon(emblemIcon());
     return run();
 }
