@@ -2,6 +2,7 @@
 
 #include "app/Root.h"
 #include "platform/posix/PosixFiles.h"
+#include "platform/tags/TagLibTags.h"
 #include "support/FakeDesktop.h"
 
 #include <QTemporaryDir>
@@ -28,7 +29,7 @@ public:
     fake::FakePlayer infoPlayer;
     fake::FakeMixer mixer{log};
     fake::FakeSound sound{log};
-    fake::FakeTags tags{log};
+    TagLibTags tags{files};
     fake::FakeTray tray{log};
     fake::FakeClipboard clipboard{log};
     fake::FakeLauncher launcher{log};

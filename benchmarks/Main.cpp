@@ -12,7 +12,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     std::vector<Row> rows = catalogueRows();
-    for (const auto& more : {viewRows(), programRows()})
+    for (const auto& more : {tagRows(), viewRows(), programRows()})
         rows.insert(rows.end(), more.begin(), more.end());
     print(rows);
     return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.holds(); }) ? 0 : 1;

@@ -43,8 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Mp3Record record;
     std::memcpy(record.title, input.constData(), fields);
     record.trackFlagA = static_cast<qint16>(input[124] & 3);
-    record.track = static_cast<qint16>(input[125]);
-    record.genre = static_cast<qint16>(input[126] * 4);
+    record.track = static_cast<unsigned char>(input[125]);
+    record.genre = static_cast<qint16>(static_cast<unsigned char>(input[126]) * 4 - 300);
     const QByteArray track = input.mid(fields);
 
     if (const std::optional<TagEdit> edit = id3v1Edit(MemoryBytes(track), record)) {

@@ -69,7 +69,8 @@ Mp3Record narrow(const WideMp3Record& wide)
 
 WideMp3Record widen(const Mp3Record& record)
 {
-    WideMp3Record wide;
+    static const WideMp3Record blank;
+    WideMp3Record wide = blank;
     const auto* const bytes = reinterpret_cast<const char*>(&record);
     wide.header = QByteArray(bytes, HeaderSize);
     wide.bitRate = record.bitRate;

@@ -2,7 +2,9 @@
 
 #include <QUtf8StringView>
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 
 #include <langinfo.h>
 
@@ -24,6 +26,19 @@ char byteOf(char16_t unit)
             return static_cast<char>(0x80 + i);
     }
     return '?';
+}
+
+bool hasUpperHalf(QByteArrayView bytes)
+{
+    constexpr quint64 upperBits = 0x8080808080808080;
+    qsizetype i = 0;
+    for (; i + 8 <= bytes.size(); i += 8) {
+        quint64 word = 0;
+        std::memcpy(&word, bytes.data() + i, sizeof word);
+        if ((word & upperBits) != 0)
+            return true;
+    }
+    return std::any_of(bytes.cbegin() + i, bytes.cend(), [](char byte) { return (byte & 0x80) != 0; });
 }
 
 } // namespace
@@ -52,6 +67,9 @@ QByteArray CodePage::encode(const QString& text) const
 
 QString CodePage::fromWindows1252(QByteArrayView bytes)
 {
+    // Most texts are ASCII, and some records hold thousands of blanks: Qt's own conversion takes many at a time.
+    if (!hasUpperHalf(bytes))
+        return QString::fromLatin1(bytes);
     QString text(bytes.size(), Qt::Uninitialized);
     QChar* out = text.data();
     for (const char byte : bytes) {
@@ -63,7 +81,10 @@ QString CodePage::fromWindows1252(QByteArrayView bytes)
 
 QByteArray CodePage::toWindows1252(QStringView text)
 {
-    QByteArray bytes;
+    QByteArray bytes = text.toLatin1();
+    if (!bytes.contains('?') && !hasUpperHalf(bytes))
+        return bytes;
+    bytes.clear();
     bytes.reserve(text.size());
     for (qsizetype i = 0; i < text.size(); ++i) {
         const bool pair = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();

@@ -15,6 +15,7 @@
 #include <fstream>
 
 #include <fcntl.h>
+#include <malloc.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -352,20 +353,18 @@ TEST_F(TagLibTagsTest, AProcessThatDiesWhileItWritesLeavesTheOldFileWhole)
     EXPECT_EQ(QStringList{u"a.mp3"_s}, files.list(folder.path(), u"*"_s));
 }
 
-TEST_F(TagLibTagsTest, ThousandsOfFilesNeedNoMoreMemoryThanOne)
+TEST_F(TagLibTagsTest, HundredsOfReadsNeedNoMoreMemoryThanTwo)
 {
     put("a.mp3", id3v2(100000) + sound(384) + id3v1Tag("Eins", "A"));
     put("b.mp3", sound(384) + id3v1Tag("Zwei", "B"));
-    const auto use = [this] {
+    const auto inUse = [this](int reads) {
         Mp3Record record;
-        for (int i = 0; i < 500; ++i)
+        for (int i = 0; i < reads; ++i)
             tags.Mp3FileInfo(path(i % 2 == 0 ? u"a.mp3"_s : u"b.mp3"_s), record);
-        rusage usage = {};
-        ::getrusage(RUSAGE_SELF, &usage);
-        return usage.ru_maxrss;
+        return ::mallinfo2().uordblks;
     };
-    const long before = use();
-    EXPECT_LE(use() - before, 1024);
+    const std::size_t before = inUse(2);
+    EXPECT_EQ(before, inUse(500));
 }
 
 } // namespace orvantine::test

@@ -17,7 +17,7 @@ constexpr qint64 blockSize = qint64{1} << 20;
 QByteArray behindLinks(const QByteArray& path)
 {
     char* const real = ::realpath(path.constData(), nullptr);
-    const QByteArray result(real);
+    QByteArray result(real);
     std::free(real); // realpath allocates with malloc
     return result;
 }

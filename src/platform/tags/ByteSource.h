@@ -39,6 +39,7 @@ class ByteWindow
 public:
     explicit ByteWindow(const ByteSource& source, qint64 blockSize = 4096) : m_source(source), m_blockSize(blockSize) {}
 
+    [[nodiscard]] const ByteSource& source() const { return m_source; }
     [[nodiscard]] qint64 size() const { return m_source.size(); }
     /// Valid until the next call; empty if the source ends before `offset` + `length`.
     [[nodiscard]] QByteArrayView at(qint64 offset, qint64 length);

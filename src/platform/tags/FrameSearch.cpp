@@ -5,7 +5,6 @@
 namespace orvantine {
 namespace {
 
-constexpr qint64 blockSize = 8192;
 /// How far from its place the first frame is looked for.
 constexpr qint64 searchLimit = qint64{1} << 20;
 /// Longer than a frame of any rate that decoders take.
@@ -16,10 +15,7 @@ constexpr int mostFreeTrials = 64;
 
 } // namespace
 
-FrameSearch::FrameSearch(const ByteSource& source, const TrackLayout& layout)
-    : m_window(source, blockSize), m_layout(layout)
-{
-}
+FrameSearch::FrameSearch(ByteWindow& window, const TrackLayout& layout) : m_window(window), m_layout(layout) {}
 
 std::optional<Frame> FrameSearch::first()
 {

@@ -21,7 +21,8 @@ struct Frame
 class FrameSearch
 {
 public:
-    FrameSearch(const ByteSource& source, const TrackLayout& layout);
+    /// Reads through the window, which stays the caller's.
+    FrameSearch(ByteWindow& window, const TrackLayout& layout);
 
     /// The first frame of the sound: where it should be, or further on, behind bytes that are none. Later steps find
     /// only frames that continue it.
@@ -48,7 +49,7 @@ private:
     /// The next byte 0xff from `offset` on, before `limit`; -1 for none.
     [[nodiscard]] qint64 nextMark(qint64 offset, qint64 limit);
 
-    ByteWindow m_window;
+    ByteWindow& m_window;
     TrackLayout m_layout;
     std::optional<MpegHeader> m_stream;
     /// Bytes of a frame of the free format, without padding.

@@ -11,7 +11,8 @@ bool isEditable(const ByteSource& source, const TrackLayout& layout)
 {
     if (layout.foreign || layout.brokenId3v2)
         return false;
-    FrameSearch search(source, layout);
+    ByteWindow window(source);
+    FrameSearch search(window, layout);
     return search.first() && search.isCertain();
 }
 

@@ -155,13 +155,15 @@ int whole(double number)
 
 std::optional<TrackFacts> trackFacts(const ByteSource& source)
 {
-    const TrackLayout layout = trackLayout(source);
+    constexpr qint64 blockSize = 8192;
+    ByteWindow window(source, blockSize);
+    const TrackLayout layout = trackLayout(window);
     if (layout.foreign)
         return std::nullopt;
     TrackFacts facts;
     if (layout.hasId3v1)
-        facts.tag = id3v1(source.read(source.size() - id3v1Size, id3v1Size));
-    FrameSearch search(source, layout);
+        facts.tag = id3v1(layout.id3v1);
+    FrameSearch search(window, layout);
     if (const std::optional<Frame> first = search.first()) {
         const Measure measure = Measuring(search, *first).measure();
         facts.bitRate = whole(measure.bitRate > 0 ? measure.bitRate + 0.5 : first->bitRate + 0.5);

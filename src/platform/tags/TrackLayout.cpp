@@ -33,15 +33,14 @@ qint64 id3v2Size(QByteArrayView head)
     return TagLib::ID3v2::Header(toTagLib(head)).completeTagSize();
 }
 
-void findLeadingTags(const ByteSource& source, TrackLayout& layout)
+void findLeadingTags(ByteWindow& window, TrackLayout& layout)
 {
-    ByteWindow window(source);
     for (;;) {
         const QByteArrayView head = window.at(layout.soundBegin, id3v2HeadSize);
         if (!head.startsWith(latin("ID3")))
             return;
         const qint64 size = id3v2Size(head);
-        if (size == 0 || layout.soundBegin + size > source.size()) {
+        if (size == 0 || layout.soundBegin + size > window.size()) {
             layout.brokenId3v2 = true;
             return;
         }
@@ -130,6 +129,8 @@ void findTrailingTags(const ByteSource& source, TrackLayout& layout)
         return;
 
     layout.hasId3v1 = tail.at(size - id3v1Size, id3v1Size).startsWith(latin("TAG")) && !isHeadOfApeTag(tail);
+    if (layout.hasId3v1)
+        layout.id3v1 = tail.at(size - id3v1Size, id3v1Size).toByteArray();
     qint64 end = layout.hasId3v1 ? size - id3v1Size : size;
     if (layout.hasId3v1 && tail.at(end - enhancedSize, 4) == latin("TAG+"))
         end -= enhancedSize;
@@ -146,13 +147,20 @@ void findTrailingTags(const ByteSource& source, TrackLayout& layout)
 
 } // namespace
 
+TrackLayout trackLayout(ByteWindow& head)
+{
+    constexpr qint64 longestMark = 8;
+    TrackLayout layout;
+    findLeadingTags(head, layout);
+    layout.foreign = isForeign(head.at(layout.soundBegin, std::min(longestMark, head.size() - layout.soundBegin)));
+    findTrailingTags(head.source(), layout);
+    return layout;
+}
+
 TrackLayout trackLayout(const ByteSource& source)
 {
-    TrackLayout layout;
-    findLeadingTags(source, layout);
-    layout.foreign = isForeign(source.read(layout.soundBegin, 8));
-    findTrailingTags(source, layout);
-    return layout;
+    ByteWindow head(source);
+    return trackLayout(head);
 }
 
 } // namespace orvantine

@@ -13,6 +13,8 @@ struct TrackLayout
     qint64 soundEnd = 0;
     /// The last 128 bytes are a tag of version 1.
     bool hasId3v1 = false;
+    /// That tag.
+    QByteArray id3v1;
     /// A tag of version 2 begins where the sound should, but its size cannot be true.
     bool brokenId3v2 = false;
     /// Another kind of file: WAV, WMA and the like.
@@ -20,7 +22,8 @@ struct TrackLayout
 };
 
 /// A leading tag is trusted only if its size bytes are below 0x80 and it ends inside the file; a trailing one only if
-/// it begins behind the leading ones.
+/// it begins behind the leading ones. The head is looked at through `head`, the end through a window of its own.
+[[nodiscard]] TrackLayout trackLayout(ByteWindow& head);
 [[nodiscard]] TrackLayout trackLayout(const ByteSource& source);
 
 } // namespace orvantine

@@ -1,0 +1,83 @@
+#include "BenchDesktop.h"
+#include "Measure.h"
+
+#include "metadata/TagNaming.h"
+#include "metadata/TrackInformation.h"
+
+#include <QFile>
+
+#include <mpegfile.h>
+
+#include <unistd.h>
+
+namespace orvantine::bench {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Tracks = 10'000;
+constexpr int DistinctTracks = 100;
+
+/// 26 seconds at 128 kbit/s between a leading tag and one at the end.
+QByteArray track(int number)
+{
+    QByteArray frame = QByteArray::fromHex("fffb9044");
+    frame.resize(417, '\x11');
+    QByteArray tag = "TAG" + ("Lied " + QByteArray::number(number)).leftJustified(30, '\0') +
+                     QByteArray("Eine Band").leftJustified(30, '\0');
+    return "ID3\3" + QByteArray::fromHex("000000000800") + QByteArray(1024, '\0') + frame.repeated(1000) +
+           tag.leftJustified(127, '\0') + '\x11';
+}
+
+/// As many names, each hundredth of one file: a list of tracks that fits the disk.
+QStringList layOutTracks(const QString& folder)
+{
+    QStringList paths = makeTracks(folder, Tracks);
+    for (int i = 0; i < Tracks; ++i) {
+        if (i < DistinctTracks) {
+            layOut(paths[i], track(i));
+            continue;
+        }
+        const QByteArray path = QFile::encodeName(paths[i]);
+        ::unlink(path.constData());
+        if (::link(QFile::encodeName(paths[i % DistinctTracks]).constData(), path.constData()) != 0)
+            qFatal("a track could not be laid out");
+    }
+    return paths;
+}
+
+Row setTagNames()
+{
+    BenchDesktop desktop;
+    const QStringList paths = layOutTracks(desktop.path(u"musik"_s));
+    layOut(desktop.database(), "[TagInfo]\r\n");
+    ListView& list = desktop.root.LListView2;
+    for (const QString& path : paths)
+        list.append({.Text = u"001"_s, .SubItems = {{.Text = {}}, {.Text = {}}, {.Text = path}, {.Text = {}}}});
+    list.select(1);
+    ShowTrackInfo(desktop.root, 1, 1);
+
+    qsizetype length = 0;
+    const double floor = medianMilliseconds(3, [&] {
+        for (const QString& path : paths) {
+            TagLib::MPEG::File file(QFile::encodeName(path).constData());
+            length += file.tag()->title().size();
+            length += file.audioProperties()->lengthInSeconds();
+        }
+    });
+    const double time = medianMilliseconds(
+        3, [&] { mnuSetTagName_Click(desktop.root); }, [&] { layOut(desktop.database(), "[TagInfo]\r\n"); });
+    if (length == 0 || list.subItem(Tracks, 2) != u"Eine Band - Lied %1"_s.arg((Tracks - 1) % DistinctTracks))
+        qFatal("the tracks were not named");
+    return {u"mnuSetTagName over 10,000 tracks"_s, u"ms"_s, time, floor, 1.5, true};
+}
+
+} // namespace
+
+std::vector<Row> tagRows()
+{
+    return {setTagNames()};
+}
+
+} // namespace orvantine::bench
