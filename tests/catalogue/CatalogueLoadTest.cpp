@@ -1,0 +1,221 @@
+#include "catalogue/CatalogueWorld.h"
+
+#include "catalogue/CatalogueDatabase.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class CatalogueLoad : public CatalogueWorld
+{
+protected:
+    void answerMissing(int count)
+    {
+        desktop.messages.answer(Answer::Ok, u" Wiedergabelisten überprüfen"_s,
+                                u"Es wurden %1 nicht vorhandene Playlisten in der Datenbank gefunden.    \n"
+                                u"Überprüfen Sie bitte die Datenbankeinträge oder die Quelldateien."_s.arg(count));
+    }
+
+    void answerDouble(Answer answer)
+    {
+        desktop.messages.answer(answer, u" Playliste hinzufügen"_s,
+                                u"Diese Wiedergabeliste ist schon im Datenbestand vorhanden.\n"
+                                u"Überprüfen Sie bitte, ob es sich nur um den gleichen Namen handelt.   \n \n"
+                                u"Möchten Sie diese Playliste trotzdem erneut hinzufügen ?"_s);
+    }
+};
+
+} // namespace
+
+TEST_F(CatalogueLoad, AGapInTheNumbersGivesTwoRowsAndTheFavouriteMarkIsReadByThePackedPosition)
+{
+    const QString one = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    const QString three = putList(u"Drei"_s, {putTrack(u"c"_s), putTrack(u"d"_s)});
+    putDatabase("1a=000\r\n1b=Eins\r\n1c=" + one.toUtf8() + "\r\n1d=2\r\n1f=x\r\n2f=y\r\n2g=1\r\n" +
+                indexRow(3, {.name = u"Drei"_s, .path = three}));
+    start();
+    EXPECT_EQ(lines({u"  1 \"000\" \"Eins\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(one),
+                     u"> 2 \"002\" \"Drei\" \"%1\" \"2\" [icon Icon_6, 1 icon Icon_6]"_s.arg(three)}),
+              rows(catalogue()));
+}
+
+TEST_F(CatalogueLoad, AMarkUnderTheNumberBeforeTheGapIsNotSeen)
+{
+    const QString three = putList(u"Drei"_s, {putTrack(u"c"_s), putTrack(u"d"_s)});
+    putDatabase("1f=x\r\n" + indexRow(3, {.name = u"Drei"_s, .path = three, .favourite = u"1"_s}));
+    start();
+    EXPECT_EQ(lines({u"> 1 \"002\" \"Drei\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(three)}),
+              rows(catalogue()));
+}
+
+TEST_F(CatalogueLoad, WrongIdsAreShownAsTheyStand)
+{
+    const QString path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase("1a=Quatsch\r\n1b=Eins\r\n1c=" + path.toUtf8() + "\r\n1d=77\r\n1f=x\r\n");
+    start();
+    EXPECT_EQ(lines({u"> 1 \"Quatsch\" \"Eins\" \"%1\" \"77\" [icon Icon_1, 1 icon Icon_1]"_s.arg(path)}),
+              rows(catalogue()));
+}
+
+TEST_F(CatalogueLoad, ARowWithoutANameIsSkippedThoughItHasAPath)
+{
+    const QString path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase("1c=/m/namenlos.m3u\r\n1f=x\r\n" + indexRow(2, {.name = u"Eins"_s, .path = path}));
+    start();
+    EXPECT_EQ(1, catalogue().count());
+    EXPECT_EQ("Eins", catalogue().subItem(1, 1).toStdString());
+}
+
+TEST_F(CatalogueLoad, ARowBeyond160IsNeverSeen)
+{
+    const QString path = putList(u"L"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    QByteArray index = "1f=x\r\n";
+    index += indexRow(160, {.name = u"Letzte"_s, .path = path});
+    index += indexRow(161, {.name = u"Niemand"_s, .path = path});
+    putDatabase(index);
+    start();
+    EXPECT_EQ(lines({u"> 1 \"159\" \"Letzte\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(path)}),
+              rows(catalogue()));
+}
+
+TEST_F(CatalogueLoad, ACatalogueOf160RowsShows160)
+{
+    const QString path = putList(u"L"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    QByteArray index;
+    for (int row = 1; row <= 160; ++row)
+        index += indexRow(row, {.name = u"L%1"_s.arg(row), .path = path});
+    putDatabase(index);
+    start();
+    EXPECT_EQ(160, catalogue().count());
+    EXPECT_EQ("(160)", root().nAnzeige.Caption.value().toStdString());
+    EXPECT_EQ(160, catalogue().selectedRow());
+}
+
+TEST_F(CatalogueLoad, MissingListsAreDarkRedInNameAndTracksAndTheirNumberIsTold)
+{
+    const QString path = putList(u"Da"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase(indexRow(1, {.name = u"Weg"_s, .path = u"/m/weg.m3u"_s}) +
+                indexRow(2, {.name = u"Fort"_s, .path = u"/m/fort.m3u"_s}) +
+                indexRow(3, {.name = u"Da"_s, .path = path}));
+    answerMissing(2);
+    start();
+    EXPECT_EQ(lines({u"  1 \"000\" \"Weg\" \"/m/weg.m3u\" \"2\" [icon Icon_1, 1 icon Icon_1, 1 darkred, 3 darkred]"_s,
+                     u"  2 \"001\" \"Fort\" \"/m/fort.m3u\" \"2\" [icon Icon_1, 1 icon Icon_1, 1 darkred, 3 darkred]"_s,
+                     u"> 3 \"002\" \"Da\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(path)}),
+              rows(catalogue()));
+    EXPECT_EQ("box title \" Wiedergabelisten überprüfen\" text \"Es wurden 2 nicht vorhandene Playlisten in der "
+              "Datenbank gefunden.    \\nÜberprüfen Sie bitte die Datenbankeinträge oder die Quelldateien.\" icon "
+              "exclamation buttons ok answer ok",
+              boxes());
+    EXPECT_EQ("(missing)", bytes(u"/m/weg.m3u"_s).toStdString());
+}
+
+TEST_F(CatalogueLoad, TheNumberOfMissingListsIsToldOnlyWithErrorOneOrAbsent)
+{
+    struct Case
+    {
+        std::optional<int> error;
+        bool told;
+    };
+    for (const Case& c : {Case{std::nullopt, true}, Case{1, true}, Case{0, false}, Case{2, false}}) {
+        SCOPED_TRACE(c.error.value_or(-1));
+        desktop.newProcess();
+        if (c.error)
+            setting(u"Error"_s, dwordSetting(*c.error));
+        putDatabase(indexRow(1, {.name = u"Weg"_s, .path = u"/m/weg.m3u"_s}));
+        if (c.told)
+            answerMissing(1);
+        start();
+        EXPECT_EQ(c.told, !boxes().empty());
+    }
+}
+
+TEST_F(CatalogueLoad, WhileItLoadsThePointerIsTheArrowWithTheHourglass)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    QStringList pointers;
+    const auto watch =
+        root().Pointer.addNotifier([&] { pointers += QString::number(static_cast<int>(root().Pointer.value())); });
+    mnuLaden_Click(root());
+    // The new row ends its wait, the display of the last list has one of its own.
+    EXPECT_EQ("13 0 11 0", pointers.join(u' ').toStdString());
+}
+
+TEST_F(CatalogueLoad, TheLastRowOpensAfterASecondHasGoneBy)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    click(1);
+    const auto begin = desktop.events().elapsed();
+    QString after990;
+    desktop.events().after(std::chrono::milliseconds{990}, [&] { after990 = QString::number(tracks().count()); });
+    mnuLaden_Click(root());
+    const auto taken = desktop.events().elapsed() - begin;
+    EXPECT_GE(taken.count(), 1000);
+    EXPECT_LT(taken.count(), 1050);
+    EXPECT_EQ("0", after990.toStdString());
+    EXPECT_EQ(3, catalogue().selectedRow());
+    EXPECT_EQ("3", catalogue().Tag.toStdString());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("Drei", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
+TEST_F(CatalogueLoad, WhileItLoadsMenusAndListsAreOff)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    bool listOn = true;
+    bool menuOn = true;
+    desktop.events().after(std::chrono::milliseconds{500}, [&] {
+        listOn = catalogue().Enabled.value();
+        menuOn = root().mnuBearbeiten.Enabled.value();
+    });
+    GetLoadListe(root());
+    EXPECT_FALSE(listOn);
+    EXPECT_FALSE(menuOn);
+    EXPECT_TRUE(catalogue().Enabled.value());
+    EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
+    EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+}
+
+TEST_F(CatalogueLoad, AnEmptyOrMissingDatabaseIsAnEmptyCatalogueWithoutAPause)
+{
+    start();
+    const auto begin = desktop.events().elapsed();
+    mnuLaden_Click(root());
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ(begin, desktop.events().elapsed());
+    EXPECT_EQ("(missing)", bytes(database()).toStdString());
+}
+
+TEST_F(CatalogueLoad, InAVisibleReloadTheTextsOfARefusedRowGoToTheRowWhoseNumberIsTheCounterElseNowhere)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    start();
+    answerDouble(Answer::Yes);
+    answerDouble(Answer::No);
+    answerDouble(Answer::Yes);
+    mnuLaden_Click(root());
+    // "Drei" is row 2 while the counter stands at 3: its texts find no row, and it keeps those of a new playlist.
+    EXPECT_EQ(lines({u"  1 \"000\" \"Eins\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(listPath(u"Eins"_s)),
+                     u"> 2 \"001\" \"Drei\" \"%1\" \"0\" [icon Icon_1, 1 icon Icon_1]"_s.arg(listPath(u"Drei"_s))}),
+              rows(catalogue()));
+}
+
+TEST_F(CatalogueLoad, ADescriptionOf300CharactersComesBackWith254)
+{
+    const QString path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = path, .description = QString(300, u'x')}));
+    start();
+    EXPECT_EQ(254, indexValue(root(), database(), 1, 'e').size());
+    mnuSpeichern_Click(root());
+    EXPECT_EQ(QString(254, u'x'), desktop.profiles().value(database(), u"Index"_s, u"1e"_s));
+}
+
+} // namespace orvantine::fake
