@@ -10,9 +10,8 @@ using namespace Qt::StringLiterals;
 BenchDesktop::BenchDesktop()
     : player(files, [](const QString&) { return true; }),
       infoPlayer(files, [](const QString&) { return true; }),
-      services{files, profiles, settings, messages,  choosers, forms,    events,  player,
-               infoPlayer, mixer, sound,   tags,     tray,     clipboard, launcher, volumes,
-               instance, fonts,  screen,  {},       {},       {}},
+      services{files, profiles, settings,  messages, choosers, forms,    events, player, infoPlayer, mixer, sound,
+               tags,  tray,     clipboard, launcher, volumes,  instance, fonts,  screen, {},         {},    {}},
       root(services)
 {
     for (const QString& name : {u"program"_s, u"data"_s, u"data/Playlisten"_s, u"data/Resource"_s})
@@ -23,7 +22,10 @@ BenchDesktop::BenchDesktop()
     layOut(path(u"program/Orvantine.dll"_s), "marker");
 }
 
-QString BenchDesktop::database() const { return path(u"data/Orvantine.dat"_s); }
+QString BenchDesktop::database() const
+{
+    return path(u"data/Orvantine.dat"_s);
+}
 
 QStringList makeTracks(const QString& folder, int tracks)
 {

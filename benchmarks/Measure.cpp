@@ -6,7 +6,10 @@
 
 namespace orvantine::bench {
 
-bool Row::holds() const { return (limitIsRatio ? measured / floor.value_or(measured) : measured) <= limit; }
+bool Row::holds() const
+{
+    return (limitIsRatio ? measured / floor.value_or(measured) : measured) <= limit;
+}
 
 double medianMilliseconds(int runs, const std::function<void()>& work, const std::function<void()>& prepare)
 {

@@ -22,8 +22,8 @@ struct Row
 };
 
 /// Median wall time of `runs` runs in milliseconds, after one that does not count. `prepare` is not measured.
-[[nodiscard]] double medianMilliseconds(int runs, const std::function<void()>& work,
-                                        const std::function<void()>& prepare = [] {});
+[[nodiscard]] double medianMilliseconds(
+    int runs, const std::function<void()>& work, const std::function<void()>& prepare = [] {});
 
 void print(const std::vector<Row>& rows);
 

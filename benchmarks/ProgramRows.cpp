@@ -46,7 +46,10 @@ public:
         }
     }
 
-    [[nodiscard]] QString data(const QString& name) const { return m_home.filePath(u"data/Orvanten Manager/"_s + name); }
+    [[nodiscard]] QString data(const QString& name) const
+    {
+        return m_home.filePath(u"data/Orvanten Manager/"_s + name);
+    }
     [[nodiscard]] QString path(const QString& name) const { return m_home.filePath(name); }
 
     /// Starts the program, waits for its window and ends it. The told pause of a start with rows is taken off.
@@ -137,10 +140,14 @@ Row largeListMemory()
     const QStringList tracks = makeTracks(user.path(u"musik"_s), Tracks);
     const QString list = user.data(u"Playlisten/Alles.m3u"_s);
     layOut(list, tracks.join(u"\r\n"_s).toUtf8() + "\r\n");
-    layOut(user.data(u"Orvantine.dat"_s), tagInfoSection(100'000, tracks) + "[Index]\r\n" +
-                                              indexRow(1, u"Alles"_s, list, Tracks));
-    return {u"window process with 32,767 tracks, 100,000 TagInfo keys"_s, u"MB"_s, user.start().residentMegabytes, {},
-            90, false};
+    layOut(user.data(u"Orvantine.dat"_s),
+           tagInfoSection(100'000, tracks) + "[Index]\r\n" + indexRow(1, u"Alles"_s, list, Tracks));
+    return {u"window process with 32,767 tracks, 100,000 TagInfo keys"_s,
+            u"MB"_s,
+            user.start().residentMegabytes,
+            {},
+            90,
+            false};
 }
 
 } // namespace

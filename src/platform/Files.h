@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace orvantine {
@@ -68,6 +69,13 @@ public:
     [[nodiscard]] virtual QStringList list(const QString& folder, const QString& patterns) const = 0;
     /// Names of the folders of a folder, sorted ignoring case, dot folders left out.
     [[nodiscard]] virtual QStringList folders(const QString& folder) const = 0;
+
+    /// Answers `exists` for names below `folder`, which ends in a separator, from one look at it: for a loop that
+    /// serves no events.
+    [[nodiscard]] virtual std::function<bool(const QString& name)> namesIn(const QString& folder) const
+    {
+        return [this, folder](const QString& name) { return exists(folder + name); };
+    }
 
     // Reading: regular files only, whole
 

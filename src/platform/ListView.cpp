@@ -33,6 +33,12 @@ Color ListView::color(int row, int sub) const
     return shown.SubItems[static_cast<std::size_t>(sub - 1)].ForeColor;
 }
 
+QString ListView::tag(int row) const
+{
+    const auto& extras = item(row).Extras;
+    return extras ? extras->Tag : QString();
+}
+
 void ListView::clear()
 {
     m_selected = 0;
@@ -127,8 +133,12 @@ void ListView::setIcons(int row, const QString& icon)
 
 void ListView::setTag(int row, const QString& tag)
 {
-    if (has(row))
-        m_rows[static_cast<std::size_t>(row - 1)].Tag = tag;
+    if (!has(row))
+        return;
+    ListItem& item = m_rows[static_cast<std::size_t>(row - 1)];
+    ListExtras extras = item.Extras ? *item.Extras : ListExtras();
+    extras.Tag = tag;
+    item.Extras = std::make_shared<const ListExtras>(std::move(extras));
 }
 
 bool ListView::select(int row)
@@ -253,8 +263,8 @@ QVariant ListView::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return textAt(shown, column);
     case Qt::ToolTipRole: {
-        if (sub != nullptr && !sub->ToolTipText.isEmpty())
-            return sub->ToolTipText;
+        if (sub != nullptr && sub->Extras && !sub->Extras->ToolTipText.isEmpty())
+            return sub->Extras->ToolTipText;
         const bool missing = sub != nullptr && sub->ForeColor == Color::DarkRed;
         return missing ? textAt(shown, column) + QStringLiteral("\n(Datei fehlt)") : textAt(shown, column);
     }

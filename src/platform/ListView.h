@@ -8,15 +8,22 @@
 
 namespace orvantine {
 
+/// What hardly any row or sub-item has; long lists would carry it for nothing.
+struct ListExtras
+{
+    QString Key;
+    QString Tag;
+    QString ToolTipText;
+};
+
 struct ListSubItem
 {
     QString Text;
     QString ReportIcon;
     Color ForeColor = Color::ButtonText;
     bool Bold = false;
-    QString Key;
-    QString Tag;
-    QString ToolTipText;
+    /// Null for none.
+    std::shared_ptr<const ListExtras> Extras;
 };
 
 struct ListItem
@@ -28,9 +35,8 @@ struct ListItem
     bool Bold = false;
     bool Checked = false;
     bool Ghosted = false;
-    QString Key;
-    QString Tag;
-    QString ToolTipText;
+    /// Null for none.
+    std::shared_ptr<const ListExtras> Extras;
     std::vector<ListSubItem> SubItems;
 };
 
@@ -59,6 +65,7 @@ public:
     [[nodiscard]] QString text(int row) const;
     [[nodiscard]] QString subItem(int row, int sub) const;
     [[nodiscard]] Color color(int row, int sub) const;
+    [[nodiscard]] QString tag(int row) const;
 
     void clear();
     /// Adds at the end; gives the row's number.

@@ -62,8 +62,12 @@ public:
     {
         if (++m_call % 256 == 0)
             letGo();
-        const std::optional<FileStamp> stamp = m_files.stamp(file);
         const auto found = m_entries.find(file);
+        if (found != m_entries.end() && file == m_steady) {
+            found->second->lastCall = m_call;
+            return {ReadOutcome::Done, found->second.get()};
+        }
+        const std::optional<FileStamp> stamp = m_files.stamp(file);
         if (found != m_entries.end()) {
             Entry& entry = *found->second;
             const bool same = stamp && entry.stamp == *stamp;
@@ -74,6 +78,14 @@ public:
             m_entries.erase(found);
         }
         return read(file);
+    }
+
+    /// The file that is not asked for its stamp; "" for none.
+    void keepSteady(const QString& file)
+    {
+        m_steady.clear();
+        if (!file.isEmpty() && load(file).outcome == ReadOutcome::Done)
+            m_steady = file;
     }
 
     /// The edit goes to the disk, then to the entry, which may be gone afterwards.
@@ -135,7 +147,18 @@ private:
     Files& m_files;
     std::unordered_map<QString, std::unique_ptr<Entry>> m_entries;
     quint64 m_call = 0;
+    QString m_steady;
 };
+
+ProfileStore::Steady::Steady(ProfileStore& store, const QString& file) : m_store(store)
+{
+    m_store.m_cache->keepSteady(file);
+}
+
+ProfileStore::Steady::~Steady()
+{
+    m_store.m_cache->keepSteady({});
+}
 
 ProfileStore::ProfileStore(Files& files) : m_files(files), m_cache(std::make_unique<Cache>(files)) {}
 

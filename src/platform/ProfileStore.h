@@ -26,6 +26,19 @@ public:
     bool setValue(const QString& file, const QString& section, const QString& key, const QString& value);
     bool removeKey(const QString& file, const QString& section, const QString& key);
     bool removeSection(const QString& file, const QString& section);
+    /// While one lives, the file is taken as it stood at its beginning: for a loop of reads that serves no events.
+    class Steady
+    {
+    public:
+        Steady(ProfileStore& store, const QString& file);
+        ~Steady();
+        Steady(const Steady&) = delete;
+        Steady& operator=(const Steady&) = delete;
+
+    private:
+        ProfileStore& m_store;
+    };
+
     /// Keys of a section in the file's order.
     [[nodiscard]] QStringList keys(const QString& file, const QString& section);
 

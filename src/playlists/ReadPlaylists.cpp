@@ -156,6 +156,7 @@ void appendRows(Root& root, const QString& path, int count)
     const TextLines lines(root.tPlayliste.Text);
     const QString folder = FileDirPath::FolderOf(path);
     const QString icon = u"Icon_2"_s;
+    const ProfileStore::Steady names(root.services.profiles, databaseFile(root));
     const ListView::Batch together(root.LListView2);
     for (int i = 0; i < count; ++i) {
         const QString line = lines.line(i);
@@ -302,10 +303,10 @@ bool TextDosConvert(Root& root, const QString& path)
     if (!read.done())
         return true;
 
-    const QString neighbour = FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path);
+    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
     const QString out = normalisedEntries(read.text, [&](const QString& line) {
         const QString name = FileDirPath::FileNameOf(line);
-        return Dateiexistenz::FileExists(root, neighbour + name) ? name : line;
+        return isNeighbour(name) ? name : line;
     });
     if (out.size() < ShortestList)
         return true;

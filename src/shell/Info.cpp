@@ -39,7 +39,7 @@ void setUpInfo(Root& root)
     Info& form = *root.info;
     form.Load = [&root, &form] {
         form.RName.Caption = u"Orvanten Manager"_s;
-        form.RVersion.Caption = u"Version "_s + versionText(root.services.start);
+        form.RVersion.Caption = versionText(root.services.start);
         form.RWerbung.Caption = u"Playlisten verwalten, abspielen und mitnehmen: bis zu 160 Wiedergabelisten, ihre "
                                 u"Sounddateien, Cover und Beschreibungen in einem Fenster."_s;
         form.RContact.Caption = u"Freie Software unter der GNU General Public License, Version 3 oder neuer.\n"

@@ -201,11 +201,10 @@ void showHelp(Root& root, const char16_t* topic)
     if (!Dateiexistenz::FileExists(root, help))
         return;
     const QString name = QString::fromUtf16(topic);
-    root.services.launcher.start(
-        {.kind = LaunchKind::Help,
-         .command = FileDirPath::join(WindowsFolder(root), u"hh.exe") + u' ' + help + u"::"_s + name,
-         .target = help,
-         .arguments = {name}});
+    root.services.launcher.start({.kind = LaunchKind::Help,
+                                  .command = u"hh.exe "_s + help + u"::"_s + name,
+                                  .target = help,
+                                  .arguments = {name}});
 }
 
 } // namespace orvantine

@@ -35,7 +35,10 @@ SettingValue word(int number)
     return {.type = SettingType::Dword, .text = {}, .bytes = QByteArray(1, static_cast<char>(number)) + "\0\0\0"_ba};
 }
 
-SettingValue text(const QString& value) { return {.type = SettingType::String, .text = value, .bytes = {}}; }
+SettingValue text(const QString& value)
+{
+    return {.type = SettingType::String, .text = value, .bytes = {}};
+}
 
 } // namespace
 

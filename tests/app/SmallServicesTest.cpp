@@ -66,8 +66,7 @@ TEST_F(SmallServices, ATextWithALineBreakBecomesAMultiStringThatEndsInCrLf)
 {
     start();
     writeSetting(root(), u"Zeilen"_s, u"eins\r\nzwei"_s);
-    const auto stored =
-        desktop.settings.value(Hive::CurrentUser, settingsKey(), u"Zeilen"_s).value_or(SettingValue{});
+    const auto stored = desktop.settings.value(Hive::CurrentUser, settingsKey(), u"Zeilen"_s).value_or(SettingValue{});
     EXPECT_EQ(SettingType::MultiString, stored.type);
     EXPECT_EQ("eins\r\nzwei\r\n", stored.text.toStdString());
 }
@@ -125,10 +124,10 @@ TEST(WinVersionen, EveryNameByPlatformAndVersion)
         SystemVersion version;
         const char* name;
     };
-    for (const Case& c : {Case{{0, 3, 1}, "Windows 16bit mit 32bit-Erweiterung"}, Case{{1, 4, 0}, "95"},
-                          Case{{1, 4, 10}, "98"}, Case{{1, 4, 90}, "Me"}, Case{{1, 4, 7}, "Unknown"},
-                          Case{{2, 4, 0}, "Unknown"}, Case{{2, 5, 0}, "XP"}, Case{{2, 10, 0}, "XP"},
-                          Case{{3, 5, 0}, "Unknown"}})
+    for (const Case& c :
+         {Case{{0, 3, 1}, "Windows 16bit mit 32bit-Erweiterung"}, Case{{1, 4, 0}, "95"}, Case{{1, 4, 10}, "98"},
+          Case{{1, 4, 90}, "Me"}, Case{{1, 4, 7}, "Unknown"}, Case{{2, 4, 0}, "Unknown"}, Case{{2, 5, 0}, "XP"},
+          Case{{2, 10, 0}, "XP"}, Case{{3, 5, 0}, "Unknown"}})
         EXPECT_EQ(c.name, WinVersionen(c.version).toStdString()) << c.version.platform << '.' << c.version.minor;
 }
 

@@ -36,6 +36,20 @@ TEST_P(FilesContract, APatternCountsInTheLastPartOnly)
     EXPECT_FALSE(files().exists(at(u"Res*/a.jpg"_s)));
 }
 
+TEST_P(FilesContract, NamesInAnswersForAFolderAsExistsDoes)
+{
+    ASSERT_TRUE(files().makeFolder(at(u"Künstler"_s)));
+    ASSERT_TRUE(put(u"Künstler/Über.mp3"_s, "x"));
+    ASSERT_TRUE(files().makeFolder(at(u"Künstler/Album"_s)));
+    ASSERT_TRUE(put(u"Künstler/Album/a.mp3"_s, "x"));
+    for (const QString& folder : {at(u"künstler"_s), at(u"fehlt"_s)}) {
+        const auto isThere = files().namesIn(folder + u'/');
+        for (const QString& name : {u"Über.mp3"_s, u"ÜBER.MP3"_s, u"U\u0308ber.mp3"_s, u"Album"_s, u"Album/a.mp3"_s,
+                                    u"Album/"_s, u"*.mp3"_s, u"*.wma"_s, u"b.mp3"_s, u""_s, u"."_s, u".."_s})
+            EXPECT_EQ(isThere(name), files().exists(folder + u'/' + name)) << (folder + u'/' + name).toStdString();
+    }
+}
+
 TEST_P(FilesContract, FolderExistsIsTrueForFilesAsWell)
 {
     ASSERT_TRUE(put(u"a.mp3"_s, "x"));

@@ -40,6 +40,17 @@ TEST_F(ProfileStoreTest, AMissingFileSectionOrKeyGivesNothing)
     EXPECT_EQ(m_store.keys(m_file, u"Options"_s), QStringList());
 }
 
+TEST_F(ProfileStoreTest, WhileItIsHeldSteadyTheFileIsNotAskedAgain)
+{
+    put("[A]\r\n1=alt\r\n");
+    {
+        const ProfileStore::Steady steady(m_store, m_file);
+        put("[A]\r\n1=neuer\r\n");
+        EXPECT_EQ(value(u"A"_s, u"1"_s), u"alt"_s);
+    }
+    EXPECT_EQ(value(u"A"_s, u"1"_s), u"neuer"_s);
+}
+
 TEST_F(ProfileStoreTest, SectionAndKeyAreFoundIgnoringCase)
 {
     put("[TagInfo]\r\n/Musik/K\xc3\xb6ln \xc3\x9c.mp3=Titel\r\n");

@@ -46,8 +46,8 @@ QStringList rowLines(const ListView& list)
             notes += u"checked"_s;
         if (item.Ghosted)
             notes += u"ghosted"_s;
-        if (!item.Tag.isEmpty())
-            notes += u"tag "_s + quoted(item.Tag);
+        if (!list.tag(row).isEmpty())
+            notes += u"tag "_s + quoted(list.tag(row));
         lines += notes.isEmpty() ? line : line + u" ["_s + notes.join(u", "_s) + u']';
     }
     return lines;

@@ -141,12 +141,17 @@ std::optional<QString> NameLookup::hostText(const QString& path) const
 NameLookup::Found NameLookup::find(const QString& path) const
 {
     Found found;
-    const std::optional<QString> text = hostText(path);
-    if (!text) {
-        found.error = ENOENT;
-        return found;
+    // One file is asked for again and again: the database.
+    if (path != m_lastText || m_lastText.isEmpty()) {
+        const std::optional<QString> text = hostText(path);
+        if (!text) {
+            found.error = ENOENT;
+            return found;
+        }
+        m_lastText = path;
+        m_lastBytes = bytesOf(*text);
     }
-    found.path = bytesOf(*text);
+    found.path = m_lastBytes;
     if (::stat(found.path.constData(), &found.info) == 0)
         return found;
     if (found.path.contains('\\')) {
@@ -159,6 +164,12 @@ NameLookup::Found NameLookup::find(const QString& path) const
         return found;
     Found other = search(found.path);
     return other.error == 0 ? other : found;
+}
+
+std::function<bool(const QString& key)> NameLookup::keysOf(const QByteArray& path) const
+{
+    // The table is shared, not copied, until the folder is listed anew.
+    return [entries = folder(path).entries](const QString& key) { return entries.contains(key); };
 }
 
 NameLookup::Found NameLookup::search(const QByteArray& path) const

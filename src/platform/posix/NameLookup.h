@@ -6,6 +6,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -37,6 +38,9 @@ public:
     /// All names of a folder but "." and "..", as texts that `find` leads back to the same bytes.
     [[nodiscard]] QStringList names(const QByteArray& folder) const;
 
+    /// Keys of the names of a folder as it stands now.
+    [[nodiscard]] std::function<bool(const QString& key)> keysOf(const QByteArray& folder) const;
+
     /// UTF-8, or windows-1252 where the bytes are not valid UTF-8.
     [[nodiscard]] static QString textOf(const QByteArray& name);
     /// Equal keys: the same name but for case and normal form.
@@ -58,6 +62,8 @@ private:
 
     QMap<QString, QString> m_drives;
     mutable QHash<QByteArray, Folder> m_folders;
+    mutable QString m_lastText;
+    mutable QByteArray m_lastBytes;
 };
 
 } // namespace orvantine

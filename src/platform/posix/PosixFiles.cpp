@@ -157,6 +157,19 @@ bool PosixFiles::exists(const QString& path) const
                        [pattern](const QString& name) { return matchesPattern(name, pattern); });
 }
 
+std::function<bool(const QString& name)> PosixFiles::namesIn(const QString& folder) const
+{
+    const NameLookup::Found found = m_names.find(folder);
+    if (found.error != 0 || !S_ISDIR(found.info.st_mode))
+        return Files::namesIn(folder);
+    return [this, folder, isKnown = m_names.keysOf(found.path)](const QString& name) {
+        // A miss is told by the listing; all else is looked up.
+        const bool plain = !name.isEmpty() && !isPattern(name) && !name.contains(u'/') && !name.contains(u'\\') &&
+                           name != u"."_s && name != u".."_s;
+        return (!plain || isKnown(NameLookup::keyOf(name))) && exists(folder + name);
+    };
+}
+
 bool PosixFiles::folderExists(const QString& path) const
 {
     return m_names.find(path).error == 0;

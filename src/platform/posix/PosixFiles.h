@@ -29,6 +29,7 @@ public:
     explicit PosixFiles(PosixFilesOptions options = {});
     ~PosixFiles() override;
 
+    [[nodiscard]] std::function<bool(const QString& name)> namesIn(const QString& folder) const override;
     [[nodiscard]] bool exists(const QString& path) const override;
     [[nodiscard]] bool folderExists(const QString& path) const override;
     [[nodiscard]] bool isFolder(const QString& path) const override;
