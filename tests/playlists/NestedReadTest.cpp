@@ -1,0 +1,66 @@
+#include "catalogue/CatalogueWorld.h"
+
+#include "catalogue/CatalogueDatabase.h"
+#include "playlists/ReadPlaylists.h"
+#include "playlists/SavePlaylists.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class NestedRead : public CatalogueWorld
+{
+protected:
+    NestedRead()
+    {
+        putCatalogue({u"Eins"_s, u"Zwei"_s});
+        start();
+    }
+};
+
+} // namespace
+
+TEST_F(NestedRead, OfTwoReadsNestedInAYieldTheLaterOwnsTheList)
+{
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { click(2); });
+    click(1);
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
+    EXPECT_EQ("/m/Zwei 2.mp3", tracks().subItem(2, 3).toStdString());
+    EXPECT_EQ(0, root().readsUnderWay);
+    EXPECT_TRUE(tracks().Enabled.value());
+    EXPECT_TRUE(tracks().Visible.value());
+}
+
+TEST_F(NestedRead, ASaveInsideAReadWritesNothing)
+{
+    for (const bool local : {false, true}) {
+        SCOPED_TRACE(local);
+        int saves = 0;
+        desktop.events().after(std::chrono::milliseconds{0}, [&] {
+            ++saves;
+            ASSERT_EQ(0, tracks().count());
+            if (local)
+                SaveLocalEntrys(root());
+            else
+                SavePlayEntrys(root());
+        });
+        catalogue().Tag = u"0"_s;
+        click(1);
+        EXPECT_EQ(1, saves);
+        EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+        EXPECT_EQ(2, tracks().count());
+    }
+}
+
+TEST_F(NestedRead, ATickOfTheHousekeepingInsideAReadHarmsNothing)
+{
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { root().Timer2.Tick(); });
+    click(1);
+    EXPECT_EQ("/m/Eins 1.mp3", tracks().subItem(1, 3).toStdString());
+    EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+}
+
+} // namespace orvantine::fake

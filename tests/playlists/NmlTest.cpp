@@ -1,0 +1,100 @@
+#include "catalogue/CatalogueWorld.h"
+
+#include "playlists/PlaylistText.h"
+#include "playlists/ReadPlaylists.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString location(const QString& file, const QString& folder)
+{
+    return u"<LOCATION FILE=\"%1\" PATH=\"%2\"/>\r\n"_s.arg(file, folder);
+}
+
+class Nml : public CatalogueWorld
+{
+protected:
+    /// A catalogue with one NML list of these bytes, open.
+    void open(const QByteArray& nml)
+    {
+        put(u"/m/Set.nml"_s, nml);
+        putDatabase(indexRow(1, {.name = u"Set"_s, .path = u"/m/Set.nml"_s}));
+        before = bytes(database());
+        start();
+    }
+
+    QByteArray before;
+};
+
+} // namespace
+
+TEST(EntriesOfNml, FolderAndNameAreJoinedAndTheFirstCrIsGone)
+{
+    EXPECT_EQ("\n/m/a.mp3\r\n/n/b.mp3",
+              entriesOfNml(location(u"a.mp3"_s, u"/m/"_s) + location(u"b.mp3"_s, u"/n/"_s)).toStdString());
+    EXPECT_EQ("", entriesOfNml(u"<NML>\r\n</NML>\r\n"_s).toStdString());
+}
+
+TEST(EntriesOfNml, Of100EntriesAreTaken99)
+{
+    QString text;
+    for (int i = 1; i <= 100; ++i)
+        text += location(u"t%1.mp3"_s.arg(i), u"D:\\"_s);
+    const QStringList entries = entriesOfNml(text).mid(1).split(u"\r\n"_s);
+    EXPECT_EQ(99, entries.size());
+    EXPECT_EQ("D:\\t1.mp3", entries.first().toStdString());
+    EXPECT_EQ("D:\\t99.mp3", entries.last().toStdString());
+}
+
+TEST(EntriesOfNml, EntriesInsideTheSkipOfTheFirstPassAreLost)
+{
+    // The place of the first entry counts twice: what lies within as many characters behind it is passed over.
+    const QString head(120, u'x');
+    EXPECT_EQ("\n/m/eins.mp3\r\n/m/fünf.mp3",
+              entriesOfNml(head + u"\r\n"_s + location(u"eins.mp3"_s, u"/m/"_s) + location(u"zwei.mp3"_s, u"/m/"_s) +
+                           location(u"drei.mp3"_s, u"/m/"_s) + QString(60, u'y') + u"\r\n"_s +
+                           location(u"fünf.mp3"_s, u"/m/"_s))
+                  .toStdString());
+}
+
+TEST_F(Nml, TheM3uBeginsWithLfAndTheListGoesOnAsM3u)
+{
+    // Written as entriesOfNml gives it; the display then drops the LF.
+    desktop.log.failNext(u"files.writeText "_s + quoted(listPath(u"Set"_s)), 2);
+    open((location(u"eins.mp3"_s, u"/m/"_s) + location(u"zwei.mp3"_s, u"/n/"_s) + u"--"_s).toUtf8());
+    EXPECT_EQ("\n/m/eins.mp3\r\n/n/zwei.mp3\r\n", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+}
+
+TEST_F(Nml, TheRowPointsAtTheM3uAndTheDatabaseLearnsItAtTheNextSave)
+{
+    open((location(u"eins.mp3"_s, u"/m/"_s) + location(u"zwei.mp3"_s, u"/n/"_s) + u"--"_s).toUtf8());
+    EXPECT_EQ("/m/eins.mp3\r\n/n/zwei.mp3\r\n\r\n", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ(
+        lines({u"> 1 \"101\" \"01\" \"eins\" \"/m/eins.mp3\" \"eins.mp3\" [icon Icon_2, 1 icon Icon_2, 3 darkred]"_s,
+               u"  2 \"102\" \"02\" \"zwei\" \"/n/zwei.mp3\" \"zwei.mp3\" [icon Icon_2, 1 icon Icon_2, 3 darkred]"_s}),
+        rows(tracks()));
+}
+
+TEST_F(Nml, ASecondReadingKeepsAChangedM3u)
+{
+    put(listPath(u"Set"_s), "/m/von Hand.mp3\r\n");
+    open((location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8());
+    EXPECT_EQ("/m/von Hand.mp3\r\n\r\n", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ(1, tracks().count());
+    EXPECT_EQ("/m/von Hand.mp3", tracks().subItem(1, 3).toStdString());
+}
+
+TEST_F(Nml, TheNmlFileItselfStays)
+{
+    const QByteArray nml = (location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8();
+    open(nml);
+    EXPECT_EQ(nml.toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
+}
+
+} // namespace orvantine::fake
