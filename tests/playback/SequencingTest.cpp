@@ -1,0 +1,296 @@
+#include "playback/Sequencing.h"
+
+#include "playback/PlaybackWorld.h"
+
+#include "operations/ListInput.h"
+#include "playback/PlayerControl.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Sequencing : public PlaybackWorld
+{
+protected:
+    void SetUp() override
+    {
+        startPlayback();
+        root().Timer2.Enabled = false;
+    }
+
+    /// The list of that row plays, and its end comes.
+    void playToTheEnd(int row)
+    {
+        if (row != 1)
+            click(row);
+        pSoundPlayer_Click(root());
+        player().pretendEnded();
+        forgetCalls();
+    }
+
+    void chooseMode(int mode) { mnuWiederholung_Click(root(), mode); }
+};
+
+} // namespace
+
+TEST_F(Sequencing, TheRepeatModesAreARadioGroup)
+{
+    for (int mode = 1; mode <= 3; ++mode) {
+        root().mnuWiederholung[mode].Click();
+        for (int other = 1; other <= 3; ++other)
+            EXPECT_EQ(mode == other, root().mnuWiederholung[other].Checked.value()) << mode << ' ' << other;
+    }
+}
+
+TEST_F(Sequencing, WithoutRepetitionTheNextListOfTheCatalogueFollows)
+{
+    playToTheEnd(1);
+    const auto begin = desktop.events().elapsed();
+    run(180);
+    EXPECT_EQ("close\nnewPlaylist(Zweite.m3u, 2)\nclose\nURL = Zweite.m3u", told());
+    EXPECT_EQ("play 0 pause 1 tag 1 lists 2/2 timer 1 item3 1 item4 0 Wiedergabe stoppen ", state());
+    EXPECT_EQ("Icon_6 Icon_C Icon_1 Icon_1", marks());
+    EXPECT_EQ("0", root().pPausePlayer.Tag.toStdString());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ("/m/Zweite 1.mp3", tracks().subItem(1, 3).toStdString());
+    // One second before the next list and one behind it.
+    EXPECT_GE((desktop.events().elapsed() - begin).count(), 2180);
+}
+
+TEST_F(Sequencing, TheLastRowWrapsToRowOne)
+{
+    click(4);
+    pSoundPlayer_Click(root());
+    player().pretendEnded();
+    root().Timer1.Enabled = true;
+    forgetCalls();
+    run(180);
+    EXPECT_EQ("close\nnewPlaylist(Erste.m3u, 2)\nclose\nURL = Erste.m3u", told());
+    EXPECT_EQ("1", root().pSoundPlayer.Tag.toStdString());
+    EXPECT_EQ(1, catalogue().selectedRow());
+}
+
+TEST_F(Sequencing, TheViewReturnsToTheUsersRowOnlyWithShowChangeOne)
+{
+    struct Case
+    {
+        const char* name;
+        std::optional<SettingValue> showChange;
+        bool returns;
+    };
+    for (const Case& c : {Case{"absent", std::nullopt, false}, Case{"1", dwordSetting(1), true},
+                          Case{"-1", dwordSetting(-1), true}, Case{"0", dwordSetting(0), false},
+                          Case{"2", dwordSetting(2), false}, Case{"text 1", stringSetting(u"1"_s), true}}) {
+        SCOPED_TRACE(c.name);
+        desktop.newProcess();
+        SetUp();
+        if (c.showChange)
+            setting(u"ShowChange"_s, *c.showChange);
+        pSoundPlayer_Click(root());
+        click(3);
+        player().pretendEnded();
+        run(180);
+        EXPECT_EQ("2", root().pSoundPlayer.Tag.toStdString());
+        EXPECT_EQ(c.returns ? 3 : 2, catalogue().selectedRow());
+        EXPECT_EQ(c.returns ? "3" : "2", catalogue().Tag.toStdString());
+        EXPECT_EQ(c.returns ? "/m/Dritte 1.mp3" : "/m/Zweite 1.mp3", tracks().subItem(1, 3).toStdString());
+        EXPECT_EQ("Icon_6 Icon_C Icon_1 Icon_1", marks());
+    }
+}
+
+TEST_F(Sequencing, ARepeatedListIsPlayedAgainAlsoASecondTimeAndTheViewStays)
+{
+    chooseMode(1);
+    setting(u"ShowChange"_s, dwordSetting(1));
+    playToTheEnd(2);
+    tracks().select(2);
+    for (int round = 1; round <= 2; ++round) {
+        SCOPED_TRACE(round);
+        run(180);
+        EXPECT_EQ("controls.stop\ncontrols.play\nnewPlaylist(Zweite.m3u, 2)\nclose\nURL = Zweite.m3u", told());
+        EXPECT_EQ("play 0 pause 1 tag 1 lists 2/2 timer 1 item3 1 item4 0 Wiedergabe stoppen ", state());
+        EXPECT_EQ(2, catalogue().selectedRow());
+        EXPECT_EQ(2, tracks().selectedRow());
+        run(360);
+        EXPECT_EQ("", told());
+        player().pretendEnded();
+    }
+}
+
+TEST_F(Sequencing, ARepeatedTrackIsTheSelectedOneAndTheTimerGoesOn)
+{
+    chooseMode(2);
+    playToTheEnd(1);
+    tracks().select(2);
+    // Showing the track runs the housekeeping, which sees the end and stops after a second.
+    run(180);
+    EXPECT_EQ("controls.stop\nclose\nclose\nnewMedia(/m/Erste 2.mp3)\nURL = /m/Erste 2.mp3", told());
+    EXPECT_EQ("play 0 pause 1 tag 0 lists 1/1 timer 1 item3 1 item4 0 Wiedergabe stoppen ", state());
+    player().pretendEnded();
+    run(180);
+    EXPECT_EQ("controls.stop\nclose\nclose\nnewMedia(/m/Erste 2.mp3)\nURL = /m/Erste 2.mp3", told());
+}
+
+TEST_F(Sequencing, WithoutAModeTheButtonsAreIdleAndNothingIsTold)
+{
+    chooseMode(0);
+    playToTheEnd(1);
+    run(180);
+    EXPECT_EQ("", told());
+    EXPECT_TRUE(root().pSoundPlayer.Enabled.value());
+    EXPECT_FALSE(root().pPausePlayer.Enabled.value());
+    EXPECT_EQ("Wiedergabe starten ", root().mnuWiedergabe.Caption.value().toStdString());
+    run(2000);
+    EXPECT_EQ("", told());
+}
+
+TEST_F(Sequencing, BeforeTheLastTrackNothingHappens)
+{
+    pSoundPlayer_Click(root());
+    forgetCalls();
+    player().pretendPaused();
+    run(2000);
+    EXPECT_EQ("", told());
+    EXPECT_EQ("0", root().pPausePlayer.Tag.toStdString());
+}
+
+TEST_F(Sequencing, WithoutTracksTheHintShowsAndTheTickEnds)
+{
+    playToTheEnd(1);
+    tracks().clear();
+    root().pHinweistext.Visible = false;
+    run(180);
+    EXPECT_TRUE(root().pHinweistext.Visible.value());
+    EXPECT_EQ("", told());
+}
+
+TEST_F(Sequencing, AtTheEndTheTwoViewsOfTheMenuComeBack)
+{
+    playToTheEnd(1);
+    root().mnuOrvmenu[1].Visible = false;
+    root().mnuOrvmenu[2].Visible = false;
+    root().pHinweistext.Visible = true;
+    run(180);
+    EXPECT_TRUE(root().mnuOrvmenu[1].Visible.value());
+    EXPECT_TRUE(root().mnuOrvmenu[2].Visible.value());
+    EXPECT_FALSE(root().pHinweistext.Visible.value());
+}
+
+TEST_F(Sequencing, WithAllPlaylistsOffTheTickEndsTheTimerInEveryMode)
+{
+    for (int mode = 1; mode <= 3; ++mode) {
+        SCOPED_TRACE(mode);
+        chooseMode(mode);
+        root().mnuAllesWiedergeben.Checked = false;
+        pSoundPlayer_Click(root());
+        player().pretendEnded();
+        forgetCalls();
+        run(180);
+        EXPECT_FALSE(root().Timer1.Enabled.value());
+        EXPECT_EQ("", told());
+        root().pStopPlayer.Click();
+    }
+}
+
+TEST_F(Sequencing, AllPlaylistsOffEndsTheTimerAndOnStartsItWhileSomethingRuns)
+{
+    pSoundPlayer_Click(root());
+    root().mnuAllesWiedergeben.Click();
+    EXPECT_FALSE(root().mnuAllesWiedergeben.Checked.value());
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+    root().mnuAllesWiedergeben.Click();
+    EXPECT_TRUE(root().mnuAllesWiedergeben.Checked.value());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+    pStopPlayer_Click(root());
+    root().mnuAllesWiedergeben.Click();
+    root().mnuAllesWiedergeben.Click();
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+}
+
+TEST_F(Sequencing, WithAllPlaylistsOffTheHousekeepingStopsAfterASecond)
+{
+    root().mnuAllesWiedergeben.Checked = false;
+    playToTheEnd(1);
+    const auto begin = desktop.events().elapsed();
+    root().Timer2.Enabled = true;
+    run(280);
+    EXPECT_EQ("controls.stop\nclose", told());
+    EXPECT_GE((desktop.events().elapsed() - begin).count(), 1280);
+    EXPECT_EQ("play 1 pause 0 tag 0 lists 1/1 timer 0 item3 1 item4 0 Wiedergabe starten ", state());
+    EXPECT_EQ("Icon_6 Icon_1 Icon_1 Icon_1", marks());
+}
+
+TEST_F(Sequencing, AStatusThatChangedWithinThatSecondIsNotStopped)
+{
+    root().mnuAllesWiedergeben.Checked = false;
+    playToTheEnd(1);
+    desktop.events().after(std::chrono::milliseconds{900}, [&] { player().pretendPlaying(); });
+    Timer2_Tick(root());
+    EXPECT_EQ("", told());
+    EXPECT_TRUE(root().pPausePlayer.Enabled.value());
+}
+
+TEST_F(Sequencing, AMissingListInTheSequenceIsNotSkipped)
+{
+    desktop.disk().remove(listPath(u"Zweite"_s));
+    playToTheEnd(1);
+    root().Timer2.Enabled = true;
+    run(10000);
+    EXPECT_EQ("close\nnewPlaylist(Zweite.m3u, 2)\nclose\nURL = Zweite.m3u\ncontrols.stop\nclose", told());
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("play 1 pause 0 tag 0 lists 2/2 timer 0 item3 1 item4 0 Wiedergabe starten ", state());
+}
+
+TEST_F(Sequencing, AProgramThatEndsWithinThePauseStartsNoFurtherList)
+{
+    playToTheEnd(1);
+    desktop.events().after(std::chrono::milliseconds{600}, [&] { desktop.events().endProcess(); });
+    run(180);
+    EXPECT_EQ("", told());
+}
+
+TEST_F(Sequencing, ADoubleClickOnATrackPlaysThatOneAlone)
+{
+    tracks().select(2);
+    root().mnuSoundplayerExt.Visible = true;
+    root().Timer1.Enabled = true;
+    tracks().DblClick();
+    EXPECT_EQ("close\nnewMedia(/m/Erste 2.mp3)\nURL = /m/Erste 2.mp3", told());
+    EXPECT_EQ("play 0 pause 1 tag 0 lists 1/1 timer 0 item3 1 item4 0 Wiedergabe stoppen ", state());
+    EXPECT_FALSE(root().mnuSoundplayerExt.Visible.value());
+}
+
+TEST_F(Sequencing, ADoubleClickWhileAListPlaysSwitchesAtOnce)
+{
+    pSoundPlayer_Click(root());
+    tracks().select(2);
+    forgetCalls();
+    tracks().DblClick();
+    EXPECT_EQ("close\nclose\nnewMedia(/m/Erste 2.mp3)\nURL = /m/Erste 2.mp3", told());
+    EXPECT_FALSE(root().pSoundPlayer.Enabled.value());
+    EXPECT_TRUE(root().pPausePlayer.Enabled.value());
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+    EXPECT_EQ("/m/Erste 2.mp3", player().URL().toStdString());
+}
+
+TEST_F(Sequencing, ABareNameGetsTheFolderOfTheList)
+{
+    tracks().setSubItem(1, 3, u"lied.mp3"_s);
+    tracks().select(1);
+    playSingleTrack(root());
+    EXPECT_EQ("close\nnewMedia(lied.mp3)\nURL = lied.mp3", told());
+    EXPECT_EQ((data() + u"Playlisten/lied.mp3"_s).toStdString(), player().URL().toStdString());
+}
+
+TEST_F(Sequencing, ADoubleClickOnAnEmptyListDoesNothing)
+{
+    tracks().clear();
+    tracks().DblClick();
+    EXPECT_EQ("", told());
+    EXPECT_TRUE(root().pSoundPlayer.Enabled.value());
+}
+
+} // namespace orvantine::fake
