@@ -75,10 +75,16 @@ void ensureSettingsKey(Root& root)
             Registry::CreateKey(root, Hive::CurrentUser, key);
 }
 
-void noteVersion(Root& root)
+/// "Major.Minor"
+QString versionText(const Root& root)
 {
     const StartContext& start = root.services.start;
-    const QString running = u"%1.%2"_s.arg(start.versionMajor).arg(start.versionMinor);
+    return u"%1.%2"_s.arg(start.versionMajor).arg(start.versionMinor);
+}
+
+void noteVersion(Root& root)
+{
+    const QString running = versionText(root);
     const Setting stored = readSetting(root, u"Version"_s);
     const QString last = stored.present ? stored.text() : u"0.00"_s;
     if (last == running)
@@ -234,6 +240,7 @@ void Form_Load(Root& root)
 
     takeCommand(root);
     DisabledButtons(root, 1);
+    root.startup->RVersion.Caption = u"Version "_s + versionText(root);
     if (!root.hiddenStart)
         services.forms.show(*root.startup);
     services.events.yield();

@@ -65,7 +65,8 @@ private:
 };
 
 /// The members of a control array under the indexes they are told with: ControlArray<MenuItem, 1, 7>.
-template <class C, int First, int Last> class ControlArray
+template <class C, int First, int Last>
+class ControlArray
 {
 public:
     ControlArray(ControlSet& owner, QStringView name)

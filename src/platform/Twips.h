@@ -10,8 +10,14 @@ using Twips = int;
 inline constexpr Twips TwipsPerPixel = 15;
 
 /// Pixels of a length, rounded towards zero.
-[[nodiscard]] constexpr int pixelsOf(Twips length) { return length / TwipsPerPixel; }
+[[nodiscard]] constexpr int pixelsOf(Twips length)
+{
+    return length / TwipsPerPixel;
+}
 
-[[nodiscard]] constexpr Twips twipsOf(int pixels) { return pixels * TwipsPerPixel; }
+[[nodiscard]] constexpr Twips twipsOf(int pixels)
+{
+    return pixels * TwipsPerPixel;
+}
 
 } // namespace orvantine

@@ -239,8 +239,10 @@ TEST_P(PlayerContract, DataIsUnknownAtTheFirstMediaChangeAndKnownAtTheSecond)
 TEST_P(PlayerContract, OldTagsAreReadAsWindows1252)
 {
     know(u"Größe"_s, u"Lied"_s, 120);
-    player().setURL(
-        music.write(u"a.wav"_s, fake::wav({.milliseconds = 120'000, .artist = "Gr\xF6\xDF" "e", .title = "Lied"})));
+    player().setURL(music.write(u"a.wav"_s, fake::wav({.milliseconds = 120'000,
+                                                       .artist = "Gr\xF6\xDF"
+                                                                 "e",
+                                                       .title = "Lied"})));
     awaitPlaying();
     EXPECT_EQ(player().currentItemInfo(u"Artist"_s).toStdString(), "Größe");
 }

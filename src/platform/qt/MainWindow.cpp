@@ -60,6 +60,11 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     setObjectName(root.name);
     setMinimumSize(pixelsAtLeast(LeastWidth), pixelsAtLeast(LeastHeight));
     m_menus.fill(*menuBar(), orvantine::menuBar(root));
+    // The font that the lists have until the user chooses another one.
+    for (ListView* list : {&root.LListView1, &root.LListView2}) {
+        list->FontName = font().family();
+        list->FontSize = font().pointSizeF();
+    }
 
     auto* const centre = new QWidget(this);
     auto* const splitter = new QSplitter(Qt::Horizontal, centre);
@@ -212,6 +217,11 @@ void MainWindow::showState()
         states |= Qt::WindowMaximized;
     if (windowState() != states)
         setWindowState(states);
+    // A window that was minimised when its place and size were told takes them now.
+    if (m_root.State.value() == WindowState::Normal) {
+        showSize();
+        showPlace();
+    }
 }
 
 void MainWindow::showVisible()

@@ -209,6 +209,7 @@ void ReportList::keyPressEvent(QKeyEvent* event)
 void ReportList::mousePressEvent(QMouseEvent* event)
 {
     m_pressedRow = indexAt(event->pos()).isValid();
+    m_rowBefore = m_list.selectedRow();
     QTreeView::mousePressEvent(event);
     takeSelection();
     showSelection();
@@ -414,6 +415,9 @@ void ReportList::setUsable(bool usable)
             setFocus(Qt::OtherFocusReason);
         return;
     }
+    // A click that never ends would leave a row selected whose click was never told.
+    if (std::exchange(m_pressedRow, false) && m_list.selectedRow() == currentIndex().row() + 1)
+        m_list.select(m_rowBefore);
     if (hasFocus()) {
         m_hadFocus = true;
         clearFocus();

@@ -60,6 +60,8 @@ private:
     int m_numberColumn = 0;
     bool m_applyingWidths = false;
     bool m_hadFocus = false;
+    /// The selected row when the mouse button went down.
+    int m_rowBefore = 0;
     bool m_pressedRow = false;
     bool m_greyed = false;
 };

@@ -96,8 +96,6 @@ void buildStartup(FormWindow& window)
     window.layout()->setContentsMargins(0, 0, 0, 0);
     window.layout()->setSpacing(0);
     window.layout()->setSizeConstraint(QLayout::SetFixedSize);
-    if (form.RVersion.Caption.value().isEmpty())
-        form.RVersion.Caption = u"Version "_s + QCoreApplication::applicationVersion();
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     window.move(screen.center() - QPoint(PictureSize.width() / 2, PictureSize.height() / 2));
     auto* const picture = new StartPicture(form, &window);
