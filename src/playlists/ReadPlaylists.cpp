@@ -82,7 +82,7 @@ QString convertNml(Root& root, const QString& path)
     const ReadText read = root.files.readPlaylist(path);
     const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
-    const QString converted = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name);
+    QString converted = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name);
     if (!Dateiexistenz::FileExists(root, converted) && read.outcome != ReadOutcome::Failed)
         root.files.writeText(converted, result + u"\r\n"_s);
     root.LListView1.setSubItem(root.LListView1.selectedRow(), 2, converted);
@@ -362,7 +362,7 @@ void resetTrackColumnWidths(Root& root)
 
 QString displayName(const Root& root, const QString& entry, const QString& fullPath)
 {
-    const QString known = IniFiles::ReadValue(root, databaseFile(root), u"TagInfo"_s, fullPath);
+    QString known = IniFiles::ReadValue(root, databaseFile(root), u"TagInfo"_s, fullPath);
     if (!known.isEmpty())
         return known;
     return FileDirPath::hasSeparator(entry) ? FileDirPath::without(FileDirPath::FileNameOf(entry), 4) : entry;

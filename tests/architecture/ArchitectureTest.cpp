@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+#include <QStringList>
+
+namespace orvantine {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+const QStringList logicFolders{u"app"_s,        u"catalogue"_s, u"playlists"_s, u"metadata"_s, u"playback"_s,
+                               u"operations"_s, u"search"_s,    u"transfer"_s,  u"shell"_s};
+
+/// Source files of a folder of src/, those below it included.
+QStringList sourcesOf(const QString& folder)
+{
+    QStringList files;
+    QDirIterator walk(QStringLiteral(ORVANTINE_SOURCES "/") + folder, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
+                      QDirIterator::Subdirectories);
+    while (walk.hasNext())
+        files.append(walk.next());
+    return files;
+}
+
+/// Lines of the files that match, as "file:line: text".
+std::string matches(const QStringList& files, const QString& pattern)
+{
+    const QRegularExpression expression(pattern);
+    QStringList found;
+    for (const QString& name : files) {
+        QFile file(name);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();
+        const QStringList lines = QString::fromUtf8(file.readAll()).split(u'\n');
+        for (qsizetype line = 0; line < lines.size(); ++line)
+            if (expression.match(lines[line]).hasMatch())
+                found.append(u"%1:%2: %3"_s.arg(name).arg(line + 1).arg(lines[line]));
+    }
+    return found.join(u'\n').toStdString();
+}
+
+QStringList logicSources()
+{
+    QStringList files;
+    for (const QString& folder : logicFolders)
+        files += sourcesOf(folder);
+    return files;
+}
+
+} // namespace
+
+TEST(Architecture, TheLogicIsThere)
+{
+    EXPECT_GT(logicSources().size(), 50);
+}
+
+TEST(Architecture, TheLogicKnowsNoDesktop)
+{
+    EXPECT_EQ("", matches(logicSources(), u"#include <(QtWidgets|QtGui|QtDBus|QtNetwork|QtSvg|QWidget|QDialog|"
+                                          u"QMessageBox|QApplication|QGuiApplication|QIcon|QPixmap|QImage|QColor|QFont|"
+                                          u"QPainter|QScreen|QClipboard|QSystemTrayIcon|QDBus|mpv/|pulse/|taglib/|"
+                                          u"tag\\.h|zip\\.h|unistd|fcntl|sys/)"_s));
+}
+
+TEST(Architecture, TheLogicIncludesOnlyTheInterfacesOfThePlatform)
+{
+    EXPECT_EQ("", matches(logicSources(), u"#include \"platform/(qt|posix|media|sound|tags|archive)/"_s));
+}
+
+TEST(Architecture, UsersFilesGoThroughOneDoor)
+{
+    const QString doors = u"\\b(QSaveFile|QTemporaryFile|std::ofstream|std::fstream|std::rename|std::remove)\\b|"
+                          u"\\bfopen\\(|QFile::(copy|remove|rename)|\\bQFile\\b.*WriteOnly|std::system|\\bpopen\\("_s;
+    EXPECT_EQ("", matches(logicSources() + sourcesOf(u"platform/qt"_s) + sourcesOf(u"platform/media"_s), doors));
+}
+
+TEST(Architecture, NobodyWaitsOrReadsAClockButTheEvents)
+{
+    EXPECT_EQ("", matches(logicSources(), u"\\b(QThread|msleep|usleep|sleep_for|QElapsedTimer|currentDateTime|"
+                                          u"currentDate\\b|currentTime\\b|steady_clock|system_clock)\\b"_s));
+}
+
+TEST(Architecture, MessagesStandInOneLiteralWhereTheyAreShown)
+{
+    // A box is shown through the service alone, so that a test sees each of them.
+    EXPECT_EQ("", matches(logicSources(), u"QMessageBox|QInputDialog|qFatal|qWarning|std::cerr|printf"_s));
+}
+
+} // namespace orvantine
