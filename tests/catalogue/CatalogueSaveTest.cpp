@@ -269,12 +269,15 @@ TEST_F(CatalogueSave, WithoutTracksOrWithAutoTagOffNothingIsRenamed)
         if (c.autoTag)
             setting(u"AutoTag"_s, dwordSetting(*c.autoTag));
         desktop.tags.tracks[u"/m/Eins 1.mp3"_s] = {.title = u"Lied A"_s, .artist = u"Wir"_s};
+        put(backup(), "[Index]\r\n1f=alt\r\n");
         start();
         root().mnuLokalePlayliste.Checked = false;
         if (!c.tracks)
             tracks().clear();
         mnuSpeichern_Click(root());
         EXPECT_EQ("", desktop.profiles().value(database(), u"TagInfo"_s, u"/m/Eins 1.mp3"_s).toStdString());
+        // Renaming would have taken a copy of its own.
+        EXPECT_EQ("[Index]\r\n1f=alt\r\n", bytes(backup()).toStdString());
     }
 }
 

@@ -280,6 +280,18 @@ TEST_F(ReadPlaylists, OfTheCoversTheBmpWinsAndThePaneOpens)
     }
 }
 
+TEST_F(ReadPlaylists, AListWithoutACoverClearsTheOneBeforeAndLeavesThePaneOpen)
+{
+    put(data() + u"Resource/Liste.jpg"_s, "bild");
+    open("/m/erstes.mp3\r\n");
+    ASSERT_FALSE(root().pCovers.Picture.value().isEmpty());
+    catalogue().select(2);
+    QString path = first;
+    GetPlayEntrys(root(), path);
+    EXPECT_EQ("", root().pCovers.Picture.value().toStdString());
+    EXPECT_TRUE(root().mnuCoverShow.Checked.value());
+}
+
 TEST_F(ReadPlaylists, TheDateOfTheLastRowsTrackIsWrittenWhereNoneStands)
 {
     desktop.memory()->setModified(u"/m/zweites.mp3"_s, QDateTime(QDate(2003, 2, 1), QTime(12, 0)));
