@@ -351,15 +351,19 @@ TEST_F(CatalogueSave, NoSingleFailingCallEmptiesAListOrTheSection)
 // Whichever single call of a start fails: nothing but the told normalising of the open list is written.
 TEST_F(CatalogueSave, NoSingleFailingCallOfALoadChangesTheDatabaseOrAList)
 {
+    // From the 60th call on the numbers behind the last row are asked for, four reads each, all alike.
+    constexpr int FirstAlike = 60;
+    constexpr int LastAlike = 600;
     setting(u"Error"_s, dwordSetting(0));
     int failing = 0;
-    for (bool reached = true; reached; ++failing) {
+    for (bool reached = true; reached; failing += failing > FirstAlike && failing < LastAlike ? 20 : 1) {
         SCOPED_TRACE(failing);
         desktop.newProcess();
         desktop.log.failCall(0);
         putExtras(2);
         const QByteArray before = bytes(database());
         root().tDatenbank.Text = data();
+        root().Timer2.Enabled = false; // a pass of the housekeeping writes nothing, and there would be many
         const int begin = desktop.log.calls();
         desktop.log.failCall(begin + failing + 1);
         mnuLaden_Click(root());
@@ -375,7 +379,7 @@ TEST_F(CatalogueSave, NoSingleFailingCallOfALoadChangesTheDatabaseOrAList)
         if (HasFailure())
             break;
     }
-    EXPECT_GT(failing, 50);
+    EXPECT_GT(failing, LastAlike);
 }
 
 } // namespace orvantine::fake
