@@ -128,10 +128,14 @@ void MenuBuilder::addEntries(const std::vector<MenuEntry>& entries, QMenuBar* ba
             popup->setObjectName(entry.item->fullName());
             QObject::connect(popup, &QMenu::aboutToShow, popup, [popup] { giveIcons(*popup); });
         } else if (entry.submenu) {
-            QMenu* const menu = parent != nullptr ? parent->addMenu(QString()) : bar->addMenu(QString());
+            QMenu* const menu = new QMenu(parent != nullptr ? static_cast<QWidget*>(parent) : bar);
+            if (parent != nullptr)
+                parent->addMenu(menu);
+            else if (bar != nullptr)
+                bar->addMenu(menu);
             follow(*menu, *entry.item);
             open[entry.level + 1] = menu;
-        } else {
+        } else if (parent != nullptr) {
             addCommand(*parent, *entry.item, entry.separator);
         }
     }

@@ -100,6 +100,7 @@ Answer QtMessages::show(const QString& text, const QString& title, MessageIcon i
 
     const std::vector<Choice> offered = choices(buttons);
     std::vector<QPushButton*> made;
+    made.reserve(offered.size());
     for (const Choice& choice : offered)
         made.push_back(box.addButton(choice.caption, choice.role));
     box.setDefaultButton(made.front());
