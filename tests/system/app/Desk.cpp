@@ -193,7 +193,13 @@ QString Desk::titleOfActiveWindow() const
 
 void Desk::press(const QString& windowTitle, const QString& key) const
 {
-    tool(u"xdotool"_s, {u"windowactivate"_s, u"--sync"_s, window(windowTitle), u"key"_s, u"--clearmodifiers"_s, key});
+    const QString number = window(windowTitle);
+    tool(u"xdotool"_s, {u"windowactivate"_s, number});
+    // A box of the same program keeps the focus; then the key is its.
+    int looks = 0;
+    static_cast<void>(
+        await([this, &windowTitle, &looks] { return titleOfActiveWindow() == windowTitle || ++looks == 20; }));
+    tool(u"xdotool"_s, {u"key"_s, u"--clearmodifiers"_s, key});
 }
 
 void Desk::click(QPoint point) const

@@ -19,6 +19,7 @@ constexpr int CallMilliseconds = 20'000;
 constexpr uint EnabledState = 8;
 constexpr uint ShowingState = 25;
 constexpr uint MenuBarRole = 34;
+constexpr int MostChildren = 2000;
 
 QVariantList call(const QString& bus, const QString& service, const QString& path, const QString& interface,
                   const QString& method, const QVariantList& arguments = {})
@@ -149,6 +150,14 @@ QList<Program::Accessible> Program::children(const Accessible& parent) const
 
 std::optional<Control> Program::find(const Accessible& from, const QString& name) const
 {
+    const auto property = [this](const Accessible& of, const QString& which) {
+        const QVariantList told = call(m_controlsBus, of.service, of.path, u"org.freedesktop.DBus.Properties"_s,
+                                       u"Get"_s, {AccessibleInterface, which});
+        return told.isEmpty() ? QVariant() : told.first().value<QDBusVariant>().variant();
+    };
+    // A list of thousands of rows is not looked through.
+    if (property(from, u"ChildCount"_s).toInt() > MostChildren)
+        return std::nullopt;
     for (const Accessible& child : children(from)) {
         const QVariantList states = call(m_controlsBus, child.service, child.path, AccessibleInterface, u"GetState"_s);
         if (states.isEmpty())
@@ -156,9 +165,7 @@ std::optional<Control> Program::find(const Accessible& from, const QString& name
         const uint state = qdbus_cast<QList<uint>>(states.first()).value(0);
         if ((state >> ShowingState & 1U) == 0)
             continue;
-        const QVariantList told = call(m_controlsBus, child.service, child.path, u"org.freedesktop.DBus.Properties"_s,
-                                       u"Get"_s, {AccessibleInterface, u"Name"_s});
-        const QString childName = told.isEmpty() ? QString() : told.first().value<QDBusVariant>().variant().toString();
+        const QString childName = property(child, u"Name"_s).toString();
         // A row tells its place behind its text: "Nebelhorn, 3 von 7".
         if (childName == name || childName.startsWith(name + u", "_s)) {
             Control control{.name = name, .enabled = (state >> EnabledState & 1U) != 0};
