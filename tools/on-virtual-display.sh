@@ -55,7 +55,11 @@ answer_boxes()
         name=$(xdotool getwindowname "$window" 2>/dev/null) || continue
         case $name in
             "" | Openbox | Orvantine | "Orvanten Manager") ;;
-            *) timeout 2 xdotool windowactivate --sync "$window" key Return 2>/dev/null || true ;;
+            *)
+                timeout 2 xdotool windowactivate --sync "$window" 2>/dev/null \
+                    || xdotool windowfocus "$window" 2>/dev/null || true
+                xdotool key Return 2>/dev/null || true
+                ;;
         esac
     done
 }
@@ -99,6 +103,11 @@ fi
 if command -v openbox >/dev/null; then
     openbox &>/dev/null &
     started+=($!)
+    # A window that comes before its manager would get neither frame nor focus.
+    for ((tenths = 0; tenths < 100; tenths++)); do
+        [[ $(xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null) != *"#"* ]] || break
+        sleep 0.1
+    done
 fi
 
 "$@" &
