@@ -76,7 +76,7 @@ await_address()
 }
 
 # The server picks a free number itself and tells it once it is ready.
-Xvfb -displayfd 3 -screen 0 1400x900x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/server" &
+Xvfb -displayfd 3 -noreset -screen 0 1400x900x24 -nolisten tcp 3>"$scratch/display" 2>"$scratch/server" &
 started+=($!)
 if ! await_address "$scratch/display"; then
     echo "No virtual display came up:" >&2

@@ -217,8 +217,9 @@ void Desk::doubleClick(QPoint point) const
 void Desk::startDisplay()
 {
     m_display = std::make_unique<Process>(environment);
-    m_display->start(u"Xvfb"_s,
-                     {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1400x900x24"_s, u"-nolisten"_s, u"tcp"_s});
+    // Without -noreset the end of a tool that is the only client would throw out one that has just come.
+    m_display->start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s, u"1400x900x24"_s,
+                                 u"-nolisten"_s, u"tcp"_s});
     environment.insert(u"DISPLAY"_s, u":"_s + readAddress(*m_display));
 }
 
