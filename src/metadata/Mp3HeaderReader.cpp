@@ -95,7 +95,7 @@ void WriteMp3Tag(Root& root)
     tag.trackFlagA = hasTrack ? 2 : 1;
     tag.trackFlagB = tag.trackFlagA;
     tag.track = hasTrack ? rounded(track) : qint16{0};
-    setText(tag, &WideMp3Record::extendedTrack, QString::number(track, 'g', 15));
+    setText(tag, &WideMp3Record::extendedTrack, QString::number(track == 0 ? 0.0 : track, 'g', 15));
 
     root.CurrentMp3File = selectedPath(root);
     Mp3Record record = narrow(tag);

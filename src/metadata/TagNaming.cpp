@@ -33,9 +33,8 @@ void mnuSetTagName_Click(Root& root)
     if (root.mnuSpeichern.Tag != u"1"_s)
         ShowFeatureTip(root, 410);
     const QString dataFolder = root.tDatenbank.Text;
-    const QString database = dataFolder + u"Orvantine.dat"_s;
-    if (Dateiexistenz::FileExists(root, database))
-        root.files.copy(database, dataFolder + u"Orvantine.bak"_s);
+    if (Dateiexistenz::FileExists(root, databaseFile(root)))
+        root.files.copy(dataFolder + u"Orvantine.dat"_s, dataFolder + u"Orvantine.bak"_s);
 
     if (root.sAnzeige[2].Caption.value().isEmpty())
         return;
@@ -44,7 +43,10 @@ void mnuSetTagName_Click(Root& root)
     ListView& tracks = root.LListView2;
     const int remembered = tracks.selectedRow();
     for (int row = 1; row <= tracks.count(); ++row) {
+        if (root.services.events.ended())
+            return;
         tracks.select(row);
+        // Required: a row that cannot be read leaves the labels alone and gets the name of the row before it.
         ShowTrackInfo(root, row, 1);
         nameByTag(root);
     }

@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace orvantine {
 
@@ -31,22 +32,25 @@ void clearLabels(Root& root)
 bool passesChecks(Root& root)
 {
     Services& services = root.services;
-    const bool seen = root.Visible.value();
-    const bool errors = root.mnuErrorDisplay.Checked.value();
-    const int row = root.LListView2.selectedRow();
-    const bool missing = row > 0 && !Dateiexistenz::FileExists(root, root.LListView2.subItem(row, 3));
+    // Events are served while a tip or a box is up, so each step looks again.
+    const auto seen = [&root] { return root.Visible.value(); };
+    const auto errors = [&root] { return root.mnuErrorDisplay.Checked.value(); };
+    const auto missing = [&root] {
+        const int row = root.LListView2.selectedRow();
+        return row > 0 && !Dateiexistenz::FileExists(root, root.LListView2.subItem(row, 3));
+    };
 
-    if (seen && missing && errors)
+    if (seen() && missing() && errors())
         ShowFeatureTip(root, 715);
     if (!Dateiexistenz::FileExists(root, FileDirPath::join(services.folders.program, u"Orvantine.dll"))) {
-        if (seen)
+        if (seen())
             services.messages.show(u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s,
                                    u" Fehlerhafte Systemdatei"_s, MessageIcon::Exclamation, MessageButtons::Ok);
         return false;
     }
-    if (!missing)
+    if (!missing())
         return true;
-    if (seen && errors &&
+    if (seen() && errors() &&
         services.messages.show(u"Eine Sounddatei(en) befindet sich nicht mehr am ursprünglichen Speicherordner.    \n"
                                u"Möchten Sie die Eigenschaften aufrufen um den Quellordner anzupassen ?"_s,
                                u" Fehlerhafte Quelldatei(en)"_s, MessageIcon::Exclamation,
@@ -54,6 +58,20 @@ bool passesChecks(Root& root)
         root.mnuEigenschaften.Click)
         root.mnuEigenschaften.Click();
     return false;
+}
+
+/// Required: to tenths first and from there to a 16-bit number; a longer time fails and stays nought.
+int roundedTwice(double seconds)
+{
+    const double tenths = std::floor(seconds * 10 + 0.5) / 10;
+    const double whole = std::nearbyint(tenths);
+    return whole <= std::numeric_limits<qint16>::max() ? static_cast<int>(whole) : 0;
+}
+
+/// "h:nn:ss"
+QString timeOfDay(int seconds)
+{
+    return QString::number(seconds / 3600) + u':' + padded(seconds / 60 % 60, 2) + u':' + padded(seconds % 60, 2);
 }
 
 } // namespace
@@ -150,9 +168,7 @@ void GetPlayTimesOLD(Root& root)
 
     player.setURL(tracks.subItem(row, 3));
     yieldThrice();
-    const auto seconds = static_cast<int>(std::nearbyint(player.currentDuration()));
-    const QString time =
-        QString::number(seconds / 3600 % 24) + u':' + padded(seconds / 60 % 60, 2) + u':' + padded(seconds % 60, 2);
+    const QString time = timeOfDay(roundedTwice(player.currentDuration()));
     tracks.setSubItem(row, 4, time);
     root.sAnzeige[0].Caption = time;
     player.close();

@@ -33,7 +33,12 @@ frmID3V2::frmID3V2() : Form(u"frmID3V2"_s)
 void setUpTagForms(Root& root)
 {
     frmID3V1& tag = *root.tagForm;
-    tag.Load = [&root] { ReadMp3Header(root); };
+    tag.Load = [&root, &tag] {
+        // The genre is never filled: each time the dialog begins without one.
+        tag.ID3Genre.Text = QString();
+        tag.txtMp3File.Caption = QString();
+        ReadMp3Header(root);
+    };
     tag.cmdUpdate.Click = [&root] { cmdUpdate_Click(root); };
     tag.cmdCancel.Click = [&root, &tag] { root.services.forms.unload(tag); };
     for (TextBox* field : {&tag.ID3Titel, &tag.ID3Interpret, &tag.ID3Album, &tag.ID3Kommentar})

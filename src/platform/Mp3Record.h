@@ -46,10 +46,14 @@ struct Mp3Record
     char pad;
 };
 
+static_assert(offsetof(Mp3Record, header0) == 0);
 static_assert(offsetof(Mp3Record, bitRate) == 8);
+static_assert(offsetof(Mp3Record, header10) == 10);
 static_assert(offsetof(Mp3Record, playingTime) == 32);
+static_assert(offsetof(Mp3Record, header36) == 36);
 static_assert(offsetof(Mp3Record, trackFlagA) == 58);
 static_assert(offsetof(Mp3Record, trackFlagB) == 60);
+static_assert(offsetof(Mp3Record, header62) == 62);
 static_assert(offsetof(Mp3Record, title) == 84);
 static_assert(offsetof(Mp3Record, artist) == 114);
 static_assert(offsetof(Mp3Record, album) == 144);

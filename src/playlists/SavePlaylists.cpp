@@ -5,6 +5,7 @@
 #include "app/Others.h"
 #include "app/Root.h"
 #include "app/SaveOptions.h"
+#include "app/TextLimits.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "playlists/PlaylistText.h"
 #include "playlists/ReadPlaylists.h"
@@ -42,7 +43,7 @@ void updateTrackCount(Root& root)
 {
     ListView& list = root.LListView1;
     const int count = root.LListView2.count();
-    if (list.subItem(list.selectedRow(), 3).toInt() != count)
+    if (qRound(leadingNumber(list.subItem(list.selectedRow(), 3))) != count)
         list.setSubItem(list.selectedRow(), 3, QString::number(count));
 }
 
@@ -148,7 +149,8 @@ void SaveLocalEntrys(Root& root)
     const QString old = list.subItem(list.selectedRow(), 2);
     const QString local =
         FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, FileDirPath::FileNameOf(old));
-    if (old.toLower() != local.toLower()) {
+    const bool isLocal = old.toLower() == local.toLower();
+    if (!isLocal) {
         if (old.isEmpty() || !Dateiexistenz::FileExists(root, old)) {
             tellFailure(root);
             leaveSave(root);
@@ -160,12 +162,14 @@ void SaveLocalEntrys(Root& root)
 
     // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.
     prepareSave(root);
-    writeList(root, local);
+    writeList(root, isLocal ? old : local);
     leaveSave(root);
 }
 
 void mnuSpeichernUnter_Click(Root& root)
 {
+    if (root.readsUnderWay > 0)
+        return;
     Services& services = root.services;
     ListView& list = root.LListView1;
     const QString title = list.subItem(list.selectedRow(), 1);

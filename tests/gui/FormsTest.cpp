@@ -1,4 +1,5 @@
 #include "app/Root.h"
+#include "metadata/frmID3.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/forms/Builders.h"
@@ -36,6 +37,42 @@ protected:
 
     QtForms forms;
 };
+
+TEST_F(FormsOnScreen, TheTagDialogSelectsAFieldThatGetsTheFocusAndSaves)
+{
+    frmID3V1 form;
+    form.ID3Titel.Text = u"Der Titel"_s;
+    form.ID3Titel.GotFocus = [&form] { GetFocus(form.ID3Titel); };
+    form.cmdCancel.Click = [&] { forms.unload(form); };
+    QString selected;
+    QTimer::singleShot(0, [&] {
+        auto* const title = find<QLineEdit>(u"frmID3V1"_s, u"ID3Titel"_s);
+        ASSERT_NE(title, nullptr);
+        EXPECT_EQ(title->accessibleName(), u"Titel"_s);
+        EXPECT_EQ(title->window()->windowTitle(), u" ID3V1 Tag ändern"_s);
+        QFocusEvent focus(QEvent::FocusIn);
+        QApplication::sendEvent(title, &focus);
+        QTimer::singleShot(0, [&, title] {
+            selected = title->selectedText();
+            find<QPushButton>(u"frmID3V1"_s, u"cmdCancel"_s)->click();
+        });
+    });
+    forms.showModal(form);
+    EXPECT_EQ(selected.toStdString(), "Der Titel");
+}
+
+TEST_F(FormsOnScreen, TheOtherTagDialogClosesByItsButton)
+{
+    frmID3V2 form;
+    form.Command1.Click = [&] { forms.unload(form); };
+    QTimer::singleShot(0, [&] {
+        auto* const close = find<QPushButton>(u"frmID3V2"_s, u"Command1"_s);
+        ASSERT_NE(close, nullptr);
+        close->click();
+    });
+    forms.showModal(form);
+    EXPECT_FALSE(form.Visible.value());
+}
 
 TEST_F(FormsOnScreen, AModalFormLoadsIsSeenAndReturnsWhenItIsUnloaded)
 {

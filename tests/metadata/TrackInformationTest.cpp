@@ -253,7 +253,7 @@ TEST_F(TrackInformation, TheHiddenPlayerMeasuresATrackWithALength)
     desktop.mediaInfo().MediaChange = [this] { desktop.mediaInfo().pretendPlaying(); };
     GetPlayTimesOLD(root());
     EXPECT_EQ(tracks().subItem(1, 4), root().sAnzeige[0].Caption.value());
-    EXPECT_EQ(3, static_cast<int>(tracks().subItem(1, 4).split(u':').size()));
+    EXPECT_EQ("1:02:05", tracks().subItem(1, 4).toStdString());
     EXPECT_TRUE(desktop.log.linesOf({u"MediaInfo"_s}).last().contains(u"close"_s));
 }
 

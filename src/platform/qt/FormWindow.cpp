@@ -16,6 +16,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 namespace orvantine {
@@ -137,6 +138,16 @@ QLineEdit* FormWindow::addTextBox(TextBox& control, const QString& accessibleNam
     connect(field, &QLineEdit::textEdited, this, [&control](const QString& text) {
         control.Text = text;
         call(control.Change);
+    });
+    const auto select = [field, &control] { field->setSelection(control.SelStart, control.SelLength); };
+    m_bindings.watch(control.SelStart, select);
+    m_bindings.watch(control.SelLength, select);
+    field->installEventFilter(this);
+    m_gotFocus.insert(field, [&control, field, select] {
+        call(control.GotFocus);
+        // Behind what the widget itself selects when it gets the focus.
+        if (control.GotFocus)
+            QTimer::singleShot(0, field, select);
     });
     return field;
 }
@@ -267,6 +278,8 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         if (const int code = keyCodeOf(*static_cast<QKeyEvent*>(event)); code != 0)
             m_form.KeyDown(code);
     }
+    if (event->type() == QEvent::FocusIn && m_gotFocus.contains(watched))
+        m_gotFocus.value(watched)();
     return QDialog::eventFilter(watched, event);
 }
 

@@ -4,7 +4,9 @@
 #include "platform/qt/Bindings.h"
 
 #include <QDialog>
+#include <QHash>
 
+#include <functional>
 #include <initializer_list>
 
 class QCheckBox;
@@ -66,6 +68,8 @@ private:
     QVBoxLayout* m_content;
     QHBoxLayout* m_buttons;
     QPushButton* m_cancel = nullptr;
+    /// What a text field does when it gets the focus.
+    QHash<QObject*, std::function<void()>> m_gotFocus;
     Bindings m_bindings;
 };
 

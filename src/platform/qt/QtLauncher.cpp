@@ -35,7 +35,9 @@ bool callFileManager(const QString& method, const QString& path)
         QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
                                        u"org.freedesktop.FileManager1"_s, method);
     call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
-    return bus.call(call, QDBus::Block, DBusTimeoutMs).type() == QDBusMessage::ReplyMessage;
+    const QDBusMessage reply = bus.call(call, QDBus::BlockWithGui, DBusTimeoutMs);
+    // One that takes its time to start shows the file all the same.
+    return reply.type() == QDBusMessage::ReplyMessage || reply.errorName() == u"org.freedesktop.DBus.Error.NoReply"_s;
 }
 
 } // namespace
