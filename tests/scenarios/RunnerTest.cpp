@@ -294,6 +294,56 @@ TEST(Runner, CallsAreTakenSinceTheLastLookAtTheirKind)
               "");
 }
 
+TEST(Runner, WhatIsForgottenIsNotSeenByTheNextLook)
+{
+    EXPECT_EQ(printed(run("scenario eins\nstart\nforget calls tray\npress mnuBeenden\nexpect calls tray\n"
+                          "tray.remove\ntray.remove\nend\n")),
+              "");
+    EXPECT_EQ(printed(run("scenario eins\nforget\nforget rows\nforget nix\n")),
+              "f:2: the form is: forget SUBJECT …\n"
+              "f:3: the form is: forget rows LIST … end\n"
+              "f:4: there is nothing called \"nix\" to expect or print");
+}
+
+namespace {
+
+/// One tagged track in the open list, then these lines.
+std::string withTaggedTrack(const char* lines)
+{
+    const std::string text =
+        std::string("scenario eins\ndrive C: c\nfile C:\\a.mp3 \"1\"\n"
+                    "file C:\\N\\L.m3u \"C:\\\\a.mp3\\r\\n\"\nsetting Info sz \"1\"\n"
+                    "file {data}/Orvantine.dat \"[Index]\\r\\n1b=L\\r\\n1c=C:\\\\N\\\\L.m3u\\r\\n1d=1\\r"
+                    "\\n\"\n"
+                    "track C:\\a.mp3 title \"Lied \" artist \"Wir\" album \"Müll\" year \"1999\" "
+                    "comment \"a\\x00b\" track 7 bitrate 192 seconds 3661\nstart\n") +
+        lines;
+    return printed(run(text.c_str()));
+}
+
+} // namespace
+
+TEST(Runner, ATrackIsWhatTheTagLibraryReadsAndRecordsThatItWritesArePrinted)
+{
+    EXPECT_EQ(withTaggedTrack("expect sTitle.Caption \"Lied\"\nexpect sAlbum.Caption \"Müll\"\n"
+                              "expect sJahr.Caption \"1999\"\nexpect sTrack.Caption \"7\"\n"
+                              "expect sBitrate.Caption \"192\"\nexpect sAnzeige(0).Caption \"01:01:01\"\n"
+                              "expect written\nend\nforce frmID3V1.cmdUpdate\nexpect written\n"
+                              "title \"Lied\" artist \"Wir\" album \"M\\xFCll\" year \"1999\" comment \"a\\x00b\" "
+                              "genre 0 track 7 flags 2 2 bitrate 192\n"
+                              "extended title \"Lied\" artist \"Wir\" album \"M\\xFCll\" year \"1999\" comment "
+                              "\"a\\x00b\" genre \"\" track \"7\" bitrate \"192\"\nend\nexpect written\nend\n"),
+              "");
+}
+
+TEST(Runner, AMistakeInATrackEndsTheScenario)
+{
+    EXPECT_EQ(mistakes("scenario eins\ntrack a.mp3 title\nstart\n"),
+              "f:2: each field of a track is followed by its value");
+    EXPECT_EQ(mistakes("scenario eins\ntrack a.mp3 titel \"x\"\n"),
+              "f:2: titel is not one of: title, artist, album, year, comment, track, bitrate, seconds");
+}
+
 TEST(Runner, TheWindowTellsFormResizeOfItsStateAndSize)
 {
     EXPECT_EQ(printed(run("scenario eins\nstart\nwindow minimize\nexpect Root.Visible no\nwindow activate\nexpect "

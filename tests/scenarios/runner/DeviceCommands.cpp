@@ -1,5 +1,7 @@
 #include "runner/Run.h"
 
+#include <array>
+
 using namespace Qt::StringLiterals;
 
 namespace orvantine::scenario {
@@ -138,6 +140,35 @@ void player(Run& run, const Command& command)
     }
 }
 
+/// The record of a file in the tag library; a file without one cannot be read by it.
+void track(Run& run, const Command& command)
+{
+    const QString path = run.text(command, 1);
+    if (command.words.size() == 3 && command.words[2].keyword() == u"none"_s) {
+        run.desktop().tags.tracks.remove(path);
+        return;
+    }
+    if (command.words.size() % 2 != 0)
+        return run.fail(u"each field of a track is followed by its value"_s);
+    fake::FakeTrack tag;
+    const std::array<QString*, 5> texts{&tag.title, &tag.artist, &tag.album, &tag.year, &tag.comment};
+    const std::array<int*, 3> numbers{&tag.track, &tag.bitRate, &tag.seconds};
+    for (qsizetype i = 2; i < command.words.size() && !run.failed(); i += 2) {
+        const int field = run.choice(
+            command, i,
+            {u"title"_s, u"artist"_s, u"album"_s, u"year"_s, u"comment"_s, u"track"_s, u"bitrate"_s, u"seconds"_s});
+        if (field < 0)
+            return;
+        const auto place = static_cast<std::size_t>(field);
+        if (place < texts.size())
+            *texts[place] = run.text(command, i + 1);
+        else
+            *numbers[place - texts.size()] = run.number(command, i + 1);
+    }
+    if (!run.failed())
+        run.desktop().tags.tracks[path] = tag;
+}
+
 void failNext(Run& run, const Command& command)
 {
     const QString start = run.text(command, 1);
@@ -161,6 +192,9 @@ QList<CommandEntry> deviceCommands()
         {u"clipboard"_s, u"clipboard \"TEXT\""_s, 1, 1, Body::None, clipboard},
         {u"player"_s, u"player playing|paused|ended|failed|item NUMBER|info NAME \"VALUE\"|duration SECONDS"_s, 1, 3,
          Body::None, player},
+        {u"track"_s,
+         u"track PATH [title|artist|album|year|comment \"TEXT\"] [track|bitrate|seconds NUMBER] …, track PATH none"_s,
+         1, 17, Body::None, track},
         {u"fail"_s, u"fail \"CALL\" [NUMBER]"_s, 1, 2, Body::None, failNext},
     };
 }

@@ -88,6 +88,12 @@ void runPrint(Run& run, const Command& command)
     run.print(title.join(u' '), shown);
 }
 
+/// Looks without comparing: what a later look shows begins here.
+void runForget(Run& run, const Command& command)
+{
+    (void)subjectOf(command.words[1])->lines(run, command);
+}
+
 bool choosesTheMachine(const Command& command)
 {
     return QStringList{u"codepage"_s, u"adopt"_s, u"drive"_s}.contains(command.words[0].keyword());
@@ -101,7 +107,7 @@ QString misuse(const QString& usage)
 Syntax syntaxOfSubject(const QList<Word>& words, bool expects)
 {
     if (words.size() < 2)
-        return {Body::None, misuse(expects ? u"expect SUBJECT …"_s : u"print SUBJECT …"_s)};
+        return {Body::None, misuse(words[0].keyword() + u" SUBJECT …"_s)};
     const SubjectEntry* subject = subjectOf(words[1]);
     if (subject == nullptr)
         return {Body::None, u"there is nothing called \"%1\" to expect or print"_s.arg(words[1].keyword())};
@@ -110,7 +116,7 @@ Syntax syntaxOfSubject(const QList<Word>& words, bool expects)
                       : subject->block || !expects ? given == subject->arguments
                                                    : given > subject->arguments;
     if (!fits)
-        return {Body::None, misuse((expects ? u"expect "_s : u"print "_s) + subject->usage)};
+        return {Body::None, misuse(words[0].keyword() + u' ' + subject->usage)};
     return {expects && subject->block ? Body::Text : Body::None, {}};
 }
 
@@ -120,7 +126,8 @@ const QList<CommandEntry>& allCommands()
 {
     static const QList<CommandEntry> all =
         QList<CommandEntry>{{u"expect"_s, u"expect SUBJECT …"_s, 1, -1, Body::None, runExpect},
-                            {u"print"_s, u"print SUBJECT …"_s, 1, -1, Body::None, runPrint}} +
+                            {u"print"_s, u"print SUBJECT …"_s, 1, -1, Body::None, runPrint},
+                            {u"forget"_s, u"forget SUBJECT …"_s, 1, -1, Body::None, runForget}} +
         layoutCommands() + deviceCommands() + userCommands() + scriptCommands();
     return all;
 }
@@ -131,7 +138,7 @@ Syntax syntaxOf(const QList<Word>& words)
     const CommandEntry* command = commandNamed(name);
     if (command == nullptr)
         return {Body::None, u"there is no command \"%1\""_s.arg(name)};
-    if (name == u"expect"_s || name == u"print"_s)
+    if (name == u"expect"_s || name == u"print"_s || name == u"forget"_s)
         return syntaxOfSubject(words, name == u"expect"_s);
     const qsizetype given = words.size() - 1;
     if (given < command->least || (command->most >= 0 && given > command->most))

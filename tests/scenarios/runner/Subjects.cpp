@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -462,6 +463,35 @@ QStringList ended(Run& run, const Command&)
     return {yesNo(run.started && run.desktop().events().ended())};
 }
 
+/// A fixed field of a record, without the blanks that fill it up.
+template <std::size_t width>
+QString field(const char (&bytes)[width])
+{
+    QByteArray text(bytes, width);
+    while (text.endsWith(' '))
+        text.chop(1);
+    return fake::quotedBytes(text);
+}
+
+QStringList written(Run& run, const Command&)
+{
+    QStringList printed;
+    for (const Mp3Record& record : std::exchange(run.desktop().tags.written, {})) {
+        printed += u"title "_s + field(record.title) + u" artist "_s + field(record.artist) + u" album "_s +
+                   field(record.album) + u" year "_s + field(record.year) + u" comment "_s + field(record.comment) +
+                   u" genre %1 track %2 flags %3 %4 bitrate %5"_s.arg(record.genre)
+                       .arg(record.track)
+                       .arg(record.trackFlagA)
+                       .arg(record.trackFlagB)
+                       .arg(record.bitRate);
+        printed += u"extended title "_s + field(record.extendedTitle) + u" artist "_s + field(record.extendedArtist) +
+                   u" album "_s + field(record.extendedAlbum) + u" year "_s + field(record.extendedYear) +
+                   u" comment "_s + field(record.extendedComment) + u" genre "_s + field(record.extendedGenre) +
+                   u" track "_s + field(record.extendedTrack) + u" bitrate "_s + field(record.extendedBitRate);
+    }
+    return printed;
+}
+
 QStringList player(Run& run, const Command&)
 {
     const fake::FakePlayer& there = run.desktop().mediaplayer();
@@ -495,6 +525,7 @@ const QList<SubjectEntry>& subjects()
         {u"forms"_s, u"forms … end"_s, 0, true, forms},
         {u"window"_s, u"window … end"_s, 0, true, window},
         {u"player"_s, u"player … end"_s, 0, true, player},
+        {u"written"_s, u"written … end"_s, 0, true, written},
         {u"time"_s, u"time PATH YYYY-MM-DD HH:MM:SS"_s, 1, false, modified},
         {u"mode"_s, u"mode PATH OCTAL"_s, 1, false, rights},
         {u"setting"_s, u"setting NAME TYPE VALUE"_s, 1, false, setting},

@@ -1,5 +1,6 @@
 #include "runner/World.h"
 
+#include "metadata/frmID3.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -103,7 +104,7 @@ QString rendered(const Word& word)
 
 std::vector<Form*> formsOf(Root& root)
 {
-    return {&root, root.startup.get(), root.info.get(), root.dialoge.get()};
+    return {&root, root.startup.get(), root.info.get(), root.dialoge.get(), root.tagForm.get()};
 }
 
 } // namespace orvantine::scenario
