@@ -133,8 +133,10 @@ struct Root : RootMenus
     bool loaded = false;
     /// Number of the read of a playlist that owns the track list; a later one takes it over.
     int currentRead = 0;
-    /// Reads under way. Until they have ended the rows are no list that could be saved.
-    int readsUnderWay = 0;
+    /// Number of the last read whose rows stand. Until a read has ended its rows are no list that could be saved.
+    int finishedRead = 0;
+    /// Path of the playlist whose tracks stand in LListView2. No other file is ever written from these rows.
+    QString openPlaylist;
     /// The catalogue is being loaded: its rows are half of it.
     bool loadingCatalogue = false;
     /// How many missing playlists the last load found.

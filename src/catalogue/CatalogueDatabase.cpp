@@ -91,6 +91,12 @@ void writeRows(Root& root)
     }
 }
 
+/// A filtered list or half a load must never overwrite the section.
+bool isWholeCatalogue(const Root& root)
+{
+    return root.LListView1.count() > 0 && root.mnuFavoritenShow.Tag != u"1"_s && !root.loadingCatalogue;
+}
+
 } // namespace
 
 QString indexValue(const Root& root, const QString& file, int row, char letter)
@@ -113,13 +119,16 @@ void mnuLaden_Click(Root& root)
     Services& services = root.services;
     ListView& list = root.LListView1;
 
+    if (root.loadingCatalogue)
+        return;
+    root.loadingCatalogue = true;
     root.Pointer = MousePointer::ArrowHourglass;
     list.clear();
+    root.nAnzeige.Caption = u"(0)"_s;
     root.missingPlaylists = 0;
     DisabledButtons(root, 1);
     services.events.yield();
 
-    root.loadingCatalogue = true;
     loadRows(root);
     root.loadingCatalogue = false;
 
@@ -152,7 +161,7 @@ void GetLoadListe(Root& root)
 void mnuSpeichern_Click(Root& root)
 {
     ListView& list = root.LListView1;
-    if (list.count() == 0 || root.mnuFavoritenShow.Tag == u"1"_s || root.loadingCatalogue)
+    if (!isWholeCatalogue(root))
         return;
 
     DisabledButtons(root, 1);
@@ -177,7 +186,9 @@ void mnuSpeichern_Click(Root& root)
         DisabledButtons(root, 0);
     }
 
-    writeRows(root);
+    // A filter or a load may have come in while events were served.
+    if (isWholeCatalogue(root))
+        writeRows(root);
 
     root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
     if (root.mnuPositionen.Checked.value())

@@ -106,6 +106,9 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);
+    // The track list is empty and belongs to the new row; a read that waits below is overtaken.
+    root.finishedRead = ++root.currentRead;
+    root.openPlaylist = path;
 
     root.tPlaylisteinträge.Caption = name;
     root.tDatum.Caption = dateText(services.events.now().date());

@@ -43,9 +43,16 @@ void LListView1_Click(Root& root)
                                     MessageButtons::RetryCancel) == Answer::Cancel)
         return;
 
+    // While the box was up the sequence may have gone on to another row.
+    list.select(row);
     root.LSoundCaption.Tag = u"0"_s;
     list.Tag = QString::number(row);
     GetPlayEntrys(root, path);
+    // A later click inside the read has opened its own row.
+    if (list.Tag != QString::number(row)) {
+        DisabledButtons(root, 0);
+        return;
+    }
 
     markFavourite(root, row);
     root.mnuFavoriten.Checked = isFavourite(root, row);

@@ -77,6 +77,7 @@ void pCovers_Click(Root& root)
     // Required: the guard of the commands that add playlists, although nothing is added here.
     if (root.LListView1.count() >= MostPlaylists)
         tellLimit(root);
+    const QString name = selectedName(root);
     const std::optional<ChosenFile> chosen =
         root.services.choosers.openFile({.title = u" CD-Coverdatei auswählen"_s,
                                          .folder = startFolder(root),
@@ -85,9 +86,9 @@ void pCovers_Click(Root& root)
                                          .defaultExtension = u"*.jpg"_s});
     if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
         return;
-    const QString copy = resourceFile(root, selectedName(root) + chosen->fileName.right(4));
+    const QString copy = resourceFile(root, name + chosen->fileName.right(4));
     root.files.copy(FileDirPath::join(chosen->folder, chosen->fileName), copy);
-    if (!Dateiexistenz::FileExists(root, copy))
+    if (!Dateiexistenz::FileExists(root, copy) || selectedName(root) != name)
         return;
     root.pCovers.Picture = copy;
     showCoverPane(root, true);

@@ -60,11 +60,14 @@ void startList(Root& root)
         player.close();
     player.setURL(list.subItem(row, 2));
     root.Timer1.Enabled = true;
+    const int read = root.currentRead;
     root.services.events.yield();
 
     markAllFavourites(root);
     list.setIcons(row, u"Icon_C"_s);
-    list.select(row);
+    // A click inside the yield has opened another list: its row stays selected.
+    if (read == root.currentRead)
+        list.select(row);
 }
 
 /// The buttons are out of step: back to idle.

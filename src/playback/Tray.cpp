@@ -43,7 +43,7 @@ void pTrayicons_MouseMove(Root& root, int x)
 {
     const QString message = QString::number(x, 16).toUpper();
     // Required: the two constants are literal, so pixels of another width leave the icon dead.
-    if (message != u"1E3C"_s && message != u"1E0F"_s)
+    if ((message != u"1E3C"_s && message != u"1E0F"_s) || !root.loaded)
         return;
     if (root.Visible.value())
         hideWindow(root);

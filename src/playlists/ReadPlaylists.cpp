@@ -14,8 +14,6 @@
 #include "playlists/PlaylistText.h"
 #include "shell/MainWindow.h"
 
-#include <utility>
-
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -29,7 +27,7 @@ enum class Companion { None, Missing, Backup };
 class ReadGuard
 {
 public:
-    explicit ReadGuard(Root& root) : m_root(root), m_number(++root.currentRead) { ++m_root.readsUnderWay; }
+    explicit ReadGuard(Root& root) : m_root(root), m_number(++root.currentRead) {}
     ~ReadGuard() { release(); }
     ReadGuard(const ReadGuard&) = delete;
     ReadGuard& operator=(const ReadGuard&) = delete;
@@ -38,14 +36,13 @@ public:
     /// The rows stand: they may be saved from now on.
     void release()
     {
-        if (!std::exchange(m_released, true))
-            --m_root.readsUnderWay;
+        if (!overtaken())
+            m_root.finishedRead = m_number;
     }
 
 private:
     Root& m_root;
     int m_number;
-    bool m_released = false;
 };
 
 /// The wait state of a read: the lists are out of reach and the tracks out of sight until it has ended.
@@ -83,8 +80,13 @@ QString convertNml(Root& root, const QString& path)
     const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
     QString converted = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name);
-    if (!Dateiexistenz::FileExists(root, converted) && read.outcome != ReadOutcome::Failed)
+    if (read.outcome == ReadOutcome::Failed)
+        return path;
+    if (!Dateiexistenz::FileExists(root, converted))
         root.files.writeText(converted, result + u"\r\n"_s);
+    // A link to a list that could not be written would be stored at the next save.
+    if (!Dateiexistenz::FileExists(root, converted))
+        return path;
     root.LListView1.setSubItem(root.LListView1.selectedRow(), 2, converted);
     return converted;
 }
@@ -107,6 +109,7 @@ bool mayAsk(const Root& root)
 void offerOtherFile(Root& root, QString& path)
 {
     Services& services = root.services;
+    const int row = root.LListView1.selectedRow();
     const Answer answer =
         services.messages.show(u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
                                u"Möchten Sie jetzt die Wiedergabeliste im Dateisystem auswählen ?"_s,
@@ -128,8 +131,10 @@ void offerOtherFile(Root& root, QString& path)
     if (file.toLower() != path.toLower())
         root.files.copy(file, path);
     services.events.yield();
+    // While the box was up the sequence may have gone on to another row.
+    root.LListView1.select(row);
     GetPlayEntrys(root, path);
-    markMissing(root, root.LListView1.selectedRow(), false);
+    markMissing(root, row, false);
     services.events.yield();
 }
 
@@ -226,8 +231,8 @@ void GetPlayEntrys(Root& root, QString& path)
     Services& services = root.services;
 
     ReadGuard guard(root);
-    enterRead(root);
     const int number = root.LListView1.selectedRow();
+    enterRead(root);
     createTrackColumns(root);
 
     if (path.right(3).toLower() == u"nml"_s && Dateiexistenz::FileExists(root, path))
@@ -241,6 +246,7 @@ void GetPlayEntrys(Root& root, QString& path)
     TextDosConvert(root, path);
     if (guard.overtaken())
         return;
+    root.openPlaylist = path;
 
     if (companion != Companion::None)
         guard.release();

@@ -17,6 +17,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// False inside a read, and where the selected row is another one than the list whose tracks are shown: a wait or a box
+/// may have let something else select it. A row without a path goes on to its message.
+bool mayWriteSelected(const Root& root)
+{
+    const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
+    return root.currentRead == root.finishedRead && (path.isEmpty() || path == root.openPlaylist);
+}
+
 void enterSave(Root& root)
 {
     root.Pointer = MousePointer::Hourglass;
@@ -119,6 +127,9 @@ void exportTo(Root& root, const QString& title, const QString& path, const QStri
         return;
     }
     const bool nml = target.right(3).toLower() == u"nml"_s;
+    // The rows of another list are not the export of this one.
+    if (nml && root.openPlaylist != path)
+        return;
     root.files.writeText(target, nml ? nmlOf(root, title) : root.tPlayliste.Text.value() + u"\r\n"_s);
 }
 
@@ -126,8 +137,7 @@ void exportTo(Root& root, const QString& title, const QString& path, const QStri
 
 void SavePlayEntrys(Root& root)
 {
-    // Inside a read the rows are half a list.
-    if (root.readsUnderWay > 0)
+    if (!mayWriteSelected(root))
         return;
     prepareSave(root);
     const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
@@ -139,7 +149,7 @@ void SavePlayEntrys(Root& root)
 
 void SaveLocalEntrys(Root& root)
 {
-    if (root.readsUnderWay > 0)
+    if (!mayWriteSelected(root))
         return;
     ensureDataFolder(root, u"Playlisten"_s);
     updateTrackCount(root);
@@ -157,6 +167,7 @@ void SaveLocalEntrys(Root& root)
             return;
         }
         list.setSubItem(list.selectedRow(), 2, local);
+        root.openPlaylist = local;
         root.files.copy(old, local);
     }
 
@@ -168,12 +179,11 @@ void SaveLocalEntrys(Root& root)
 
 void mnuSpeichernUnter_Click(Root& root)
 {
-    if (root.readsUnderWay > 0)
-        return;
     Services& services = root.services;
     ListView& list = root.LListView1;
-    const QString title = list.subItem(list.selectedRow(), 1);
-    const QString path = list.subItem(list.selectedRow(), 2);
+    const int row = list.selectedRow();
+    const QString title = list.subItem(row, 1);
+    const QString path = list.subItem(row, 2);
     if (!Dateiexistenz::FileExists(root, path))
         return;
 
@@ -189,6 +199,9 @@ void mnuSpeichernUnter_Click(Root& root)
     if (target.size() < 5)
         return;
 
+    // While the chooser was up the sequence may have opened another list.
+    if (list.subItem(row, 2) != path)
+        return;
     exportTo(root, title, path, target);
 
     const bool otherFolder = FileDirPath::FolderOf(target).toLower() != ownFolder.toLower();
@@ -199,9 +212,11 @@ void mnuSpeichernUnter_Click(Root& root)
                                u"In der Datenbank wird ein Verweiss zu dieser Wiedergabeliste gesetzt.\n \n"
                                u"Möchten Sie die Verknüpfung zur neuen Wiedergabeliste setzen ?"_s,
                                u" Wiedergabeliste speichern"_s, MessageIcon::Question, MessageButtons::OkCancel);
-    if (answer == Answer::Cancel)
+    if (answer == Answer::Cancel || list.subItem(row, 2) != path)
         return;
-    list.setSubItem(list.selectedRow(), 2, target);
+    list.setSubItem(row, 2, target);
+    if (root.openPlaylist == path)
+        root.openPlaylist = target;
     mnuSpeichern_Click(root);
 }
 

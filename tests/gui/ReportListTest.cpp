@@ -58,6 +58,29 @@ TEST_F(ReportListView, AClickSelectsTheRowAndCallsItsHandlerOnce)
     EXPECT_EQ(taken(), "click 3");
 }
 
+TEST_F(ReportListView, AClickThatNeverEndsIsNone)
+{
+    list.select(2);
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, pointOf(5));
+    EXPECT_EQ(list.selectedRow(), 2);
+    list.Enabled = false;
+    list.Enabled = true;
+    QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, pointOf(5));
+    EXPECT_EQ(list.selectedRow(), 2);
+    EXPECT_EQ(viewRow(), 2);
+    EXPECT_EQ(taken(), "focus");
+}
+
+TEST_F(ReportListView, ARowThatTheProgramSelectsDuringAClickStays)
+{
+    list.select(2);
+    QTest::mousePress(view->viewport(), Qt::LeftButton, {}, pointOf(5));
+    list.select(4);
+    list.Enabled = false;
+    EXPECT_EQ(list.selectedRow(), 4);
+    EXPECT_EQ(viewRow(), 4);
+}
+
 TEST_F(ReportListView, AClickBelowTheRowsLeavesTheSelection)
 {
     list.select(2);

@@ -29,7 +29,7 @@ TEST_F(NestedRead, OfTwoReadsNestedInAYieldTheLaterOwnsTheList)
     EXPECT_EQ(2, tracks().count());
     EXPECT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
     EXPECT_EQ("/m/Zwei 2.mp3", tracks().subItem(2, 3).toStdString());
-    EXPECT_EQ(0, root().readsUnderWay);
+    EXPECT_EQ(root().currentRead, root().finishedRead);
     EXPECT_TRUE(tracks().Enabled.value());
     EXPECT_TRUE(tracks().Visible.value());
 }

@@ -183,9 +183,25 @@ TEST_F(SavePlaylists, APathBelowTheApplicationsFolderInAnotherCaseIsALocalOne)
     const QString local = listPath(u"liste"_s);
     put(local, "/m/x.mp3\r\n");
     catalogue().setSubItem(1, 2, local.toUpper());
+    root().openPlaylist = local.toUpper();
     SavePlayEntrys(root());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
     EXPECT_EQ(local.toUpper().toStdString(), catalogue().subItem(1, 2).toStdString());
+}
+
+TEST_F(SavePlaylists, TheRowsOfOneListAreNeverWrittenToTheFileOfAnother)
+{
+    const QString other = listPath(u"andere"_s);
+    put(other, "/m/x.mp3\r\n");
+    ListItem row;
+    row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"1"_s}};
+    catalogue().append(std::move(row));
+    ASSERT_TRUE(catalogue().select(catalogue().count()));
+    SavePlayEntrys(root());
+    SaveLocalEntrys(root());
+    EXPECT_EQ("/m/x.mp3\r\n", bytes(other).toStdString());
+    EXPECT_EQ("1", catalogue().subItem(catalogue().count(), 3).toStdString());
+    EXPECT_EQ("", boxes());
 }
 
 TEST_F(SavePlaylists, AMissingListFromElsewhereIsToldAndTheRowStays)
@@ -208,6 +224,7 @@ TEST_F(SavePlaylists, AListWhosePathIsItsOwnLocalOneIsWrittenEvenWhenMissing)
 {
     const QString local = listPath(u"liste"_s);
     catalogue().setSubItem(1, 2, local);
+    root().openPlaylist = local;
     SaveLocalEntrys(root());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
     EXPECT_EQ(local.toStdString(), catalogue().subItem(1, 2).toStdString());

@@ -12,12 +12,15 @@ namespace orvantine {
 namespace {
 
 /// What every control that acts as a button has in common.
-void follow(Bindings& bindings, FlatButton& button, Control& control, const QString& name)
+/// A button without a handler cannot be pressed, whatever its control says.
+template <class C>
+void follow(Bindings& bindings, FlatButton& button, C& control, const QString& name)
 {
     button.setObjectName(control.fullName());
     button.setAccessibleName(name);
     bindings.follow(control.Visible, [&button](bool visible) { button.setVisible(visible); });
-    bindings.follow(control.Enabled, [&button](bool enabled) { button.setEnabled(enabled); });
+    bindings.follow(control.Enabled,
+                    [&button, &control](bool enabled) { button.setEnabled(enabled && control.Click); });
     bindings.follow(control.ToolTipText,
                     [&button, name](const QString& tip) { button.setToolTip(tip.isEmpty() ? name : tip); });
     control.SetFocus = [target = QPointer<FlatButton>(&button)] {

@@ -244,7 +244,8 @@ void MainWindow::showVisible()
 void MainWindow::notePlace()
 {
     m_noteLater.stop();
-    if (!isVisible() || windowState().testAnyFlags(Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))
+    if (m_root.State.value() != WindowState::Normal || !isVisible() ||
+        windowState().testAnyFlags(Qt::WindowMinimized | Qt::WindowMaximized | Qt::WindowFullScreen))
         return;
     const auto note = [](QProperty<Twips>& measure, int pixels) {
         if (pixelsOf(measure.value()) != pixels)

@@ -55,7 +55,8 @@ FormWindow* QtForms::load(Form& form)
     m_windows[&form] = window;
     if (form.Load)
         form.Load();
-    return window;
+    // A form may end itself while it loads.
+    return m_windows.count(&form) > 0 ? window : nullptr;
 }
 
 void QtForms::showModal(Form& form)
@@ -105,7 +106,9 @@ void QtForms::unload(Form& form)
 void QtForms::toFront(Form& form)
 {
     if (&form == m_mainForm) {
-        bringToFront(*m_mainWindow);
+        // A window in the tray comes up when its state and place are told.
+        if (form.Visible.value())
+            bringToFront(*m_mainWindow);
     } else if (const auto found = m_windows.find(&form); found != m_windows.end() && found->second) {
         bringToFront(*found->second);
     }

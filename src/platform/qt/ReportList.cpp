@@ -206,26 +206,33 @@ void ReportList::keyPressEvent(QKeyEvent* event)
         m_list.Click();
 }
 
+/// Until the button goes up the row is only shown as the coming one: an event in between must not find a selected row
+/// whose click was never told.
 void ReportList::mousePressEvent(QMouseEvent* event)
 {
-    m_pressedRow = indexAt(event->pos()).isValid();
-    m_rowBefore = m_list.selectedRow();
+    m_pressedRow = indexAt(event->pos()).row() + 1;
     QTreeView::mousePressEvent(event);
-    takeSelection();
-    showSelection();
+    viewport()->update();
 }
 
 void ReportList::mouseMoveEvent(QMouseEvent* event)
 {
     QTreeView::mouseMoveEvent(event);
-    if (m_pressedRow)
-        takeSelection();
+    if (m_pressedRow > 0) {
+        m_pressedRow = currentIndex().row() + 1;
+        viewport()->update();
+    }
 }
 
 void ReportList::mouseReleaseEvent(QMouseEvent* event)
 {
     QTreeView::mouseReleaseEvent(event);
-    if (std::exchange(m_pressedRow, false) && m_list.Click)
+    const int row = std::exchange(m_pressedRow, 0);
+    if (row == 0)
+        return;
+    m_list.select(row);
+    showSelection();
+    if (m_list.Click)
         m_list.Click();
 }
 
@@ -234,7 +241,7 @@ void ReportList::mouseDoubleClickEvent(QMouseEvent* event)
     const QModelIndex under = indexAt(event->pos());
     if (event->button() != Qt::LeftButton || !under.isValid())
         return;
-    m_pressedRow = false;
+    m_pressedRow = 0;
     m_list.select(under.row() + 1);
     if (m_list.DblClick)
         m_list.DblClick();
@@ -288,7 +295,7 @@ void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, 
 {
     const QPalette& ground = palette();
     const QRect row = option.rect;
-    if (index.row() + 1 == m_list.selectedRow()) {
+    if (index.row() + 1 == (m_pressedRow > 0 ? m_pressedRow : m_list.selectedRow())) {
         const bool active = hasFocus() && isActiveWindow();
         const QColor accent = ground.color(QPalette::Active, QPalette::Highlight);
         painter->fillRect(row,
@@ -415,9 +422,9 @@ void ReportList::setUsable(bool usable)
             setFocus(Qt::OtherFocusReason);
         return;
     }
-    // A click that never ends would leave a row selected whose click was never told.
-    if (std::exchange(m_pressedRow, false) && m_list.selectedRow() == currentIndex().row() + 1)
-        m_list.select(m_rowBefore);
+    // A click that never ends counts as none.
+    m_pressedRow = 0;
+    showSelection();
     if (hasFocus()) {
         m_hadFocus = true;
         clearFocus();

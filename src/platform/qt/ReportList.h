@@ -60,9 +60,8 @@ private:
     int m_numberColumn = 0;
     bool m_applyingWidths = false;
     bool m_hadFocus = false;
-    /// The selected row when the mouse button went down.
-    int m_rowBefore = 0;
-    bool m_pressedRow = false;
+    /// The row under the mouse while its button is down; 0 for none.
+    int m_pressedRow = 0;
     bool m_greyed = false;
 };
 
