@@ -66,8 +66,9 @@ QString rowsAsText(const ListView& tracks)
 
 bool isUserList(const Root& root, const QString& path)
 {
+    const auto compared = [](QString text) { return text.replace(u'\\', u'/').toLower(); };
     const QString own = FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
-    return path.toLower().startsWith(own.toLower());
+    return compared(path).startsWith(compared(own));
 }
 
 /// Writes the rows of the open list to `path`, an empty one telling the failure. The caller decided where to.

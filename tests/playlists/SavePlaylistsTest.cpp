@@ -189,6 +189,19 @@ TEST_F(SavePlaylists, APathBelowTheApplicationsFolderInAnotherCaseIsALocalOne)
     EXPECT_EQ(local.toUpper().toStdString(), catalogue().subItem(1, 2).toStdString());
 }
 
+TEST_F(SavePlaylists, APathBelowTheApplicationsFolderWithBackslashesIsALocalOne)
+{
+    root().mnuLokalePlayliste.Checked = true;
+    const QString local = data() + u"Eigen/liste.m3u"_s;
+    put(local, "/m/x.mp3\r\n");
+    const QString told = QString(local).replace(u"/Eigen/"_s, u"\\Eigen\\"_s).replace(u"/Orvanten"_s, u"\\Orvanten"_s);
+    catalogue().setSubItem(1, 2, told);
+    root().openPlaylist = told;
+    SavePlayEntrys(root());
+    EXPECT_EQ(told.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
+}
+
 TEST_F(SavePlaylists, TheRowsOfOneListAreNeverWrittenToTheFileOfAnother)
 {
     const QString other = listPath(u"andere"_s);
