@@ -97,7 +97,8 @@ quint32 number32(const QByteArray& bytes, qsizetype at)
 }
 quint16 number16(const QByteArray& bytes, qsizetype at)
 {
-    return qFromLittleEndian<quint16>(bytes.constData() + at);
+    const auto byte = [&bytes](qsizetype place) { return static_cast<quint8>(bytes.at(place)); };
+    return static_cast<quint16>(byte(at) | byte(at + 1) << 8);
 }
 
 } // namespace
