@@ -2,6 +2,7 @@
 
 #include "metadata/frmID3.h"
 #include "playback/Volume.h"
+#include "playlists/ReadPlaylists.h"
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
@@ -29,8 +30,7 @@ void design(Root& root)
     root.tPlaylisteinträge.Caption = u"Einträge in der Playliste"_s;
     root.tSoundzahl.Caption = u"(0)"_s;
     root.tBeschreibung.Caption = u"Informationen zur Playliste"_s;
-    root.LSoundCaption.Caption = u"Wenn Sie der aktuellen Wiedergabeliste weitere Audiodateien hinzufügen möchten, "
-                                 u"ziehen Sie die Datei(en) einfach in die Tabelle mit den Sounddateien."_s;
+    root.LSoundCaption.Caption = addTracksHint();
     root.LSoundCaption.Tag = u"0"_s;
     root.sAnzeige[3].Caption = u"Titel:"_s;
     root.sAnzeige[4].Caption = u"Artist:"_s;

@@ -2,18 +2,13 @@
 
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "playback/PlayerControl.h"
 
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void stopIfRunning(Root& root)
-{
-    if (root.pPausePlayer.Enabled.value())
-        root.pStopPlayer.Click();
-}
 
 void writeFlag(Root& root, const QString& name, const MenuItem& item)
 {

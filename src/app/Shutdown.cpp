@@ -4,18 +4,13 @@
 #include "app/Root.h"
 #include "app/SaveOptions.h"
 #include "metadata/frmID3.h"
+#include "playback/PlayerControl.h"
 
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void stopIfRunning(Root& root)
-{
-    if (root.pPausePlayer.Enabled.value())
-        root.pStopPlayer.Click();
-}
 
 void unloadTagForms(Root& root)
 {

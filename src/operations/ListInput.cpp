@@ -67,8 +67,7 @@ void LListView1_Click(Root& root)
 
 void LListView1_DblClick(Root& root)
 {
-    if (root.pPausePlayer.Enabled.value())
-        pStopPlayer_Click(root);
+    stopIfRunning(root);
     pSoundPlayer_Click(root);
 
     markAllFavourites(root);

@@ -115,6 +115,12 @@ void pStopPlayer_Click(Root& root)
     root.services.mediaplayer.close();
 }
 
+void stopIfRunning(Root& root)
+{
+    if (root.pPausePlayer.Enabled.value())
+        root.pStopPlayer.Click();
+}
+
 void pPlayBack_Click(Root& root)
 {
     root.services.mediaplayer.previous();

@@ -9,6 +9,8 @@ void pSoundPlayer_Click(Root& root);
 /// Pause, or resume where that is possible.
 void pPausePlayer_Click(Root& root);
 void pStopPlayer_Click(Root& root);
+/// Presses the stop button if a title runs or is paused.
+void stopIfRunning(Root& root);
 void pPlayBack_Click(Root& root);
 void pPlayForward_Click(Root& root);
 void mnuWiedergabe_Click(Root& root);
