@@ -2,6 +2,7 @@
 
 #include "platform/CaseFold.h"
 #include "platform/CodePage.h"
+#include "platform/Cues.h"
 
 #include <algorithm>
 #include <utility>
@@ -83,10 +84,14 @@ bool FakeMixer::setLevel(int componentType, long level)
     return true;
 }
 
-void FakeSound::play(const QByteArray& wave, bool wait)
+void FakeSound::play(const QByteArray& wave, int flags)
 {
-    const QString name = names.value(wave, u"%1 bytes"_s.arg(wave.size()));
-    m_log.call(u"cue.play %1%2"_s.arg(name, wait ? u""_s : u" async"_s));
+    const QStringList names = cueNames();
+    const auto name =
+        std::find_if(names.begin(), names.end(), [&](const QString& cue) { return cueNamed(cue) == wave; });
+    const QString known = name == names.end() ? QString() : *name;
+    if (m_log.call(u"cue.play %1 %2"_s.arg(known.isEmpty() ? u"%1 bytes"_s.arg(wave.size()) : known).arg(flags)))
+        played.append({known, wave, flags});
 }
 
 void FakeClipboard::setText(const QString& text)

@@ -63,18 +63,24 @@ private:
     bool m_open = false;
 };
 
-/// Plays nothing and writes every cue down.
+/// Plays nothing and writes every sound down: "cue.play READY 6", name and flags.
 class FakeSound final : public SoundOutput
 {
 public:
     explicit FakeSound(CallLog& log) : m_log(log) {}
 
     [[nodiscard]] int deviceCount() const override { return devices; }
-    void play(const QByteArray& wave, bool wait) override;
+    void play(const QByteArray& wave, int flags) override;
 
     int devices = 1;
-    /// Names of images, by which the log shows them: "Play".
-    QMap<QByteArray, QString> names;
+    /// What was played, oldest first; `name` is empty for an image that is no cue of the program.
+    struct Played
+    {
+        QString name;
+        QByteArray wave;
+        int flags = 0;
+    };
+    QList<Played> played;
 
 private:
     CallLog& m_log;

@@ -19,7 +19,7 @@ class NullSound final : public SoundOutput
 {
 public:
     [[nodiscard]] int deviceCount() const override { return 0; }
-    void play(const QByteArray&, bool) override {}
+    void play(const QByteArray&, int) override {}
 };
 
 } // namespace orvantine
