@@ -38,9 +38,10 @@ void mnuSetTagName_Click(Root& root)
 
     if (root.sAnzeige[2].Caption.value().isEmpty())
         return;
+    ListView& tracks = root.LListView2;
+    const ListView::Batch together(tracks);
     nameByTag(root);
 
-    ListView& tracks = root.LListView2;
     const int remembered = tracks.selectedRow();
     for (int row = 1; row <= tracks.count(); ++row) {
         if (root.services.events.ended())

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 namespace orvantine {
 
@@ -45,6 +46,7 @@ void ListView::clear()
     beginResetModel();
     m_rows.clear();
     m_published = 0;
+    m_firstChanged = 0;
     endResetModel();
 }
 
@@ -145,7 +147,8 @@ bool ListView::select(int row)
 {
     if (!has(row))
         return false;
-    publish();
+    if (row > m_published)
+        publish();
     m_selected = row;
     return true;
 }
@@ -236,8 +239,10 @@ void ListView::sortBy(int column)
 
 ListView::Batch::~Batch()
 {
-    if (--m_list.m_batches == 0)
-        m_list.publish();
+    if (--m_list.m_batches > 0)
+        return;
+    m_list.publish();
+    m_list.BatchEnded();
 }
 
 int ListView::rowCount(const QModelIndex& parent) const
@@ -293,6 +298,10 @@ QVariant ListView::headerData(int section, Qt::Orientation orientation, int role
 
 void ListView::publish()
 {
+    if (m_firstChanged > 0) {
+        const int first = std::exchange(m_firstChanged, 0);
+        Q_EMIT dataChanged(index(first - 1, 0), index(m_lastChanged - 1, columns() - 1));
+    }
     if (m_published == count())
         return;
     beginInsertRows({}, m_published, count() - 1);
@@ -304,6 +313,11 @@ void ListView::changed(int row, int column)
 {
     if (row > m_published || column > columns())
         return;
+    if (batching()) {
+        m_lastChanged = m_firstChanged > 0 ? std::max(m_lastChanged, row) : row;
+        m_firstChanged = m_firstChanged > 0 ? std::min(m_firstChanged, row) : row;
+        return;
+    }
     const QModelIndex cell = index(row - 1, column - 1);
     Q_EMIT dataChanged(cell, cell);
 }

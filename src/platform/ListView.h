@@ -125,7 +125,8 @@ public:
     /// Paths as the Files service names them.
     std::function<void(const QStringList& paths)> Drop;
 
-    /// While one lives, appended rows reach the views together when it ends.
+    /// While one lives, appended rows, changed cells and the selection reach the views together when it ends. A change
+    /// that moves rows tells the views of what was held back first.
     class Batch
     {
     public:
@@ -137,6 +138,10 @@ public:
     private:
         ListView& m_list;
     };
+
+    [[nodiscard]] bool batching() const { return m_batches > 0; }
+    /// Told when the last batch has ended: the selection may be shown again.
+    std::function<void()> BatchEnded = [] {};
 
     // Qt's side
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -160,6 +165,9 @@ private:
     /// Rows the views know of; behind m_rows only while a batch lives.
     int m_published = 0;
     int m_batches = 0;
+    /// First and last row with a cell that the views were not told of; none while the first is 0.
+    int m_firstChanged = 0;
+    int m_lastChanged = 0;
     bool m_sorted = false;
     int m_sortColumn = 1;
 };

@@ -98,6 +98,35 @@ TEST_F(ListViewModel, ABatchReachesTheViewsAtItsEnd)
     EXPECT_EQ(shown(), "a b");
 }
 
+TEST_F(ListViewModel, ChangedCellsOfABatchAreToldTogetherAtItsEnd)
+{
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
+        list.append(row(name));
+    QStringList told;
+    QObject::connect(&list, &QAbstractItemModel::dataChanged, &list, [&told](const auto& first, const auto& last) {
+        told << u"%1-%2"_s.arg(first.row() + 1).arg(last.row() + 1);
+    });
+    {
+        const ListView::Batch outer(list);
+        const ListView::Batch inner(list);
+        list.setSubItem(3, 1, u"x"_s);
+        list.setText(2, u"y"_s);
+        list.select(4);
+        EXPECT_EQ(told, QStringList());
+    }
+    EXPECT_EQ(told, QStringList{u"2-3"_s});
+    EXPECT_EQ(shown(), "a b x d");
+    {
+        const ListView::Batch batch(list);
+        list.setSubItem(4, 1, u"z"_s);
+        list.remove(1);
+        EXPECT_EQ(told.last(), u"4-4"_s) << "told before the rows move";
+        list.setText(1, u"y"_s);
+        list.clear();
+    }
+    EXPECT_EQ(told.size(), 2) << "rows that are gone changed nothing";
+}
+
 TEST_F(ListViewModel, AnyOtherChangeWithinABatchPublishesItFirst)
 {
     const ListView::Batch batch(list);

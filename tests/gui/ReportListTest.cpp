@@ -227,6 +227,18 @@ TEST_F(ReportListView, AskingForTheFocusGivesItAndTellsSo)
     EXPECT_EQ(taken(), "focus");
 }
 
+TEST_F(ReportListView, TheSelectionIsShownAgainWhenABatchEnds)
+{
+    list.select(1);
+    {
+        const ListView::Batch batch(list);
+        list.select(4);
+        EXPECT_EQ(viewRow(), 1);
+        list.select(3);
+    }
+    EXPECT_EQ(viewRow(), 3);
+}
+
 TEST_F(ReportListView, AHundredThousandRowsAreShownAndScrolled)
 {
     {

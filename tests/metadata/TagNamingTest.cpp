@@ -45,6 +45,21 @@ TEST_F(TagNaming, NamesEveryTaggedTrackOfTheList)
     EXPECT_EQ(u"Eins"_s, root().sTitle.Caption.value());
 }
 
+TEST_F(TagNaming, TheViewIsToldOfAllNamesAtOnce)
+{
+    for (const QString& file : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s})
+        addTrack(file, {.title = file, .artist = u"A"_s});
+    for (const QString& column : {u"ID"_s, u"Track"_s, u"Name"_s})
+        tracks().addColumn(column, 1000);
+    look(1);
+    int told = 0;
+    QObject::connect(&tracks(), &QAbstractItemModel::dataChanged, &tracks(), [&told] { ++told; });
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("A - a.mp3\nA - b.mp3\nA - c.mp3", names());
+    EXPECT_EQ(1, told);
+    EXPECT_FALSE(tracks().batching());
+}
+
 TEST_F(TagNaming, ASelectedTrackWithoutATagChangesNothingEvenIfOthersHaveOne)
 {
     addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});

@@ -25,8 +25,8 @@ namespace {
 constexpr std::size_t MostRecent = 20;
 constexpr int DBusTimeoutMs = 2000;
 
-/// A call to the desktop's file manager over the session bus.
-bool callFileManager(const QString& method, const QString& path)
+/// A call to the desktop's file manager over the session bus, with a path in the host's bytes.
+bool callFileManager(const QString& method, const QByteArray& nativePath)
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
@@ -34,7 +34,7 @@ bool callFileManager(const QString& method, const QString& path)
     QDBusMessage call =
         QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
                                        u"org.freedesktop.FileManager1"_s, method);
-    call << QStringList{QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded)} << QString();
+    call << QStringList{u"file://"_s + QString::fromLatin1(nativePath.toPercentEncoding("/"))} << QString();
     const QDBusMessage reply = bus.call(call, QDBus::BlockWithGui, DBusTimeoutMs);
     // One that takes its time to start shows the file all the same.
     return reply.type() == QDBusMessage::ReplyMessage || reply.errorName() == u"org.freedesktop.DBus.Error.NoReply"_s;
@@ -93,21 +93,21 @@ bool QtLauncher::showHelp(const QString& file, const QString& topic)
 
 bool QtLauncher::showFolder(const QString& path)
 {
-    const QString host = hostPath(path);
-    if (host.isEmpty())
+    const std::optional<QByteArray> native = m_files.nativePath(path);
+    if (!native)
         return false;
     const bool folder = m_files.isFolder(path);
-    return callFileManager(folder ? u"ShowFolders"_s : u"ShowItems"_s, host) ||
-           openByDesktop(folder ? path : QFileInfo(host).path());
+    return callFileManager(folder ? u"ShowFolders"_s : u"ShowItems"_s, *native) ||
+           openByDesktop(folder ? path : QFileInfo(QFile::decodeName(*native)).path());
 }
 
 bool QtLauncher::showProperties(const QString& path)
 {
-    const QString host = hostPath(path);
-    if (host.isEmpty())
+    const std::optional<QByteArray> native = m_files.nativePath(path);
+    if (!native)
         return false;
-    if (!callFileManager(u"ShowItemProperties"_s, host))
-        showPropertiesDialog(host, frontWindow());
+    if (!callFileManager(u"ShowItemProperties"_s, *native))
+        showPropertiesDialog(*native, frontWindow());
     return true;
 }
 

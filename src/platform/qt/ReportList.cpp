@@ -163,6 +163,7 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     list.SetFocus = [this] { setFocus(Qt::OtherFocusReason); };
     list.EnsureVisible = [this](int row) { scrollTo(m_list.index(row - 1, keyColumn())); };
     list.WidthChanged = [this](int, Twips) { showWidths(); };
+    list.BatchEnded = [this] { showSelection(); };
 
     m_bindings.watch(list.selection(), [this] { showSelection(); });
     m_bindings.follow(list.Enabled, [this](bool enabled) { setUsable(enabled); });
@@ -182,6 +183,7 @@ ReportList::~ReportList()
     m_list.SetFocus = [] {};
     m_list.EnsureVisible = [](int) {};
     m_list.WidthChanged = [](int, Twips) {};
+    m_list.BatchEnded = [] {};
 }
 
 void ReportList::selectRowAt(const QPoint& point)
@@ -321,6 +323,8 @@ void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, 
 
 void ReportList::showSelection()
 {
+    if (m_list.batching())
+        return;
     const int row = m_list.selectedRow();
     if (row < 1 || row > m_list.rowCount()) {
         if (currentIndex().isValid())
