@@ -51,7 +51,7 @@ void updateTrackCount(Root& root)
 {
     ListView& list = root.LListView1;
     const int count = root.LListView2.count();
-    if (qRound(leadingNumber(list.subItem(list.selectedRow(), 3))) != count)
+    if (leadingNumber(list.subItem(list.selectedRow(), 3)) != count)
         list.setSubItem(list.selectedRow(), 3, QString::number(count));
 }
 
@@ -64,9 +64,14 @@ QString rowsAsText(const ListView& tracks)
     return paths.join(u"\r\n"_s) + u"\r\n"_s;
 }
 
+/// Both separators are one, and case does not count.
+QString compared(QString path)
+{
+    return path.replace(u'\\', u'/').toLower();
+}
+
 bool isUserList(const Root& root, const QString& path)
 {
-    const auto compared = [](QString text) { return text.replace(u'\\', u'/').toLower(); };
     const QString own = FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
     return compared(path).startsWith(compared(own));
 }
@@ -116,7 +121,8 @@ QString nmlOf(const Root& root, const QString& title)
     return text + u"</PLAYLIST>\r\n</NML>\r\n"_s;
 }
 
-void exportTo(Root& root, const QString& title, const QString& path, const QString& target)
+/// False where the list to export is not the one whose rows are shown any more; a failure was told.
+bool exportTo(Root& root, const QString& title, const QString& path, const QString& target)
 {
     root.tPlayliste.Text = QString();
     TextDosConvert(root, path);
@@ -125,13 +131,14 @@ void exportTo(Root& root, const QString& title, const QString& path, const QStri
         root.services.messages.show(u"Beim Einlesen oder Speichern der Playliste ist ein Fehler aufgetreten.    \n"
                                     u"Die Änderungen konnten nicht erfolgreich gespeichert werden."_s,
                                     root.Caption.value() + u' ', MessageIcon::Exclamation, MessageButtons::Ok);
-        return;
+        return true;
     }
     const bool nml = target.right(3).toLower() == u"nml"_s;
     // The rows of another list are not the export of this one.
     if (nml && root.openPlaylist != path)
-        return;
+        return false;
     root.files.writeText(target, nml ? nmlOf(root, title) : root.tPlayliste.Text.value() + u"\r\n"_s);
+    return true;
 }
 
 } // namespace
@@ -194,18 +201,17 @@ void mnuSpeichernUnter_Click(Root& root)
                                     .folder = ownFolder.isEmpty() ? SpecialFolder(root, 5) : ownFolder,
                                     .filter = playlistFilter(),
                                     .defaultExtension = u"m3u"_s});
-    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
+    if (!chosen || chosen->fileName.isEmpty())
         return;
     const QString target = FileDirPath::join(chosen->folder, chosen->fileName);
     if (target.size() < 5)
         return;
 
     // While the chooser was up the sequence may have opened another list.
-    if (list.subItem(row, 2) != path)
+    if (list.subItem(row, 2) != path || !exportTo(root, title, path, target))
         return;
-    exportTo(root, title, path, target);
 
-    const bool otherFolder = FileDirPath::FolderOf(target).toLower() != ownFolder.toLower();
+    const bool otherFolder = compared(FileDirPath::FolderOf(target)) != compared(ownFolder);
     if (!root.mnuLokalePlayliste.Checked.value() || path.isEmpty() || !otherFolder)
         return;
     const Answer answer =

@@ -43,6 +43,17 @@ protected:
         EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
     }
 
+    /// The user chooses `path`; `meanwhile` happens while the dialog is up.
+    void chooseMeanwhile(const QString& path, std::function<void()> meanwhile)
+    {
+        const qsizetype name = path.lastIndexOf(u'/');
+        desktop.choosers.queue.push({.kind = ChooserKind::Save,
+                                     .file = ChosenFile{path.left(std::max(name, qsizetype{0})), path.mid(name + 1)},
+                                     .folder = {},
+                                     .font = {},
+                                     .meanwhile = std::move(meanwhile)});
+    }
+
     [[nodiscard]] std::string listBytes() { return bytes(list).toStdString(); }
 
     QString list;
@@ -82,6 +93,17 @@ TEST_F(SavePlaylists, ARowCountThatChangedIsInTheCellBeforeTheWriteAndNotInTheDa
     EXPECT_EQ("2", cell.toStdString());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", onDisk);
     EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(SavePlaylists, TheCellIsReadAsANumber)
+{
+    const std::pair<QString, const char*> cases[] = {{u"2.5"_s, "3"}, {u"99999999999"_s, "3"},   {u"4294967299"_s, "3"},
+                                                     {u"03"_s, "03"}, {u"3 Titel"_s, "3 Titel"}, {u"drei"_s, "3"}};
+    for (const auto& [cell, after] : cases) {
+        catalogue().setSubItem(1, 3, cell);
+        SavePlayEntrys(root());
+        EXPECT_EQ(after, catalogue().subItem(1, 3).toStdString()) << cell.toStdString();
+    }
 }
 
 TEST_F(SavePlaylists, TheColumnWidthsGoToTheSettingsKeyFirst)
@@ -326,12 +348,75 @@ TEST_F(SavePlaylists, AVanishedListIsExportedWithoutAWordOrADialog)
 
 TEST_F(SavePlaylists, AResultOfFewerThanFiveCharactersIsNothing)
 {
-    for (const ChosenFile& file : {ChosenFile{u"/"_s, u"abc"_s}, ChosenFile{u"/abcdef"_s, {}}}) {
+    for (const ChosenFile& file :
+         {ChosenFile{u"/"_s, u"abc"_s}, ChosenFile{{}, u"abc"_s}, ChosenFile{u"/abcdef"_s, {}}}) {
         desktop.choosers.queue.push(
             {.kind = ChooserKind::Save, .file = file, .folder = {}, .font = {}, .meanwhile = {}});
         mnuSpeichernUnter_Click(root());
         EXPECT_EQ("", actions()) << file.folder.toStdString();
     }
+}
+
+TEST_F(SavePlaylists, AnEmptyFolderGetsASeparatorLikeAnyOther)
+{
+    chooseMeanwhile(u"neu.m3u"_s, {});
+    mnuSpeichernUnter_Click(root());
+    EXPECT_NE("(missing)", bytes(u"/neu.m3u"_s).toStdString());
+}
+
+TEST_F(SavePlaylists, AnNmlOfAListThatIsShownNoMoreIsNotWrittenAndNothingIsAsked)
+{
+    putFolder(u"/x"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    const QString other = putList(u"Andere"_s, {u"/m/b.mp3"_s, u"/m/c.mp3"_s});
+    ListItem row;
+    row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"2"_s}};
+    catalogue().append(std::move(row));
+    chooseMeanwhile(u"/x/neu.nml"_s, [this] { click(2); });
+    mnuSpeichernUnter_Click(root());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("(missing)", bytes(u"/x/neu.nml"_s).toStdString());
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
+}
+
+TEST_F(SavePlaylists, ARowThatChangedUnderTheDialogIsNotExported)
+{
+    putFolder(u"/x"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    for (const QString& target : {u"/x/neu.m3u"_s, u"/x/neu.nml"_s}) {
+        catalogue().setSubItem(1, 2, list);
+        chooseMeanwhile(target, [this] { catalogue().setSubItem(1, 2, u"/l/andere.m3u"_s); });
+        mnuSpeichernUnter_Click(root());
+        EXPECT_EQ("(missing)", bytes(target).toStdString());
+        EXPECT_EQ("", boxes());
+    }
+}
+
+TEST_F(SavePlaylists, ARowThatChangedUnderTheQuestionIsNotRepointed)
+{
+    putFolder(u"/x"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    const QByteArray before = bytes(database());
+    desktop.choosers.save(u"/x/neu.m3u"_s);
+    desktop.messages.script(
+        {.answer = Answer::Ok, .entered = {}, .title = saveTitle, .text = linkQuestion, .meanwhile = [this] {
+             catalogue().setSubItem(1, 2, u"/l/andere.m3u"_s);
+         }});
+    mnuSpeichernUnter_Click(root());
+    EXPECT_EQ("/l/andere.m3u", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(SavePlaylists, BothSeparatorsMakeOneFolder)
+{
+    desktop.newProcess();
+    open(u"C:\\M\\liste.m3u"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    desktop.choosers.save(u"c:/m/neu.m3u"_s);
+    mnuSpeichernUnter_Click(root());
+    EXPECT_NE("(missing)", bytes(u"C:\\M\\neu.m3u"_s).toStdString());
+    EXPECT_EQ("", boxes());
 }
 
 TEST_F(SavePlaylists, AListTooShortIsToldUnderTheProgramsNameAndTheQuestionStillComes)
