@@ -97,6 +97,8 @@ void WriteMp3Tag(Root& root)
     tag.track = hasTrack ? rounded(track) : qint16{0};
     setText(tag, &WideMp3Record::extendedTrack, QString::number(track == 0 ? 0.0 : track, 'g', 15));
 
+    if (root.LListView2.selectedRow() == 0)
+        return;
     root.CurrentMp3File = selectedPath(root);
     Mp3Record record = narrow(tag);
     root.services.tags.WriteID3V1(root.CurrentMp3File, record);

@@ -11,6 +11,8 @@
 #include "search/Suchen.h"
 #include "shell/FeatureTips.h"
 
+#include <QLocale>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -139,7 +141,8 @@ void MediaChange(Root& root)
         IniFiles::ReadValue(root, root.tDatenbank.Text.value() + u"Orvantine.dat"_s, u"TagInfo"_s, url);
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(url), 4);
     if (name != root.tDateiname.Caption.value())
-        root.pDateiname.Tag = QString::number(root.pDateiname.Tag.toDouble() + 0.5);
+        root.pDateiname.Tag =
+            QString::number(root.pDateiname.Tag.toDouble() + 0.5, 'f', QLocale::FloatingPointShortest);
 
     const QString tag = player.currentItemInfo(u"Artist"_s) + u" - "_s + player.currentItemInfo(u"Title"_s);
     if (tag.size() >= UsefulTag)

@@ -168,9 +168,12 @@ TEST_F(Mp3HeaderReader, TrackTexts)
 
 TEST_F(Mp3HeaderReader, WithoutASelectedRowNothingIsSaid)
 {
+    root().CurrentMp3File = u"/music/last.mp3"_s;
     ReadMp3Header(root());
     WriteMp3Tag(root());
     EXPECT_EQ("", boxes());
+    EXPECT_EQ("", calls({u"tags.Write"_s}));
+    EXPECT_EQ(u"/music/last.mp3"_s, root().CurrentMp3File);
 }
 
 TEST_F(Mp3HeaderReader, TheSaveOfTheDialogWritesErasesAndCloses)

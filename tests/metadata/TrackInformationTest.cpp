@@ -230,6 +230,17 @@ TEST_F(PlayedTrack, EachNotificationOfAnotherNameCountsOneHalf)
     EXPECT_EQ(u"4"_s, root().pDateiname.Tag);
 }
 
+TEST_F(PlayedTrack, TheCountKeepsItsHalfHoweverFarItGoes)
+{
+    for (const QString& before : {u"100000"_s, u"9999999"_s}) {
+        play(u"song.mp3"_s);
+        root().tDateiname.Caption = QString();
+        root().pDateiname.Tag = before;
+        MediaChange(root());
+        EXPECT_EQ((before + u".5"_s).toStdString(), root().pDateiname.Tag.toStdString());
+    }
+}
+
 TEST_F(PlayedTrack, TheNameTakesThePlaceOfTheStatusInTheMiddleOfTheWindow)
 {
     play(u"song.mp3"_s);
