@@ -221,6 +221,47 @@ TEST(EraseID3V2, WithoutATagNothingChanges)
     EXPECT_TRUE(changesNothing(MemoryBytes(bytes), *id3v2Removal(MemoryBytes(bytes))));
 }
 
+TEST(EraseID3V2, TakesAppendedTagsAndKeepsWhatStandsAroundThem)
+{
+    const QByteArray v1 = id3v1Tag("T", "A");
+    const QByteArray tag = appendedId3v2();
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        {tag, {}},
+        {tag + v1, v1},
+        {appendedId3v2(0) + appendedId3v2(5000) + v1, v1},
+        {ape() + tag + lyrics2() + tag + v1, ape() + lyrics2() + v1},
+        {tag + "TAG+" + QByteArray(223, '\0') + v1, "TAG+" + QByteArray(223, '\0') + v1}};
+    for (const auto& [behind, kept] : cases) {
+        EXPECT_EQ(sound(3) + kept, erased(sound(3) + behind)) << behind.size();
+        EXPECT_EQ(sound(3) + kept, erased(id3v2(100) + sound(3) + behind)) << behind.size();
+        EXPECT_EQ(sound(3) + kept, erased(sound(3) + kept)) << behind.size();
+    }
+}
+
+TEST(EraseID3V2, AFooterThatItsHeadDoesNotRepeatIsSound)
+{
+    const QByteArray v1 = id3v1Tag("T", "A");
+    const auto changed = [](int place, char byte) {
+        QByteArray tag = appendedId3v2();
+        tag[place < 0 ? tag.size() + place : place] = byte;
+        return tag;
+    };
+    // Mark, version, flags and size of the head, then size and flags of the footer.
+    for (const QByteArray& tag :
+         {changed(0, 'J'), changed(3, '\3'), changed(5, '\0'), changed(9, '\1'), changed(-1, '\1'), changed(-1, '\x80'),
+          changed(-2, '\x7f'), changed(-5, '\0'), changed(-10, '4')}) {
+        const QByteArray bytes = sound(4) + tag + v1;
+        EXPECT_EQ(bytes, erased(bytes)) << tag.toHex().toStdString();
+    }
+    // Without the flag of a footer it is the end of what the tag holds.
+    QByteArray flagless = id3v2(60);
+    flagless.replace(60, 10, "3DI" + flagless.sliced(3, 7));
+    EXPECT_EQ(sound(4) + flagless + v1, erased(sound(4) + flagless + v1));
+    // It would begin before the sound.
+    const QByteArray whole = id3v2(100) + sound(4);
+    EXPECT_EQ(sound(4) + appendedId3v2(60).last(10), erased(whole + appendedId3v2(60).last(10)));
+}
+
 TEST(EraseID3V2, TwiceIsOnce)
 {
     for (const QByteArray& bytes : {id3v2(100) + sound(2), id3v2(1) + id3v2(1) + sound(3),

@@ -83,6 +83,14 @@ QByteArray id3v2(int content, qint64 claimed)
     return bytes + QByteArray(content, '\0');
 }
 
+QByteArray appendedId3v2(int content)
+{
+    QByteArray bytes = id3v2(content);
+    overwrite(bytes, 3, "\4");
+    overwrite(bytes, 5, "\x10");
+    return bytes + "3DI" + bytes.sliced(3, 7);
+}
+
 QByteArray id3v1Tag(const QByteArray& title, const QByteArray& artist, const QByteArray& album, const QByteArray& year,
                     const QByteArray& comment, int genre)
 {

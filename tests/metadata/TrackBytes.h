@@ -38,6 +38,8 @@ struct FrameShape
 
 /// A tag of version 2 with so many bytes behind its head; `claimed` puts another size into the head.
 [[nodiscard]] QByteArray id3v2(int content = 60, qint64 claimed = -1);
+/// A tag of version 2 as it stands behind the sound, with a footer.
+[[nodiscard]] QByteArray appendedId3v2(int content = 60);
 /// 128 bytes: texts filled up with NUL, raw as they are given.
 [[nodiscard]] QByteArray id3v1Tag(const QByteArray& title, const QByteArray& artist, const QByteArray& album = {},
                                   const QByteArray& year = {}, const QByteArray& comment = {}, int genre = 255);

@@ -237,6 +237,8 @@ TEST(TrackFacts, TrailingBlocksAreNoSound)
                                 lyrics2(QByteArray(50000, 'l')) + tag,
                                 ape() + lyrics2() + tag,
                                 lyrics2() + ape() + tag,
+                                appendedId3v2() + tag,
+                                appendedId3v2(5000) + ape(),
                                 ape(500000) + tag,
                                 "TAG+" + QByteArray(223, '\0') + tag};
     for (const QByteArray& tail : tails) {

@@ -32,7 +32,12 @@ std::optional<TagEdit> id3v2Removal(const ByteSource& source)
     const TrackLayout layout = trackLayout(source);
     if (!isEditable(source, layout))
         return std::nullopt;
-    return TagEdit{.keptFrom = layout.soundBegin, .keptTo = source.size(), .tail = {}};
+    TagEdit edit{.keptFrom = layout.soundBegin, .keptTo = source.size(), .tail = {}};
+    for (const ByteSpan& tag : layout.appendedId3v2) {
+        edit.tail.prepend(source.read(tag.end, edit.keptTo - tag.end));
+        edit.keptTo = tag.begin;
+    }
+    return edit;
 }
 
 bool changesNothing(const ByteSource& source, const TagEdit& edit)

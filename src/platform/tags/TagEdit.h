@@ -19,7 +19,8 @@ struct TagEdit
 /// alone: they are of another kind, a leading tag claims a size that cannot be, or no two frames follow.
 [[nodiscard]] std::optional<TagEdit> id3v1Edit(const ByteSource& source, const Mp3Record& record);
 
-/// Takes the leading tags away; an edit that changes nothing where there are none. Nothing as above.
+/// Takes the tags of version 2 away, the leading and the appended ones; an edit that changes nothing where there are
+/// none. Nothing as above.
 [[nodiscard]] std::optional<TagEdit> id3v2Removal(const ByteSource& source);
 
 [[nodiscard]] bool changesNothing(const ByteSource& source, const TagEdit& edit);

@@ -118,6 +118,20 @@ qint64 lyricsSize(ByteWindow& tail, qint64 end)
     return 0;
 }
 
+/// Size of the tag of version 2 with its head and footer that ends at `end`; 0 for none.
+qint64 appendedId3v2Size(ByteWindow& tail, qint64 end)
+{
+    constexpr qint64 markSize = 3;
+    constexpr char hasFooter = '\x10';
+    const QByteArray footer = tail.at(end - id3v2HeadSize, id3v2HeadSize).toByteArray();
+    if (!footer.startsWith("3DI") || (footer[5] & hasFooter) == 0)
+        return 0;
+    // The mark apart, a footer is a copy of the head.
+    const QByteArray head = "ID3" + footer.sliced(markSize);
+    const qint64 size = id3v2Size(head);
+    return size > 0 && tail.at(end - size, id3v2HeadSize) == QByteArrayView(head) ? size : 0;
+}
+
 void findTrailingTags(const ByteSource& source, TrackLayout& layout)
 {
     constexpr qint64 block = 512;
@@ -138,8 +152,12 @@ void findTrailingTags(const ByteSource& source, TrackLayout& layout)
         length = apeSize(tail, end);
         if (length == 0)
             length = lyricsSize(tail, end);
+        const qint64 appended = length == 0 ? appendedId3v2Size(tail, end) : 0;
+        length += appended;
         if (end - length < layout.soundBegin)
             break;
+        if (appended > 0)
+            layout.appendedId3v2.push_back({.begin = end - appended, .end = end});
         end -= length;
     }
     layout.soundEnd = std::max(end, layout.soundBegin);
