@@ -104,7 +104,8 @@ QString rendered(const Word& word)
 
 std::vector<Form*> formsOf(Root& root)
 {
-    return {&root, root.startup.get(), root.info.get(), root.dialoge.get(), root.tagForm.get()};
+    return {
+        &root, root.startup.get(), root.info.get(), root.dialoge.get(), root.tagForm.get(), root.otherTagForm.get()};
 }
 
 } // namespace orvantine::scenario
