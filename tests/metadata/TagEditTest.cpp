@@ -136,6 +136,13 @@ TEST(Id3v1, BytesOfATagWithoutOneKeepTheWholeComment)
               bytes.toHex().toStdString());
 }
 
+TEST(Id3v1, WithTheFlagsOfNoTrackANumberThatIsThereDoesNotCutTheComment)
+{
+    Mp3Record record = recordOf("T", "A", QByteArray(30, 'c'), 7);
+    record.trackFlagA = record.trackFlagB = 1;
+    EXPECT_EQ(QByteArray(30, 'c'), id3v1Bytes(record).mid(97, 30));
+}
+
 TEST(Id3v1, ATrackNumberOutsideOneByteIsNotWritten)
 {
     for (const int track : {-1, 0, 256, 32767}) {

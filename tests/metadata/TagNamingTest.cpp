@@ -40,6 +40,7 @@ TEST_F(TagNaming, NamesEveryTaggedTrackOfTheList)
     EXPECT_EQ("A - Eins\nName\nC - \nName", names());
     EXPECT_EQ(u"A - Eins"_s, stored(music(u"a.mp3"_s)));
     EXPECT_EQ(u"C -"_s, stored(music(u"c.mp3"_s)));
+    EXPECT_TRUE(bytes(database()).contains("/music/c.mp3=C - \r\n")) << bytes(database()).toStdString();
     EXPECT_EQ(2, keys());
     EXPECT_EQ(1, tracks().selectedRow());
     EXPECT_EQ(u"Eins"_s, root().sTitle.Caption.value());
@@ -80,6 +81,53 @@ TEST_F(TagNaming, TheDatabaseIsCopiedFirst)
     root().mnuSetTagName.Click();
     EXPECT_EQ("[TagInfo]\r\nx=y\r\n", bytes(data() + u"Orvantine.bak"_s));
     EXPECT_EQ("[TagInfo]\r\nx=y\r\n/music/a.mp3=A - Eins\r\n", bytes(database()));
+}
+
+TEST_F(TagNaming, WithoutADatabaseNothingIsCopiedAndThePointerNeverWaits)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    look(1);
+    desktop.disk().remove(database());
+    desktop.log.take();
+    int changes = 0;
+    const auto watch = root().Pointer.addNotifier([&changes] { ++changes; });
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("A - Eins", names());
+    EXPECT_EQ("", calls({u"files.copy"_s}));
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.bak"_s));
+    EXPECT_EQ(0, changes);
+}
+
+TEST_F(TagNaming, TheSelectedRowIsNamedByTheLabelsBeforeItIsRead)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {});
+    look(1);
+    tracks().select(2);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("A - Eins\nA - Eins", names());
+    EXPECT_EQ(2, keys());
+    EXPECT_EQ(2, tracks().selectedRow());
+}
+
+TEST_F(TagNaming, ThePopUpOfTheTracksHasTheSameCommands)
+{
+    const FakeTrack track{.title = u"Eins"_s, .artist = u"A"_s};
+    for (const int place : {3, 4, 5}) {
+        QStringList seen;
+        MenuItem* const main[] = {&root().mnuSetFileName, &root().mnuSetTagName, &root().mnuGetIDTag};
+        for (MenuItem* item : {main[place - 3], &root().mnxBearbeiten[place]}) {
+            tracks().clear();
+            put(database(), "[TagInfo]\r\n/music/a.mp3=Alt\r\n");
+            addTrack(u"a.mp3"_s, track);
+            look(1);
+            desktop.log.take();
+            item->Click();
+            seen += desktop.log.take().join(u'\n') + u'\n' + name(1) + QString::fromUtf8(bytes(database()));
+        }
+        EXPECT_EQ(seen[0].toStdString(), seen[1].toStdString()) << place;
+        EXPECT_TRUE(seen[0].contains(place == 3 ? u"\na["_s : u"\nA - Eins["_s)) << seen[0].toStdString();
+    }
 }
 
 TEST_F(TagNaming, SelectsTheRememberedRowAgain)

@@ -91,6 +91,8 @@ void VirtualEvents::yield(std::chrono::milliseconds atMost)
 {
     if (m_ended)
         return;
+    if (atMost.count() == 0)
+        ++m_yields;
     if (atMost.count() > 0) {
         const Time limit = m_now + atMost;
         m_now = std::max(m_now, std::min(nextDue().value_or(limit), limit));

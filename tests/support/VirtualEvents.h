@@ -33,6 +33,8 @@ public:
     /// The action runs when the time has gone by, before a timer that is due at the same moment: a user who does
     /// something while the program waits.
     void after(std::chrono::milliseconds time, std::function<void()> action);
+    /// How often somebody yielded without a time.
+    [[nodiscard]] int yields() const { return m_yields; }
     /// Since the events came into being.
     [[nodiscard]] std::chrono::milliseconds elapsed() const { return m_now; }
 
@@ -57,6 +59,7 @@ private:
     Time m_now{0};
     Time m_lastMove{0};
     int m_idleYields = 0;
+    int m_yields = 0;
     bool m_ended = false;
 };
 
