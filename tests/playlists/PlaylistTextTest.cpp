@@ -144,6 +144,15 @@ TEST_F(PlaylistText, TheFirstRewriteAddsOneEmptyLineAndTheSecondLeavesBytesAndSt
     EXPECT_EQ("/m/eins.mp3\r\r\n/m/zwei.mp3\r\r\n", root().tPlayliste.Text.value().toStdString());
 }
 
+TEST_F(PlaylistText, ALastLineThatTheCutOfTwoBytesHitsGetsItsThreeBack)
+{
+    put(list, "/m/eins.mp3\r\n/m/zwei.mp3\n");
+    desktop.memory()->setReadOnly(list);
+    EXPECT_TRUE(TextDosConvert(root(), list));
+    EXPECT_EQ("/m/eins.mp3\r\n/m/zwei.mp3\n", bytes(list).toStdString());
+    EXPECT_EQ("/m/eins.mp3\r\r\n/m/zwei.mp3", root().tPlayliste.Text.value().toStdString());
+}
+
 TEST_F(PlaylistText, NeighboursBecomeRelativeAlsoThoseThatNameAnotherFolder)
 {
     put(u"/m/nah.mp3"_s, "x");

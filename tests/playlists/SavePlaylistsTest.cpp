@@ -54,6 +54,20 @@ protected:
                                      .meanwhile = std::move(meanwhile)});
     }
 
+    /// What the user finds in the middle of a save.
+    [[nodiscard]] std::string waiting()
+    {
+        QStringList words;
+        if (root().Pointer.value() == MousePointer::Hourglass)
+            words += u"hourglass"_s;
+        for (const auto& [name, on] :
+             {std::pair{u"catalogue"_s, catalogue().Enabled.value()}, std::pair{u"tracks"_s, tracks().Enabled.value()},
+              std::pair{u"mnuBearbeiten"_s, root().mnuBearbeiten.Enabled.value()}})
+            if (!on)
+                words += name + u" off"_s;
+        return words.join(u", "_s).toStdString();
+    }
+
     [[nodiscard]] std::string listBytes() { return bytes(list).toStdString(); }
 
     QString list;
@@ -169,6 +183,69 @@ TEST_F(SavePlaylists, AnEmptyPathIsToldAndTheListsAreOnAgain)
               boxes());
     expectWaitOver();
     EXPECT_EQ("", actions());
+}
+
+TEST_F(SavePlaylists, WhileItLastsThePointerWaitsAndTheListsAreOff)
+{
+    const std::string all = "hourglass, catalogue off, tracks off, mnuBearbeiten off";
+    std::string seen;
+    EXPECT_EQ("", waiting());
+    for (const bool local : {false, true}) {
+        root().mnuLokalePlayliste.Checked = local;
+        seen.clear();
+        desktop.events().after(std::chrono::milliseconds{0}, [&] { seen = waiting(); });
+        SavePlayEntrys(root());
+        EXPECT_EQ(all, seen) << local;
+        EXPECT_EQ("", waiting()) << local;
+    }
+    for (const bool local : {false, true}) {
+        root().mnuLokalePlayliste.Checked = local;
+        catalogue().setSubItem(1, 2, {});
+        seen.clear();
+        desktop.messages.script(
+            {.answer = Answer::Ok, .entered = {}, .title = saveTitle, .text = saveFailure, .meanwhile = [&] {
+                 seen = waiting();
+             }});
+        SavePlayEntrys(root());
+        EXPECT_EQ(all, seen) << local;
+        EXPECT_EQ("", waiting()) << local;
+    }
+}
+
+TEST_F(SavePlaylists, TheFolderOfTheListsIsThereBeforeTheCopy)
+{
+    putFolder(u"/anders"_s);
+    root().tDatenbank.Text = u"/anders/"_s;
+    forgetCalls();
+    SaveLocalEntrys(root());
+    EXPECT_EQ("files.makeFolder \"/anders/Playlisten\"\n"
+              "files.copy \"/l/liste.m3u\" to \"/anders/Playlisten/liste.m3u\"\n"
+              "files.clearAttributes \"/anders/Playlisten/liste.m3u\"\n"
+              "files.writeText \"/anders/Playlisten/liste.m3u\" \"/m/a.mp3\\r\\n/m/b.mp3\\r\\n/m/c.mp3\\r\\n\"",
+              actions());
+}
+
+TEST_F(SavePlaylists, WithLocalListsAnEmptyPathIsToldOnceAndNothingIsCopied)
+{
+    root().mnuLokalePlayliste.Checked = true;
+    catalogue().setSubItem(1, 2, {});
+    desktop.messages.answer(Answer::Ok, saveTitle, saveFailure);
+    forgetCalls();
+    SavePlayEntrys(root());
+    ASSERT_EQ(1U, desktop.messages.shown().size());
+    EXPECT_EQ(MessageIcon::Critical, desktop.messages.shown()[0].icon);
+    EXPECT_EQ("", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("", actions());
+    expectWaitOver();
+}
+
+TEST_F(SavePlaylists, AfterASortTheOrderOnTheScreenIsSaved)
+{
+    tracks().setSubItem(1, 2, u"z"_s);
+    tracks().ColumnClick(3);
+    ASSERT_EQ("b", tracks().subItem(1, 2).toStdString());
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/b.mp3\r\n/m/c.mp3\r\n/m/a.mp3\r\n", listBytes());
 }
 
 TEST_F(SavePlaylists, AListOfMoreEntriesThanCanBeShownIsNotSaved)
@@ -308,6 +385,16 @@ TEST_F(SavePlaylists, TheDialogIsAskedForWithTheListsFolderAndTheFilter)
     EXPECT_EQ("", actions());
 }
 
+TEST_F(SavePlaylists, TheDialogBeginsInTheDocumentsWhereThePathHasNoFolder)
+{
+    // A drive exists, and no separator stands in its name.
+    catalogue().setSubItem(1, 2, u"C:"_s);
+    desktop.choosers.cancel(ChooserKind::Save);
+    mnuSpeichernUnter_Click(root());
+    const QString call = desktop.log.linesOf({u"choosers"_s}).join(u'\n');
+    EXPECT_TRUE(call.contains(u" folder \"%1\" "_s.arg(desktop.folders.documents))) << call.toStdString();
+}
+
 TEST_F(SavePlaylists, AnExportedNmlEscapesNothingAndHoldsTheFolderTwice)
 {
     putFolder(u"/x"_s);
@@ -435,6 +522,28 @@ TEST_F(SavePlaylists, AListTooShortIsToldUnderTheProgramsNameAndTheQuestionStill
     EXPECT_EQ(2, desktop.messages.shown().size());
     EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
     EXPECT_EQ(MessageButtons::Ok, desktop.messages.shown()[0].buttons);
+}
+
+TEST_F(SavePlaylists, AFailedExportIsToldUnderTheWindowsCaption)
+{
+    put(list, "a.mp3\r\n");
+    root().Caption = u"X"_s;
+    desktop.choosers.save(u"/l/neu.m3u"_s);
+    desktop.messages.answer(Answer::Ok);
+    mnuSpeichernUnter_Click(root());
+    ASSERT_EQ(1U, desktop.messages.shown().size());
+    EXPECT_EQ("X ", desktop.messages.shown()[0].title.toStdString());
+}
+
+TEST_F(SavePlaylists, TheLastThreeCharactersDecideAndAnNmlInAnotherFolderIsAskedForToo)
+{
+    putFolder(u"/x"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    desktop.choosers.save(u"/x/setnml"_s);
+    desktop.messages.answer(Answer::Cancel, saveTitle, linkQuestion);
+    mnuSpeichernUnter_Click(root());
+    EXPECT_TRUE(bytes(u"/x/setnml"_s).startsWith("<?xml")) << bytes(u"/x/setnml"_s).toStdString();
+    EXPECT_EQ(1U, desktop.messages.shown().size());
 }
 
 TEST_F(SavePlaylists, TheQuestionComesOnlyWithLocalListsAndAnotherFolder)
