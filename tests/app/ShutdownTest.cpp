@@ -38,6 +38,19 @@ TEST_F(Shutdown, EndingDeletesTheTemporaryFile)
     EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.tmp"_s).toStdString());
 }
 
+TEST_F(Shutdown, TheTagDialogsAreUnloaded)
+{
+    for (const auto& end : {mnuBeenden_Click, Form_QueryUnload}) {
+        desktop.newProcess();
+        start();
+        root().mnuGetIDTag.Click();
+        desktop.log.take();
+        end(root());
+        EXPECT_EQ("forms.unload frmID3V1\nforms.unload frmID3V2",
+                  lines(desktop.log.linesOf({u"forms.unload frmID3"_s}).mid(0, 2)));
+    }
+}
+
 TEST_F(Shutdown, AMaximisedWindowKeepsTheGeometryOfTheLastNormalOne)
 {
     start();
