@@ -15,7 +15,8 @@
 #include "platform/qt/QtLauncher.h"
 #include "platform/qt/QtMessages.h"
 #include "platform/qt/Theme.h"
-#include "platform/sound/NullMixer.h"
+#include "platform/sound/PulseMixer.h"
+#include "platform/sound/PulseSound.h"
 #include "platform/tags/TagLibTags.h"
 
 #include <QApplication>
@@ -92,8 +93,8 @@ struct Desktop
     QtLauncher launcher{files};
     MpvPlayer mediaplayer{files};
     MpvPlayer mediaInfo{files};
-    NullMixer mixer;
-    NullSound sound;
+    PulseMixer mixer;
+    PulseSound sound;
     TagLibTags tags{files};
 };
 

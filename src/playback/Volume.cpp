@@ -2,43 +2,80 @@
 
 #include "app/Root.h"
 
+#include <QLocale>
+
 #include <algorithm>
+#include <cmath>
 
 namespace orvantine {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-constexpr int Speakers = 4;
-constexpr long LevelPerStep = 8000;
+constexpr int Auxiliary = 4105;
+// Required: eight steps of 8000 end at 64000, not at the 65535 that the speakers can have.
+constexpr int LevelPerStep = 8000;
 
 } // namespace
 
-clsVolume::clsVolume(MixerDevice& mixer) : m_mixer(mixer)
+clsVolume::clsVolume(MixerDevice& device, Messages& messages) : m_mixer(device.open())
 {
-    m_mixer.open();
+    if (!m_mixer) {
+        messages.show(u"Die Soundkarte konnte nicht gefunden oder initialisiert werden.    \n"
+                      u"Warscheinlich ist die Audiowiedergabe nicht verfügbar."_s,
+                      u" Sound und Audiowiedergabe"_s, MessageIcon::Critical, MessageButtons::Ok);
+        return;
+    }
+
+    for (Line* line : {&m_wave, &m_microphone, &m_waveIn, &m_midi, &m_compactDisc})
+        GetVolumeControl(line->componentType, *line);
+    if (!GetVolumeControl(m_lineIn.componentType, m_lineIn))
+        GetVolumeControl(Auxiliary, m_lineIn);
 }
 
-clsVolume::~clsVolume()
+bool clsVolume::GetVolumeControl(int componentType, Line& line)
 {
-    m_mixer.close();
+    const auto range = m_mixer->line(componentType);
+    if (!range)
+        return false;
+    line = {componentType, *range};
+    return true;
 }
 
-long clsVolume::WaveVolume() const
+void clsVolume::SetVolumeControl(const Line& line, long level)
 {
-    return m_mixer.level(Speakers);
+    if (m_mixer)
+        m_mixer->setLevel(line.componentType, std::max(line.range.minimum, std::min(level, line.range.maximum)));
 }
 
-void clsVolume::setWaveVolume(long level)
+long clsVolume::GetVolumeValue(const Line& line) const
 {
-    const MixerRange range = m_mixer.line(Speakers).value_or(MixerRange{});
-    m_mixer.setLevel(Speakers, std::clamp(level, range.minimum, range.maximum));
+    return m_mixer ? m_mixer->level(line.componentType) : 0;
 }
 
 void LoadVolume(Root& root)
 {
-    root.volume = std::make_unique<clsVolume>(root.services.mixer);
-    const auto step = static_cast<int>(root.volume->WaveVolume() / LevelPerStep);
-    root.sVolume.Value = std::min(step, root.sVolume.Max.value());
+    root.volume = std::make_unique<clsVolume>(root.services.mixer, root.services.messages);
+
+    // Halves go to the even step.
+    const auto step = static_cast<int>(std::nearbyint(static_cast<double>(root.volume->WaveVolume()) / LevelPerStep));
+    root.sVolume.Value = std::clamp(step, root.sVolume.Min.value(), root.sVolume.Max.value());
+}
+
+void sVolume_Scroll(Root& root)
+{
+    const int step = root.sVolume.Value;
+    const double percentPerStep = QLocale(QLocale::German, QLocale::Germany).toDouble(u"12,5"_s);
+    root.sVolume.Text = QString::number(static_cast<int>(std::nearbyint(step * percentPerStep)));
+
+    if (root.volume)
+        root.volume->setWaveVolume(long{step} * LevelPerStep);
+}
+
+void sVolume_Click(Root& root)
+{
+    root.LListView1.SetFocus();
 }
 
 } // namespace orvantine

@@ -24,6 +24,46 @@ QString comparable(const QString& path)
     return text.endsWith(u'/') ? text : text + u'/';
 }
 
+/// One opening of the mixer.
+class FakeMixerHandle final : public MixerHandle
+{
+public:
+    FakeMixerHandle(FakeMixer& mixer, CallLog& log) : m_mixer(mixer), m_log(log) { ++m_mixer.handles; }
+    ~FakeMixerHandle() override
+    {
+        m_log.call(u"mixer.close"_s);
+        --m_mixer.handles;
+    }
+    FakeMixerHandle(const FakeMixerHandle&) = delete;
+    FakeMixerHandle& operator=(const FakeMixerHandle&) = delete;
+
+    std::optional<MixerRange> line(int componentType) override
+    {
+        if (!m_log.call(u"mixer.line %1"_s.arg(componentType)) || !has(componentType))
+            return std::nullopt;
+        return m_mixer.lines.value(componentType).range;
+    }
+    long level(int componentType) override
+    {
+        if (!m_log.call(u"mixer.level %1"_s.arg(componentType)) || !has(componentType))
+            return 0;
+        return m_mixer.lines.value(componentType).level;
+    }
+    bool setLevel(int componentType, long level) override
+    {
+        if (!m_log.call(u"mixer.setLevel %1 %2"_s.arg(componentType).arg(level)) || !has(componentType))
+            return false;
+        m_mixer.lines[componentType].level = level;
+        return true;
+    }
+
+private:
+    [[nodiscard]] bool has(int componentType) const { return m_mixer.present && m_mixer.lines.contains(componentType); }
+
+    FakeMixer& m_mixer;
+    CallLog& m_log;
+};
+
 } // namespace
 
 bool FakeTray::add(const QString& tip)
@@ -49,39 +89,11 @@ bool FakeTray::click(MouseButton button)
     return true;
 }
 
-bool FakeMixer::open()
+std::unique_ptr<MixerHandle> FakeMixer::open()
 {
-    m_open = m_log.call(u"mixer.open"_s) && present;
-    return m_open;
-}
-
-void FakeMixer::close()
-{
-    m_log.call(u"mixer.close"_s);
-    m_open = false;
-}
-
-std::optional<MixerRange> FakeMixer::line(int componentType)
-{
-    if (!m_log.call(u"mixer.line %1"_s.arg(componentType)) || !m_open || !lines.contains(componentType))
-        return std::nullopt;
-    return lines.value(componentType).range;
-}
-
-long FakeMixer::level(int componentType)
-{
-    if (!m_log.call(u"mixer.level %1"_s.arg(componentType)) || !m_open)
-        return 0;
-    return lines.value(componentType).level;
-}
-
-bool FakeMixer::setLevel(int componentType, long level)
-{
-    if (!m_log.call(u"mixer.setLevel %1 %2"_s.arg(componentType).arg(level)) || !m_open ||
-        !lines.contains(componentType))
-        return false;
-    lines[componentType].level = level;
-    return true;
+    if (!m_log.call(u"mixer.open"_s) || !present)
+        return nullptr;
+    return std::make_unique<FakeMixerHandle>(*this, m_log);
 }
 
 void FakeSound::play(const QByteArray& wave, int flags)

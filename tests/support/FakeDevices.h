@@ -43,11 +43,7 @@ class FakeMixer final : public MixerDevice
 public:
     explicit FakeMixer(CallLog& log) : m_log(log) {}
 
-    bool open() override;
-    void close() override;
-    [[nodiscard]] std::optional<MixerRange> line(int componentType) override;
-    [[nodiscard]] long level(int componentType) override;
-    bool setLevel(int componentType, long level) override;
+    [[nodiscard]] std::unique_ptr<MixerHandle> open() override;
 
     struct Line
     {
@@ -57,10 +53,11 @@ public:
     QMap<int, Line> lines{{4, {{0, 65535}, 32000}}};
     /// Whether a sound server answers.
     bool present = true;
+    /// How many handles are open.
+    int handles = 0;
 
 private:
     CallLog& m_log;
-    bool m_open = false;
 };
 
 /// Plays nothing and writes every sound down: "cue.play READY 6", name and flags.

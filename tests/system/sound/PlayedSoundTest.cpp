@@ -1,11 +1,10 @@
 #include "media/MusicFolder.h"
 #include "platform/media/MpvPlayer.h"
 #include "support/Wav.h"
+#include "system/sound/SoundServer.h"
 #include "system/sound/Tones.h"
 
-#include <QDir>
 #include <QFile>
-#include <QProcess>
 
 #include <gtest/gtest.h>
 
@@ -15,35 +14,6 @@ namespace orvantine {
 
 namespace {
 
-/// A sound server of this test, ended with it.
-class SoundServer
-{
-public:
-    SoundServer() { start(); }
-    ~SoundServer() { stop(); }
-    SoundServer(const SoundServer&) = delete;
-    SoundServer& operator=(const SoundServer&) = delete;
-
-    void start() const
-    {
-        ASSERT_TRUE(run({u"start"_s, m_folder.path()}));
-        qputenv("PULSE_SERVER", "unix:" + m_folder.filePath(u"native"_s).toUtf8());
-        qputenv("PULSE_COOKIE", m_folder.filePath(u"cookie"_s).toUtf8());
-        qputenv("PULSE_RUNTIME_PATH", m_folder.filePath(u"runtime"_s).toUtf8());
-    }
-    void stop() const { EXPECT_TRUE(run({u"stop"_s, m_folder.path()})); }
-    void record(const QString& file) const { ASSERT_TRUE(run({u"record"_s, m_folder.path(), file})); }
-    void stopRecording() const { EXPECT_TRUE(run({u"stop-record"_s, m_folder.path()})); }
-
-private:
-    [[nodiscard]] static bool run(const QStringList& arguments)
-    {
-        return QProcess::execute(QStringLiteral(ORVANTINE_SOUND_SERVER), arguments) == 0;
-    }
-
-    QTemporaryDir m_folder{QDir::tempPath() + u"/sound-XXXXXX"_s};
-};
-
 class PlayedSound : public ::testing::Test
 {
 protected:
@@ -52,7 +22,7 @@ protected:
         return music.write(name, fake::wav({.milliseconds = milliseconds, .hertz = hertz, .samplesPerSecond = 44100}));
     }
 
-    SoundServer server;
+    test::SoundServer server;
     test::MusicFolder music;
     PosixFiles files;
     MpvPlayer player{files, {.options = {{"ao", "pulse"}}}};

@@ -60,8 +60,9 @@ gone() {
     ! kill -0 "$1" 2>/dev/null || [ "$(cut -d' ' -f3 "/proc/$1/stat" 2>/dev/null)" = Z ]
 }
 
+# A sink that has just started has already worked through its first two seconds; only then it is heard.
 recording() {
-    pactl list short source-outputs | grep -q .
+    [ "$(stat --format=%s "$1" 2>/dev/null || echo 0)" -gt 4096 ]
 }
 
 case $command in
@@ -89,7 +90,7 @@ record)
             --file-format=wav "$3"
     ) </dev/null >/dev/null 2>&1 &
     echo $! >"$folder/recorder.pid"
-    await recording
+    await recording "$3"
     ;;
 stop-record)
     end "$folder/recorder.pid" parec INT
