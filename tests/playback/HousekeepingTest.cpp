@@ -186,6 +186,30 @@ TEST_F(Housekeeping, TheRipperShowsOnlyWhereItsFileStands)
     }
 }
 
+TEST_F(Housekeeping, OfAllThatTheTimersDoOnlyTheRipperTestTouchesTheDisk)
+{
+    put(u"/bin/ripper"_s, "x");
+    setting(u"Ripper"_s, stringSetting(u"/bin/ripper"_s));
+    pSoundPlayer_Click(root());
+    root().Timer2.Enabled = true;
+    run(3000);
+    ASSERT_TRUE(root().Timer1.Enabled.value());
+    forgetCalls();
+
+    // Ten ticks of the housekeeping and fifteen of the sequence. The values of the database are remembered: whether it
+    // was changed by somebody else is all that is asked.
+    run(2800);
+    QMap<QString, int> counted;
+    const QStringList taken = desktop.log.take();
+    for (const QString& line : taken)
+        if (line.startsWith(u"files."_s))
+            ++counted[QString(line).remove(data())];
+    QStringList told;
+    for (auto call = counted.cbegin(); call != counted.cend(); ++call)
+        told += u"%1 %2"_s.arg(call.value()).arg(call.key());
+    EXPECT_EQ(lines(told), "10 files.exists \"/bin/ripper\"\n10 files.stamp \"Orvantine.dat\"");
+}
+
 TEST_F(Housekeeping, TheCoverMarkFollowsThePane)
 {
     for (const bool shown : {true, false}) {
