@@ -63,6 +63,7 @@ void backUpOnceADay(Root& root)
         return;
     const std::optional<QDateTime> changed = root.files.modified(database);
     const QString today = dateText(root.services.events.now().date());
+    const WholeChange together(root.files);
     if (!changed || dateText(changed->date()) != today)
         root.files.copy(database, backupFile(root));
     if (!Dateiexistenz::FileExists(root, backupFile(root)))
@@ -74,6 +75,7 @@ void writeRows(Root& root)
     const QString database = databaseFile(root);
     const QString backup = backupFile(root);
     ListView& list = root.LListView1;
+    const WholeChange together(root.files);
     IniFiles::DeleteSection(root, database, u"Index"_s);
     for (int row = 1; row <= list.count(); ++row) {
         list.setText(row, padded(row - 1, 3));

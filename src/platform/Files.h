@@ -87,7 +87,8 @@ public:
     /// rewrite fails, the file stays and its text is given as it stands.
     [[nodiscard]] virtual ReadText readPlaylist(const QString& path) = 0;
 
-    // Writing: in place, so that inode, links and mode stay; never truncated before the new bytes stand
+    // Writing: in place, so that inode, links and mode stay; never truncated before the new bytes stand. Old bytes of
+    // a playlist or a picture that is written over or removed are kept in the recovery folder.
 
     virtual bool writeBytes(const QString& path, const QByteArray& bytes) = 0;
     /// Encoded by the code page. `text` goes out as it stands: the caller adds the last line end.
@@ -104,10 +105,29 @@ public:
     /// Takes the write protection away.
     virtual bool clearAttributes(const QString& path) = 0;
 
+    // Commands that change more than one thing: see WholeChange
+
+    virtual void beginWhole() {}
+    virtual void endWhole() {}
+
     // The code page
 
     [[nodiscard]] virtual QByteArray encode(const QString& text) const = 0;
     [[nodiscard]] virtual QString decode(const QByteArray& bytes) const = 0;
+};
+
+/// While one lives, what is written, copied over, created and removed belongs together: if the program is killed
+/// meanwhile, the next start puts the files back as they were before. They nest; the outermost one counts.
+class WholeChange
+{
+public:
+    explicit WholeChange(Files& files) : m_files(files) { m_files.beginWhole(); }
+    ~WholeChange() { m_files.endWhole(); }
+    WholeChange(const WholeChange&) = delete;
+    WholeChange& operator=(const WholeChange&) = delete;
+
+private:
+    Files& m_files;
 };
 
 } // namespace orvantine

@@ -36,6 +36,8 @@ public:
     bool remove(const QString& path) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    void beginWhole() override { m_files.beginWhole(); }
+    void endWhole() override { m_files.endWhole(); }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override { return m_files.encode(text); }
     [[nodiscard]] QString decode(const QByteArray& bytes) const override { return m_files.decode(bytes); }

@@ -3,9 +3,6 @@
 #include "platform/CaseFold.h"
 #include "platform/HostText.h"
 #include "platform/NamePattern.h"
-#include "platform/posix/PrivateFolder.h"
-
-#include <QCryptographicHash>
 
 #include <algorithm>
 #include <cerrno>
@@ -116,6 +113,14 @@ QByteArray absolute(const QByteArray& path)
     return folder + path;
 }
 
+/// Playlists and pictures: what a user cannot get back from anywhere else.
+bool isKept(const QByteArray& path)
+{
+    static const QByteArrayList endings{".m3u", ".m3u8", ".pls", ".nml", ".txt", ".jpg", ".jpeg", ".gif", ".bmp"};
+    const QByteArray name = path.right(5).toLower();
+    return std::any_of(endings.begin(), endings.end(), [&name](const QByteArray& end) { return name.endsWith(end); });
+}
+
 bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
 {
     QByteArray chunk;
@@ -132,7 +137,11 @@ bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
 } // namespace
 
 PosixFiles::PosixFiles(PosixFilesOptions options)
-    : m_options(std::move(options)), m_names(m_options.drives), m_journal(m_options.recoveryFolder.toUtf8())
+    : m_options(std::move(options)),
+      m_names(m_options.drives),
+      m_store(m_options.recoveryFolder.toUtf8()),
+      m_journal(m_options.recoveryFolder.toUtf8()),
+      m_undo(m_options.recoveryFolder.toUtf8(), m_store)
 {
 }
 
@@ -292,35 +301,19 @@ ReadText PosixFiles::readPlaylist(const QString& path)
     ReadBytes read = readBytes(path);
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
         const QByteArray fresh = adopted(read.bytes);
-        if (keepCopy(path, read.bytes) && writeBytes(path, fresh))
+        if (m_store.keep(absolute(m_names.find(path).path), read.bytes) && writeBytes(path, fresh))
             read.bytes = fresh;
     }
     return {read.outcome, decode(read.bytes)};
 }
 
-bool PosixFiles::keepCopy(const QString& path, const QByteArray& bytes) const
+void PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
 {
-    const QByteArray folder = m_options.recoveryFolder.toUtf8();
-    if (folder.isEmpty() || !makePrivateFolder(folder))
-        return false;
-    const QByteArray native = m_names.find(path).path;
-    const QByteArray name = native.sliced(native.lastIndexOf('/') + 1).left(120);
-    const QByteArray copy =
-        folder + '/' + QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex() + '-' + name;
-    struct stat info = {};
-    if (::stat(copy.constData(), &info) == 0)
-        return info.st_size == bytes.size();
-    const QByteArray unfinished = copy + ".neu";
-    const Descriptor file(::open(unfinished.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
-    if (file.isOpen() && writeAt(file, 0, bytes) && ::fsync(file.get()) == 0 &&
-        ::rename(unfinished.constData(), copy.constData()) == 0)
-        return true;
-    ::unlink(unfinished.constData());
-    return false;
+    if (!old.isEmpty() && isKept(path))
+        static_cast<void>(m_store.keep(absolute(path), old));
 }
 
-std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bool mayCreate,
-                                                         unsigned creationMode) const
+std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bool mayCreate, unsigned creationMode)
 {
     Target target;
     const NameLookup::Found found = m_names.find(path);
@@ -337,6 +330,7 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
         if (!fresh)
             return std::nullopt;
         target.path = *fresh;
+        m_undo.willCreate(absolute(target.path));
         target.file =
             Descriptor(::open(target.path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, creationMode));
         target.created = true;
@@ -350,6 +344,8 @@ bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& 
                          QByteArrayView rest)
 {
     const Pieces fresh{head, rest};
+    if (!target.created)
+        m_undo.willChange(target.file, absolute(target.path), offset, old);
     // The kernel does a write inside one page, an append and a cut as a whole.
     const bool grows = fresh.size() >= old.size();
     const bool onePage = grows && offset / pageSize == (offset + std::max<qint64>(fresh.size(), 1) - 1) / pageSize;
@@ -381,6 +377,7 @@ bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
         return false;
     if (!target->created && old == bytes)
         return true;
+    keepOld(target->path, old);
     const bool done = rewrite(*target, 0, old, bytes, {});
     if (done)
         stampNow(target->file);
@@ -453,8 +450,11 @@ bool PosixFiles::copy(const QString& from, const QString& to)
     } else {
         QByteArray fresh;
         QByteArray old;
-        done = readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old) &&
-               (old == fresh || rewrite(*target, 0, old, fresh, {}));
+        if (readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old)) {
+            if (old != fresh)
+                keepOld(target->path, old);
+            done = old == fresh || rewrite(*target, 0, old, fresh, {});
+        }
     }
     if (done) {
         timespec times[2] = {};
@@ -470,7 +470,14 @@ bool PosixFiles::copy(const QString& from, const QString& to)
 bool PosixFiles::remove(const QString& path)
 {
     const NameLookup::Found found = m_names.find(path);
-    return found.error == 0 && !S_ISDIR(found.info.st_mode) && ::unlink(found.path.constData()) == 0;
+    if (found.error != 0 || S_ISDIR(found.info.st_mode))
+        return false;
+    if (isKept(found.path)) {
+        const ReadBytes old = readBytes(path);
+        keepOld(found.path, old.bytes);
+    }
+    m_undo.willRemove(absolute(found.path));
+    return ::unlink(found.path.constData()) == 0;
 }
 
 bool PosixFiles::makeFolder(const QString& path)

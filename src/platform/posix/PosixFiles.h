@@ -4,6 +4,8 @@
 #include "platform/Files.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/NameLookup.h"
+#include "platform/posix/RecoveryStore.h"
+#include "platform/posix/UndoJournal.h"
 #include "platform/posix/WriteJournal.h"
 
 #include <QMap>
@@ -52,6 +54,8 @@ public:
     bool remove(const QString& path) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    void beginWhole() override { m_undo.begin(); }
+    void endWhole() override { m_undo.end(); }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;
@@ -66,15 +70,19 @@ private:
         bool created = false;
     };
 
-    [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode) const;
+    [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode);
     /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
     bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
-    [[nodiscard]] bool keepCopy(const QString& path, const QByteArray& bytes) const;
+    /// Keeps what stands in a playlist or a picture that is about to go.
+    void keepOld(const QByteArray& path, const QByteArray& old);
     [[nodiscard]] QStringList sortedNames(const QString& folder, bool folders, const QString& patterns) const;
 
     PosixFilesOptions m_options;
     NameLookup m_names;
+    RecoveryStore m_store;
+    // A write that was cut off is completed before what it was a part of is put back.
     WriteJournal m_journal;
+    UndoJournal m_undo;
 };
 
 } // namespace orvantine

@@ -1,5 +1,6 @@
 #include "platform/posix/WriteJournal.h"
 
+#include "platform/posix/Checksum.h"
 #include "platform/posix/PrivateFolder.h"
 
 #include <cstring>
@@ -30,23 +31,6 @@ struct Header
     qint64 headLength = 0;
     qint64 bytesLength = 0;
 };
-
-// After a loss of power the mark can stand without the bytes.
-quint64 checksum(quint64 start, QByteArrayView bytes)
-{
-    constexpr quint64 factor = 0x9e3779b97f4a7c15;
-    quint64 sum = start;
-    while (bytes.size() >= qsizetype{sizeof(quint64)}) {
-        quint64 word = 0;
-        std::memcpy(&word, bytes.data(), sizeof word);
-        sum = (sum ^ word) * factor;
-        sum ^= sum >> 29;
-        bytes = bytes.sliced(sizeof word);
-    }
-    for (const char byte : bytes)
-        sum = (sum ^ static_cast<unsigned char>(byte)) * factor;
-    return sum;
-}
 
 QByteArrayView bytesOf(const Header& header)
 {

@@ -1,0 +1,283 @@
+#include "TempWorld.h"
+#include "platform/posix/RecoveryStore.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <functional>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+namespace {
+
+class UndoJournalTest : public testing::Test
+{
+protected:
+    /// Does the work inside one whole change in a process that ends in the middle of it.
+    void dieAfter(const std::function<void(PosixFiles&)>& work)
+    {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            PosixFiles files({.recoveryFolder = m_world.recovery()});
+            files.beginWhole();
+            work(files);
+            ::_exit(0);
+        }
+        int status = 0;
+        ASSERT_EQ(::waitpid(child, &status, 0), child);
+        ASSERT_EQ(status, 0);
+    }
+    /// The next start of the program.
+    void startAgain() { PosixFiles next({.recoveryFolder = m_world.recovery()}); }
+    [[nodiscard]] QString at(const QString& name) const { return m_world.folder() + u'/' + name; }
+    [[nodiscard]] QByteArrayList kept() const
+    {
+        QByteArrayList result;
+        const QStringList names = QDir(m_world.recovery()).entryList({u"*-*"_s}, QDir::Files);
+        for (const QString& name : names)
+            result << name.mid(65).toUtf8();
+        return result;
+    }
+
+    TempWorld m_world;
+};
+
+TEST_F(UndoJournalTest, WhatAKilledCommandWroteIsPutBack)
+{
+    const QByteArray database = "[TagInfo]\r\na=b\r\n[Index]\r\n" + QByteArray(9'000, 'i');
+    m_world.put("dat", database);
+    m_world.put("liste", "eins\r\n");
+    const timespec before = m_world.info("dat").st_mtim;
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.replaceBytes(at(u"dat"_s), 26, 8'990, {}));
+        for (int i = 0; i < 100; ++i)
+            EXPECT_TRUE(files.appendBytes(at(u"dat"_s), "1a=000\r\n"));
+        EXPECT_TRUE(files.replaceBytes(at(u"dat"_s), 11, 3, "anders"));
+        EXPECT_TRUE(files.replaceBytes(at(u"dat"_s), 0, 1, "("));
+        EXPECT_TRUE(files.writeBytes(at(u"liste"_s), "zwei\r\n"));
+        EXPECT_TRUE(files.appendBytes(at(u"liste"_s), "drei\r\n"));
+    });
+    EXPECT_NE(m_world.bytes("dat"), database);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("dat"), database);
+    EXPECT_EQ(m_world.bytes("liste"), "eins\r\n");
+    EXPECT_EQ(m_world.info("dat").st_mtim.tv_sec, before.tv_sec);
+    EXPECT_EQ(m_world.info("dat").st_mtim.tv_nsec, before.tv_nsec);
+}
+
+TEST_F(UndoJournalTest, WhatAKilledCommandRemovedOrMadeIsPutBack)
+{
+    m_world.put("weg.m3u", "eins\r\n");
+    ASSERT_EQ(::chmod(m_world.native("weg.m3u").c_str(), 0640), 0);
+    m_world.put("bak", "alt");
+    m_world.put("dat", "neu");
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.writeBytes(at(u"weg.m3u"_s), "anders\r\n"));
+        EXPECT_TRUE(files.copy(at(u"weg.m3u"_s), at(u"weg.bak"_s)));
+        EXPECT_TRUE(files.remove(at(u"weg.m3u"_s)));
+        EXPECT_TRUE(files.remove(at(u"bak"_s)));
+        EXPECT_TRUE(files.copy(at(u"dat"_s), at(u"bak"_s)));
+    });
+    startAgain();
+    EXPECT_EQ(m_world.bytes("weg.m3u"), "eins\r\n");
+    EXPECT_EQ(m_world.info("weg.m3u").st_mode & 07777U, 0640U);
+    EXPECT_EQ(m_world.bytes("bak"), "alt");
+    EXPECT_FALSE(QFile::exists(at(u"weg.bak"_s)));
+}
+
+TEST_F(UndoJournalTest, WhatACommandDidToItsEndStays)
+{
+    m_world.put("a", "alt");
+    {
+        PosixFiles files({.recoveryFolder = m_world.recovery()});
+        const WholeChange outer(files);
+        {
+            const WholeChange inner(files);
+            EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu"));
+        }
+        EXPECT_TRUE(files.appendBytes(at(u"b"_s), "neu"));
+    }
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+    EXPECT_EQ(m_world.bytes("b"), "neu");
+}
+
+TEST_F(UndoJournalTest, AnInnerEndDoesNotEndTheCommand)
+{
+    m_world.put("a", "alt");
+    m_world.put("b", "alt");
+    dieAfter([&](PosixFiles& files) {
+        {
+            const WholeChange inner(files);
+            EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu"));
+        }
+        EXPECT_TRUE(files.writeBytes(at(u"b"_s), "neu"));
+    });
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "alt");
+    EXPECT_EQ(m_world.bytes("b"), "alt");
+}
+
+TEST_F(UndoJournalTest, WritesOutsideOfACommandAreNotNoted)
+{
+    PosixFiles files({.recoveryFolder = m_world.recovery()});
+    EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu"));
+    EXPECT_TRUE(files.remove(at(u"a"_s)));
+    EXPECT_FALSE(QFile::exists(m_world.recovery() + u"/Undo"_s));
+}
+
+TEST_F(UndoJournalTest, AnotherFileOfThatNameIsLeftAlone)
+{
+    m_world.put("a", "alt");
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu")); });
+    m_world.put("b", "eines anderen");
+    ASSERT_EQ(::rename(m_world.native("b").c_str(), m_world.native("a").c_str()), 0);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "eines anderen");
+}
+
+TEST_F(UndoJournalTest, WhatWasWrittenSinceIsKept)
+{
+    m_world.put("a.dat", "alt");
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a.dat"_s), "neu")); });
+    m_world.put("a.dat", "von Hand");
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a.dat"), "alt");
+    EXPECT_EQ(kept(), QByteArrayList{"a.dat"});
+}
+
+TEST_F(UndoJournalTest, ASecondProgramPutsNothingBackBesideARunningOne)
+{
+    m_world.put("a", "alt");
+    PosixFiles running({.recoveryFolder = m_world.recovery()});
+    const WholeChange change(running);
+    EXPECT_TRUE(running.writeBytes(at(u"a"_s), "neu"));
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+}
+
+TEST_F(UndoJournalTest, ADamagedJournalPutsNothingBack)
+{
+    m_world.put("a", "alt");
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu")); });
+    QFile journal(m_world.recovery() + u"/Undo"_s);
+    ASSERT_TRUE(journal.open(QIODevice::ReadWrite));
+    const QByteArray whole = journal.readAll();
+    ASSERT_GT(whole.size(), 100);
+    for (const QByteArray& bytes : {whole.first(whole.size() - 1), whole.first(60),
+                                    QByteArray(whole).replace("alt", "ALT"), QByteArray(5000, '\xff')}) {
+        ASSERT_TRUE(journal.resize(0) && journal.seek(0));
+        journal.write(bytes);
+        journal.flush();
+        startAgain();
+        EXPECT_EQ(m_world.bytes("a"), "neu");
+    }
+    // The journal is used again afterwards.
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a"_s), "noch neuer")); });
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+}
+
+TEST_F(UndoJournalTest, OldBytesOfListsAndPicturesAreKept)
+{
+    PosixFiles& files = m_world.files();
+    for (const char* name : {"ersetzt.m3u", "weg.pls", "Bild.JPG", "dat", "lied.mp3"})
+        m_world.put(name, QByteArray("alt ") + name);
+    EXPECT_TRUE(files.writeBytes(at(u"ersetzt.m3u"_s), "neu"));
+    EXPECT_TRUE(files.remove(at(u"weg.pls"_s)));
+    EXPECT_TRUE(files.copy(at(u"dat"_s), at(u"Bild.JPG"_s)));
+    EXPECT_TRUE(files.writeBytes(at(u"dat"_s), "neu"));
+    EXPECT_TRUE(files.remove(at(u"lied.mp3"_s)));
+    QByteArrayList names = kept();
+    std::sort(names.begin(), names.end());
+    EXPECT_EQ(names, (QByteArrayList{"Bild.JPG", "ersetzt.m3u", "weg.pls"}));
+    EXPECT_TRUE(files.writeBytes(at(u"ersetzt.m3u"_s), "neu")) << "nothing changes";
+    EXPECT_EQ(kept().size(), 3);
+}
+
+class RecoveryStoreTest : public testing::Test
+{
+protected:
+    /// A copy of `size` bytes that was made so many days ago.
+    void layOut(const QByteArray& path, int daysAgo, qint64 size, char content)
+    {
+        const QByteArray bytes(1, content);
+        const QByteArray copy = QCryptographicHash::hash(bytes + path, QCryptographicHash::Sha256).toHex() + "-x";
+        QFile file(folder.filePath(QString::fromUtf8(copy)));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == 1 && file.resize(size));
+        QFile contents(folder.filePath(u"Contents"_s));
+        ASSERT_TRUE(contents.open(QIODevice::Append));
+        contents.write(QByteArray::number(::time(nullptr) - qint64{daysAgo} * 86400) + '\t' + copy + '\t' + path +
+                       '\n');
+        names << copy;
+    }
+    [[nodiscard]] bool stands(int copy) const { return QFile::exists(folder.filePath(QString::fromUtf8(names[copy]))); }
+
+    QTemporaryDir folder;
+    QByteArrayList names;
+};
+
+TEST_F(RecoveryStoreTest, CopiesOlderThanNinetyDaysGoButTheNewestOfAPath)
+{
+    layOut("/a.m3u", 200, 10, 'a');
+    layOut("/a.m3u", 95, 10, 'b');
+    layOut("/b.m3u", 91, 10, 'c');
+    layOut("/b.m3u", 1, 10, 'd');
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/c.m3u", "neu"));
+    EXPECT_FALSE(stands(0));
+    EXPECT_TRUE(stands(1));
+    EXPECT_FALSE(stands(2));
+    EXPECT_TRUE(stands(3));
+}
+
+TEST_F(RecoveryStoreTest, BeyondTwoHundredMegabytesTheOldestGo)
+{
+    constexpr qint64 mb = 1 << 20;
+    layOut("/a.m3u", 30, 90 * mb, 'a');
+    layOut("/a.m3u", 20, 90 * mb, 'b');
+    layOut("/a.m3u", 10, 90 * mb, 'c');
+    layOut("/b.m3u", 5, 250 * mb, 'd');
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/c.m3u", "neu"));
+    EXPECT_FALSE(stands(0));
+    EXPECT_FALSE(stands(1));
+    EXPECT_TRUE(stands(2)) << "the newest of its path";
+    EXPECT_TRUE(stands(3)) << "the newest of its path";
+}
+
+TEST_F(RecoveryStoreTest, OneContentIsKeptOnceAndGoesWithItsLastEntry)
+{
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/a/x.m3u", "eins"));
+    ASSERT_TRUE(store.keep("/b/x.m3u", "eins"));
+    EXPECT_EQ(QDir(folder.path()).entryList({u"*-x.m3u"_s}, QDir::Files).size(), 1);
+}
+
+TEST_F(RecoveryStoreTest, ADamagedTableOfContentsHarmsNothing)
+{
+    QFile contents(folder.filePath(u"Contents"_s));
+    ASSERT_TRUE(contents.open(QIODevice::WriteOnly));
+    contents.write("x\ty\n1\t../../etc/passwd\t/a\n\t\t\n" + QByteArray(1000, '\xff'));
+    contents.close();
+    RecoveryStore store(folder.path().toUtf8());
+    EXPECT_TRUE(store.keep("/c.m3u", "neu"));
+    EXPECT_TRUE(QFile::exists(u"/etc/passwd"_s));
+}
+
+TEST_F(RecoveryStoreTest, WithoutAFolderNothingIsKept)
+{
+    EXPECT_FALSE(RecoveryStore(QByteArray()).keep("/a.m3u", "x"));
+    EXPECT_FALSE(RecoveryStore("/dev/null/x").keep("/a.m3u", "x"));
+}
+
+} // namespace
+} // namespace orvantine
