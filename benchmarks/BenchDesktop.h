@@ -18,7 +18,7 @@ public:
     fake::CallLog log;
     fake::Complaints complaints;
     QTemporaryDir folder;
-    PosixFiles files;
+    PosixFiles files{{.recoveryFolder = folder.filePath(QStringLiteral("recovery"))}};
     ProfileStore profiles{files};
     fake::MemorySettings settings{log};
     fake::ScriptedMessages messages{log, complaints};

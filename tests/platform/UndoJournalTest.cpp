@@ -110,6 +110,24 @@ TEST_F(UndoJournalTest, WhatACommandDidToItsEndStays)
     EXPECT_EQ(m_world.bytes("b"), "neu");
 }
 
+TEST_F(UndoJournalTest, ChangesFromTheEndToTheHeadNoteTheFileOnce)
+{
+    QByteArray database;
+    for (int i = 0; i < 10'000; ++i)
+        database += QByteArray::number(100'000 + i) + "=eins\r\n";
+    m_world.put("dat", database);
+    dieAfter([&](PosixFiles& files) {
+        for (qint64 at = 9'000; at >= 0; at -= 100)
+            EXPECT_TRUE(
+                files.replaceBytes(m_world.folder() + u"/dat"_s, at * 13 + 7, 4, at % 200 == 0 ? "zwei!" : "eine"));
+        EXPECT_TRUE(files.appendBytes(m_world.folder() + u"/dat"_s, "ende=1\r\n"));
+        EXPECT_TRUE(files.replaceBytes(m_world.folder() + u"/dat"_s, 60'000, 4, {}));
+    });
+    EXPECT_LT(QFile(m_world.recovery() + u"/Undo"_s).size(), database.size() + 50'000);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("dat"), database);
+}
+
 TEST_F(UndoJournalTest, AnInnerEndDoesNotEndTheCommand)
 {
     m_world.put("a", "alt");

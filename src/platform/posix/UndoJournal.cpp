@@ -107,8 +107,8 @@ void UndoJournal::willChange(const Descriptor& file, const QByteArray& path, qin
     struct stat info = {};
     if (!running() || ::fstat(file.get(), &info) != 0)
         return;
-    const auto covered = m_coveredFrom.constFind(path);
-    if (covered != m_coveredFrom.constEnd() && offset >= *covered)
+    const qint64 covered = m_coveredFrom.value(path, info.st_size);
+    if (m_coveredFrom.contains(path) && offset >= covered)
         return;
     Note note;
     note.kind = Note::Kind::Changed;
@@ -118,8 +118,9 @@ void UndoJournal::willChange(const Descriptor& file, const QByteArray& path, qin
     note.modifiedNanoseconds = info.st_mtim.tv_nsec;
     note.offset = offset;
     note.oldSize = info.st_size;
-    add(note, path, old);
-    if (offset + old.size() >= info.st_size)
+    // What is noted already is not noted once more: a command notes no more than the whole file.
+    add(note, path, old.first(qMin<qsizetype>(old.size(), covered - offset)));
+    if (offset + old.size() >= covered)
         m_coveredFrom.insert(path, offset);
 }
 

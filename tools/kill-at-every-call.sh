@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# Kills the program at every call that changes something on the disk, in the middle of each command that rewrites the
+# catalogue, and looks at what the next start finds: the catalogue as before the command, or as after it.
+# usage: tools/kill-at-every-call.sh FIXTURE [COMMAND…]      FIXTURE is build/dev/bin/orvantine-crash-fixture
+# Without the right to trace (some containers) it says so and ends well.
+set -euo pipefail
+fixture=$(realpath "$1")
+shift
+commands=("$@")
+[[ ${#commands[@]} -gt 0 ]] || commands=(save)
+# Between two of these calls nothing on the disk changes.
+calls=(write pwrite64 ftruncate unlink rename fsync fdatasync fchmod chmod utimensat mkdir fallocate)
+
+if ! strace -o /dev/null true 2>/dev/null; then
+    echo "kill-at-every-call: no right to trace processes here, skipped"
+    exit 0
+fi
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+export LC_ALL=C.UTF-8
+
+# What a start after the kill finds, as FIXTURE's show prints it.
+try_point()
+{
+    local lane=$1 command=$2 call=$3 number=$4
+    rm -rf "$lane/there"
+    "$fixture" prepare "$lane/there"
+    local status=0
+    strace -o /dev/null -e "trace=$call" -e "inject=$call:signal=KILL:when=$number" \
+        "$fixture" "$command" "$lane/there" >/dev/null 2>&1 || status=$?
+    if [[ $status -ne 137 ]]; then
+        echo "NOT KILLED: $command at $call number $number, exit code $status"
+        touch "$work/lost"
+    fi
+    "$fixture" show "$lane/there" | sed "s|$lane|LANE|" >"$lane/found"
+    if ! cmp -s "$lane/found" "$work/before.$command" && ! cmp -s "$lane/found" "$work/after.$command"; then
+        echo "LOST: $command, killed at $call number $number:"
+        diff "$work/before.$command" "$lane/found" | head -20 || true
+        touch "$work/lost"
+    fi
+}
+
+lane_of_points()
+{
+    local lane=$1 points=$2
+    while read -r command call number; do
+        try_point "$lane" "$command" "$call" "$number"
+    done <"$points"
+}
+
+mkdir -p "$work/plain"
+for command in "${commands[@]}"; do
+    rm -rf "$work/plain/there"
+    "$fixture" prepare "$work/plain/there"
+    "$fixture" show "$work/plain/there" | sed "s|$work/plain|LANE|" >"$work/before.$command"
+    strace -o "$work/trace" -e "trace=$(IFS=,; echo "${calls[*]}")" "$fixture" "$command" "$work/plain/there" >/dev/null
+    "$fixture" show "$work/plain/there" | sed "s|$work/plain|LANE|" >"$work/after.$command"
+    if cmp -s "$work/before.$command" "$work/after.$command"; then
+        echo "kill-at-every-call: $command changes nothing" >&2
+        exit 1
+    fi
+    for call in "${calls[@]}"; do
+        count=$(grep -c "^$call(" "$work/trace" || true)
+        for ((number = 1; number <= count; ++number)); do
+            echo "$command $call $number"
+        done
+    done
+done >"$work/points"
+
+lanes=$(nproc)
+split -n "r/$lanes" "$work/points" "$work/points."
+for points in "$work"/points.*; do
+    lane="$work/lane${points##*.}"
+    mkdir -p "$lane"
+    lane_of_points "$lane" "$points" &
+done
+wait
+
+echo "kill-at-every-call: ${commands[*]}: $(wc -l <"$work/points") points, $([[ -e $work/lost ]] && echo "SOME LOST" || echo "lost = 0"), $SECONDS s"
+[[ ! -e $work/lost ]]
