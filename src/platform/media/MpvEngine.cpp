@@ -28,6 +28,8 @@ const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
         {"idle", "yes"},
         {"gapless-audio", "yes"},
         {"audio-client-name", "Orvanten Manager"},
+        // Without the output that crashes the process where a server has no sink.
+        {"ao", "pulse,pipewire,alsa,jack"},
         {"audio-fallback-to-null", "yes"},
         {"config", "no"},
         {"terminal", "no"},

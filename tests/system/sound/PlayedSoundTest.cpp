@@ -71,6 +71,21 @@ TEST_F(PlayedSound, IsASilentOneWhenTheSoundServerGoesAwayAndComesBackWithTheNex
     EXPECT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
 }
 
+TEST_F(PlayedSound, IsASilentOneWhenTheSinkGoesAway)
+{
+    // With the outputs that the program itself asks for.
+    MpvPlayer asInTheProgram{files};
+    const QString list = music.writeList({tone(u"a.wav"_s, 440, 60'000), tone(u"b.wav"_s, 660, 60'000)});
+    asInTheProgram.setURL(list);
+    ASSERT_TRUE(test::waitUntil([&] { return asInTheProgram.soundOutput() == "pulse"; }));
+    test::SoundServer::control({u"unload-module"_s, u"module-null-sink"_s});
+    ASSERT_TRUE(test::waitUntil([&] { return asInTheProgram.soundOutput() == "null"; }));
+    EXPECT_EQ(asInTheProgram.status(), u"Wiedergabe"_s);
+    asInTheProgram.next();
+    EXPECT_TRUE(test::waitUntil([&] { return asInTheProgram.status() == u"Wiedergabe"_s; }));
+    EXPECT_EQ(asInTheProgram.currentSourceURL(), music.path(u"b.wav"_s));
+}
+
 } // namespace
 
 } // namespace orvantine
