@@ -90,6 +90,8 @@ public:
     void clearSelection();
     /// Asks the view to scroll the row into sight.
     std::function<void(int row)> EnsureVisible = [](int) {};
+    /// Asks the view to draw nothing until it is unlocked.
+    std::function<void(bool locked)> LockUpdate = [](bool) {};
 
     // Columns
     [[nodiscard]] int columns() const { return static_cast<int>(m_columns.size()); }

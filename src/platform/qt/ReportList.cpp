@@ -162,6 +162,7 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
 
     list.SetFocus = [this] { setFocus(Qt::OtherFocusReason); };
     list.EnsureVisible = [this](int row) { scrollTo(m_list.index(row - 1, keyColumn())); };
+    list.LockUpdate = [this](bool locked) { setUpdatesEnabled(!locked); };
     list.WidthChanged = [this](int, Twips) { showWidths(); };
     list.BatchEnded = [this] { showSelection(); };
 
@@ -182,6 +183,7 @@ ReportList::~ReportList()
 {
     m_list.SetFocus = [] {};
     m_list.EnsureVisible = [](int) {};
+    m_list.LockUpdate = [](bool) {};
     m_list.WidthChanged = [](int, Twips) {};
     m_list.BatchEnded = [] {};
 }
