@@ -4,6 +4,8 @@
 
 namespace orvantine::FileDirPath {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 bool isSeparator(QChar c)
@@ -32,6 +34,12 @@ QString FolderOf(const QString& path)
 bool hasSeparator(QStringView text)
 {
     return std::any_of(text.begin(), text.end(), isSeparator);
+}
+
+bool canBeFileName(QStringView name)
+{
+    return std::none_of(name.begin(), name.end(),
+                        [](QChar c) { return c.unicode() < 0x20 || u"/\\:*?\"<>|"_s.contains(c); });
 }
 
 QChar separatorOf(QStringView base)

@@ -13,6 +13,9 @@ namespace orvantine::FileDirPath {
 
 [[nodiscard]] bool hasSeparator(QStringView text);
 
+/// False for a text with a character that no file name holds on the desktops that the lists travel between.
+[[nodiscard]] bool canBeFileName(QStringView name);
+
 /// The separator of a path that is formed on a base: the first one in the base, "/" where it has none.
 [[nodiscard]] QChar separatorOf(QStringView base);
 

@@ -7,7 +7,10 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/NewPlaylist.h"
+#include "platform/Pictures.h"
 #include "shell/FeatureTips.h"
+
+#include <utility>
 
 namespace orvantine {
 
@@ -34,11 +37,33 @@ QString startFolder(const Root& root)
     return folder.isEmpty() ? SpecialFolder(root, 5) : folder;
 }
 
+/// Copies a picture to the cover of the playlist; gives the cover's path, "" where none came into being.
+QString takeCover(Root& root, const QString& picture, const QString& playlistName)
+{
+    constexpr int ExtensionWithPoint = 4;
+    const QString name = playlistName + FileDirPath::FileNameOf(picture).right(ExtensionWithPoint);
+    if (!FileDirPath::canBeFileName(name))
+        return {};
+    const QString cover = resourceFile(root, name);
+    if (Dateiexistenz::FileExists(root, picture))
+        root.files.copy(picture, cover);
+    return Dateiexistenz::FileExists(root, cover) ? cover : QString();
+}
+
+/// Loads the file anew even if one of its name is shown already: its content may be another.
+void showPicture(Root& root, const QString& file)
+{
+    root.pCovers.Picture = QString();
+    root.pCovers.Picture = file;
+}
+
 } // namespace
 
 QString coverFile(const Root& root, const QString& playlistName)
 {
     QString cover;
+    if (!FileDirPath::canBeFileName(playlistName))
+        return cover;
     for (const QString& extension : {u".jpg"_s, u".gif"_s, u".bmp"_s}) {
         const QString candidate = resourceFile(root, playlistName + extension);
         if (Dateiexistenz::FileExists(root, candidate))
@@ -86,13 +111,91 @@ void pCovers_Click(Root& root)
                                          .defaultExtension = u"*.jpg"_s});
     if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
         return;
-    const QString copy = resourceFile(root, name + chosen->fileName.right(4));
-    root.files.copy(FileDirPath::join(chosen->folder, chosen->fileName), copy);
-    if (!Dateiexistenz::FileExists(root, copy) || selectedName(root) != name)
+    const QString copy = takeCover(root, FileDirPath::join(chosen->folder, chosen->fileName), name);
+    // While the chooser was up the sequence may have gone on to another row.
+    if (copy.isEmpty() || selectedName(root) != name)
         return;
-    root.pCovers.Picture = copy;
+    showPicture(root, copy);
     showCoverPane(root, true);
     root.mnuCoverShow.Checked = true;
+}
+
+void HelpDblClick(Root& root)
+{
+    pCovers_Click(root);
+}
+
+void pCovers_MouseDown(Root& root, MouseButton button)
+{
+    if (button != MouseButton::Right)
+        return;
+    const QString name = selectedName(root);
+    if (root.services.messages.show(u"Möchten Sie das CD-Cover für diese Wiedergabeliste wirklich löschen ?   "_s,
+                                    u" CD-Cover löschen"_s, MessageIcon::Exclamation,
+                                    MessageButtons::YesNo) != Answer::Yes)
+        return;
+
+    const QString cover = coverFile(root, name);
+
+    // The picture of a row that the sequence has gone on to stays.
+    if (selectedName(root) == name) {
+        root.pCovers.Picture = QString();
+        showCoverPane(root, false);
+    }
+    root.files.remove(cover);
+}
+
+void FindPicture(Root& root, const QString& folder)
+{
+    const QString path = std::exchange(root.LMp3Files.Path, folder);
+    const QString pattern = std::exchange(root.LMp3Files.Pattern, u"*.jpg;*.gif"_s);
+    const QStringList pictures = root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern);
+
+    if (!pictures.isEmpty()) {
+        const QString picture = FileDirPath::join(folder, pictures.front());
+        showPicture(root, takeCover(root, picture, selectedName(root)));
+        showCoverPane(root, true);
+        if (!root.mnuCoverShow.Checked.value())
+            root.mnuCoverShow.Click();
+    } else if (root.mnuCoverShow.Checked.value()) {
+        root.mnuCoverShow.Click();
+    }
+
+    root.LMp3Files.Path = path;
+    root.LMp3Files.Pattern = pattern;
+}
+
+void GetPicture(Root& root, const QString& format, int id)
+{
+    // Required: the resources are numbered from 21 on.
+    constexpr int FirstNumber = 20;
+    const QByteArray picture = pictureResource(format, id + FirstNumber);
+    if (picture.isEmpty())
+        return;
+
+    const QString file = u"Temp."_s + format;
+    root.files.writeBytes(file, picture);
+
+    root.pTrayicon.Picture = QString();
+    root.pTrayicon.Picture = file;
+
+    root.files.remove(file);
+}
+
+void LoadGIF(Root& root, int id)
+{
+    GetPicture(root, u"GIF"_s, id);
+}
+
+void LoadJPG(Root& root, int id)
+{
+    GetPicture(root, u"JPG"_s, id);
+}
+
+void Command1_Click(Root& root)
+{
+    if (root.pPausePlayer.Enabled.value())
+        LoadJPG(root, 1);
 }
 
 } // namespace orvantine

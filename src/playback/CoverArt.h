@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QString>
+#include "platform/Controls.h"
 
 namespace orvantine {
 
 struct Root;
 
 /// Path of the cover of a playlist by its display name: ".jpg", ".gif", ".bmp" in "Resource", the last hit wins. ""
-/// where there is none.
+/// where there is none, and for a name that a file cannot have.
 [[nodiscard]] QString coverFile(const Root& root, const QString& playlistName);
 
 /// Shows or hides the cover pane with the width of the description beside it.
@@ -17,5 +17,19 @@ void mnuCoverShow_Click(Root& root);
 
 /// Chooses a picture as the cover of the selected playlist.
 void pCovers_Click(Root& root);
+void HelpDblClick(Root& root);
+
+/// The right button deletes the cover of the selected playlist, if the user agrees.
+void pCovers_MouseDown(Root& root, MouseButton button);
+
+/// Takes the first picture of the folder as the cover of the selected playlist; without one the pane goes away.
+void FindPicture(Root& root, const QString& folder);
+
+/// Shows the picture `id` + 20 of that format ("GIF", "JPG") of the program's resources in pTrayicon. One that the
+/// program does not hold is passed over.
+void GetPicture(Root& root, const QString& format, int id);
+void LoadGIF(Root& root, int id);
+void LoadJPG(Root& root, int id);
+void Command1_Click(Root& root);
 
 } // namespace orvantine

@@ -102,6 +102,8 @@ void wirePlayer(Root& root)
     on(root.pPlayBack, root, pPlayBack_Click);
     on(root.pPlayForward, root, pPlayForward_Click);
     on(root.pCovers, root, pCovers_Click);
+    root.pCovers.MouseDown = [&root](MouseButton button) { pCovers_MouseDown(root, button); };
+    on(root.Command1, root, Command1_Click);
     on(root.pTrayicon, root, pTrayicon_Click);
     root.tBeschreibung.DblClick = [&root] { pTrayicon_Click(root); };
     root.tPlaylisteinträge.DblClick = [&root] { tPlaylisteinträge_DblClick(root); };

@@ -1,10 +1,9 @@
 #include "platform/qt/CoverView.h"
 
 #include "app/Root.h"
+#include "platform/qt/CoverPicture.h"
 #include "platform/qt/Theme.h"
 
-#include <QBuffer>
-#include <QImageReader>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -13,25 +12,6 @@
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// Pictures beyond this side are read smaller.
-constexpr int LargestSide = 800;
-
-QImage decoded(const QByteArray& bytes)
-{
-    QBuffer buffer;
-    buffer.setData(bytes);
-    QImageReader reader(&buffer);
-    reader.setAutoTransform(true);
-    const QSize size = reader.size();
-    if (size.width() > LargestSide || size.height() > LargestSide)
-        reader.setScaledSize(size.scaled(LargestSide, LargestSide, Qt::KeepAspectRatio));
-    return reader.read();
-}
-
-} // namespace
 
 CoverView::CoverView(Root& root, int side, QWidget* parent) : QAbstractButton(parent), m_root(root), m_side(side)
 {
@@ -51,8 +31,10 @@ CoverView::CoverView(Root& root, int side, QWidget* parent) : QAbstractButton(pa
 
 void CoverView::load(const QString& path)
 {
-    m_picture = path.isEmpty() ? QImage() : decoded(m_root.files.readBytes(path).bytes);
+    const qint64 size = path.isEmpty() ? 0 : m_root.files.size(path).value_or(0);
+    m_picture = size > 0 && size <= LargestCoverFile ? coverPicture(m_root.files.readBytes(path).bytes) : QImage();
     m_scaled = QPixmap();
+    setAccessibleDescription(m_picture.isNull() ? u"Kein Bild"_s : u"Bild der Playliste"_s);
     update();
 }
 
@@ -75,10 +57,11 @@ void CoverView::paintEvent(QPaintEvent*)
         place.moveCenter(rect().center());
         Theme::icon(u"media-optical-audio"_s).paint(&painter, place, Qt::AlignCenter, QIcon::Disabled);
     } else {
-        const double ratio = devicePixelRatioF();
-        const QSize room = size() * ratio;
+        // That of what is painted on, which is not always the screen.
+        const double ratio = painter.deviceTransform().m11();
         if (m_scaled.isNull() || m_scaled.devicePixelRatio() != ratio) {
-            m_scaled = QPixmap::fromImage(m_picture.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            const QSize shape = m_picture.size().scaled(size() * ratio, Qt::KeepAspectRatio).expandedTo({1, 1});
+            m_scaled = QPixmap::fromImage(m_picture.scaled(shape, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
             m_scaled.setDevicePixelRatio(ratio);
         }
         const QSizeF shown = m_scaled.deviceIndependentSize();

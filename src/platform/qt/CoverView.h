@@ -27,7 +27,7 @@ private:
 
     Root& m_root;
     int m_side;
-    /// As it was read, no larger than a few times the panel.
+    /// No larger than a few times the panel.
     QImage m_picture;
     QPixmap m_scaled;
     Bindings m_bindings;
