@@ -1,6 +1,7 @@
 #include "app/Root.h"
 
 #include "metadata/frmID3.h"
+#include "operations/Positionen.h"
 #include "playback/Volume.h"
 #include "playlists/ReadPlaylists.h"
 #include "search/Suchen.h"
@@ -73,6 +74,7 @@ Root::Root(Services& desktopServices)
       startup(std::make_unique<Startup>()),
       info(std::make_unique<Info>()),
       dialoge(std::make_unique<Dialoge>()),
+      positionen(std::make_unique<Positionen>()),
       suchen(std::make_unique<Suchen>()),
       tagForm(std::make_unique<frmID3V1>()),
       otherTagForm(std::make_unique<frmID3V2>())

@@ -13,6 +13,7 @@ namespace orvantine {
 class clsVolume;
 struct Dialoge;
 struct Info;
+struct Positionen;
 struct Startup;
 struct Suchen;
 struct frmID3V1;
@@ -139,6 +140,8 @@ struct Root : RootMenus
     QString openPlaylist;
     /// The catalogue is being loaded: its rows are half of it.
     bool loadingCatalogue = false;
+    /// A playlist is being moved.
+    bool reordering = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     TooltipsClass TT;
@@ -147,6 +150,7 @@ struct Root : RootMenus
     std::unique_ptr<Startup> startup;
     std::unique_ptr<Info> info;
     std::unique_ptr<Dialoge> dialoge;
+    std::unique_ptr<Positionen> positionen;
     std::unique_ptr<Suchen> suchen;
     std::unique_ptr<frmID3V1> tagForm;
     std::unique_ptr<frmID3V2> otherTagForm;

@@ -93,12 +93,6 @@ void writeRows(Root& root)
     }
 }
 
-/// A filtered list or half a load must never overwrite the section.
-bool isWholeCatalogue(const Root& root)
-{
-    return root.LListView1.count() > 0 && root.mnuFavoritenShow.Tag != u"1"_s && !root.loadingCatalogue;
-}
-
 } // namespace
 
 QString indexValue(const Root& root, const QString& file, int row, char letter)
@@ -114,6 +108,11 @@ void writeIndexValue(Root& root, const QString& file, int row, char letter, cons
 QString backupFile(const Root& root)
 {
     return root.tDatenbank.Text.value() + root.services.start.stem + u".bak"_s;
+}
+
+bool isWholeCatalogue(const Root& root)
+{
+    return root.LListView1.count() > 0 && root.mnuFavoritenShow.Tag != u"1"_s && !root.loadingCatalogue;
 }
 
 void mnuLaden_Click(Root& root)

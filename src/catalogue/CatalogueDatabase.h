@@ -25,4 +25,8 @@ void GetLoadListe(Root& root);
 void mnuSpeichern_Click(Root& root);
 void SaveDatabase(Root& root);
 
+/// False for an empty list, for one that the favourites filter has made shorter, and for half a load: such a list must
+/// never overwrite the section.
+[[nodiscard]] bool isWholeCatalogue(const Root& root);
+
 } // namespace orvantine

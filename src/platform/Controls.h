@@ -182,6 +182,16 @@ struct ListBox : Control
     std::function<void()> DblClick;
 };
 
+/// A list whose lines can be put into another order.
+struct DragListBox : ListBox
+{
+    using ListBox::ListBox;
+
+    /// Moves a line to another place; those in between close up. The moved line is the selected one. A place that does
+    /// not exist changes nothing.
+    void move(int from, int to);
+};
+
 /// A list of lines with or without text entry.
 struct ComboBox : ListBox
 {

@@ -7,6 +7,8 @@
 #include "metadata/TrackInformation.h"
 #include "metadata/frmID3.h"
 #include "operations/ListInput.h"
+#include "operations/Positionen.h"
+#include "operations/Reordering.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
@@ -38,6 +40,8 @@ void on(C& control, Root& root, IndexedHandler handler, int index)
 
 void wireMenus(Root& root)
 {
+    for (int i : {1, 2, 4})
+        on(root.mnuVerschiebung[i], root, mnuVerschiebung_Click, i);
     on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
     for (int i = 1; i <= 4; ++i)
         on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);
@@ -85,6 +89,8 @@ void wireLists(Root& root)
 {
     on(root.LListView1, root, LListView1_Click);
     on(root.LListView2, root, LListView2_Click);
+    on(root.bMoveUp, root, bMoveUp_Click);
+    on(root.bMoveDown, root, bMoveDown_Click);
     root.LListView1.DblClick = [&root] { LListView1_DblClick(root); };
     root.LListView2.DblClick = [&root] { LListView2_DblClick(root); };
     root.LListView1.ColumnClick = [&root](int column) { LListView1_ColumnClick(root, column); };
@@ -136,6 +142,7 @@ void wire(Root& root)
     wireTimers(root);
     setUpInfo(root);
     setUpDialoge(root);
+    setUpPositionen(root);
     setUpTagForms(root);
 }
 

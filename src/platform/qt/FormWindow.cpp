@@ -1,6 +1,7 @@
 #include "platform/qt/FormWindow.h"
 
 #include "platform/qt/Keys.h"
+#include "platform/qt/SortList.h"
 #include "platform/qt/Theme.h"
 
 #include <QApplication>
@@ -192,6 +193,20 @@ QRadioButton* FormWindow::addOption(OptionButton& control)
 QListWidget* FormWindow::addListBox(ListBox& control, const QString& accessibleName)
 {
     auto* const list = new QListWidget(this);
+    followLines(control, list, accessibleName);
+    return list;
+}
+
+SortList* FormWindow::addSortList(DragListBox& control, const QString& accessibleName)
+{
+    auto* const list = new SortList(this);
+    list->Moved = [&control](int from, int to) { control.move(from, to); };
+    followLines(control, list, accessibleName);
+    return list;
+}
+
+void FormWindow::followLines(ListBox& control, QListWidget* list, const QString& accessibleName)
+{
     list->setAccessibleName(accessibleName);
     list->setUniformItemSizes(true);
     follow(control, list);
@@ -219,7 +234,6 @@ QListWidget* FormWindow::addListBox(ListBox& control, const QString& accessibleN
         call(control.Click);
     });
     connect(list, &QListWidget::itemDoubleClicked, this, [&control] { call(control.DblClick); });
-    return list;
 }
 
 QComboBox* FormWindow::addComboBox(ComboBox& control, const QString& accessibleName)

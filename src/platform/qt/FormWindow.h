@@ -22,6 +22,8 @@ class QVBoxLayout;
 
 namespace orvantine {
 
+class SortList;
+
 /// The window of a form: title, pointer, keys and closing are the form's. A builder fills it with the widgets of the
 /// form's controls; each widget carries its control's name, follows it, and hands on what the user does.
 ///
@@ -50,6 +52,7 @@ public:
     QCheckBox* addCheckBox(CheckBox& control);
     QRadioButton* addOption(OptionButton& control);
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
+    SortList* addSortList(DragListBox& control, const QString& accessibleName);
     QComboBox* addComboBox(ComboBox& control, const QString& accessibleName);
     QProgressBar* addProgress(ProgressBar& control, const QString& accessibleName);
 
@@ -62,6 +65,7 @@ protected:
 private:
     /// Name, visibility, enabling, tip and focus.
     void follow(Control& control, QWidget* widget);
+    void followLines(ListBox& control, QListWidget* list, const QString& accessibleName);
 
     Form& m_form;
     Forms& m_forms;

@@ -1,6 +1,7 @@
 #include "runner/World.h"
 
 #include "metadata/frmID3.h"
+#include "operations/Positionen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -104,8 +105,13 @@ QString rendered(const Word& word)
 
 std::vector<Form*> formsOf(Root& root)
 {
-    return {
-        &root, root.startup.get(), root.info.get(), root.dialoge.get(), root.tagForm.get(), root.otherTagForm.get()};
+    return {&root,
+            root.startup.get(),
+            root.info.get(),
+            root.dialoge.get(),
+            root.positionen.get(),
+            root.tagForm.get(),
+            root.otherTagForm.get()};
 }
 
 } // namespace orvantine::scenario

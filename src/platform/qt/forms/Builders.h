@@ -16,6 +16,7 @@ using FormBuilder = void (*)(FormWindow&);
 void buildDialoge(FormWindow& window);
 void buildInfo(FormWindow& window);
 void buildOtherTagForm(FormWindow& window);
+void buildPositionen(FormWindow& window);
 void buildStartup(FormWindow& window);
 void buildTagForm(FormWindow& window);
 

@@ -1,0 +1,121 @@
+#include "operations/Positionen.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/IniFiles.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueView.h"
+#include "shell/MainWindow.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void load(const Root& root, Positionen& form)
+{
+    form.Caption = u" Einträge positionieren"_s;
+    form.sHilfe.Caption = u"Markieren Sie den Eintrag und halten Sie die Maustaste gedrückt während Sie den Eintrag "
+                          u"nach oben oder unten ziehen."_s;
+    for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
+        control->Enabled = true;
+
+    const ListView& list = root.LListView1;
+    QStringList lines;
+    for (int row = 1; row <= list.count(); ++row)
+        lines += list.subItem(row, 1) + u'\t' + list.subItem(row, 2) + u'\t' + QString::number(row);
+    form.LSortView.ListIndex = -1;
+    form.LSortView.List = lines;
+    form.sPlaylisten.Caption = QString::number(list.count()) + u" Playlisten in der Datenbank"_s;
+}
+
+/// The row `number` of the backup becomes the row `place + 1` of the database.
+void writeRow(Root& root, int place, int number)
+{
+    const QString database = databaseFile(root);
+    const QString backup = backupFile(root);
+    writeIndexValue(root, database, place + 1, 'a', padded(place, 3));
+    for (const char letter : {'b', 'c', 'd', 'e', 'f', 'g'}) {
+        QString value = indexValue(root, backup, number, letter);
+        if (letter == 'g' && value.isEmpty())
+            value = u"0"_s;
+        if (!value.isEmpty())
+            writeIndexValue(root, database, place + 1, letter, value);
+    }
+}
+
+void BReady_Click(Root& root, Positionen& form)
+{
+    Services& services = root.services;
+    const QString database = databaseFile(root);
+
+    for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
+        control->Enabled = false;
+    form.Caption = u" Datensortierung"_s;
+    form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
+
+    if (Dateiexistenz::FileExists(root, backupFile(root)))
+        root.files.remove(backupFile(root));
+
+    if (Dateiexistenz::FileExists(root, database))
+        root.files.copy(database, backupFile(root));
+
+    // Required: deleted before the copy is read, whether there is one or not.
+    IniFiles::DeleteSection(root, database, u"Index"_s);
+    services.events.yield();
+
+    const QStringList lines = form.LSortView.List;
+    for (int place = 0; place < lines.size(); ++place) {
+        writeRow(root, place, sortLineOf(lines[place]).number);
+        services.events.yield();
+    }
+
+    // Required: the name in the message is not that of the file.
+    services.messages.show(u"Es wurde eine Datensicherungsdatei unter ''Orvanten.bak'' erstellt.   "_s,
+                           u" Orvanten Manager"_s, MessageIcon::Information, MessageButtons::Ok);
+
+    root.LListView1.Tag = u"0"_s;
+
+    GetPlayListe(root, QString());
+    GetLoadListe(root);
+    services.events.yield();
+    services.forms.unload(form);
+}
+
+} // namespace
+
+Positionen::Positionen() : Form(u"Positionen"_s)
+{
+    Caption = u" Einträge positionieren"_s;
+    BReady.Caption = u"&OK"_s;
+    bAbbrechen.Caption = u"&Abbrechen"_s;
+    bHilfe.Caption = u"&Hilfe"_s;
+}
+
+void setUpPositionen(Root& root)
+{
+    Positionen& form = *root.positionen;
+    form.Load = [&root, &form] { load(root, form); };
+    form.BReady.Click = [&root, &form] { BReady_Click(root, form); };
+    form.bAbbrechen.Click = [&root, &form] { root.services.forms.unload(form); };
+    form.bHilfe.Click = [&root] { showHelp(root, u"/3.4 Orvanten positionieren.htm"); };
+    form.LSortView.DblClick = [&root, &form] {
+        const QString line = form.LSortView.List.value().value(form.LSortView.ListIndex);
+        root.services.messages.show(line, u"Orvanten Manager"_s, MessageIcon::None, MessageButtons::Ok);
+    };
+}
+
+SortLine sortLineOf(const QString& line)
+{
+    const qsizetype first = line.indexOf(u'\t');
+    const qsizetype second = line.indexOf(u'\t', first + 1);
+    if (first < 0 || second < 0)
+        return {.name = line.left(std::max<qsizetype>(first, 0)), .path = {}, .number = 1};
+    bool numeric = false;
+    const int number = line.mid(second + 1).toInt(&numeric);
+    return {.name = line.left(first), .path = line.mid(first + 1, second - first - 1), .number = numeric ? number : 1};
+}
+
+} // namespace orvantine
