@@ -46,15 +46,11 @@ void writeRow(Root& root, int place, int number)
     }
 }
 
-void BReady_Click(Root& root, Positionen& form)
+/// Rewrites the section in the order of the lines.
+void rewriteIndex(Root& root, const QStringList& lines)
 {
-    Services& services = root.services;
     const QString database = databaseFile(root);
-
-    for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
-        control->Enabled = false;
-    form.Caption = u" Datensortierung"_s;
-    form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
+    const WholeChange together(root.files);
 
     if (Dateiexistenz::FileExists(root, backupFile(root)))
         root.files.remove(backupFile(root));
@@ -64,13 +60,24 @@ void BReady_Click(Root& root, Positionen& form)
 
     // Required: deleted before the copy is read, whether there is one or not.
     IniFiles::DeleteSection(root, database, u"Index"_s);
-    services.events.yield();
+    root.services.events.yield();
 
-    const QStringList lines = form.LSortView.List;
     for (int place = 0; place < lines.size(); ++place) {
         writeRow(root, place, sortLineOf(lines[place]).number);
-        services.events.yield();
+        root.services.events.yield();
     }
+}
+
+void BReady_Click(Root& root, Positionen& form)
+{
+    Services& services = root.services;
+
+    for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
+        control->Enabled = false;
+    form.Caption = u" Datensortierung"_s;
+    form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
+
+    rewriteIndex(root, form.LSortView.List);
 
     // Required: the name in the message is not that of the file.
     services.messages.show(u"Es wurde eine Datensicherungsdatei unter ''Orvanten.bak'' erstellt.   "_s,

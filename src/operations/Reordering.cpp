@@ -96,6 +96,7 @@ void moveOneStep(Root& root, int index, bool checkedEntries)
     const bool moved = row > 0 && list.has(neighbour);
     const int place = moved ? neighbour : row;
 
+    const WholeChange together(root.files);
     const bool whole = isWholeCatalogue(root);
     mnuSpeichern_Click(root);
     root.bMoveDown.Tag = u"0"_s;

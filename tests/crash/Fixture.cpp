@@ -1,11 +1,13 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "operations/Positionen.h"
 #include "platform/posix/PosixFiles.h"
 #include "support/FakeDesktop.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 
@@ -119,7 +121,7 @@ void show(Machine& machine)
 
 } // namespace
 
-/// orvantine-crash-fixture prepare|save|remove|move|show FOLDER
+/// orvantine-crash-fixture prepare|save|move|positions|show FOLDER
 int main(int argc, char** argv)
 {
     if (argc != 3)
@@ -138,6 +140,19 @@ int main(int argc, char** argv)
         machine.run([&root] {
             root.LListView1.setSubItem(3, 1, u"Anderer Name"_s);
             root.mnuSpeichern.Click();
+        });
+    else if (command == "move")
+        machine.run([&root] {
+            root.LListView1.select(4);
+            root.mnuVerschiebung[1].Click();
+        });
+    else if (command == "positions")
+        machine.run([&root] {
+            root.positionen->Load();
+            QStringList lines = root.positionen->LSortView.List;
+            std::reverse(lines.begin(), lines.end());
+            root.positionen->LSortView.List = lines;
+            root.positionen->BReady.Click();
         });
     else
         return 2;
