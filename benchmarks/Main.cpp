@@ -1,10 +1,12 @@
 #include "Measure.h"
+#include "platform/media/MpvEngine.h"
 
 #include <QApplication>
 #include <QTimer>
 #include <QWidget>
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 
 namespace {
@@ -19,6 +21,17 @@ int showBareWindow()
     return QApplication::exec();
 }
 
+/// The floor of playing: the player library in an event loop, one track.
+int playBare(const QByteArray& track)
+{
+    std::setlocale(LC_NUMERIC, "C");
+    orvantine::MpvEngine engine({}, [](const orvantine::MpvNews&) {});
+    if (!engine.start())
+        return 1;
+    engine.load(track, 1);
+    return QApplication::exec();
+}
+
 } // namespace
 
 /// Prints one row per speed or memory target; 1 if one falls short.
@@ -30,6 +43,8 @@ int main(int argc, char** argv)
     const QApplication application(argc, argv);
     if (argc == 2 && QByteArrayView(argv[1]) == "--bare-window")
         return showBareWindow();
+    if (argc == 3 && QByteArrayView(argv[1]) == "--bare-player")
+        return playBare(argv[2]);
     std::vector<Row> rows = catalogueRows();
     for (const auto& more : {tagRows(), viewRows(), programRows()})
         rows.insert(rows.end(), more.begin(), more.end());

@@ -1,5 +1,6 @@
 #include "BenchDesktop.h"
 #include "Measure.h"
+#include "support/Wav.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -8,6 +9,7 @@
 #include <QProcess>
 
 #include <algorithm>
+#include <ctime>
 
 namespace orvantine::bench {
 
@@ -35,6 +37,13 @@ public:
         qputenv("PULSE_RUNTIME_PATH", m_folder.filePath(u"runtime"_s).toUtf8());
     }
     ~SoundServer() { QProcess::execute(QStringLiteral(ORVANTINE_SOUND_SERVER), {u"stop"_s, m_folder.path()}); }
+    /// Whether a program plays there.
+    [[nodiscard]] static bool plays()
+    {
+        QProcess asked;
+        asked.start(u"pactl"_s, {u"list"_s, u"short"_s, u"sink-inputs"_s});
+        return asked.waitForFinished() && !asked.readAllStandardOutput().isEmpty();
+    }
     SoundServer(const SoundServer&) = delete;
     SoundServer& operator=(const SoundServer&) = delete;
 
@@ -85,7 +94,53 @@ public:
         return run(QCoreApplication::applicationFilePath(), {u"--bare-window"_s}, 0);
     }
 
+    /// Share of a core, in percent, that the program takes while it plays the list that is open at its start.
+    [[nodiscard]] double playingShare() const
+    {
+        return share(QCoreApplication::applicationDirPath() + u"/Orvantine"_s, {u"/play"_s});
+    }
+
+    /// The same for the player library alone, told one track.
+    [[nodiscard]] double barePlayingShare(const QString& track) const
+    {
+        return share(QCoreApplication::applicationFilePath(), {u"--bare-player"_s, track});
+    }
+
 private:
+    [[nodiscard]] double share(const QString& name, const QStringList& arguments) const
+    {
+        constexpr int UntilItPlaysEvenly = 6000;
+        constexpr int Watched = 10'000;
+        QProcess program;
+        program.setProcessEnvironment(m_environment);
+        program.setStandardErrorFile(QProcess::nullDevice());
+        program.start(name, arguments);
+        program.waitForFinished(UntilItPlaysEvenly);
+        const double before = cpuMilliseconds(program.processId());
+        QElapsedTimer clock;
+        clock.start();
+        program.waitForFinished(Watched);
+        const double used = cpuMilliseconds(program.processId()) - before;
+        const auto elapsed = static_cast<double>(clock.nsecsElapsed()) / 1e6;
+        if (!SoundServer::plays())
+            qFatal("%s does not play", qPrintable(name));
+        program.terminate();
+        if (!program.waitForFinished(5000))
+            program.kill();
+        program.waitForFinished(5000);
+        return 100 * used / elapsed;
+    }
+
+    /// CPU time that a process has taken.
+    [[nodiscard]] static double cpuMilliseconds(qint64 process)
+    {
+        clockid_t clock{};
+        timespec time{};
+        if (::clock_getcpuclockid(static_cast<pid_t>(process), &clock) != 0 || ::clock_gettime(clock, &time) != 0)
+            qFatal("the program ended");
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
+    }
+
     [[nodiscard]] Run run(const QString& name, const QStringList& arguments, double toldPause) const
     {
         QProcess program;
@@ -190,6 +245,28 @@ Row largeListMemory()
             false};
 }
 
+/// What the program itself takes while the player library plays: its timers and its window.
+Row playbackShare()
+{
+    constexpr int Tracks = 50;
+    constexpr int Milliseconds = 120'000;
+    const User user;
+    const QString track = user.path(u"musik.wav"_s);
+    layOut(track, fake::wav({.milliseconds = Milliseconds, .hertz = 440, .samplesPerSecond = 44'100}));
+    const QString list = user.data(u"Playlisten/Musik.m3u"_s);
+    layOut(list, (track + u"\r\n"_s).repeated(Tracks).toUtf8());
+    layOut(user.data(u"Orvantine.dat"_s), "[Index]\r\n" + indexRow(1, u"Musik"_s, list, Tracks));
+    QDir().mkpath(user.path(u"config/Orvanten Manager"_s));
+    layOut(user.path(u"config/Orvanten Manager/settings.reg"_s),
+           "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER\\Software\\Verdanis]\r\n\r\n"
+           "[HKEY_CURRENT_USER\\Software\\Verdanis\\Orvant Manager]\r\n\"Version\"=\"2.3\"\r\n\"Info\"=\"1\"\r\n"
+           "\"Index\"=hex:01,00,00,00\r\n\"NoUpdate\"=dword:00000001\r\n");
+
+    const double bare = user.barePlayingShare(track);
+    const double playing = user.playingShare();
+    return {u"CPU while playing, beyond the player library's own"_s, u"% core"_s, playing - bare, {}, 2, false};
+}
+
 } // namespace
 
 std::vector<Row> programRows()
@@ -197,6 +274,7 @@ std::vector<Row> programRows()
     const SoundServer server;
     std::vector<Row> rows = fullCatalogue();
     rows.push_back(largeListMemory());
+    rows.push_back(playbackShare());
     return rows;
 }
 
