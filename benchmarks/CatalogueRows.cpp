@@ -3,6 +3,7 @@
 
 #include "app/IniFiles.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "operations/Reordering.h"
 #include "playlists/ReadPlaylists.h"
 
 #include <QFile>
@@ -151,11 +152,63 @@ Row writeValue()
     return {u"one WriteValue of a key in a 10 MB file"_s, u"ms"_s, time / Writes, floor / Writes, 10, false};
 }
 
+/// A full catalogue on the disk and in the list, beside many keys of other sections.
+void layOutFullCatalogue(BenchDesktop& desktop)
+{
+    const QString list = desktop.path(u"data/Playlisten/Liste.m3u"_s);
+    layOut(list, "lied.mp3\r\n\r\n");
+    QByteArray index = "[Index]\r\n";
+    for (int row = 1; row <= MostPlaylists; ++row) {
+        const QByteArray number = QByteArray::number(row);
+        index += number + "b=Liste " + number + "\r\n" + number + "c=" + list.toUtf8() + "\r\n" + number + "d=1\r\n" +
+                 number + "e=Text\r\n" + number + "f=01.01.2026\r\n";
+        addRow(desktop.root, u"Liste %1"_s.arg(row), list);
+    }
+    layOut(desktop.database(), tagInfoSection(TagKeys, {}) + index);
+}
+
+/// Told pauses pass in no time here.
+Row moveRow()
+{
+    BenchDesktop desktop;
+    layOutFullCatalogue(desktop);
+    desktop.root.LListView1.select(MostPlaylists / 2);
+    bool up = false;
+    const double time = medianMilliseconds(9, [&] {
+        up = !up;
+        // A full catalogue is told at each save.
+        desktop.messages.answer(Answer::Ok);
+        mnuVerschiebung_Click(desktop.root, up ? 1 : 2);
+    });
+    if (desktop.root.LListView1.subItem(MostPlaylists / 2 - 1, 1).isEmpty())
+        qFatal("no row was moved");
+    const double floor = medianMilliseconds(9, [&] {
+        QFile::remove(desktop.path(u"kopie"_s));
+        QFile::copy(desktop.database(), desktop.path(u"kopie"_s));
+    });
+    return {u"one move in 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 100, false};
+}
+
+Row reloadCatalogue()
+{
+    BenchDesktop desktop;
+    layOutFullCatalogue(desktop);
+    const double time = medianMilliseconds(9, [&] { mnuLaden_Click(desktop.root); });
+    if (desktop.root.LListView1.count() != MostPlaylists)
+        qFatal("the catalogue was not loaded");
+    const double floor = medianMilliseconds(9, [&] {
+        QFile file(desktop.database());
+        if (file.open(QIODevice::ReadOnly))
+            (void)QString::fromUtf8(file.readAll()).split(u"\r\n"_s).size();
+    });
+    return {u"reload of 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 200, false};
+}
+
 } // namespace
 
 std::vector<Row> catalogueRows()
 {
-    return {openLargeList(), saveCatalogue(), readValue(), writeValue()};
+    return {openLargeList(), saveCatalogue(), moveRow(), reloadCatalogue(), readValue(), writeValue()};
 }
 
 } // namespace orvantine::bench
