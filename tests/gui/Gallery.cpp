@@ -1,4 +1,5 @@
 #include "gui/Sample.h"
+#include "operations/Positionen.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtForms.h"
 #include "platform/qt/Theme.h"
@@ -98,6 +99,8 @@ int main(int argc, char** argv)
         picture(*root.dialoge, u"dialoge-2"_s);
         root.dialoge->page = 2;
         picture(*root.dialoge, u"dialoge-3"_s);
+        fake::showSample(root);
+        picture(*root.positionen, u"positionen"_s);
         forms.dropAll();
     }
     return 0;

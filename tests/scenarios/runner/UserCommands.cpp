@@ -405,6 +405,17 @@ void pick(Run& run, const Command& command)
     call(box->Click);
 }
 
+void drag(Run& run, const Command& command)
+{
+    auto* box = reachableAs<DragListBox>(run, command, 1, u"list of lines that can be drawn"_s);
+    if (box == nullptr)
+        return;
+    const int from = lineOf(run, *box, command, 2);
+    const int to = lineOf(run, *box, command, 3);
+    if (!run.failed())
+        box->move(from, to);
+}
+
 void tick(Run& run, const Command& command)
 {
     auto* box = reachableAs<ListBox>(run, command, 1, u"list of lines"_s);
@@ -481,6 +492,7 @@ QList<CommandEntry> userCommands()
         {u"leave"_s, u"leave FIELD"_s, 1, 1, Body::None, leave},
         {u"check"_s, u"check BOX on|off"_s, 2, 2, Body::None, check},
         {u"pick"_s, u"pick LISTBOX NUMBER|\"LINE\""_s, 2, 2, Body::None, pick},
+        {u"drag"_s, u"drag LISTBOX LINE PLACE"_s, 3, 3, Body::None, drag},
         {u"tick"_s, u"tick LISTBOX NUMBER|\"LINE\" on|off"_s, 3, 3, Body::None, tick},
         {u"slide"_s, u"slide SLIDER VALUE"_s, 2, 2, Body::None, slide},
         {u"window"_s, u"window minimize|maximize|restore|activate or window size|move TWIPS TWIPS"_s, 1, 3, Body::None,
