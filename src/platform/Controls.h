@@ -48,6 +48,8 @@ struct Control
     QProperty<Twips> Left{0}, Top{0}, Width{0}, Height{0};
     /// The view is asked to give the control the focus.
     std::function<void()> SetFocus = [] {};
+    /// False for a control that can be gone to, or pressed, while a field still holds a text that it would refuse.
+    bool CausesValidation = true;
 };
 
 /// The controls of one form in the order of their declaration. Does not own them.
@@ -126,10 +128,13 @@ struct TextBox : Control
     QProperty<int> SelStart{0}, SelLength{0};
     std::function<void()> Change;
     std::function<void()> GotFocus;
-    /// Takes the character's code, gives the code to be typed in its place, 0 for none.
+    /// Takes the character's code (1 to 26 with the control key, 8 backspace, 13 Enter), gives the code to be typed in
+    /// its place, 0 for none.
     std::function<int(int)> KeyPress;
-    /// True keeps the focus in the field.
+    /// Asked before the focus goes to another control of the form, or a button is pressed; true keeps the focus here.
     std::function<bool()> Validate;
+    /// The view is asked to do what the Tab key does in the field.
+    std::function<void()> SendTab = [] {};
 };
 
 struct Button : Control

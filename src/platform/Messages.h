@@ -27,6 +27,8 @@ public:
     virtual Answer show(const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons) = 0;
     /// The text entered; "" on Cancel.
     virtual QString input(const QString& prompt, const QString& title, const QString& defaultText = {}) = 0;
+    /// The short sound of a key that is refused.
+    virtual void beep() = 0;
 };
 
 } // namespace orvantine

@@ -43,6 +43,12 @@ struct BoxCase
     Answer first;
 };
 
+TEST(Beep, OpensNothing)
+{
+    QtMessages().beep();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
 class Boxes : public testing::TestWithParam<BoxCase>
 {
 protected:

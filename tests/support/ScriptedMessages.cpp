@@ -159,6 +159,11 @@ QString ScriptedMessages::input(const QString& prompt, const QString& title, con
     return message.entered;
 }
 
+void ScriptedMessages::beep()
+{
+    m_log.call(u"messages.beep"_s);
+}
+
 std::vector<ShownMessage> ScriptedMessages::take()
 {
     return std::exchange(m_shown, {});

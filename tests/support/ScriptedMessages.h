@@ -43,6 +43,8 @@ public:
 
     Answer show(const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons) override;
     QString input(const QString& prompt, const QString& title, const QString& defaultText = {}) override;
+    /// Stands in the log.
+    void beep() override;
 
     void script(ScriptedAnswer answer) { queue.push(std::move(answer)); }
     void answer(Answer answer) { script({answer, {}, {}, {}, {}}); }

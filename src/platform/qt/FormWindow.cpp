@@ -99,6 +99,8 @@ void FormWindow::follow(Control& control, QWidget* widget)
         if (target)
             target->setFocus(Qt::OtherFocusReason);
     };
+    if (!control.CausesValidation)
+        m_unasked.insert(widget);
 }
 
 QLabel* FormWindow::addLabel(Label& control)
@@ -143,13 +145,13 @@ QLineEdit* FormWindow::addTextBox(TextBox& control, const QString& accessibleNam
     const auto select = [field, &control] { field->setSelection(control.SelStart, control.SelLength); };
     m_bindings.watch(control.SelStart, select);
     m_bindings.watch(control.SelLength, select);
-    field->installEventFilter(this);
-    m_gotFocus.insert(field, [&control, field, select] {
-        call(control.GotFocus);
-        // Behind what the widget itself selects when it gets the focus.
-        if (control.GotFocus)
-            QTimer::singleShot(0, field, select);
-    });
+    control.SendTab = [target = QPointer<QWidget>(field)] {
+        if (!target)
+            return;
+        QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+        QApplication::sendEvent(target, &tab);
+    };
+    m_fields.insert(field, {&control, select});
     return field;
 }
 
@@ -158,7 +160,11 @@ QPushButton* FormWindow::addButton(Button& control)
     auto* const button = new QPushButton(this);
     follow(control, button);
     m_bindings.follow(control.Caption, [button](const QString& caption) { button->setText(caption); });
-    connect(button, &QPushButton::clicked, this, [&control] { call(control.Click); });
+    connect(button, &QPushButton::clicked, this, [this, button, &control] {
+        // A mnemonic presses the button and leaves the focus where it is.
+        if (m_unasked.contains(button) || leaveUnchecked())
+            call(control.Click);
+    });
     return button;
 }
 
@@ -292,9 +298,84 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
         if (const int code = keyCodeOf(*static_cast<QKeyEvent*>(event)); code != 0)
             m_form.KeyDown(code);
     }
-    if (event->type() == QEvent::FocusIn && m_gotFocus.contains(watched))
-        m_gotFocus.value(watched)();
+    if (event->type() == QEvent::FocusOut && watched->isWidgetType() &&
+        isAncestorOf(static_cast<const QWidget*>(watched)) && keepsFocus())
+        return true;
+    if (const auto field = m_fields.constFind(watched); field != m_fields.cend()) {
+        if (event->type() == QEvent::FocusIn && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            enter(watched, *field);
+        if (event->type() == QEvent::KeyPress && filterKey(watched, *field, *static_cast<QKeyEvent*>(event)))
+            return true;
+        if (event->type() == QEvent::InputMethod &&
+            filterText(watched, *field, static_cast<QInputMethodEvent*>(event)->commitString()))
+            return true;
+    }
     return QDialog::eventFilter(watched, event);
+}
+
+bool FormWindow::leaveUnchecked()
+{
+    QLineEdit* const field = m_unchecked;
+    if (field == nullptr)
+        return true;
+    if (m_fields.value(field).control->Validate()) {
+        field->setFocus(Qt::OtherFocusReason);
+        return false;
+    }
+    // A button's mnemonic leaves the focus in the field, which can still be changed.
+    if (QApplication::focusWidget() != field)
+        m_unchecked = nullptr;
+    return true;
+}
+
+bool FormWindow::keepsFocus()
+{
+    const QWidget* const next = QApplication::focusWidget();
+    // A form that goes takes its focus along unasked, and so does another window.
+    if (!m_form.Visible.value() || next == nullptr || next == m_unchecked || !isAncestorOf(next) ||
+        m_unasked.contains(next))
+        return false;
+    return !leaveUnchecked();
+}
+
+void FormWindow::enter(QObject* widget, const Field& field)
+{
+    if (field.control->Validate)
+        m_unchecked = static_cast<QLineEdit*>(widget);
+    call(field.control->GotFocus);
+    // Behind what the widget itself selects when it gets the focus.
+    if (field.control->GotFocus)
+        QTimer::singleShot(0, widget, field.select);
+}
+
+bool FormWindow::filterKey(QObject* widget, const Field& field, const QKeyEvent& event)
+{
+    if (!field.control->KeyPress)
+        return false;
+    const int code = characterCodeOf(event);
+    if (code == 0)
+        return false;
+    if (code < u' ')
+        return field.control->KeyPress(code) == 0;
+    return filterText(widget, field, event.text());
+}
+
+bool FormWindow::filterText(QObject* widget, const Field& field, const QString& text)
+{
+    if (!field.control->KeyPress || text.isEmpty())
+        return false;
+    QString typed;
+    for (const QChar unit : text)
+        if (const int code = field.control->KeyPress(unit.unicode()); code != 0)
+            typed += QChar(static_cast<char16_t>(code));
+    if (typed == text)
+        return false;
+    auto* const edit = static_cast<QLineEdit*>(widget);
+    if (!typed.isEmpty()) {
+        edit->insert(typed);
+        Q_EMIT edit->textEdited(edit->text());
+    }
+    return true;
 }
 
 } // namespace orvantine

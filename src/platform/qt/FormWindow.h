@@ -5,6 +5,8 @@
 
 #include <QDialog>
 #include <QHash>
+#include <QPointer>
+#include <QSet>
 
 #include <functional>
 #include <initializer_list>
@@ -12,6 +14,7 @@
 class QCheckBox;
 class QComboBox;
 class QHBoxLayout;
+class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QListWidget;
@@ -28,6 +31,10 @@ class SortList;
 /// form's controls; each widget carries its control's name, follows it, and hands on what the user does.
 ///
 /// Escape and the window's close button press the cancel button; without one they unload the form.
+///
+/// A field that checks its text is asked before the focus moves on to a control that causes validation, and before such
+/// a button is pressed by key or mouse; while it refuses, it keeps the focus and the button does nothing. Another
+/// window can always be gone to.
 class FormWindow final : public QDialog
 {
 public:
@@ -63,17 +70,37 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    /// A text field and what it asks of its user.
+    struct Field
+    {
+        TextBox* control = nullptr;
+        std::function<void()> select;
+    };
+
     /// Name, visibility, enabling, tip and focus.
     void follow(Control& control, QWidget* widget);
     void followLines(ListBox& control, QListWidget* list, const QString& accessibleName);
+
+    /// True if the focus may leave the field that is still to be checked; otherwise it has the focus again.
+    bool leaveUnchecked();
+    /// The focus goes from one of the form's widgets; true if it was kept.
+    bool keepsFocus();
+    void enter(QObject* widget, const Field& field);
+    /// True if the field's filter has dealt with the key.
+    bool filterKey(QObject* widget, const Field& field, const QKeyEvent& event);
+    /// The same for what an input method hands over.
+    bool filterText(QObject* widget, const Field& field, const QString& text);
 
     Form& m_form;
     Forms& m_forms;
     QVBoxLayout* m_content;
     QHBoxLayout* m_buttons;
     QPushButton* m_cancel = nullptr;
-    /// What a text field does when it gets the focus.
-    QHash<QObject*, std::function<void()>> m_gotFocus;
+    QHash<QObject*, Field> m_fields;
+    /// Widgets that can be gone to without a check.
+    QSet<const QObject*> m_unasked;
+    /// The field that had the focus and was not checked since.
+    QPointer<QLineEdit> m_unchecked;
     Bindings m_bindings;
 };
 

@@ -55,6 +55,30 @@ int keyCodeOf(const QKeyEvent& event)
     }
 }
 
+int characterCodeOf(const QKeyEvent& event)
+{
+    const int key = event.key();
+    switch (key) {
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+    case Qt::Key_Delete:
+        return 0;
+    default:
+        break;
+    }
+    if (event.modifiers().testFlag(Qt::AltModifier))
+        return 0;
+    if (event.modifiers().testFlag(Qt::ControlModifier) && key >= Qt::Key_A && key <= Qt::Key_Z)
+        return key - Qt::Key_A + 1;
+    return event.text().isEmpty() ? 0 : event.text().front().unicode();
+}
+
 int shiftWordOf(const QKeyEvent& event)
 {
     const Qt::KeyboardModifiers modifiers = event.modifiers();

@@ -8,6 +8,10 @@ namespace orvantine {
 /// right and down, 81 Q, 96 numeric 0, 226 the "<" key. 0 for a key that none of them asks for.
 [[nodiscard]] int keyCodeOf(const QKeyEvent& event);
 
+/// The character that the key types: 1 to 26 with the control key, 8 backspace, 13 Enter. 0 for a key that types none,
+/// and for those that a dialog keeps to itself (Escape, Tab).
+[[nodiscard]] int characterCodeOf(const QKeyEvent& event);
+
 /// 1 shift, 2 control, 4 alt, added up.
 [[nodiscard]] int shiftWordOf(const QKeyEvent& event);
 

@@ -127,4 +127,9 @@ QString QtMessages::input(const QString& prompt, const QString& title, const QSt
     return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
+void QtMessages::beep()
+{
+    QApplication::beep();
+}
+
 } // namespace orvantine

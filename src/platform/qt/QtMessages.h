@@ -15,6 +15,7 @@ class QtMessages final : public Messages
 public:
     Answer show(const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons) override;
     QString input(const QString& prompt, const QString& title, const QString& defaultText) override;
+    void beep() override;
 };
 
 } // namespace orvantine
