@@ -4,6 +4,7 @@
 #include "operations/Positionen.h"
 #include "playback/Volume.h"
 #include "playlists/ReadPlaylists.h"
+#include "search/FindAudio.h"
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
@@ -75,6 +76,7 @@ Root::Root(Services& desktopServices)
       info(std::make_unique<Info>()),
       dialoge(std::make_unique<Dialoge>()),
       positionen(std::make_unique<Positionen>()),
+      findAudio(std::make_unique<FindAudio>()),
       suchen(std::make_unique<Suchen>()),
       tagForm(std::make_unique<frmID3V1>()),
       otherTagForm(std::make_unique<frmID3V2>())

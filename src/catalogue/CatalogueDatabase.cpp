@@ -105,6 +105,11 @@ void writeIndexValue(Root& root, const QString& file, int row, char letter, cons
     IniFiles::WriteValue(root, file, u"Index"_s, indexKey(row, letter), value);
 }
 
+void deleteIndexValue(Root& root, const QString& file, int row, char letter)
+{
+    IniFiles::DeleteKey(root, file, u"Index"_s, indexKey(row, letter));
+}
+
 QString backupFile(const Root& root)
 {
     return root.tDatenbank.Text.value() + root.services.start.stem + u".bak"_s;

@@ -11,6 +11,7 @@ inline constexpr int MostPlaylists = 160;
 /// One of the seven values of a catalogue row: `letter` is 'a' to 'g', `row` the 1-based number.
 [[nodiscard]] QString indexValue(const Root& root, const QString& file, int row, char letter);
 void writeIndexValue(Root& root, const QString& file, int row, char letter, const QString& value);
+void deleteIndexValue(Root& root, const QString& file, int row, char letter);
 
 /// DataFolder + stem + ".bak".
 [[nodiscard]] QString backupFile(const Root& root);

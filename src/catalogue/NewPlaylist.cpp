@@ -8,6 +8,7 @@
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/CatalogueView.h"
+#include "playlists/ReadPlaylists.h"
 #include "shell/MainWindow.h"
 
 namespace orvantine {
@@ -106,9 +107,7 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);
-    // The track list is empty and belongs to the new row; a read that waits below is overtaken.
-    root.finishedRead = ++root.currentRead;
-    root.openPlaylist = path;
+    takeTrackList(root, path);
 
     root.tPlaylisteinträge.Caption = name;
     root.tDatum.Caption = dateText(services.events.now().date());

@@ -15,18 +15,6 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-void showRowCover(Root& root, int row)
-{
-    const QString cover = coverFile(root, root.LListView1.subItem(row, 1));
-    root.pCovers.Picture = cover;
-    if (root.pCoverBack.Visible.value() == cover.isEmpty())
-        showCoverPane(root, !cover.isEmpty());
-}
-
-} // namespace
-
 void LListView1_Click(Root& root)
 {
     ListView& list = root.LListView1;
@@ -100,6 +88,14 @@ void LListView2_ColumnClick(Root& root, int column)
     for (int position = 1; position <= tracks.columns(); ++position)
         if (tracks.columnText(position) == header)
             tracks.sortBy(position);
+}
+
+void showRowCover(Root& root, int row)
+{
+    const QString cover = coverFile(root, root.LListView1.subItem(row, 1));
+    root.pCovers.Picture = cover;
+    if (root.pCoverBack.Visible.value() == cover.isEmpty())
+        showCoverPane(root, !cover.isEmpty());
 }
 
 void noteFocus(Root& root, int list)

@@ -183,17 +183,6 @@ void appendRows(Root& root, const QString& path, int count)
     }
 }
 
-void showCover(Root& root)
-{
-    const QString cover = coverFile(root, root.tPlaylisteinträge.Caption);
-    root.pCovers.Picture = QString();
-    if (cover.isEmpty())
-        return;
-    root.pCovers.Picture = cover;
-    if (!root.mnuCoverShow.Checked.value())
-        root.mnuCoverShow.Click();
-}
-
 void showDescription(Root& root, int number, const QString& hint)
 {
     const QString description = indexValue(root, databaseFile(root), number, 'e');
@@ -327,6 +316,23 @@ bool TextDosConvert(Root& root, const QString& path)
     root.tPlayliste.Text = linesForField(kept, GetPlayCounts(root, path));
     root.services.events.yield();
     return true;
+}
+
+void takeTrackList(Root& root, const QString& path)
+{
+    root.finishedRead = ++root.currentRead;
+    root.openPlaylist = path;
+}
+
+void showCover(Root& root)
+{
+    const QString cover = coverFile(root, root.tPlaylisteinträge.Caption);
+    root.pCovers.Picture = QString();
+    if (cover.isEmpty())
+        return;
+    root.pCovers.Picture = cover;
+    if (!root.mnuCoverShow.Checked.value())
+        root.mnuCoverShow.Click();
 }
 
 void LoadPlayEntrysTmp(Root& root)

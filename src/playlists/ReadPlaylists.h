@@ -19,6 +19,12 @@ void GetPlayEntrys(Root& root, QString& path);
 /// file.
 bool TextDosConvert(Root& root, const QString& path);
 
+/// Gives the emptied track list to the playlist of that path; a read that waits below is overtaken.
+void takeTrackList(Root& root, const QString& path);
+
+/// Shows the cover of the open playlist and its pane, if it has one.
+void showCover(Root& root);
+
 /// Runs the click handler of the catalogue, which loads the selected playlist.
 void LoadPlayEntrysTmp(Root& root);
 

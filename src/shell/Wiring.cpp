@@ -2,10 +2,13 @@
 
 #include "app/Root.h"
 #include "app/Shutdown.h"
+#include "catalogue/AddPlaylists.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "catalogue/RemovePlaylists.h"
 #include "metadata/TagNaming.h"
 #include "metadata/TrackInformation.h"
 #include "metadata/frmID3.h"
+#include "operations/Favourites.h"
 #include "operations/ListInput.h"
 #include "operations/Positionen.h"
 #include "operations/Reordering.h"
@@ -42,6 +45,11 @@ void wireMenus(Root& root)
 {
     for (int i : {1, 2, 4})
         on(root.mnuVerschiebung[i], root, mnuVerschiebung_Click, i);
+    on(root.mnuDurchsuchen, root, mnuDurchsuchen_Click);
+    on(root.mnuNeu, root, mnuNeu_Click);
+    on(root.mnuLöschen, root, mnuL_schen);
+    on(root.mnuFavoritenShow, root, mnuFavoritenShow_Click);
+    on(root.mnuFavoriten, root, mnuFavoriten_Click);
     on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
     for (int i = 1; i <= 4; ++i)
         on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);

@@ -1,0 +1,23 @@
+#include "search/IndexFiles.h"
+
+#include "app/Root.h"
+#include "app/TextLimits.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+QString indexFile(const Root& root)
+{
+    return root.tDatenbank.Text.value() + root.services.start.stem + u".idx"_s;
+}
+
+bool indexIsOfToday(const Root& root)
+{
+    const std::optional<QDateTime> changed = root.files.modified(indexFile(root));
+    return changed && dateText(changed->date()) == dateText(root.services.events.now().date());
+}
+
+void SetIndexFile(Root&) {}
+
+} // namespace orvantine

@@ -1,0 +1,256 @@
+#include "catalogue/AddPlaylists.h"
+
+#include "catalogue/CatalogueWorld.h"
+
+#include "catalogue/CatalogueDatabase.h"
+#include "playlists/ReadPlaylists.h"
+#include "search/FindAudio.h"
+#include "search/IndexFiles.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class AddPlaylists : public CatalogueWorld
+{
+protected:
+    /// A list outside the data folder, with two tracks.
+    QString putOther(const QString& name = u"Andere.m3u"_s)
+    {
+        const QString path = u"/m/"_s + name;
+        put(path, (putTrack(u"o1"_s) + u"\r\n"_s + putTrack(u"o2"_s) + u"\r\n"_s).toUtf8());
+        return path;
+    }
+    void putFullCatalogue()
+    {
+        const QString path = putList(u"L"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+        QByteArray index;
+        for (int row = 1; row <= MostPlaylists; ++row)
+            index += indexRow(row, {.name = u"L%1"_s.arg(row), .path = path});
+        putDatabase(index);
+    }
+    void answerLimit()
+    {
+        desktop.messages.answer(Answer::Ok, u" Wiedergabelisten verwalten"_s,
+                                u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \n"
+                                u"Bitte löschen Sie eine der 160 Playlisten aus der Liste."_s);
+    }
+    [[nodiscard]] QString index(int row, char letter)
+    {
+        return root().services.profiles.value(database(), u"Index"_s, QString::number(row) + QLatin1Char(letter));
+    }
+};
+
+} // namespace
+
+TEST_F(AddPlaylists, ANewListGoesToTheFileAtOnceAndIsOpen)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ("input title \" Neue Playliste\" text \"Geben Sie einen Namen für die neue Playliste ein:\" default \"\" "
+              "entered \"Neu\"",
+              boxes());
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ("Neu", index(2, 'b').toStdString());
+    EXPECT_EQ(listPath(u"Neu"_s).toStdString(), index(2, 'c').toStdString());
+    EXPECT_EQ("\r\n", bytes(listPath(u"Neu"_s)).toStdString());
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ(5, tracks().columns());
+    EXPECT_EQ(listPath(u"Neu"_s).toStdString(), root().openPlaylist.toStdString());
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(AddPlaylists, CancelInTheInputBoxLeavesTheCatalogueAndItsFile)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    const std::string before = rows(catalogue()) + rows(tracks()) + databaseText();
+    desktop.messages.enter({});
+    root().mnuNeu.Click();
+    EXPECT_EQ(before, rows(catalogue()) + rows(tracks()) + databaseText());
+}
+
+TEST_F(AddPlaylists, AFullCatalogueTakesNeitherANewNorAnExistingList)
+{
+    putFullCatalogue();
+    start();
+    answerLimit();
+    root().mnuNeu.Click();
+    EXPECT_EQ(
+        "box title \" Wiedergabelisten verwalten\" text \"Die maximale Anzahl von Wiedergabelisten wurde "
+        "erreicht. \\nBitte löschen Sie eine der 160 Playlisten aus der Liste.\" icon critical buttons ok answer ok",
+        boxes());
+    answerLimit();
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(MostPlaylists, catalogue().count());
+    EXPECT_EQ("", calls({u"choosers"_s}));
+}
+
+TEST_F(AddPlaylists, ANameThatCannotBeAFileNameStandsAndShowsRedAtTheNextLoad)
+{
+    setting(u"Error"_s, dwordSetting(0));
+    putCatalogue({u"Eins"_s});
+    start();
+    desktop.messages.enter(u"AC/DC"_s);
+    desktop.messages.answer(Answer::Cancel, u" AC/DC"_s,
+                            u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + listPath(u"AC/DC"_s));
+    root().mnuNeu.Click();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("AC/DC", index(2, 'b').toStdString());
+    EXPECT_EQ("Eins.m3u", desktop.disk().list(data() + u"Playlisten"_s, u"*.*"_s).join(u' ').toStdString());
+
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    EXPECT_EQ(Color::DarkRed, catalogue().color(2, 1));
+    EXPECT_EQ(Color::DarkRed, catalogue().color(2, 3));
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 1));
+}
+
+TEST_F(AddPlaylists, NoneOfTheCommandsActsInTheMiddleOfALoad)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    start();
+    root().loadingCatalogue = true;
+    root().mnuNeu.Click();
+    root().mnuDurchsuchen.Click();
+    root().mnuLöschen.Click();
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ(2, catalogue().count());
+    root().loadingCatalogue = false;
+}
+
+TEST_F(AddPlaylists, TheOpenDialogStartsInFolderFiveUnlessTheFlagHasAText)
+{
+    start();
+    desktop.choosers.cancel(ChooserKind::Open);
+    desktop.log.take();
+    root().mnuDurchsuchen.Click();
+    const QString asked = u"choosers.open title \" Wiedergabeliste hinzufügen\" folder \"%1\" name \"\" filter "
+                          u"\"Mp3-Wiedergabeliste|*.m3u; *.pls; *.nml|Mp3 Playliste|*.m3u|Winamp Wiedergabeliste|*.pls|"
+                          u"Traktor Playliste|*.nml|Alle Dateitypen|*.*\" extension \"m3u\""_s;
+    EXPECT_EQ(asked.arg(desktop.folders.documents).toStdString(), calls({u"choosers"_s}));
+
+    desktop.log.take();
+    setting(u"FolderView"_s, dwordSetting(1));
+    desktop.choosers.cancel(ChooserKind::Open);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(asked.arg(u"1"_s).toStdString(), calls({u"choosers"_s}));
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(AddPlaylists, AFileNameThatIsEmptyOrAPathBelowFourCharactersAddsNothing)
+{
+    start();
+    for (const ChosenFile& file : {ChosenFile{u"/m"_s, {}}, ChosenFile{{}, u"ab"_s}, ChosenFile{u"/"_s, u"ab"_s}}) {
+        desktop.choosers.queue.push(
+            {.kind = ChooserKind::Open, .file = file, .folder = {}, .font = {}, .meanwhile = {}});
+        root().mnuDurchsuchen.Click();
+        EXPECT_EQ(0, catalogue().count());
+    }
+}
+
+TEST_F(AddPlaylists, AnExistingListIsTakenInPlaceOpenedCountedAndSaved)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    root().mnuLokalePlayliste.Checked = false;
+    const QString path = putOther();
+    put(data() + u"Resource/Andere.gif"_s, "bild");
+    desktop.choosers.open(path);
+    const QDateTime before = desktop.events().now();
+    root().mnuDurchsuchen.Click();
+    EXPECT_GE(before.msecsTo(desktop.events().now()), 2000);
+    EXPECT_EQ(lines({u"  1 \"000\" \"Eins\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(listPath(u"Eins"_s)),
+                     u"> 2 \"001\" \"Andere\" \"/m/Andere.m3u\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s}),
+              rows(catalogue()));
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("Andere", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_EQ("20.11.2026", root().tDatum.Caption.value().toStdString());
+    EXPECT_EQ((data() + u"Resource/Andere.gif"_s).toStdString(), root().pCovers.Picture.value().toStdString());
+    EXPECT_EQ("Andere", index(2, 'b').toStdString());
+    EXPECT_EQ("/m/Andere.m3u", index(2, 'c').toStdString());
+    EXPECT_EQ("2", index(2, 'd').toStdString());
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+    EXPECT_FALSE(root().buttonsDisabled);
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(AddPlaylists, AListThatGotAnotherNameHasItAgain)
+{
+    put(database(), "[Rename]\r\nAndere.m3u=Mein Name\r\n");
+    start();
+    desktop.choosers.open(putOther());
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("Mein Name", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Mein Name", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
+TEST_F(AddPlaylists, NoToTheSecondListOfANameEndsTheWaitAndSavesNothing)
+{
+    putCatalogue({u"Andere"_s});
+    start();
+    const std::string before = rows(catalogue()) + databaseText();
+    desktop.choosers.open(putOther());
+    desktop.messages.answer(Answer::No);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(before, rows(catalogue()) + databaseText());
+    EXPECT_FALSE(root().buttonsDisabled);
+    EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+}
+
+TEST_F(AddPlaylists, AnNmlListStandsWithTheListThatItWasTurnedInto)
+{
+    start();
+    putTrack(u"o1"_s);
+    put(u"/m/Liste.nml"_s, "<NML>\r\n<LOCATION DIR=\"/:m/:\" FILE=\"o1.mp3\" VOLUME=\"\"></LOCATION>\r\n</NML>\r\n");
+    desktop.choosers.open(u"/m/Liste.nml"_s);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("Liste", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ(listPath(u"Liste"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(listPath(u"Liste"_s).toStdString(), index(1, 'c').toStdString());
+}
+
+TEST_F(AddPlaylists, ARowThatIsTakenAwayDuringTheWaitLeavesTheOthersAlone)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    desktop.choosers.open(putOther());
+    desktop.events().after(std::chrono::milliseconds{1500}, [this] { catalogue().remove(2); });
+    const std::string before = rows(catalogue());
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(1, catalogue().count());
+    EXPECT_EQ("2", catalogue().subItem(1, 3).toStdString());
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(AddPlaylists, TheIndexIsOfTodayOnlyByItsFileDate)
+{
+    start();
+    EXPECT_EQ((data() + u"Orvantine.idx"_s).toStdString(), indexFile(root()).toStdString());
+    EXPECT_FALSE(indexIsOfToday(root()));
+    put(indexFile(root()), "x");
+    desktop.memory()->setModified(indexFile(root()), QDateTime(QDate(2026, 11, 20), QTime(0, 0)));
+    EXPECT_TRUE(indexIsOfToday(root()));
+    desktop.memory()->setModified(indexFile(root()), QDateTime(QDate(2026, 11, 19), QTime(23, 59)));
+    EXPECT_FALSE(indexIsOfToday(root()));
+}
+
+TEST_F(AddPlaylists, TheFinderComesUpModalAndAfresh)
+{
+    start();
+    desktop.forms().whileModal(u"FindAudio"_s, [this](Form& form) {
+        EXPECT_EQ(" Ordner durchsuchen", form.Caption.value().toStdString());
+        root().services.forms.unload(form);
+    });
+    forgetCalls();
+    mnuAddFolder_Click(root());
+    EXPECT_EQ("forms.unload FindAudio\nforms.showModal FindAudio\nforms.unload FindAudio", calls({u"forms"_s}));
+}
+
+} // namespace orvantine::fake

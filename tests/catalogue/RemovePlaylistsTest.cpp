@@ -1,0 +1,283 @@
+#include "catalogue/RemovePlaylists.h"
+
+#include "catalogue/CatalogueWorld.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class RemovePlaylists : public CatalogueWorld
+{
+protected:
+    void confirm(const QString& name, Answer answer = Answer::Ok)
+    {
+        desktop.messages.answer(answer, u" Wiedergabeliste entfernen"_s,
+                                u"Möchten Sie die Playliste ''"_s + name +
+                                    u"'' wirklich aus der Datenbank löschen ?    "_s);
+    }
+    void remove(int row)
+    {
+        confirm(catalogue().subItem(row, 1));
+        catalogue().select(row);
+        forgetCalls();
+        root().mnuLöschen.Click();
+    }
+    /// Three lists with description, date and mark of their own.
+    void putThree()
+    {
+        QByteArray index;
+        int row = 0;
+        for (const QString& name : {u"Eins"_s, u"Zwei"_s, u"Drei"_s}) {
+            ++row;
+            index += indexRow(row, {.name = name,
+                                    .path = putList(name, {putTrack(name + u" 1"_s), putTrack(name + u" 2"_s)}),
+                                    .description = u"Von "_s + name,
+                                    .date = u"0%1.01.2001"_s.arg(row),
+                                    .favourite = row == 2 ? u"1"_s : QString()});
+        }
+        putDatabase(index);
+        start();
+    }
+    [[nodiscard]] bool exists(const QString& path) { return desktop.disk().exists(path); }
+};
+
+} // namespace
+
+TEST_F(RemovePlaylists, CancelStopsBeforeAnythingIsTouched)
+{
+    putThree();
+    const std::string before = rows(catalogue()) + rows(tracks()) + databaseText();
+    confirm(u"Drei"_s, Answer::Cancel);
+    forgetCalls();
+    root().mnuLöschen.Click();
+    EXPECT_EQ("box title \" Wiedergabeliste entfernen\" text \"Möchten Sie die Playliste ''Drei'' wirklich aus der "
+              "Datenbank löschen ?    \" icon exclamation buttons ok-cancel answer cancel",
+              boxes());
+    EXPECT_EQ("", actions());
+    EXPECT_EQ(before, rows(catalogue()) + rows(tracks()) + databaseText());
+}
+
+TEST_F(RemovePlaylists, WithoutASelectedRowNothingIsAsked)
+{
+    putThree();
+    catalogue().clearSelection();
+    forgetCalls();
+    root().mnuLöschen.Click();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(RemovePlaylists, ARunningTitleIsStoppedBeforeTheQuestion)
+{
+    putThree();
+    click(1);
+    catalogue().DblClick();
+    desktop.mediaplayer().pretendPlaying();
+    ASSERT_TRUE(root().pPausePlayer.Enabled.value());
+    confirm(u"Eins"_s, Answer::Cancel);
+    forgetCalls();
+    root().mnuLöschen.Click();
+    EXPECT_FALSE(root().pPausePlayer.Enabled.value());
+    const QStringList order = desktop.log.linesOf({u"Mediaplayer.controls.stop"_s, u"messages.show"_s});
+    ASSERT_EQ(2, order.size());
+    EXPECT_EQ("Mediaplayer.controls.stop", order[0].toStdString());
+}
+
+TEST_F(RemovePlaylists, TheCopyOfTheDatabaseHoldsTheNumberingFromBefore)
+{
+    putThree();
+    put(backup(), "von heute früh");
+    const std::string before = databaseText();
+    remove(1);
+    EXPECT_EQ(before, backupText());
+}
+
+TEST_F(RemovePlaylists, ARowInTheMiddleGoesAndTheExtrasStayAtTheirPosition)
+{
+    putThree();
+    remove(1);
+    EXPECT_EQ("[Index]\r\n"
+              "1a=000\r\n1b=Zwei\r\n1c={data}/Playlisten/Zwei.m3u\r\n1d=2\r\n1e=Von Eins\r\n1f=01.01.2001\r\n1g=\r\n"
+              "2a=001\r\n2b=Drei\r\n2c={data}/Playlisten/Drei.m3u\r\n2d=2\r\n2e=Von Zwei\r\n2f=02.01.2001\r\n2g=1\r\n",
+              databaseText());
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ(2, catalogue().selectedRow());
+}
+
+TEST_F(RemovePlaylists, TheLastRowLosesItsSevenKeysAndItsGivenName)
+{
+    putThree();
+    put(database(), bytes(database()) + "[Rename]\r\nDrei.m3u=Drei\r\nEins.m3u=Eins\r\n");
+    remove(3);
+    EXPECT_EQ("Eins", root().services.profiles.value(database(), u"Rename"_s, u"Eins.m3u"_s).toStdString());
+    EXPECT_EQ("", root().services.profiles.value(database(), u"Rename"_s, u"Drei.m3u"_s).toStdString());
+    for (const char letter : {'a', 'b', 'c', 'd', 'e', 'f', 'g'})
+        EXPECT_EQ("",
+                  root().services.profiles.value(database(), u"Index"_s, u"3"_s + QLatin1Char(letter)).toStdString())
+            << letter;
+}
+
+TEST_F(RemovePlaylists, AnotherRowLeavesItsGivenNameBehind)
+{
+    putThree();
+    put(database(), bytes(database()) + "[Rename]\r\nDrei.m3u=Drei\r\nEins.m3u=Eins\r\n");
+    remove(1);
+    EXPECT_EQ("Eins", root().services.profiles.value(database(), u"Rename"_s, u"Eins.m3u"_s).toStdString());
+}
+
+TEST_F(RemovePlaylists, TheOnlyRowLeavesAnEmptyListAndIsNotSaved)
+{
+    putCatalogue({u"Eins"_s});
+    put(database(), bytes(database()) + "9e=Rest\r\n");
+    start();
+    remove(1);
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ(0, catalogue().selectedRow());
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("[Index]\r\n9e=Rest\r\n", databaseText());
+    EXPECT_EQ("Einträge in der Playliste", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_EQ("", root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ("", root().pCovers.Picture.value().toStdString());
+    EXPECT_EQ("", root().tPlayliste.Text.value().toStdString());
+    EXPECT_EQ("", root().sAnzeige[1].Caption.value().toStdString());
+    EXPECT_EQ("", root().sAnzeige[2].Caption.value().toStdString());
+}
+
+TEST_F(RemovePlaylists, TheShownNumberIsOneTooHighUntilTheNextFullUpdate)
+{
+    putThree();
+    remove(2);
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("(3)", root().nAnzeige.Caption.value().toStdString());
+}
+
+TEST_F(RemovePlaylists, TheCoverGoesTheLastExtensionThatIsThere)
+{
+    putThree();
+    put(data() + u"Resource/Eins.jpg"_s, "j");
+    put(data() + u"Resource/Eins.bmp"_s, "b");
+    remove(1);
+    EXPECT_TRUE(exists(data() + u"Resource/Eins.jpg"_s));
+    EXPECT_FALSE(exists(data() + u"Resource/Eins.bmp"_s));
+}
+
+TEST_F(RemovePlaylists, ANameThatLeavesTheFolderTakesNoPictureAlong)
+{
+    put(data() + u"Bild.jpg"_s, "j");
+    putDatabase(indexRow(1, {.name = u"../Bild"_s, .path = putList(u"Eins"_s, {putTrack(u"a"_s)})}));
+    start();
+    remove(1);
+    EXPECT_TRUE(exists(data() + u"Bild.jpg"_s));
+}
+
+TEST_F(RemovePlaylists, AListInPlaylistenGoesAndItsCopyStays)
+{
+    putThree();
+    const QByteArray before = bytes(listPath(u"Eins"_s));
+    remove(1);
+    EXPECT_FALSE(exists(listPath(u"Eins"_s)));
+    EXPECT_EQ(before, bytes(data() + u"Playlisten/Eins.bak"_s));
+}
+
+TEST_F(RemovePlaylists, TheFolderIsComparedIgnoringCaseAndSeparator)
+{
+    const QString path = putList(u"Eins"_s, {putTrack(u"a"_s)});
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = data() + u"PLAYLISTEN\\Eins.m3u"_s}));
+    start();
+    remove(1);
+    EXPECT_FALSE(exists(path));
+}
+
+TEST_F(RemovePlaylists, AListElsewhereStaysAndItsCopyIsMadeNextToIt)
+{
+    put(u"/m/Fremd.m3u"_s, (putTrack(u"a"_s) + u"\r\n\r\n"_s).toUtf8());
+    putDatabase(indexRow(1, {.name = u"Fremd"_s, .path = u"/m/Fremd.m3u"_s}));
+    start();
+    const QByteArray before = bytes(u"/m/Fremd.m3u"_s);
+    remove(1);
+    EXPECT_EQ(before, bytes(u"/m/Fremd.m3u"_s));
+    EXPECT_EQ(before, bytes(u"/m/Fremd.bak"_s));
+}
+
+TEST_F(RemovePlaylists, AFileThatAnotherRowUsesStaysAndNoCopyIsWritten)
+{
+    const QString path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = path}) +
+                indexRow(2, {.name = u"Auch"_s, .path = QString(path).replace(u"Eins"_s, u"EINS"_s)}));
+    start();
+    remove(1);
+    EXPECT_TRUE(exists(path));
+    EXPECT_EQ("Eins.m3u", desktop.disk().list(data() + u"Playlisten"_s, u"*.*"_s).join(u' ').toStdString());
+}
+
+TEST_F(RemovePlaylists, TheTrackListShowsTheLastRowAndItsCover)
+{
+    putThree();
+    put(data() + u"Resource/Drei.gif"_s, "g");
+    click(1);
+    remove(2);
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ("Drei 1", tracks().subItem(1, 2).toStdString());
+    EXPECT_EQ("Drei", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_EQ((data() + u"Resource/Drei.gif"_s).toStdString(), root().pCovers.Picture.value().toStdString());
+    EXPECT_TRUE(root().pCoverBack.Visible.value());
+}
+
+TEST_F(RemovePlaylists, WithoutACoverThePaneGoes)
+{
+    putThree();
+    put(data() + u"Resource/Eins.jpg"_s, "g");
+    click(1);
+    ASSERT_TRUE(root().pCoverBack.Visible.value());
+    remove(1);
+    EXPECT_FALSE(root().pCoverBack.Visible.value());
+    EXPECT_EQ("", root().pCovers.Picture.value().toStdString());
+}
+
+TEST_F(RemovePlaylists, WithTheFavouritesFilterOnTheFileKeepsItsOldIndex)
+{
+    putThree();
+    const std::string before = databaseText();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(1, catalogue().count());
+    remove(1);
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ(before, databaseText());
+}
+
+TEST_F(RemovePlaylists, AFailingCopyLeavesTheRestToGoOn)
+{
+    putThree();
+    confirm(u"Eins"_s);
+    catalogue().select(1);
+    desktop.log.failNext(u"files.copy"_s);
+    root().mnuLöschen.Click();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Eins"_s)).toStdString());
+}
+
+TEST_F(RemovePlaylists, AnotherRowInItsPlaceWhileTheBoxIsUpStaysUntouched)
+{
+    putThree();
+    catalogue().select(1);
+    desktop.messages.script({Answer::Ok, {}, {}, {}, [this] { catalogue().remove(1); }});
+    forgetCalls();
+    root().mnuLöschen.Click();
+    EXPECT_EQ("", actions());
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_TRUE(exists(listPath(u"Zwei"_s)));
+}
+
+TEST_F(RemovePlaylists, TheRowThatWasAskedForGoesWhereverTheSelectionWandered)
+{
+    putThree();
+    catalogue().select(1);
+    desktop.messages.script({Answer::Ok, {}, {}, {}, [this] { catalogue().select(3); }});
+    root().mnuLöschen.Click();
+    EXPECT_EQ("Zwei", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Drei", catalogue().subItem(2, 1).toStdString());
+}
+
+} // namespace orvantine::fake
