@@ -2,6 +2,7 @@
 
 #include "metadata/frmID3.h"
 #include "operations/Positionen.h"
+#include "operations/Eigenschaften.h"
 #include "playback/Volume.h"
 #include "playlists/ReadPlaylists.h"
 #include "search/FindAudio.h"
@@ -76,6 +77,7 @@ Root::Root(Services& desktopServices)
       info(std::make_unique<Info>()),
       dialoge(std::make_unique<Dialoge>()),
       positionen(std::make_unique<Positionen>()),
+      eigenschaften(std::make_unique<Eigenschaften>()),
       findAudio(std::make_unique<FindAudio>()),
       suchen(std::make_unique<Suchen>()),
       tagForm(std::make_unique<frmID3V1>()),

@@ -12,6 +12,7 @@ namespace orvantine {
 
 class clsVolume;
 struct Dialoge;
+struct Eigenschaften;
 struct FindAudio;
 struct Info;
 struct Positionen;
@@ -152,6 +153,7 @@ struct Root : RootMenus
     std::unique_ptr<Info> info;
     std::unique_ptr<Dialoge> dialoge;
     std::unique_ptr<Positionen> positionen;
+    std::unique_ptr<Eigenschaften> eigenschaften;
     std::unique_ptr<FindAudio> findAudio;
     std::unique_ptr<Suchen> suchen;
     std::unique_ptr<frmID3V1> tagForm;

@@ -122,7 +122,7 @@ void pCovers_Click(Root& root)
 
 void HelpDblClick(Root& root)
 {
-    pCovers_Click(root);
+    root.pCovers.Click();
 }
 
 void pCovers_MouseDown(Root& root, MouseButton button)

@@ -8,10 +8,12 @@
 #include "metadata/TagNaming.h"
 #include "metadata/TrackInformation.h"
 #include "metadata/frmID3.h"
+#include "operations/Eigenschaften.h"
 #include "operations/Favourites.h"
 #include "operations/ListInput.h"
 #include "operations/Positionen.h"
 #include "operations/Reordering.h"
+#include "operations/Properties.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
@@ -47,6 +49,8 @@ void wireMenus(Root& root)
         on(root.mnuVerschiebung[i], root, mnuVerschiebung_Click, i);
     on(root.mnuDurchsuchen, root, mnuDurchsuchen_Click);
     on(root.mnuNeu, root, mnuNeu_Click);
+    on(root.mnuEigenschaften, root, mnuEigenschaften_Click);
+    on(root.mnuBeschriftung, root, mnuBeschriftung_Click);
     on(root.mnuLöschen, root, mnuL_schen);
     on(root.mnuFavoritenShow, root, mnuFavoritenShow_Click);
     on(root.mnuFavoriten, root, mnuFavoriten_Click);
@@ -152,6 +156,7 @@ void wire(Root& root)
     setUpDialoge(root);
     setUpPositionen(root);
     setUpTagForms(root);
+    setUpEigenschaften(root);
 }
 
 } // namespace orvantine

@@ -2,6 +2,7 @@
 
 #include "metadata/frmID3.h"
 #include "operations/Positionen.h"
+#include "operations/Eigenschaften.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -111,7 +112,8 @@ std::vector<Form*> formsOf(Root& root)
             root.dialoge.get(),
             root.positionen.get(),
             root.tagForm.get(),
-            root.otherTagForm.get()};
+            root.otherTagForm.get(),
+            root.eigenschaften.get()};
 }
 
 } // namespace orvantine::scenario
