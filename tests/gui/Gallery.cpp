@@ -1,4 +1,5 @@
 #include "gui/Sample.h"
+#include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "platform/qt/MainWindow.h"
 #include "platform/qt/QtForms.h"
@@ -101,6 +102,15 @@ int main(int argc, char** argv)
         picture(*root.dialoge, u"dialoge-3"_s);
         fake::showSample(root);
         picture(*root.positionen, u"positionen"_s);
+        Eigenschaften& properties = *root.eigenschaften;
+        properties.tName.Caption = u"Sommerabend"_s;
+        properties.tTracks.Caption = u"12 Tracks"_s;
+        properties.tPlaylistname.Text = u"Sommerabend"_s;
+        properties.tPlayliste.Text = u"/home/anna/Musik/Playlisten/Sommerabend.m3u"_s;
+        properties.tBeschreibung.Text = u"Ruhiges für die Terrasse"_s;
+        properties.tDatum.Text = u"21.06.2026"_s;
+        properties.tAlbumCover.Text = u"/home/anna/.local/share/Orvanten Manager/Resource/Sommerabend.jpg"_s;
+        picture(properties, u"eigenschaften"_s);
         forms.dropAll();
     }
     return 0;
