@@ -12,6 +12,10 @@ namespace {
 /// How long a server may take for its answer.
 constexpr auto Patience = 300ms;
 
+/// How long one that has taken the connection may take until it is ready: it may only just be starting. Where nobody
+/// listens the connection is refused at once.
+constexpr auto PatienceWithStart = 3s;
+
 } // namespace
 
 bool PulseConnection::open()
@@ -22,7 +26,7 @@ bool PulseConnection::open()
         return false;
     m_context = m_pulse.contextNew(m_pulse.mainloopGetApi(m_loop), "Orvanten Manager");
     if (m_context && m_pulse.contextConnect(m_context, nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr) >= 0 &&
-        wait([this] { return ready(); }, Patience))
+        wait([this] { return ready(); }, PatienceWithStart))
         return true;
     close();
     return false;

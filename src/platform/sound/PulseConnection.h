@@ -17,7 +17,8 @@ public:
     PulseConnection(const PulseConnection&) = delete;
     PulseConnection& operator=(const PulseConnection&) = delete;
 
-    /// Connects anew; false if no server answers in a moment.
+    /// Connects anew; false if nobody listens, or a server that has taken the connection is not
+    /// ready within three seconds.
     bool open();
     void close();
     /// Takes note of what the server told since the last call; false if the connection is lost.

@@ -160,6 +160,26 @@ TEST_F(Pulse, AServerThatTakesTheConnectionAndIsSilentIsNone)
     sound.play(cueNamed(u"READY"_s), SoundFlag::Memory);
 }
 
+TEST_F(Pulse, AServerThatIsOnlyStartingIsWaitedFor)
+{
+    // It takes the connection at once and works only a while later.
+    QFile number(server.path(u"server.pid"_s));
+    ASSERT_TRUE(number.open(QFile::ReadOnly));
+    const QString pid = QString::fromLatin1(number.readAll()).trimmed();
+    ASSERT_EQ(QProcess::execute(u"kill"_s, {u"-STOP"_s, pid}), 0);
+    QProcess goesOn;
+    goesOn.start(u"sh"_s, {u"-c"_s, u"sleep 0.8; kill -CONT $0"_s, pid});
+    ASSERT_TRUE(goesOn.waitForStarted());
+    EXPECT_TRUE(mixer.open());
+    EXPECT_TRUE(goesOn.waitForFinished());
+}
+
+TEST_F(Pulse, AServerThatRefusesTheConnectionIsNoneAtOnce)
+{
+    qputenv("PULSE_SERVER", "unix:" + server.path(u"nobody"_s).toUtf8());
+    EXPECT_FALSE(mixer.open());
+}
+
 TEST_F(Pulse, ASoundIsHeardWholeBeforePlayReturns)
 {
     server.record(recording);
