@@ -9,9 +9,13 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStyle>
+#include <QStyleOptionSlider>
 #include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -139,6 +143,7 @@ TEST_F(Window, TheCoverIsChosenByAClickAndRemovedByTheRightButton)
     };
     QTest::mouseClick(find(root.pCovers), Qt::LeftButton);
     QTest::mousePress(find(root.pCovers), Qt::RightButton);
+    QTest::mouseRelease(find(root.pCovers), Qt::RightButton);
     EXPECT_EQ(calls.join(u' ').toStdString(), "left click right");
 }
 
@@ -156,6 +161,35 @@ TEST_F(Window, TheSliderTellsAPressAScrollAndAClick)
     QTest::keyClick(slider, Qt::Key_Right);
     QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() - 2, slider->height() / 2));
     EXPECT_EQ(calls.join(u' ').toStdString(), "4 down 8 click");
+}
+
+TEST_F(Window, BesideTheThumbStandsTheLevelFromNoughtToAHundredAlone)
+{
+    open();
+    root.pVolume.Visible = true;
+    QApplication::processEvents();
+    auto* const slider = find<QSlider>(root.sVolume);
+    desktop.mixer.lines[4].level = 32000;
+    const auto thumbAt = [slider](int step) {
+        QStyleOptionSlider option;
+        option.initFrom(slider);
+        option.orientation = Qt::Horizontal;
+        option.minimum = slider->minimum();
+        option.maximum = slider->maximum();
+        option.sliderPosition = step;
+        option.sliderValue = step;
+        return slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider).center();
+    };
+    root.sVolume.Value = 4;
+    QTest::mousePress(slider, Qt::LeftButton, {}, thumbAt(4));
+    EXPECT_TRUE(slider->isSliderDown());
+    const QPoint place = thumbAt(5);
+    QMouseEvent move(QEvent::MouseMove, place, slider->mapToGlobal(place), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(slider, &move);
+    EXPECT_EQ(root.sVolume.Value.value(), 5);
+    EXPECT_EQ(QToolTip::text().toStdString(), "62");
+    QTest::mouseRelease(slider, Qt::LeftButton, {}, place);
+    QToolTip::hideText();
 }
 
 TEST_F(Window, PlaceAndSizeGoBothWays)

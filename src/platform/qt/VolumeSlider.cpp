@@ -6,8 +6,6 @@
 
 namespace orvantine {
 
-using namespace Qt::StringLiterals;
-
 VolumeSlider::VolumeSlider(Slider& control, QWidget* parent) : QSlider(Qt::Horizontal, parent), m_control(control)
 {
     setObjectName(control.fullName());
@@ -55,7 +53,7 @@ void VolumeSlider::scroll(int value)
     if (m_control.Scroll)
         m_control.Scroll();
     if (isSliderDown() && !m_control.Text.value().isEmpty())
-        QToolTip::showText(mapToGlobal(QPoint(width() / 2, -height())), m_control.Text.value() + u" %"_s, this);
+        QToolTip::showText(mapToGlobal(QPoint(width() / 2, -height())), m_control.Text.value(), this);
 }
 
 } // namespace orvantine
