@@ -219,6 +219,8 @@ void playUnattended(Root& root)
         return;
     root.State = WindowState::Minimized;
     Pause(root, 1.0);
+    if (root.services.events.ended())
+        return;
     root.mnuWiedergabe.Click();
     root.Timer1.Enabled = true;
     root.Tag = u"1"_s;

@@ -186,6 +186,8 @@ void Timer3_Tick(Root& root)
         return;
     Pause(root, 3.0);
     root.services.events.yield();
+    if (root.services.events.ended())
+        return;
     root.services.launcher.start({.kind = LaunchKind::Program, .command = setup, .target = setup, .arguments = {}});
     IniFiles::WriteValue(root, databaseFile(root), u"Options"_s, u"Update"_s,
                          dateText(root.services.events.now().date()));

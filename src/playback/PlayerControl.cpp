@@ -42,7 +42,10 @@ void startList(Root& root)
     if (row == 0)
         return;
 
+    const int read = root.currentRead;
     player.newPlaylist(list.subItem(row, 2), list.subItem(row, 3));
+    // The end of this list has not been seen yet, whatever became of the one before.
+    root.pPausePlayer.Tag = u"0"_s;
     if (root.LListView2.count() == 1) {
         playSingleTrack(root);
         return;
@@ -53,19 +56,16 @@ void startList(Root& root)
     root.LListView2.Tag = QString::number(row);
     root.pSoundPlayer.Tag = root.LListView2.Tag;
     showRunning(root, true);
-    // The end of this list has not been seen yet, whatever became of the one before.
-    root.pPausePlayer.Tag = u"0"_s;
     offerPause(root);
     if (player.status() != u"Beendet"_s)
         player.close();
     player.setURL(list.subItem(row, 2));
     root.Timer1.Enabled = true;
-    const int read = root.currentRead;
     root.services.events.yield();
 
     markAllFavourites(root);
     list.setIcons(row, u"Icon_C"_s);
-    // A click inside the yield has opened another list: its row stays selected.
+    // A click while events were served has opened another list: its row stays selected.
     if (read == root.currentRead)
         list.select(row);
 }

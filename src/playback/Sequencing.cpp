@@ -30,6 +30,7 @@ void startTrack(Root& root)
     MediaPlayer& player = root.services.mediaplayer;
     const ListView& list = root.LListView1;
     showRunning(root, true);
+    root.pPausePlayer.Tag = u"0"_s;
     root.pSoundPlayer.Tag = QString::number(list.selectedRow());
     player.close();
     QString path = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
@@ -97,6 +98,8 @@ void playNextPlaylist(Root& root)
     root.Timer1.Enabled = true;
     root.pPausePlayer.Tag = u"0"_s;
     Pause(root, 1.0);
+    if (root.services.events.ended())
+        return;
     returnToRow(root, remembered);
 }
 
@@ -104,16 +107,23 @@ void playNextPlaylist(Root& root)
 
 void playSingleTrack(Root& root)
 {
-    if (root.LListView2.count() == 0)
-        return;
-    leaveSequence(root);
-    if (!root.pSoundPlayer.Enabled.value()) {
-        showRunning(root, false);
-        root.services.mediaplayer.close();
+    // What plays is stopped and the steps run again. Events are served in them, so something may have been started
+    // meanwhile; that goes on in the end, or the two would stop one another for ever.
+    constexpr int MostRounds = 3;
+    for (int round = 0; round < MostRounds; ++round) {
+        if (root.LListView2.count() == 0)
+            return;
         leaveSequence(root);
+        if (root.pSoundPlayer.Enabled.value()) {
+            startTrack(root);
+            LoadMp3Info(root);
+            return;
+        }
+        if (round + 1 < MostRounds) {
+            showRunning(root, false);
+            root.services.mediaplayer.close();
+        }
     }
-    startTrack(root);
-    LoadMp3Info(root);
 }
 
 void mnuWiederholung_Click(Root& root, int index)

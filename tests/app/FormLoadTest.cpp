@@ -108,6 +108,17 @@ TEST_F(FormLoad, PlayShowsTheSplashAndThenMinimisesAndPlays)
     EXPECT_TRUE(root().Timer1.Enabled.value());
 }
 
+TEST_F(FormLoad, AProgramThatEndsInThePauseBeforeItPlaysPlaysNothing)
+{
+    putCatalogue({u"Erste"_s});
+    const auto pauseBegins = root().State.addNotifier(
+        [&] { desktop.events().after(std::chrono::milliseconds{500}, [&] { desktop.events().endProcess(); }); });
+    start(u"/play"_s);
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("", calls({u"Mediaplayer.URL"_s}));
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+}
+
 TEST_F(FormLoad, HideAndPlayTogetherStartANormalWindow)
 {
     putCatalogue({u"Erste"_s});

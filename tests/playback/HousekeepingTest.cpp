@@ -353,4 +353,48 @@ TEST_F(Housekeeping, WithoutASetupFileNoDateIsWritten)
     EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
 }
 
+TEST_F(Housekeeping, AProgramThatEndsInThoseSecondsStartsNoUpdate)
+{
+    put(desktop.folders.program + u"/Updates/Setup.exe"_s, "x");
+    const QByteArray before = bytes(database());
+    root().Timer3.Tag = u"89"_s;
+    desktop.events().after(std::chrono::milliseconds{1000}, [&] { desktop.events().endProcess(); });
+    Timer3_Tick(root());
+    EXPECT_TRUE(desktop.launcher.started.empty());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(Housekeeping, TheButtonsOfTheTransportFollowWhatStoodBeforeTheCommands)
+{
+    root().pSoundPlayer.Enabled = false;
+    Timer2_Tick(root());
+    EXPECT_TRUE(root().pPlayBack.Enabled.value());
+    EXPECT_TRUE(root().pSoundPlayer.Enabled.value());
+    Timer2_Tick(root());
+    EXPECT_FALSE(root().pPlayBack.Enabled.value());
+    EXPECT_FALSE(root().pPlayForward.Enabled.value());
+}
+
+TEST_F(Housekeeping, ADescriptionThatIsTooLongGoesWithTheNextPass)
+{
+    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, QString(161, u'x'));
+    Timer2_Tick(root());
+    EXPECT_EQ(161, root().LSoundCaption.Caption.value().size());
+    EXPECT_TRUE(root().LSoundCaption.Visible.value());
+    Timer2_Tick(root());
+    EXPECT_FALSE(root().LSoundCaption.Visible.value());
+}
+
+TEST_F(Housekeeping, AHintIsTheSameIfItsFirst38CharactersAre)
+{
+    tracks().clear();
+    for (const auto& [caption, stays] : {std::pair{u"Wenn Sie der aktuellen Wiedergabeliste"_s, true},
+                                         std::pair{u"Wenn Sie der aktuellen WiedergabelistX"_s, false}}) {
+        ASSERT_EQ(38, caption.size());
+        root().LSoundCaption.Caption = caption;
+        Timer2_Tick(root());
+        EXPECT_EQ(stays, root().LSoundCaption.Caption.value() == caption) << caption.toStdString();
+    }
+}
+
 } // namespace orvantine::fake

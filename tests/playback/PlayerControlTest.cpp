@@ -210,4 +210,78 @@ TEST_F(PlayerControl, AFailingCallToThePlayerIsPassedOver)
     EXPECT_EQ("Icon_C Icon_1 Icon_1 Icon_1", marks());
 }
 
+TEST_F(PlayerControl, APlaylistClickedInsideTheStartStaysSelectedAndTheFirstOneBearsTheDisc)
+{
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { click(2); });
+    pSoundPlayer_Click(root());
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ("Icon_C Icon_1 Icon_1 Icon_1", marks());
+    EXPECT_EQ("play 0 pause 1 tag 1 lists 1/1 timer 1 item3 1 item4 0 Wiedergabe stoppen ", state());
+}
+
+TEST_F(PlayerControl, ARowSelectedInsideTheStartGivesWayToThePlayingOne)
+{
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { catalogue().select(2); });
+    pSoundPlayer_Click(root());
+    EXPECT_EQ(1, catalogue().selectedRow());
+    EXPECT_EQ("Icon_C Icon_1 Icon_1 Icon_1", marks());
+}
+
+TEST_F(PlayerControl, InsideTheStartThePlayerHasItsListAndTheRowNotYetItsDisc)
+{
+    std::string seen;
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { seen = marks() + '\n' + state() + '\n' + told(); });
+    pSoundPlayer_Click(root());
+    EXPECT_EQ("Icon_6 Icon_1 Icon_1 Icon_1\n"
+              "play 0 pause 1 tag 1 lists 1/1 timer 1 item3 1 item4 0 Wiedergabe stoppen \n"
+              "newPlaylist(Erste.m3u, 2)\nclose\nURL = Erste.m3u",
+              seen);
+}
+
+TEST_F(PlayerControl, ButtonsOutOfStepServeTheEventsBehindTheClose)
+{
+    root().pSoundPlayer.Enabled = false;
+    root().pPausePlayer.Enabled = false;
+    std::string seen;
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { seen = told(); });
+    pSoundPlayer_Click(root());
+    EXPECT_EQ("close", seen);
+}
+
+TEST_F(PlayerControl, AResumedSingleTrackStartsTheTimerToo)
+{
+    tracks().DblClick();
+    ASSERT_FALSE(root().Timer1.Enabled.value());
+    root().pPausePlayer.Click();
+    pSoundPlayer_Click(root());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+}
+
+TEST_F(PlayerControl, GoingOnWhileItPlaysIsAStop)
+{
+    pSoundPlayer_Click(root());
+    forgetCalls();
+    mnuSoundplayer_Click(root(), 4);
+    EXPECT_EQ("controls.stop\nclose", told());
+    EXPECT_EQ("play 1 pause 0 tag 0 lists 1/1 timer 0 item3 1 item4 0 Wiedergabe starten ", state());
+}
+
+TEST_F(PlayerControl, TheEndOfAHiddenProgramThatPlaysStopsThePlayerAndOfOneThatIsPausedTellsItNothing)
+{
+    for (const bool paused : {false, true}) {
+        SCOPED_TRACE(paused ? "paused" : "playing");
+        desktop.newProcess();
+        SetUp();
+        pSoundPlayer_Click(root());
+        if (paused)
+            root().pPausePlayer.Click();
+        root().State = WindowState::Minimized;
+        ASSERT_FALSE(root().Visible.value());
+        forgetCalls();
+        root().mnuBeenden.Click();
+        EXPECT_EQ(std::string(paused ? "" : "Mediaplayer.controls.stop\n") + "tray.remove\nevents.endProcess",
+                  calls({u"Mediaplayer."_s, u"tray."_s, u"events."_s}));
+    }
+}
+
 } // namespace orvantine::fake

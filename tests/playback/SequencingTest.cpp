@@ -293,4 +293,183 @@ TEST_F(Sequencing, ADoubleClickOnAnEmptyListDoesNothing)
     EXPECT_TRUE(root().pSoundPlayer.Enabled.value());
 }
 
+TEST_F(Sequencing, AListOfOneTrackIsRepeatedOncePerEnd)
+{
+    chooseMode(1);
+    click(4);
+    catalogue().DblClick();
+    player().pretendEnded();
+    run(180);
+    ASSERT_EQ("/m/Einzeln 1.mp3", player().URL().toStdString());
+    forgetCalls();
+    run(720);
+    EXPECT_EQ("", told());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+    player().pretendEnded();
+    run(180);
+    EXPECT_EQ(1, QString::fromStdString(told()).count(u"URL = "_s));
+}
+
+TEST_F(Sequencing, AnEndSeenWithoutAModeIsForgottenByTheNextSingleTrack)
+{
+    chooseMode(0);
+    playToTheEnd(1);
+    run(180);
+    ASSERT_EQ("1", root().pPausePlayer.Tag.toStdString());
+    tracks().DblClick();
+    EXPECT_EQ("0", root().pPausePlayer.Tag.toStdString());
+}
+
+TEST_F(Sequencing, AClosedPlayerIsTheEndOfAListToo)
+{
+    for (const int mode : {3, 0}) {
+        SCOPED_TRACE(mode);
+        desktop.newProcess();
+        SetUp();
+        chooseMode(mode);
+        pSoundPlayer_Click(root());
+        player().close();
+        forgetCalls();
+        run(180);
+        EXPECT_EQ(mode == 3 ? "close\nnewPlaylist(Zweite.m3u, 2)\nclose\nURL = Zweite.m3u" : "", told());
+        if (mode == 0) {
+            EXPECT_EQ("1", root().pPausePlayer.Tag.toStdString());
+            EXPECT_EQ("play 1 pause 0 tag 1 lists 1/1 timer 1 item3 1 item4 0 Wiedergabe starten ", state());
+        }
+    }
+}
+
+TEST_F(Sequencing, APlayerThatStoppedBeforeTheLastTrackIsNoEnd)
+{
+    for (const int mode : {1, 2, 3}) {
+        SCOPED_TRACE(mode);
+        chooseMode(mode);
+        pSoundPlayer_Click(root());
+        player().stop();
+        root().pHinweistext.Visible = true;
+        forgetCalls();
+        run(180);
+        EXPECT_EQ("", told());
+        EXPECT_EQ("0", root().pPausePlayer.Tag.toStdString());
+        EXPECT_TRUE(root().pHinweistext.Visible.value());
+        root().pStopPlayer.Click();
+    }
+}
+
+TEST_F(Sequencing, AListOfOneTrackIsALinkOfTheSequence)
+{
+    playToTheEnd(3);
+    run(180);
+    EXPECT_EQ("close\nnewPlaylist(Einzeln.m3u, 1)\nclose\nnewMedia(/m/Einzeln 1.mp3)\nURL = /m/Einzeln 1.mp3", told());
+    EXPECT_EQ("4/4", root().pSoundPlayer.Tag.toStdString() + '/' + root().LListView2.Tag.toStdString());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+    player().pretendEnded();
+    run(180);
+    EXPECT_EQ("close\nnewPlaylist(Erste.m3u, 2)\nclose\nURL = Erste.m3u", told());
+}
+
+TEST_F(Sequencing, WithTheHousekeepingBesideItTheNextListIsStartedOnceAndNeverStopped)
+{
+    // The housekeeping is due behind the sequence, and before it.
+    for (const int before : {0, 550}) {
+        SCOPED_TRACE(before);
+        desktop.newProcess();
+        SetUp();
+        pSoundPlayer_Click(root());
+        root().Timer2.Enabled = true;
+        run(before);
+        player().pretendEnded();
+        forgetCalls();
+        run(5000);
+        EXPECT_EQ("close\nnewPlaylist(Zweite.m3u, 2)\nclose\nURL = Zweite.m3u", told());
+        EXPECT_EQ("play 0 pause 1 tag 1 lists 2/2 timer 1 item3 1 item4 0 Wiedergabe stoppen ", state());
+    }
+}
+
+TEST_F(Sequencing, ThePauseButtonIsOffBeforeTheFirstEventIsServed)
+{
+    playToTheEnd(1);
+    bool on = true;
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { on = root().pPausePlayer.Enabled.value(); });
+    Timer1_Tick(root());
+    EXPECT_FALSE(on);
+}
+
+TEST_F(Sequencing, TheHousekeepingTicksInTheWaitForTheNextList)
+{
+    playToTheEnd(1);
+    root().Timer2.Enabled = true;
+    root().LListenCaption.Caption = QString();
+    QString inTheWait;
+    desktop.events().after(std::chrono::milliseconds{900}, [&] { inTheWait = root().LListenCaption.Caption.value(); });
+    Timer1_Tick(root());
+    EXPECT_FALSE(inTheWait.isEmpty());
+}
+
+TEST_F(Sequencing, AnEndThatNobodyPlaysToIsOnlyNoted)
+{
+    playToTheEnd(1);
+    showRunning(root(), false);
+    run(180);
+    EXPECT_EQ("1", root().pPausePlayer.Tag.toStdString());
+    EXPECT_TRUE(root().pSoundPlayer.Enabled.value());
+    EXPECT_EQ("", told());
+}
+
+TEST_F(Sequencing, ADoubleClickReadsTheTrackInTheEndEvenIfItIsGone)
+{
+    desktop.disk().remove(u"/m/Erste 2.mp3"_s);
+    const QList<Label*> labels{&root().sTitle, &root().sArtist, &root().sAlbum, &root().sKommentar, &root().sJahr};
+    for (Label* label : labels)
+        label->Caption = u"alt"_s;
+    tracks().select(2);
+    tracks().DblClick();
+    EXPECT_EQ("/m/Erste 2.mp3", root().CurrentMp3File.toStdString());
+    for (const Label* label : labels)
+        EXPECT_EQ("", label->Caption.value().toStdString()) << label->name.toStdString();
+}
+
+TEST_F(Sequencing, ANameWithASeparatorGoesAsItStands)
+{
+    tracks().setSubItem(1, 3, u"sub\\lied.mp3"_s);
+    tracks().select(1);
+    playSingleTrack(root());
+    EXPECT_EQ("close\nnewMedia(sub\\lied.mp3)\nURL = sub\\lied.mp3", told());
+}
+
+TEST_F(Sequencing, TracksThatAreGoneWhenTheStepsRunAgainArePlayedNoMore)
+{
+    pSoundPlayer_Click(root());
+    forgetCalls();
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { tracks().clear(); });
+    tracks().DblClick();
+    EXPECT_EQ("close", told());
+}
+
+TEST_F(Sequencing, AButtonThatStaysOffEndsTheStepsAfterSomeRounds)
+{
+    // Without a catalogue the housekeeping inside the steps takes the button back each time.
+    catalogue().clear();
+    tracks().select(1);
+    root().pSoundPlayer.Enabled = false;
+    tracks().DblClick();
+    EXPECT_EQ("close\nclose", told());
+}
+
+TEST_F(Sequencing, AProgramThatEndsBehindTheStartOfTheNextListReadsNoFurtherOne)
+{
+    setting(u"ShowChange"_s, dwordSetting(1));
+    pSoundPlayer_Click(root());
+    click(3);
+    player().pretendEnded();
+    desktop.events().after(std::chrono::milliseconds{1500}, [&] {
+        EXPECT_EQ("2", root().pSoundPlayer.Tag.toStdString());
+        desktop.events().endProcess();
+        forgetCalls();
+    });
+    Timer1_Tick(root());
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("", calls({u"files."_s}));
+}
+
 } // namespace orvantine::fake

@@ -115,4 +115,52 @@ TEST_F(Tray, TheBitRateSymbolChoosesACoverOnlyWithACatalogue)
     EXPECT_EQ(1, desktop.log.linesOf({u"choosers.open"_s}).size());
 }
 
+TEST_F(Tray, AClickDuringTheStartDoesNothing)
+{
+    setting(u"Error"_s, dwordSetting(0));
+    putCatalogue({u"Erste"_s});
+    const auto seen = [this] {
+        return std::to_string(static_cast<int>(root().State.value())) + ' ' + (root().Visible.value() ? "1" : "0");
+    };
+    std::string before;
+    std::string after;
+    const auto pauseBegins = root().State.addNotifier([&] {
+        desktop.events().after(std::chrono::milliseconds{500}, [&] {
+            before = seen();
+            desktop.tray().click(MouseButton::Left);
+            after = seen();
+        });
+    });
+    start(u"/play"_s);
+    EXPECT_EQ("1 0", before);
+    EXPECT_EQ(before, after);
+    EXPECT_EQ("1 0", seen());
+}
+
+TEST_F(Tray, TheWindowComesToTheFrontBeforeItsPlaceAndStateAreMended)
+{
+    startPlayback();
+    pTrayicons_MouseMove(root(), 7695);
+    root().Left = 40000;
+    forgetCalls();
+    std::string seen;
+    desktop.events().after(std::chrono::milliseconds{0}, [&] {
+        seen = calls({u"forms."_s}) + (root().Visible.value() ? " visible" : " hidden") +
+               (root().State.value() == WindowState::Minimized ? " minimised " : " other ") +
+               std::to_string(root().Left.value());
+    });
+    pTrayicons_MouseMove(root(), 7740);
+    EXPECT_EQ("forms.toFront Root hidden minimised 40000", seen);
+}
+
+TEST_F(Tray, AMaximisedWindowComesBackAsANormalOne)
+{
+    startPlayback();
+    root().State = WindowState::Maximized;
+    pTrayicons_MouseMove(root(), 7695);
+    pTrayicons_MouseMove(root(), 7695);
+    EXPECT_EQ(WindowState::Normal, root().State.value());
+    EXPECT_TRUE(root().Visible.value());
+}
+
 } // namespace orvantine::fake
