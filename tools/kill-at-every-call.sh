@@ -7,7 +7,7 @@ set -euo pipefail
 fixture=$(realpath "$1")
 shift
 commands=("$@")
-[[ ${#commands[@]} -gt 0 ]] || commands=(save move positions)
+[[ ${#commands[@]} -gt 0 ]] || commands=(save remove remove-last move positions)
 # Between two of these calls nothing on the disk changes.
 calls=(write pwrite64 ftruncate unlink rename fsync fdatasync fchmod chmod utimensat mkdir fallocate)
 

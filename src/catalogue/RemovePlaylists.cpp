@@ -105,6 +105,7 @@ void mnuL_schen(Root& root)
         return;
     list.select(row);
 
+    const WholeChange together(root.files);
     const QString database = databaseFile(root);
     if (Dateiexistenz::FileExists(root, database))
         root.files.copy(database, backupFile(root));

@@ -121,7 +121,7 @@ void show(Machine& machine)
 
 } // namespace
 
-/// orvantine-crash-fixture prepare|save|move|positions|show FOLDER
+/// orvantine-crash-fixture prepare|save|remove|remove-last|move|positions|show FOLDER
 int main(int argc, char** argv)
 {
     if (argc != 3)
@@ -140,6 +140,11 @@ int main(int argc, char** argv)
         machine.run([&root] {
             root.LListView1.setSubItem(3, 1, u"Anderer Name"_s);
             root.mnuSpeichern.Click();
+        });
+    else if (command == "remove" || command == "remove-last")
+        machine.run([&root, command] {
+            root.LListView1.select(command == "remove" ? 3 : root.LListView1.count());
+            root.mnuLöschen.Click();
         });
     else if (command == "move")
         machine.run([&root] {
