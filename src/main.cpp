@@ -1,6 +1,7 @@
 #include "app/FormLoad.h"
 #include "app/Root.h"
 #include "platform/media/MpvPlayer.h"
+#include "platform/mpris/MprisBus.h"
 #include "platform/posix/LockInstance.h"
 #include "platform/posix/PosixFiles.h"
 #include "platform/posix/PosixVolumes.h"
@@ -138,11 +139,19 @@ int run()
     Root root(services);
     MainWindow window(root);
     desktop.forms.setMainWindow(&root, &window);
-    QTimer::singleShot(0, &window, [&root] {
+    PlayerFace face(root, [] { return QApplication::activeModalWidget() != nullptr; });
+    MprisBus bus(face, QCoreApplication::applicationName(), QGuiApplication::desktopFileName());
+    QTimer::singleShot(0, &window, [&root, &window, &bus] {
         Form_Initialize(root);
         Form_Load(root);
         // Behind the events that draw it.
-        QTimer::singleShot(0, [] { qCDebug(startLog, "window visible"); });
+        QTimer::singleShot(0, &window, [&root, &bus] {
+            qCDebug(startLog, "window visible");
+            if (root.services.events.ended())
+                return;
+            bus.start();
+            qCDebug(startLog, "on the bus");
+        });
     });
     const int result = QApplication::exec();
 

@@ -65,7 +65,7 @@ TEST(Architecture, TheLogicKnowsNoDesktop)
 
 TEST(Architecture, TheLogicIncludesOnlyTheInterfacesOfThePlatform)
 {
-    EXPECT_EQ("", matches(logicSources(), u"#include \"platform/(qt|posix|media|sound|tags|archive)/"_s));
+    EXPECT_EQ("", matches(logicSources(), u"#include \"platform/(qt|posix|media|mpris|sound|tags|archive)/"_s));
 }
 
 TEST(Architecture, UsersFilesGoThroughOneDoor)

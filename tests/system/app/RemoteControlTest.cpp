@@ -1,0 +1,123 @@
+#include "system/app/Program.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine::desk {
+
+namespace {
+
+/// The program on the demo catalogue, told what to do by the tools that desktops bring along.
+class RemoteControl : public ::testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        const QString demo = desk.path(u"demo"_s);
+        ASSERT_TRUE(desk.tool(QStringLiteral(ORVANTINE_MAKE_DEMO), {u"--small"_s, u"--seconds"_s, u"30"_s, demo}));
+        for (const QString& name : {u"data"_s, u"config"_s, u"state"_s})
+            desk.environment.insert(u"XDG_"_s + name.toUpper() + u"_HOME"_s, demo + u'/' + name);
+    }
+
+    /// What the tool prints; nothing where it fails.
+    QString playerctl(const QStringList& arguments)
+    {
+        return desk.tool(u"playerctl"_s, QStringList{u"--player=orvantine"_s} + arguments)
+            .value_or(QString())
+            .trimmed();
+    }
+    /// Waits until the property is seen so.
+    bool awaitTold(const QStringList& question, const QString& answer)
+    {
+        return await([&] { return playerctl(question) == answer; });
+    }
+    /// The answer to a call; nothing where it fails.
+    std::optional<QString> call(const QString& method, const QStringList& arguments = {})
+    {
+        return desk.tool(u"dbus-send"_s,
+                         QStringList{u"--session"_s, u"--print-reply"_s, u"--dest=org.mpris.MediaPlayer2.orvantine"_s,
+                                     u"/org/mpris/MediaPlayer2"_s, method} +
+                             arguments);
+    }
+
+    Desk desk;
+};
+
+} // namespace
+
+TEST_F(RemoteControl, PlaysPausesSkipsAndStops)
+{
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    ASSERT_TRUE(awaitTold({u"status"_s}, u"Stopped"_s)) << program.complaints();
+    // What is announced, one line a change.
+    Process follower(desk.environment);
+    follower.start(u"playerctl"_s, {u"--player=orvantine"_s, u"--follow"_s, u"status"_s});
+    ASSERT_TRUE(follower.waitForStarted());
+
+    playerctl({u"play"_s});
+    EXPECT_TRUE(awaitTold({u"status"_s}, u"Playing"_s));
+    const QString first = playerctl({u"metadata"_s, u"xesam:url"_s});
+    EXPECT_TRUE(first.startsWith(u"file:///"_s)) << first.toStdString();
+    EXPECT_TRUE(await([&] { return playerctl({u"metadata"_s, u"mpris:length"_s}).startsWith(u"30"_s); }));
+    EXPECT_FALSE(playerctl({u"metadata"_s, u"xesam:title"_s}).isEmpty());
+    EXPECT_FALSE(playerctl({u"metadata"_s, u"xesam:artist"_s}).isEmpty());
+
+    playerctl({u"next"_s});
+    EXPECT_TRUE(await([&] {
+        const QString url = playerctl({u"metadata"_s, u"xesam:url"_s});
+        return !url.isEmpty() && url != first;
+    }));
+    playerctl({u"previous"_s});
+    EXPECT_TRUE(awaitTold({u"metadata"_s, u"xesam:url"_s}, first));
+    playerctl({u"pause"_s});
+    EXPECT_TRUE(awaitTold({u"status"_s}, u"Paused"_s));
+    playerctl({u"play-pause"_s});
+    EXPECT_TRUE(awaitTold({u"status"_s}, u"Playing"_s));
+    playerctl({u"loop"_s, u"Playlist"_s});
+    EXPECT_TRUE(awaitTold({u"loop"_s}, u"Playlist"_s));
+    playerctl({u"stop"_s});
+    EXPECT_TRUE(awaitTold({u"status"_s}, u"Stopped"_s));
+
+    QStringList followed;
+    EXPECT_TRUE(await([&] {
+        while (follower.canReadLine())
+            followed += QString::fromUtf8(follower.readLine()).trimmed();
+        return followed.size() >= 5;
+    })) << followed.join(u' ').toStdString();
+    followed.removeAll(QString());
+    EXPECT_EQ(followed.join(u' ').toStdString(), "Stopped Playing Paused Playing Stopped");
+    follower.end();
+    EXPECT_TRUE(program.closes());
+    EXPECT_EQ(playerctl({u"status"_s}), QString());
+}
+
+TEST_F(RemoteControl, ChoosesAPlaylistAndEndsTheProgram)
+{
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    const QString playlistsOf = u"org.mpris.MediaPlayer2.Playlists."_s;
+    QString told;
+    ASSERT_TRUE(await([&] {
+        told = call(playlistsOf + u"GetPlaylists"_s,
+                    {u"uint32:0"_s, u"uint32:100"_s, u"string:UserDefined"_s, u"boolean:false"_s})
+                   .value_or(QString());
+        return !told.isEmpty();
+    })) << program.complaints();
+    static const QRegularExpression entry(u"object path \"([^\"]+)\"\\s+string \"Lange Fahrt nach Norden\""_s);
+    const QString wanted = entry.match(told).captured(1);
+    ASSERT_FALSE(wanted.isEmpty()) << told.toStdString();
+    EXPECT_TRUE(call(playlistsOf + u"ActivatePlaylist"_s, {u"objpath:"_s + wanted}));
+    EXPECT_TRUE(awaitTold({u"status"_s}, u"Playing"_s));
+    const QString active = call(u"org.freedesktop.DBus.Properties.Get"_s,
+                                {u"string:org.mpris.MediaPlayer2.Playlists"_s, u"string:ActivePlaylist"_s})
+                               .value_or(QString());
+    EXPECT_TRUE(active.contains(u"boolean true"_s) && active.contains(wanted)) << active.toStdString();
+    EXPECT_TRUE(call(u"org.mpris.MediaPlayer2.Quit"_s));
+    EXPECT_TRUE(program.ends()) << program.complaints();
+}
+
+} // namespace orvantine::desk
