@@ -3,6 +3,7 @@
 
 #include "app/IniFiles.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "catalogue/RemovePlaylists.h"
 #include "operations/Reordering.h"
 #include "playlists/ReadPlaylists.h"
 
@@ -189,6 +190,24 @@ Row moveRow()
     return {u"one move in 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 100, false};
 }
 
+Row removalRow()
+{
+    BenchDesktop desktop;
+    layOutFullCatalogue(desktop);
+    const double time = medianMilliseconds(9, [&] {
+        desktop.root.LListView1.select(1);
+        desktop.messages.answer(Answer::Ok);
+        mnuL_schen(desktop.root);
+    });
+    if (desktop.root.LListView1.count() != MostPlaylists - 10)
+        qFatal("no row was removed");
+    const double floor = medianMilliseconds(9, [&] {
+        QFile::remove(desktop.path(u"kopie"_s));
+        QFile::copy(desktop.database(), desktop.path(u"kopie"_s));
+    });
+    return {u"one removal from 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 100, false};
+}
+
 Row reloadCatalogue()
 {
     BenchDesktop desktop;
@@ -208,7 +227,7 @@ Row reloadCatalogue()
 
 std::vector<Row> catalogueRows()
 {
-    return {openLargeList(), saveCatalogue(), moveRow(), reloadCatalogue(), readValue(), writeValue()};
+    return {openLargeList(), saveCatalogue(), moveRow(), removalRow(), reloadCatalogue(), readValue(), writeValue()};
 }
 
 } // namespace orvantine::bench
