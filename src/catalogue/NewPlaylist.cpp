@@ -99,11 +99,10 @@ bool NewPlayliste(Root& root, QString& path, QString name)
 
     // A name that would leave the folder never forms a path: the row stands, its file does not.
     const bool usable = !formed || (!FileDirPath::hasSeparator(name) && !name.contains(QChar(u'\0')));
-    const bool exists = usable && Dateiexistenz::FileExists(root, path);
-    if (exists)
+    if (usable && Dateiexistenz::FileExists(root, path))
         root.files.clearAttributes(path);
     services.events.yield();
-    if (root.Visible.value() && usable && !exists)
+    if (root.Visible.value() && usable && !Dateiexistenz::FileExists(root, path))
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);

@@ -130,6 +130,10 @@ void mnuL_schen(Root& root)
     QString opened = list.subItem(list.count(), 2);
     GetPlayEntrys(root, opened);
     root.services.events.yield();
+    if (root.pCoverBack.Visible.value()) {
+        root.pCoverBack.Height = root.xpFrame1.Height.value();
+        root.pCoverBack.Top = root.xpFrame1.Top.value();
+    }
     showRowCover(root, list.selectedRow());
 
     root.mnuSpeichern.Click();

@@ -98,7 +98,7 @@ void takeNameAndPath(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     ListView& list = root.LListView1;
-    const bool open = list.subItem(row, 2) == root.openPlaylist && QString::number(row) == list.Tag;
+    const bool open = list.subItem(row, 2) == root.openPlaylist;
     if (open)
         root.tPlaylisteinträge.Caption = form.tPlaylistname.Text.value();
     // The tracks that are shown are those of the old file: the next click reads the new one.

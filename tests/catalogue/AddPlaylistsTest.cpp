@@ -3,6 +3,7 @@
 #include "catalogue/CatalogueWorld.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "catalogue/NewPlaylist.h"
 #include "playlists/ReadPlaylists.h"
 #include "search/FindAudio.h"
 #include "search/IndexFiles.h"
@@ -227,6 +228,73 @@ TEST_F(AddPlaylists, ARowThatIsTakenAwayDuringTheWaitLeavesTheOthersAlone)
     EXPECT_EQ(1, catalogue().count());
     EXPECT_EQ("2", catalogue().subItem(1, 3).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(AddPlaylists, AListThatIsMissingStartsAsAFileWithOneEmptyLine)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    putFolder(u"/m"_s);
+    QString path = u"/m/fehlt.m3u"_s;
+    EXPECT_TRUE(NewPlayliste(root(), path, u"X"_s));
+    EXPECT_EQ("\r\n", bytes(path).toStdString());
+
+    // So a load in a visible window makes the file that is missing, and the row is not red.
+    desktop.disk().remove(listPath(u"Eins"_s));
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    EXPECT_EQ("\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 1));
+}
+
+TEST_F(AddPlaylists, AFileThatAppearsMeanwhileIsNotEmptied)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    putFolder(u"/m"_s);
+    QString path = u"/m/spät.m3u"_s;
+    desktop.events().after(std::chrono::milliseconds(0), [this] { put(u"/m/spät.m3u"_s, "von anderswo\r\n"); });
+    EXPECT_TRUE(NewPlayliste(root(), path, u"X"_s));
+    EXPECT_EQ("von anderswo\r\n", bytes(path).toStdString());
+}
+
+TEST_F(AddPlaylists, TheDoubleCheckLooksAtTheFirst160Keys)
+{
+    putCatalogue({u"Eins"_s});
+    root().services.profiles.setValue(database(), u"Index"_s, u"161b"_s, u"Pop"_s);
+    start();
+    root().services.profiles.setValue(database(), u"Index"_s, u"160b"_s, u"Rock"_s);
+    const auto add = [this](const QString& name) {
+        QString path;
+        return NewPlayliste(root(), path, name);
+    };
+    EXPECT_TRUE(add(u"pop"_s));
+    EXPECT_EQ("", boxes());
+    desktop.messages.answer(Answer::No);
+    EXPECT_FALSE(add(u"rock"_s));
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    desktop.messages.answer(Answer::No);
+    EXPECT_FALSE(add(u"rock"_s));
+    setting(u"CheckEntrys"_s, dwordSetting(2));
+    EXPECT_TRUE(add(u"rock"_s));
+}
+
+TEST_F(AddPlaylists, TheFolderStandsAgainBeforeTheNameIsAskedForIfThereIsAPath)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    desktop.disk().remove(listPath(u"Eins"_s));
+    const auto folderAfter = [this](const QString& given) {
+        desktop.messages.enter({});
+        QString path = given;
+        forgetCalls();
+        EXPECT_FALSE(NewPlayliste(root(), path, QString()));
+        EXPECT_FALSE(root().buttonsDisabled);
+        return calls({u"files.makeFolder"_s});
+    };
+    desktop.log.failNext(u"files.folderExists"_s);
+    EXPECT_NE("", folderAfter(u"/m/a.m3u"_s)) << "asked before the box";
+    EXPECT_EQ("", folderAfter(QString()));
 }
 
 TEST_F(AddPlaylists, TheIndexIsOfTodayOnlyByItsFileDate)

@@ -247,6 +247,64 @@ TEST_F(RemovePlaylists, WithTheFavouritesFilterOnTheFileKeepsItsOldIndex)
     EXPECT_EQ(before, databaseText());
 }
 
+TEST_F(RemovePlaylists, AFilteredRowGoesFromTheViewAlone)
+{
+    putThree();
+    root().services.profiles.setValue(database(), u"Index"_s, u"3g"_s, u"1"_s);
+    const std::string before = databaseText();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(2, catalogue().count());
+    remove(1);
+    EXPECT_EQ(1, catalogue().count());
+    EXPECT_EQ(before, databaseText());
+}
+
+TEST_F(RemovePlaylists, TheLastRowIsKnownByItsText)
+{
+    putThree();
+    put(database(), bytes(database()) + "[Rename]\r\nDrei.m3u=Drei\r\nEins.m3u=Eins\r\n");
+    root().services.profiles.setValue(database(), u"Index"_s, u"1a"_s, u"002"_s);
+    remove(1);
+    EXPECT_EQ("", root().services.profiles.value(database(), u"Rename"_s, u"Eins.m3u"_s).toStdString());
+
+    root().services.profiles.setValue(database(), u"Index"_s, u"2a"_s, u"007"_s);
+    remove(2);
+    EXPECT_EQ("Drei", root().services.profiles.value(database(), u"Rename"_s, u"Drei.m3u"_s).toStdString());
+}
+
+TEST_F(RemovePlaylists, TheShownPaneIsAlignedWithTheFrame)
+{
+    putThree();
+    put(data() + u"Resource/Drei.jpg"_s, "j");
+    click(1);
+    click(3);
+    ASSERT_TRUE(root().pCoverBack.Visible.value());
+    root().pCoverBack.Top = -1;
+    root().pCoverBack.Height = -1;
+    remove(1);
+    EXPECT_EQ(root().xpFrame1.Top.value(), root().pCoverBack.Top.value());
+    EXPECT_EQ(root().xpFrame1.Height.value(), root().pCoverBack.Height.value());
+}
+
+TEST_F(RemovePlaylists, AListWhoseCopyOrRemovalFailsIsTakenOutAllTheSame)
+{
+    putThree();
+    confirm(u"Eins"_s);
+    catalogue().select(1);
+    desktop.log.failNext(u"files.copy"_s, 2);
+    root().mnuLöschen.Click();
+    EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/Eins.bak"_s).toStdString());
+    EXPECT_FALSE(exists(listPath(u"Eins"_s)));
+    EXPECT_EQ(2, catalogue().count());
+
+    confirm(u"Zwei"_s);
+    catalogue().select(1);
+    desktop.log.failNext(u"files.remove"_s);
+    root().mnuLöschen.Click();
+    EXPECT_TRUE(exists(listPath(u"Zwei"_s)));
+    EXPECT_EQ(1, catalogue().count());
+}
+
 TEST_F(RemovePlaylists, AFailingCopyLeavesTheRestToGoOn)
 {
     putThree();

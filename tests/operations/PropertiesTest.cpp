@@ -173,6 +173,54 @@ TEST_F(Properties, AcceptedFieldsGoToRowWindowAndDatabaseInThisOrder)
     EXPECT_EQ("/m/Erste 1.mp3\r\n", bytes(u"/m/Neu.m3u"_s).toStdString());
 }
 
+TEST_F(Properties, TheFourKeysAreWrittenInThisOrder)
+{
+    open();
+    form().tBeschreibung.Text = u"Worum"_s;
+    for (const QString& name : {u"1b"_s, u"1c"_s, u"1e"_s, u"1f"_s})
+        root().services.profiles.removeKey(database(), u"Index"_s, name);
+    form().BReady.Click();
+    EXPECT_EQ("1b 1c 1e 1f", root()
+                                 .services.profiles.keys(database(), u"Index"_s)
+                                 .mid(root().services.profiles.keys(database(), u"Index"_s).size() - 4)
+                                 .join(u' ')
+                                 .toStdString());
+}
+
+TEST_F(Properties, DialogAndDescriptionFollowTheProgramsName)
+{
+    const std::string before = databaseText();
+    root().services.start.stem = u"Anders"_s;
+    const QString other = data() + u"Anders.dat"_s;
+    desktop.messages.enter(u"Neu beschrieben"_s);
+    desktop.messages.answer(Answer::No);
+    root().mnuBeschriftung.Click();
+    EXPECT_EQ("Neu beschrieben", root().services.profiles.value(other, u"Index"_s, u"1e"_s).toStdString());
+    open();
+    form().BReady.Click();
+    EXPECT_EQ("Erste", root().services.profiles.value(other, u"Index"_s, u"1b"_s).toStdString());
+    EXPECT_EQ(before, databaseText());
+}
+
+TEST_F(Properties, TheHeadingFollowsTheNameOfTheListThatIsShown)
+{
+    catalogue().Tag = u"0"_s;
+    open();
+    form().tPlaylistname.Text = u"Anders"_s;
+    form().BReady.Click();
+    EXPECT_EQ("Anders", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
+TEST_F(Properties, ATextThatIsTheHintButForItsLastLetterIsADescription)
+{
+    const QString text = u"Wenn Sie der aktuellen Wiedergabelist"_s;
+    open();
+    form().tBeschreibung.Text = text;
+    form().BReady.Click();
+    EXPECT_EQ(text.toStdString(), root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ("1", root().LSoundCaption.Tag.toStdString());
+}
+
 TEST_F(Properties, OneQuoteGoesFromEachEnd)
 {
     open();
