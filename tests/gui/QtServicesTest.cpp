@@ -1,11 +1,14 @@
 #include "platform/posix/PosixFiles.h"
+#include "platform/qt/FolderPlaces.h"
 #include "platform/qt/QtChoosers.h"
 #include "platform/qt/QtDesktop.h"
 #include "platform/qt/QtLauncher.h"
 #include "platform/qt/QtMessages.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -122,6 +125,77 @@ TEST(NameFilters, TakePairsOfNameAndPatterns)
               "Sounddateien (*.mp3 *.wma) / Alle Dateitypen (*)");
     EXPECT_TRUE(nameFilters(QString()).isEmpty());
     EXPECT_TRUE(nameFilters(u"ohne Muster"_s).isEmpty());
+}
+
+TEST(FolderPlaces, TheComputerBeginsAtItsTopWithHomeAndMediaBeside)
+{
+    const FolderPlaces places = folderPlaces(FolderRoot::Computer, "/dev/sda1 / ext4 rw 0 0\n"
+                                                                   "/dev/sdb1 /media/anna/Mein\\040Stick vfat rw 0 0\n"
+                                                                   "/dev/sdc1 /run/media/anna/CD iso9660 ro 0 0\n"
+                                                                   "/dev/sdd1 /mnt/platte ext4 rw 0 0\n"
+                                                                   "server:/lieder /mnt/server nfs4 rw 0 0\n"
+                                                                   "tmpfs /run tmpfs rw 0 0\n"
+                                                                   "\n");
+    EXPECT_EQ(places.start, u"/"_s);
+    EXPECT_EQ(places.beside.join(u'|').toStdString(),
+              u"/|%1|/media/anna/Mein Stick|/run/media/anna/CD|/mnt/platte"_s.arg(QDir::homePath()).toStdString());
+}
+
+/// A session with a folder of network places.
+class Network : public testing::Test
+{
+protected:
+    Network() { qputenv("XDG_RUNTIME_DIR", QFile::encodeName(session.path())); }
+    ~Network() override { present.isNull() ? qunsetenv("XDG_RUNTIME_DIR") : qputenv("XDG_RUNTIME_DIR", present); }
+
+    [[nodiscard]] QString connections() const { return session.filePath(u"gvfs"_s); }
+
+    QByteArray present = qgetenv("XDG_RUNTIME_DIR");
+    QTemporaryDir session;
+};
+
+TEST_F(Network, BeginsAtTheConnectionsOfTheSessionWithTheMountedDrivesBeside)
+{
+    ASSERT_TRUE(QDir().mkpath(connections() + u"/smb-share:server=nas,share=musik"_s));
+    const FolderPlaces places = folderPlaces(FolderRoot::Network, "/dev/sdb1 /media/anna/Stick vfat rw 0 0\n"
+                                                                  "//nas/musik /srv/musik cifs rw 0 0\n");
+    EXPECT_EQ(places.start, connections());
+    EXPECT_EQ(places.beside.value(0), connections());
+    EXPECT_TRUE(places.beside.contains(u"/srv/musik"_s));
+    EXPECT_FALSE(places.beside.contains(u"/media/anna/Stick"_s));
+    EXPECT_FALSE(places.beside.contains(QDir::homePath()));
+}
+
+TEST_F(Network, WithoutConnectionsBeginsAtAFolderThatExists)
+{
+    const FolderPlaces places = folderPlaces(FolderRoot::Network, {});
+    EXPECT_FALSE(places.beside.contains(connections()));
+    EXPECT_TRUE(QDir(places.start).exists());
+}
+
+TEST_F(Network, TheChooserShowsTheTwoRootsApart)
+{
+    ASSERT_TRUE(QDir().mkpath(connections() + u"/nas"_s));
+    const PosixFiles files;
+    QtChoosers choosers(files);
+    const auto look = [&](FolderRoot root, const QString& folder) {
+        QString told;
+        QTimer::singleShot(0, [&told] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            told = dialog->windowTitle() + u'|' + dialog->directory().absolutePath() + u'|' +
+                   dialog->sidebarUrls().value(0).toLocalFile();
+            dialog->reject();
+        });
+        EXPECT_EQ(choosers.folder({.prompt = u"Ordner ..."_s, .root = root, .folder = folder}), QString());
+        return told.toStdString();
+    };
+    const QList<QUrl> before = QFileDialog().sidebarUrls();
+    EXPECT_EQ(look(FolderRoot::Computer, {}), "Ordner ...|/|/");
+    EXPECT_EQ(look(FolderRoot::Network, {}), u"Ordner ...|%1|%1"_s.arg(connections()).toStdString());
+    EXPECT_EQ(look(FolderRoot::Network, session.path()),
+              u"Ordner ...|%1|%2"_s.arg(session.path(), connections()).toStdString());
+    EXPECT_EQ(QFileDialog().sidebarUrls(), before) << "the next dialog has the side bar of the user";
 }
 
 class Programs : public testing::Test

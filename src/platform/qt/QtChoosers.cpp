@@ -1,9 +1,12 @@
 #include "platform/qt/QtChoosers.h"
 
+#include "platform/qt/FolderPlaces.h"
 #include "platform/qt/QtMessages.h"
 
 #include <QFileDialog>
 #include <QFontDialog>
+#include <QScopeGuard>
+#include <QUrl>
 
 namespace orvantine {
 
@@ -74,8 +77,15 @@ QString QtChoosers::folder(const FolderRequest& request)
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setWindowTitle(request.prompt);
-    if (const QString start = hostFolder(request.folder); !start.isEmpty())
-        dialog.setDirectory(start);
+    const FolderPlaces places = folderPlaces(request.root, mountTable());
+    const QString start = hostFolder(request.folder);
+    dialog.setDirectory(start.isEmpty() ? places.start : start);
+    // A dialog that ends hands its side bar on to all that follow.
+    const QScopeGuard putBack([&dialog, before = dialog.sidebarUrls()] { dialog.setSidebarUrls(before); });
+    QList<QUrl> sideBar;
+    for (const QString& place : places.beside)
+        sideBar += QUrl::fromLocalFile(place);
+    dialog.setSidebarUrls(sideBar);
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {};
     return dialog.selectedFiles().constFirst();
