@@ -137,6 +137,25 @@ TEST(CoverPicture, AThinLineKeepsAPixelOfItsWidth)
     EXPECT_EQ(QSize(800, 1), coverPicture(encoded(plain({9000, 2}, Qt::blue), "bmp")).size());
 }
 
+TEST(CoverPicture, ALargePhotographIsRead)
+{
+    EXPECT_EQ(QSize(800, 600), coverPicture(encoded(plain({4000, 3000}, Qt::blue), "bmp")).size());
+    EXPECT_EQ(QSize(800, 640), coverPicture(encoded(plain({10000, 8000}, Qt::blue), "jpg")).size());
+}
+
+TEST(CoverPicture, AProgressivePhotographOfTwentyFourMegapixelsIsRead)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(plain({6000, 4000}, Qt::blue)));
+    ASSERT_GE(bytes.count("\xFF\xDA"), 10);
+    const QImage picture = coverPicture(bytes);
+    EXPECT_EQ(QSize(800, 533), picture.size());
+    EXPECT_GT(picture.pixelColor(400, 200).blue(), 240);
+}
+
 TEST(CoverPicture, AClaimedSizeBeyondReasonIsRefusedAtOnce)
 {
     EXPECT_TRUE(coverPicture(jpegOfSize(65500, 65500)).isNull());

@@ -11,10 +11,12 @@ namespace {
 
 /// Larger pictures are read smaller. Enough for the panel at four times its size.
 constexpr int LargestSide = 800;
-constexpr int AllocationLimitMegabytes = 192;
-constexpr qint64 MostPixels = 48'000'000;
+constexpr int AllocationLimitMegabytes = 256;
+/// More than any camera of today takes. A JPEG is made smaller while it is decoded; what else is so large stops at the
+/// allocation limit.
+constexpr qint64 MostPixels = 110'000'000;
 /// A progressive JPEG goes over all its pixels with each scan.
-constexpr qint64 MostScannedPixels = 4 * MostPixels;
+constexpr qint64 MostScannedPixels = 20 * MostPixels;
 
 /// How many scans the bytes of a JPEG could hold at the most: inside the data of a scan, FF is always followed by 00.
 qint64 scansOf(const QByteArray& bytes)
