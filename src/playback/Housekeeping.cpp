@@ -70,7 +70,6 @@ void enableCommands(Root& root)
                            &root.mnuLaden,
                            &root.mnuSuchen,
                            &root.mnuFavoriten,
-                           &root.mnuFavoritenShow,
                            &root.mnuCheckPlaylists,
                            &root.mnuFolderCheck,
                            &root.mnuPackGo,
@@ -94,6 +93,8 @@ void enableCommands(Root& root)
                            &root.mnxBearbeiten[3],
                            &root.mnxBearbeiten[4]})
         item->Enabled = any;
+    // A filter that leaves no row must still be taken off.
+    root.mnuFavoritenShow.Enabled = any || root.mnuFavoritenShow.Tag == u"1"_s;
     root.mnuSoundplayerExt.Visible = root.services.mediaplayer.playlistCount() >= 2;
 }
 

@@ -92,6 +92,21 @@ TEST_F(Housekeeping, TheCommandsFollowTheCatalogue)
     }
 }
 
+TEST_F(Housekeeping, AFilterThatLeavesNoRowCanStillBeTakenOff)
+{
+    root().mnuFavoriten.Click();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(0, catalogue().count());
+    Timer2_Tick(root());
+    EXPECT_TRUE(root().mnuFavoritenShow.Enabled.value());
+    EXPECT_FALSE(root().mnuFavoriten.Enabled.value());
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ(4, catalogue().count());
+    catalogue().clear();
+    Timer2_Tick(root());
+    EXPECT_FALSE(root().mnuFavoritenShow.Enabled.value());
+}
+
 TEST_F(Housekeeping, CommandsWithoutTheCatalogueAreLeftAlone)
 {
     catalogue().clear();
