@@ -1,8 +1,9 @@
 #include "app/Root.h"
 
 #include "metadata/frmID3.h"
-#include "operations/Positionen.h"
 #include "operations/Eigenschaften.h"
+#include "operations/Positionen.h"
+#include "playback/CoverArt.h"
 #include "playback/Volume.h"
 #include "playlists/ReadPlaylists.h"
 #include "search/FindAudio.h"
@@ -26,6 +27,7 @@ void design(Root& root)
     root.Width = 12600;
     root.Height = 9600;
     root.xpFrame1.Width = 7200;
+    root.pCoverBack.Width = 1560;
 
     root.tOrvanten.Caption = u"Orvantinen"_s;
     root.nAnzeige.Caption = u"(0)"_s;
@@ -66,6 +68,7 @@ void design(Root& root)
              &root.sTrack,       &root.sBitrate,   &root.tDatenbank, &root.tPlayliste, &root.tBrowseFolder,
              &root.LMp3Files,    &root.LRipper,    &root.Label3})
         hidden->Visible = false;
+    fitDescription(root);
 }
 
 } // namespace

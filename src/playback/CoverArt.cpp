@@ -74,9 +74,15 @@ QString coverFile(const Root& root, const QString& playlistName)
 
 void showCoverPane(Root& root, bool on)
 {
-    constexpr Twips Margin = 855;
     root.pCoverBack.Visible = on;
-    root.LSoundCaption.Width = root.xpFrame1.Width.value() - (on ? Margin + root.pCoverBack.Width.value() : Margin);
+    fitDescription(root);
+}
+
+void fitDescription(Root& root)
+{
+    constexpr Twips Margin = 855;
+    const Twips cover = root.pCoverBack.Visible.value() ? root.pCoverBack.Width.value() : 0;
+    root.LSoundCaption.Width = root.xpFrame1.Width.value() - (Margin + cover);
 }
 
 void mnuCoverShow_Click(Root& root)
@@ -109,7 +115,8 @@ void pCovers_Click(Root& root)
                                          .fileName = {},
                                          .filter = u"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*"_s,
                                          .defaultExtension = u"*.jpg"_s});
-    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
+    // The folder of a file at the top of the file system is "".
+    if (!chosen || chosen->fileName.isEmpty())
         return;
     const QString copy = takeCover(root, FileDirPath::join(chosen->folder, chosen->fileName), name);
     // While the chooser was up the sequence may have gone on to another row.

@@ -13,6 +13,9 @@ struct Root;
 /// Shows or hides the cover pane with the width of the description beside it.
 void showCoverPane(Root& root, bool on);
 
+/// Gives the description the width that the frame and the cover pane leave.
+void fitDescription(Root& root);
+
 void mnuCoverShow_Click(Root& root);
 
 /// Chooses a picture as the cover of the selected playlist.

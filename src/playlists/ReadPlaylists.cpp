@@ -122,7 +122,8 @@ void offerOtherFile(Root& root, QString& path)
                                                                          .fileName = FileDirPath::FileNameOf(path),
                                                                          .filter = playlistFilter(),
                                                                          .defaultExtension = u"m3u"_s});
-    if (!chosen || chosen->folder.isEmpty() || chosen->fileName.isEmpty())
+    // The folder of a file at the top of the file system is "".
+    if (!chosen || chosen->fileName.isEmpty())
         return leaveRead(root);
     const QString file = FileDirPath::join(chosen->folder, chosen->fileName);
     if (file.size() < 4)

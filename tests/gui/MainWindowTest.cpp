@@ -224,6 +224,8 @@ TEST_F(Window, TheInformationFrameTellsItsWidth)
     QCoreApplication::processEvents();
     EXPECT_EQ(root.xpFrame1.Width.value(), twipsOf(find(root.xpFrame1)->width()));
     EXPECT_GT(root.xpFrame1.Width.value(), 9000);
+    EXPECT_EQ(root.LSoundCaption.Width.value(),
+              root.xpFrame1.Width.value() - 855 - (root.pCoverBack.Visible.value() ? 1560 : 0));
 }
 
 TEST_F(Window, StateAndVisibilityFollowTheProgram)

@@ -4,6 +4,10 @@
 
 #include "shell/MainWindow.h"
 
+#include <QResource>
+
+#include <tuple>
+
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
@@ -22,8 +26,9 @@ protected:
     }
     [[nodiscard]] bool paneOn() { return root().pCoverBack.Visible.value(); }
     [[nodiscard]] Twips captionWidth() { return root().LSoundCaption.Width.value(); }
-    [[nodiscard]] Twips narrow() { return root().xpFrame1.Width.value() - (855 + root().pCoverBack.Width.value()); }
-    [[nodiscard]] Twips wide() { return root().xpFrame1.Width.value() - 855; }
+    /// What a frame of 7200 leaves to the description beside a cover of 1560, and without one.
+    static constexpr Twips Narrow = 4785;
+    static constexpr Twips Wide = 6345;
 
     void deleteWith(Answer answer)
     {
@@ -65,7 +70,22 @@ TEST_F(CoverArt, TheCommandShowsTheCoverOfTheSelectedRow)
     root().mnuCoverShow.Click();
     EXPECT_TRUE(paneOn());
     EXPECT_TRUE(root().mnuCoverShow.Checked.value());
-    EXPECT_EQ(narrow(), captionWidth());
+    EXPECT_EQ(Narrow, captionWidth());
+}
+
+TEST_F(CoverArt, TheDescriptionHasItsWidthFromTheStartAndFollowsTheFrame)
+{
+    EXPECT_EQ(1560, root().pCoverBack.Width.value());
+    EXPECT_EQ(Wide, captionWidth());
+    root().xpFrame1.Width = 10000;
+    fitDescription(root());
+    EXPECT_EQ(9145, captionWidth());
+    put(resource(u"Erste.jpg"_s), "1");
+    root().mnuCoverShow.Click();
+    EXPECT_EQ(7585, captionWidth());
+    root().xpFrame1.Width = 7200;
+    fitDescription(root());
+    EXPECT_EQ(Narrow, captionWidth());
 }
 
 TEST_F(CoverArt, TheCommandHidesThePane)
@@ -75,7 +95,7 @@ TEST_F(CoverArt, TheCommandHidesThePane)
     root().mnuCoverShow.Click();
     EXPECT_FALSE(paneOn());
     EXPECT_FALSE(root().mnuCoverShow.Checked.value());
-    EXPECT_EQ(wide(), captionWidth());
+    EXPECT_EQ(Wide, captionWidth());
 }
 
 TEST_F(CoverArt, WithoutACoverTheCommandLetsChooseOne)
@@ -87,7 +107,16 @@ TEST_F(CoverArt, WithoutACoverTheCommandLetsChooseOne)
     EXPECT_EQ("bild", bytes(resource(u"Erste.jpg"_s)).toStdString());
     EXPECT_TRUE(paneOn());
     EXPECT_TRUE(root().mnuCoverShow.Checked.value());
-    EXPECT_EQ(narrow(), captionWidth());
+    EXPECT_EQ(Narrow, captionWidth());
+}
+
+TEST_F(CoverArt, AFileAtTheTopOfTheFileSystemCanBeChosen)
+{
+    put(u"/Foto.gif"_s, "bild");
+    desktop.choosers.open(u"/Foto.gif"_s);
+    root().pCovers.Click();
+    EXPECT_EQ("{r}Erste.gif", shown());
+    EXPECT_EQ("bild", bytes(resource(u"Erste.gif"_s)).toStdString());
 }
 
 TEST_F(CoverArt, NothingChosenShowsNothing)
@@ -117,7 +146,7 @@ TEST_F(CoverArt, TheChooserStartsInTheFolderOfTheSelectedTrack)
     root().pCovers.Click();
     const std::string asked = calls({u"choosers"_s});
     for (const char* part : {"\" CD-Coverdatei auswählen\"", "\"/m/\"",
-                             "\"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*\"", "*.jpg"})
+                             "\"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*\"", "extension \"*.jpg\""})
         EXPECT_NE(asked.find(part), std::string::npos) << part << " in " << asked;
 }
 
@@ -226,6 +255,32 @@ TEST_F(CoverArt, TheRightButtonDeletesTheCover)
               boxes());
 }
 
+TEST_F(CoverArt, AClickOnThePictureReplacesItByTheCopyThatThePaneThenShows)
+{
+    put(resource(u"Erste.bmp"_s), "alt");
+    click(2);
+    click(1);
+    ASSERT_EQ("{r}Erste.bmp", shown());
+    put(u"/bilder/x.jpg"_s, "neu");
+    desktop.choosers.open(u"/bilder/x.jpg"_s);
+    root().pCovers.Click();
+    EXPECT_EQ("{r}Erste.jpg", shown()) << "the copy is loaded, not what the three-way test would find";
+    EXPECT_EQ("alt", bytes(resource(u"Erste.bmp"_s)).toStdString());
+    EXPECT_EQ(Narrow, captionWidth());
+}
+
+TEST_F(CoverArt, DeletingLeavesTheCheckToTheHousekeeping)
+{
+    put(resource(u"Erste.jpg"_s), "1");
+    root().mnuCoverShow.Click();
+    ASSERT_EQ(Narrow, captionWidth());
+    deleteWith(Answer::Yes);
+    EXPECT_EQ(Wide, captionWidth());
+    EXPECT_TRUE(root().mnuCoverShow.Checked.value());
+    run(280);
+    EXPECT_FALSE(root().mnuCoverShow.Checked.value());
+}
+
 TEST_F(CoverArt, AnythingButYesKeepsTheCover)
 {
     put(resource(u"Erste.jpg"_s), "1");
@@ -294,7 +349,35 @@ TEST_F(CoverArt, TheFirstPictureBesideTheTracksBecomesTheCover)
     EXPECT_EQ("a", bytes(resource(u"Erste.gif"_s)).toStdString());
     EXPECT_TRUE(paneOn());
     EXPECT_TRUE(root().mnuCoverShow.Checked.value());
-    EXPECT_EQ(narrow(), captionWidth());
+    EXPECT_EQ(Narrow, captionWidth());
+    EXPECT_EQ("/vorher", root().LMp3Files.Path.toStdString());
+    EXPECT_EQ("*.mp3", root().LMp3Files.Pattern.toStdString());
+}
+
+TEST_F(CoverArt, APictureIsTakenOverWhileThePaneIsOnAlready)
+{
+    put(resource(u"Erste.jpg"_s), "1");
+    root().mnuCoverShow.Click();
+    put(u"/album/cover.gif"_s, "c");
+    FindPicture(root(), u"/album/"_s);
+    EXPECT_EQ("{r}Erste.gif", shown());
+    EXPECT_TRUE(paneOn());
+    EXPECT_TRUE(root().mnuCoverShow.Checked.value()) << "the command is not clicked";
+    EXPECT_EQ(Narrow, captionWidth());
+}
+
+TEST_F(CoverArt, APictureThatCannotBeTakenOverEndsInTheChoiceOfAFile)
+{
+    catalogue().setSubItem(1, 1, u"Was?"_s);
+    put(u"/album/cover.jpg"_s, "c");
+    root().LMp3Files.Path = u"/vorher"_s;
+    root().LMp3Files.Pattern = u"*.mp3"_s;
+    desktop.choosers.cancel(ChooserKind::Open);
+    forgetCalls();
+    FindPicture(root(), u"/album/"_s);
+    EXPECT_EQ(1, desktop.log.linesOf({u"choosers.open"_s}).size());
+    EXPECT_EQ("", shown());
+    EXPECT_TRUE(paneOn()) << "the panel is shown before the command is clicked";
     EXPECT_EQ("/vorher", root().LMp3Files.Path.toStdString());
     EXPECT_EQ("*.mp3", root().LMp3Files.Pattern.toStdString());
 }
@@ -326,6 +409,24 @@ TEST_F(CoverArt, AnAbsentResourceLeavesEverythingAsItIs)
     LoadGIF(root(), 1);
     EXPECT_EQ("", actions());
     EXPECT_EQ("vorher", root().pTrayicon.Picture.value().toStdString());
+}
+
+TEST_F(CoverArt, AResourceGoesThroughAFileInTheCurrentFolder)
+{
+    ASSERT_TRUE(QResource::registerResource(QStringLiteral(ORVANTINE_TEST_PICTURES)));
+    QStringList shownThere;
+    const auto watch = root().pTrayicon.Picture.addNotifier([&] { shownThere += root().pTrayicon.Picture.value(); });
+    for (const auto& [load, format, content] :
+         {std::tuple{&LoadGIF, "GIF", "Bild 21 als GIF"}, std::tuple{&LoadJPG, "JPG", "Bild 21 als JPG"}}) {
+        root().pTrayicon.Picture = u"vorher"_s;
+        shownThere.clear();
+        forgetCalls();
+        load(root(), 1);
+        const std::string file = std::string("\"Temp.") + format + '"';
+        EXPECT_EQ("files.writeBytes " + file + " \"" + content + "\"\nfiles.remove " + file, actions());
+        EXPECT_EQ(std::string(" Temp.") + format, shownThere.join(u' ').toStdString()) << "cleared, then loaded";
+    }
+    QResource::unregisterResource(QStringLiteral(ORVANTINE_TEST_PICTURES));
 }
 
 TEST_F(CoverArt, TheHiddenButtonAsksForAPictureOnlyWhileSomethingPlays)

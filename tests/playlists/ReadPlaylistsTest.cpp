@@ -434,6 +434,17 @@ TEST_F(ReadMissing, AnotherFileIsCopiedToTheOldPlaceAndTheColoursComeBack)
               calls({u"choosers"_s}));
 }
 
+TEST_F(ReadMissing, AFileAtTheTopOfTheFileSystemCanBeChosen)
+{
+    put(u"/ort.m3u"_s, "/m/erstes.mp3\r\n");
+    putFolder(u"/l"_s);
+    openMissing();
+    answerMoved(Answer::Yes);
+    desktop.choosers.open(u"/ort.m3u"_s);
+    click(1);
+    EXPECT_EQ("101 01 erstes </m/erstes.mp3>", shown());
+}
+
 TEST_F(ReadMissing, NothingChosenEndsTheWait)
 {
     openMissing();

@@ -7,6 +7,7 @@
 #include "platform/qt/ReportList.h"
 #include "platform/qt/Surfaces.h"
 #include "platform/qt/Theme.h"
+#include "playback/CoverArt.h"
 
 #include <QContextMenuEvent>
 #include <QGridLayout>
@@ -20,7 +21,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int HeadHeight = 30;
-constexpr int CoverSide = 104;
 constexpr int DescriptionLines = 5;
 
 /// A picture box that holds other controls: it is seen while the control is.
@@ -122,7 +122,7 @@ QWidget* PlaylistPane::makeInformation()
     layout->setContentsMargins(Theme::Margin, Theme::Gap, Theme::Gap, Theme::Gap);
     layout->setSpacing(Theme::Margin);
     layout->addLayout(texts, 1);
-    layout->addWidget(new CoverView(m_root, CoverSide, frame), 0, Qt::AlignTop);
+    layout->addWidget(new CoverView(m_root, pixelsOf(m_root.pCoverBack.Width.value()), frame), 0, Qt::AlignTop);
     return frame;
 }
 
@@ -176,8 +176,10 @@ void PlaylistPane::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     const Twips width = twipsOf(m_frame->width());
-    if (m_root.xpFrame1.Width.value() != width)
-        m_root.xpFrame1.Width = width;
+    if (m_root.xpFrame1.Width.value() == width)
+        return;
+    m_root.xpFrame1.Width = width;
+    fitDescription(m_root);
 }
 
 } // namespace orvantine
