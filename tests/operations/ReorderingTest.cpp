@@ -95,6 +95,73 @@ TEST_F(Reordering, AStepUpTakesDescriptionDateAndMarkAlong)
     EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
 }
 
+TEST_F(Reordering, TheDescriptionOfTheMovedListIsItsOwnThoughTheSaveNamesTracksByTheirTags)
+{
+    setting(u"AutoTag"_s, dwordSetting(1));
+    desktop.tags.tracks[u"/m/Zwei 1.mp3"_s] = {.title = u"Lied"_s, .artist = u"Wir"_s};
+    startWith(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+    EXPECT_EQ("Wir - Lied", desktop.profiles().value(database(), u"TagInfo"_s, u"/m/Zwei 1.mp3"_s).toStdString());
+}
+
+TEST_F(Reordering, TheDateIsThatWhichTheWindowShowsAfterTheWaitAndBeforeTheMove)
+{
+    startWith(2);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] { root().tDatum.Caption = u"09.09.1999"_s; });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|09.09.1999|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+}
+
+TEST_F(Reordering, TheDatabaseAndItsCopyAreNamedAfterTheProgramsFile)
+{
+    startWith(2);
+    root().services.start.stem = u"Anders"_s;
+    put(data() + u"Anders.dat"_s, bytes(database()));
+    const std::string before = databaseText();
+    const std::string copyBefore = backupText();
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(before, withoutFolder(bytes(data() + u"Anders.bak"_s)));
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1, data() + u"Anders.dat"_s));
+    openDialog([this] {
+        form().LSortView.move(0, 2);
+        confirm();
+    });
+    EXPECT_EQ("002|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(3, data() + u"Anders.dat"_s));
+    EXPECT_EQ(before, databaseText()) << "the other file is not touched";
+    EXPECT_EQ(copyBefore, backupText());
+}
+
+TEST_F(Reordering, AKeyThatCannotBeWrittenIsSkippedInAStepWithoutAMessage)
+{
+    startWith(2);
+    desktop.log.failNext(u"files.appendBytes"_s, 3);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("*Zwei Eins Drei", names());
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1)) << "the rewriting brings the key of the save";
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
+}
+
+TEST_F(Reordering, AStepTakesItsFirstStepsInTheirOrder)
+{
+    startWith(1);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] {
+        const std::string done = calls({u"settings.setValue"_s, u"files.copy"_s});
+        const std::size_t off = done.find("\"CheckEntrys\"");
+        const std::size_t copied = done.find("Orvantine.bak");
+        ASSERT_NE(off, std::string::npos) << done;
+        ASSERT_NE(copied, std::string::npos) << done;
+        EXPECT_LT(off, copied) << done;
+        EXPECT_EQ("", sounds()) << "the cue comes behind the wait";
+    });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("cue.play PLAY 6", sounds());
+}
+
 TEST_F(Reordering, AStepDownTakesDescriptionDateAndMarkAlong)
 {
     startWith(2);
@@ -172,7 +239,9 @@ TEST_F(Reordering, TheTopRowUpPlaysPlayAndSavesAndKeepsTheOrder)
     EXPECT_EQ("*Eins Zwei Drei", names());
     EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(1));
     EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2)) << "no row is harmed";
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
     EXPECT_EQ("|||||||", keys(0)) << "the neighbour's values go to number 0";
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
 }
 
 TEST_F(Reordering, TheLastRowDownPlaysStopAndSavesAndKeepsTheOrder)
@@ -181,6 +250,8 @@ TEST_F(Reordering, TheLastRowDownPlaysStopAndSavesAndKeepsTheOrder)
     root().mnuVerschiebung[2].Click();
     EXPECT_EQ("cue.play STOP 6", sounds());
     EXPECT_EQ("Eins Zwei *Drei", names());
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(1));
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
     EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2)) << "no row is harmed";
     EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
     EXPECT_EQ("|||||||", keys(4)) << "the neighbour's values go to count + 1";
@@ -298,8 +369,18 @@ TEST_F(Reordering, OneOfAHundredAndSixtyRowsMovesWithTheLimitTold)
     setting(u"Error"_s, dwordSetting(0));
     start();
     click(160);
-    desktop.messages.answer(Answer::Ok);
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    desktop.messages.script({.answer = Answer::Ok,
+                             .entered = {},
+                             .title = u" Wiedergabelisten verwalten"_s,
+                             .text = {},
+                             .meanwhile = [this] {
+                                 EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+                                 EXPECT_EQ("1", root().bMoveDown.Tag.toStdString());
+                             }});
     root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
+    EXPECT_EQ("0", root().bMoveDown.Tag.toStdString());
     EXPECT_EQ("158|L160|Alle.m3u|1|T160|01.02.2003||", keys(159));
     EXPECT_EQ("158|L159|Alle.m3u|2|T159|01.02.2003||", keys(160));
     click(160);
@@ -404,6 +485,7 @@ TEST_F(Reordering, ReadyTakesItsStepsInTheirOrder)
         const std::size_t removed = done.find("files.remove \"{data}/Orvantine.bak\"");
         const std::size_t copied = done.find("files.copy \"{data}/Orvantine.dat\" to \"{data}/Orvantine.bak\"");
         EXPECT_NE(removed, std::string::npos) << done;
+        EXPECT_NE(copied, std::string::npos) << done;
         EXPECT_LT(removed, copied) << done;
         EXPECT_LT(copied, done.find("files.replaceBytes \"{data}/Orvantine.dat\"")) << done;
     });
@@ -413,15 +495,30 @@ TEST_F(Reordering, WhileReadyWorksTheDialogIsLockedAndSaysSo)
 {
     startWith(1);
     openDialog([this] {
-        desktop.messages.script({.answer = Answer::Ok, .entered = {}, .title = {}, .text = {}, .meanwhile = [this] {
-                                     EXPECT_FALSE(form().BReady.Enabled.value());
-                                     EXPECT_FALSE(form().bAbbrechen.Enabled.value());
-                                     EXPECT_FALSE(form().LSortView.Enabled.value());
-                                     EXPECT_EQ(" Datensortierung", form().Caption.value().toStdString());
-                                     EXPECT_EQ("Bitte warten Sie, bis die Reorganisation der Wiedergabelisten "
-                                               "abgeschlossen ist.",
-                                               form().sHilfe.Caption.value().toStdString());
-                                 }});
+        bool seen = false;
+        desktop.events().after(std::chrono::milliseconds{0}, [this, &seen] {
+            seen = true;
+            EXPECT_FALSE(form().BReady.Enabled.value());
+            EXPECT_FALSE(form().bAbbrechen.Enabled.value());
+            EXPECT_FALSE(form().LSortView.Enabled.value());
+            EXPECT_EQ(" Datensortierung", form().Caption.value().toStdString());
+            EXPECT_EQ("-|-|-|-|-|-|-|", keys(1)) << "the section is deleted, nothing is written yet";
+        });
+        form().LSortView.move(2, 0);
+        desktop.messages.script(
+            {.answer = Answer::Ok, .entered = {}, .title = {}, .text = {}, .meanwhile = [this, &seen] {
+                 EXPECT_TRUE(seen);
+                 EXPECT_EQ("*Eins Zwei Drei", names()) << "loaded anew behind the box";
+                 EXPECT_EQ("1", catalogue().Tag.toStdString());
+                 EXPECT_EQ("000|Drei|Drei.m3u|2|Text Drei|03.01.2001|0|", keys(1));
+                 EXPECT_FALSE(form().BReady.Enabled.value());
+                 EXPECT_FALSE(form().bAbbrechen.Enabled.value());
+                 EXPECT_FALSE(form().LSortView.Enabled.value());
+                 EXPECT_EQ(" Datensortierung", form().Caption.value().toStdString());
+                 EXPECT_EQ("Bitte warten Sie, bis die Reorganisation der Wiedergabelisten "
+                           "abgeschlossen ist.",
+                           form().sHilfe.Caption.value().toStdString());
+             }});
         form().BReady.Click();
     });
 }
@@ -435,6 +532,21 @@ TEST_F(Reordering, WithoutABackupOnlyTheIdsAreLeft)
     });
     EXPECT_EQ("000|-|-|-|-|-|0|", keys(1));
     EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+}
+
+TEST_F(Reordering, AKeyThatCannotBeWrittenIsSkippedByReady)
+{
+    startWith(1);
+    setting(u"Error"_s, dwordSetting(0));
+    openDialog([this] {
+        desktop.log.failNext(u"files.appendBytes"_s, 5);
+        confirm();
+    });
+    EXPECT_EQ("000|Eins|Eins.m3u|2|-|01.01.2001|0|", keys(1));
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2));
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001|0|", keys(3));
+    EXPECT_EQ(1U, desktop.messages.take().size());
 }
 
 TEST_F(Reordering, ABackupThatCannotBeDeletedIsOverwritten)
