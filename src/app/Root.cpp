@@ -13,6 +13,8 @@
 #include "shell/Menus.h"
 #include "shell/Startup.h"
 #include "shell/Wiring.h"
+#include "transfer/FolderDialogs.h"
+#include "transfer/Trackcopy.h"
 
 namespace orvantine {
 
@@ -83,6 +85,9 @@ Root::Root(Services& desktopServices)
       eigenschaften(std::make_unique<Eigenschaften>()),
       findAudio(std::make_unique<FindAudio>()),
       suchen(std::make_unique<Suchen>()),
+      filesCopy(std::make_unique<FilesCopy>()),
+      ordner(std::make_unique<Ordner>()),
+      trackcopy(std::make_unique<Trackcopy>()),
       tagForm(std::make_unique<frmID3V1>()),
       otherTagForm(std::make_unique<frmID3V2>())
 {

@@ -13,11 +13,14 @@ namespace orvantine {
 class clsVolume;
 struct Dialoge;
 struct Eigenschaften;
+struct FilesCopy;
 struct FindAudio;
 struct Info;
+struct Ordner;
 struct Positionen;
 struct Startup;
 struct Suchen;
+struct Trackcopy;
 struct frmID3V1;
 struct frmID3V2;
 
@@ -156,6 +159,9 @@ struct Root : RootMenus
     std::unique_ptr<Eigenschaften> eigenschaften;
     std::unique_ptr<FindAudio> findAudio;
     std::unique_ptr<Suchen> suchen;
+    std::unique_ptr<FilesCopy> filesCopy;
+    std::unique_ptr<Ordner> ordner;
+    std::unique_ptr<Trackcopy> trackcopy;
     std::unique_ptr<frmID3V1> tagForm;
     std::unique_ptr<frmID3V2> otherTagForm;
 };

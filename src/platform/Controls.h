@@ -263,7 +263,10 @@ struct FolderTree : Control
     using Control::Control;
 
     QProperty<QString> RootCaption;
+    /// Without a trailing separator, except for the root of a file system; "" while no folder is selected.
     QProperty<QString> SelectedFolder;
+    /// The user selected another folder.
+    std::function<void()> Change;
 };
 
 } // namespace orvantine

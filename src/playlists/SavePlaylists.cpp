@@ -17,14 +17,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// False inside a read, and where the selected row is another one than the list whose tracks are shown: a wait or a box
-/// may have let something else select it. A row without a path goes on to its message.
-bool mayWriteSelected(const Root& root)
-{
-    const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
-    return root.currentRead == root.finishedRead && (path.isEmpty() || path == root.openPlaylist);
-}
-
 void enterSave(Root& root)
 {
     root.Pointer = MousePointer::Hourglass;
@@ -142,6 +134,12 @@ bool exportTo(Root& root, const QString& title, const QString& path, const QStri
 }
 
 } // namespace
+
+bool mayWriteSelected(const Root& root)
+{
+    const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
+    return root.currentRead == root.finishedRead && (path.isEmpty() || path == root.openPlaylist);
+}
 
 void SavePlayEntrys(Root& root)
 {

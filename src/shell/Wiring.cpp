@@ -12,17 +12,20 @@
 #include "operations/Favourites.h"
 #include "operations/ListInput.h"
 #include "operations/Positionen.h"
-#include "operations/Reordering.h"
 #include "operations/Properties.h"
+#include "operations/Reordering.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
 #include "playback/Tray.h"
 #include "playback/Volume.h"
+#include "playlists/AddSounds.h"
 #include "playlists/SavePlaylists.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/MainWindow.h"
+#include "transfer/FolderDialogs.h"
+#include "transfer/Trackcopy.h"
 
 namespace orvantine {
 
@@ -54,6 +57,7 @@ void wireMenus(Root& root)
     on(root.mnuLöschen, root, mnuL_schen);
     on(root.mnuFavoritenShow, root, mnuFavoritenShow_Click);
     on(root.mnuFavoriten, root, mnuFavoriten_Click);
+    on(root.mnuAddSounds, root, mnuAddSounds_Click);
     on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
     for (int i = 1; i <= 4; ++i)
         on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);
@@ -73,6 +77,7 @@ void wireMenus(Root& root)
     on(root.mnuSchriftarten, root, mnuSchriftarten_Click);
 
     on(root.mnuDateiEigenschaften, root, mnuDateiEigenschaften_Click);
+    on(root.mnuCopyTrack, root, mnuCopyTrack_Click);
     on(root.mnuSetFileName, root, mnuSetFileName_Click);
     on(root.mnuSetTagName, root, mnuSetTagName_Click);
     on(root.mnuGetIDTag, root, mnuGetIDTag_Click);
@@ -157,6 +162,8 @@ void wire(Root& root)
     setUpPositionen(root);
     setUpTagForms(root);
     setUpEigenschaften(root);
+    setUpFolderDialogs(root);
+    setUpTrackcopy(root);
 }
 
 } // namespace orvantine

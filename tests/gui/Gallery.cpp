@@ -8,6 +8,8 @@
 #include "shell/Info.h"
 #include "shell/Startup.h"
 #include "support/FakeDesktop.h"
+#include "transfer/FolderDialogs.h"
+#include "transfer/Trackcopy.h"
 
 #include <QApplication>
 #include <QDir>
@@ -100,6 +102,14 @@ int main(int argc, char** argv)
         picture(*root.dialoge, u"dialoge-2"_s);
         root.dialoge->page = 2;
         picture(*root.dialoge, u"dialoge-3"_s);
+        root.filesCopy->Load = [&root] {
+            root.filesCopy->LTreeview.RootCaption = u"Arbeitsplatz"_s;
+            root.filesCopy->LTreeview.SelectedFolder = u"/usr/share"_s;
+        };
+        picture(*root.filesCopy, u"filescopy"_s);
+        fake::showSample(root);
+        root.trackcopy->tTrackname.Caption = u"Nachtzug nach Lissabon - Abfahrt"_s;
+        picture(*root.trackcopy, u"trackcopy"_s);
         fake::showSample(root);
         picture(*root.positionen, u"positionen"_s);
         Eigenschaften& properties = *root.eigenschaften;

@@ -1,5 +1,6 @@
 #include "platform/qt/FormWindow.h"
 
+#include "platform/qt/FolderTreeView.h"
 #include "platform/qt/Keys.h"
 #include "platform/qt/SortList.h"
 #include "platform/qt/Theme.h"
@@ -263,6 +264,13 @@ QComboBox* FormWindow::addComboBox(ComboBox& control, const QString& accessibleN
         call(control.Click);
     });
     return combo;
+}
+
+FolderTreeView* FormWindow::addFolderTree(FolderTree& control)
+{
+    auto* const tree = new FolderTreeView(control, this);
+    follow(control, tree);
+    return tree;
 }
 
 QProgressBar* FormWindow::addProgress(ProgressBar& control, const QString& accessibleName)

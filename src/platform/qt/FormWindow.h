@@ -26,6 +26,7 @@ class QVBoxLayout;
 namespace orvantine {
 
 class SortList;
+class FolderTreeView;
 
 /// The window of a form: title, pointer, keys and closing are the form's. A builder fills it with the widgets of the
 /// form's controls; each widget carries its control's name, follows it, and hands on what the user does.
@@ -61,6 +62,7 @@ public:
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
     SortList* addSortList(DragListBox& control, const QString& accessibleName);
     QComboBox* addComboBox(ComboBox& control, const QString& accessibleName);
+    FolderTreeView* addFolderTree(FolderTree& control);
     QProgressBar* addProgress(ProgressBar& control, const QString& accessibleName);
 
     void reject() override;

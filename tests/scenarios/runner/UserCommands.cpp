@@ -342,6 +342,7 @@ void fill(Run& run, const Command& command)
         call(combo->Change);
     } else if (auto* tree = dynamic_cast<FolderTree*>(control)) {
         tree->SelectedFolder = text;
+        call(tree->Change);
     } else {
         run.fail(u"%1 is no field to fill"_s.arg(control->fullName()));
     }

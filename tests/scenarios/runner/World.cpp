@@ -1,12 +1,14 @@
 #include "runner/World.h"
 
 #include "metadata/frmID3.h"
-#include "operations/Positionen.h"
 #include "operations/Eigenschaften.h"
+#include "operations/Positionen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
 #include "support/Quoting.h"
+#include "transfer/FolderDialogs.h"
+#include "transfer/Trackcopy.h"
 
 #include <algorithm>
 
@@ -113,7 +115,10 @@ std::vector<Form*> formsOf(Root& root)
             root.positionen.get(),
             root.tagForm.get(),
             root.otherTagForm.get(),
-            root.eigenschaften.get()};
+            root.eigenschaften.get(),
+            root.filesCopy.get(),
+            root.ordner.get(),
+            root.trackcopy.get()};
 }
 
 } // namespace orvantine::scenario

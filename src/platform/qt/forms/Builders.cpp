@@ -8,13 +8,12 @@ using namespace Qt::StringLiterals;
 
 FormBuilder formBuilder(const QString& name)
 {
-    static const QHash<QString, FormBuilder> builders{{u"Dialoge"_s, buildDialoge},
-                                                      {u"Eigenschaften"_s, buildEigenschaften},
-                                                      {u"Info"_s, buildInfo},
-                                                      {u"Positionen"_s, buildPositionen},
-                                                      {u"Startup"_s, buildStartup},
-                                                      {u"frmID3V1"_s, buildTagForm},
-                                                      {u"frmID3V2"_s, buildOtherTagForm}};
+    static const QHash<QString, FormBuilder> builders{
+        {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
+        {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
+        {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
+        {u"Startup"_s, buildStartup},        {u"Trackcopy"_s, buildTrackcopy},
+        {u"frmID3V1"_s, buildTagForm},       {u"frmID3V2"_s, buildOtherTagForm}};
     return builders.value(name);
 }
 

@@ -15,10 +15,12 @@ using FormBuilder = void (*)(FormWindow&);
 // One a form, each in a file of its own. A new form is declared here and entered in the table of Builders.cpp.
 void buildDialoge(FormWindow& window);
 void buildEigenschaften(FormWindow& window);
+void buildFolderDialog(FormWindow& window);
 void buildInfo(FormWindow& window);
 void buildOtherTagForm(FormWindow& window);
 void buildPositionen(FormWindow& window);
 void buildStartup(FormWindow& window);
 void buildTagForm(FormWindow& window);
+void buildTrackcopy(FormWindow& window);
 
 } // namespace orvantine

@@ -1,0 +1,83 @@
+#include "transfer/Trackcopy.h"
+
+#include "app/Root.h"
+#include "playlists/AddTracks.h"
+#include "playlists/ReadPlaylists.h"
+#include "shell/FeatureTips.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void load(Root& root)
+{
+    Trackcopy& form = *root.trackcopy;
+    QStringList names;
+    for (int row = 1; row <= root.LListView1.count(); ++row)
+        names.append(root.LListView1.subItem(row, 1));
+    form.LListen.List = names;
+    form.LListen.ListIndex = names.isEmpty() ? -1 : 0;
+}
+
+/// True if the tracks of the row are the ones that are shown.
+bool openRow(Root& root, int row)
+{
+    const QString path = root.LListView1.subItem(row, 2);
+    root.LListView1.select(row);
+    // The mark may stand on a row whose tracks are not the ones shown.
+    if (root.openPlaylist != path)
+        root.LListView1.Tag = u"0"_s;
+    LoadPlayEntrysTmp(root);
+    root.services.events.yield();
+    const int selected = root.LListView1.selectedRow();
+    return selected == row && root.openPlaylist == root.LListView1.subItem(row, 2);
+}
+
+void BReady_Click(Root& root)
+{
+    Trackcopy& form = *root.trackcopy;
+    const int chosen = form.LListen.ListIndex;
+    if (chosen < 0)
+        return;
+    const QString name = form.LListen.List.value().value(chosen);
+    if (name == root.LListView1.subItem(root.LListView1.selectedRow(), 1)) {
+        root.services.messages.show(u"Diese Wiedergabeliste ist der Quellplayliste des markierten Soundtracks. "_s,
+                                    form.Caption.value() + u' ', MessageIcon::Critical, MessageButtons::Ok);
+        return;
+    }
+    const QString track = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+    // A list that could not be opened leaves the tracks of the other one in sight: they are not its own.
+    if (openRow(root, chosen + 1))
+        AddPlayEntrys(root, track, 0);
+    root.services.forms.unload(form);
+}
+
+} // namespace
+
+Trackcopy::Trackcopy() : Form(u"Trackcopy"_s)
+{
+    Caption = u" Sounddatei kopieren"_s;
+    LHinweis.Caption = u"Die ausgewählte Sounddatei in der markierten Wiedergabeliste verknüpfen."_s;
+    BReady.Caption = u"&OK"_s;
+    bAbbrechen.Caption = u"&Abbrechen"_s;
+}
+
+void setUpTrackcopy(Root& root)
+{
+    Trackcopy& form = *root.trackcopy;
+    form.Load = [&root] { load(root); };
+    form.BReady.Click = [&root] { BReady_Click(root); };
+    form.LListen.DblClick = [&root] { BReady_Click(root); };
+    form.bAbbrechen.Click = [&root, &form] { root.services.forms.unload(form); };
+}
+
+void mnuCopyTrack_Click(Root& root)
+{
+    ShowFeatureTip(root, 311);
+    root.trackcopy->tTrackname.Caption = root.LListView2.subItem(root.LListView2.selectedRow(), 2);
+    root.services.forms.showModal(*root.trackcopy);
+}
+
+} // namespace orvantine

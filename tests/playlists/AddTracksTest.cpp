@@ -1,0 +1,485 @@
+#include "playlists/AddTracks.h"
+
+#include "catalogue/CatalogueWorld.h"
+
+#include "playlists/AddSounds.h"
+#include "playlists/ReadPlaylists.h"
+#include "shell/MainWindow.h"
+#include "transfer/FolderDialogs.h"
+
+#include <random>
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString addTitle = u" Sounddateien hinzufügen"_s;
+
+/// Two lists: "Liste" with two tracks, open, and "Leer" without any.
+class AddTracks : public CatalogueWorld
+{
+protected:
+    void SetUp() override
+    {
+        setting(u"Error"_s, dwordSetting(0));
+        setting(u"Lokal"_s, dwordSetting(0));
+        list = putList(u"Liste"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+        empty = listPath(u"Leer"_s);
+        put(empty, "");
+        putDatabase(indexRow(1, {.name = u"Liste"_s, .path = list}) +
+                    indexRow(2, {.name = u"Leer"_s, .path = empty, .tracks = u"0"_s}) +
+                    indexRow(3, {.name = u"Letzte"_s, .path = empty, .tracks = u"0"_s}));
+        start();
+        click(1);
+        ASSERT_EQ(2, tracks().count());
+        forgetCalls();
+    }
+
+    /// Number, track, name, path and file of each row.
+    [[nodiscard]] std::string shown()
+    {
+        QStringList all;
+        for (int row = 1; row <= tracks().count(); ++row)
+            all += u"%1 %2 %3 <%4> <%5>%6"_s.arg(tracks().text(row), tracks().subItem(row, 1), tracks().subItem(row, 2),
+                                                 tracks().subItem(row, 3), tracks().subItem(row, 4),
+                                                 tracks().color(row, 3) == Color::DarkRed ? u" red"_s : QString());
+        return withoutFolder(lines(all).c_str());
+    }
+
+    QString list;
+    QString empty;
+};
+
+/// `mnuAddSounds` on these lists.
+class AddSounds : public AddTracks
+{
+protected:
+    void SetUp() override
+    {
+        AddTracks::SetUp();
+        for (const QString& name : {u"a.mp3"_s, u"C.MP3"_s, u"d.wma"_s, u"e.wav"_s, u"f.ogg"_s, u".hidden.mp3"_s})
+            put(u"/neu/"_s + name, "x");
+    }
+
+    /// The user chooses the folder in the dialog.
+    void chooseFolder(const QString& folder)
+    {
+        desktop.forms().whileModal(u"Ordner"_s, [folder](Form& form) {
+            auto& dialog = static_cast<Ordner&>(form);
+            dialog.LTreeview.SelectedFolder = folder;
+            dialog.LTreeview.Change();
+            dialog.BReady.Click();
+        });
+    }
+    void cancelFolder()
+    {
+        desktop.forms().whileModal(u"Ordner"_s, [](Form& form) { static_cast<Ordner&>(form).bAbbrechen.Click(); });
+    }
+    void addFolder(const QString& folder)
+    {
+        chooseFolder(folder);
+        mnuAddSounds_Click(root());
+    }
+
+    void expectWaitOver()
+    {
+        EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+        EXPECT_TRUE(tracks().Enabled.value());
+        EXPECT_TRUE(tracks().Visible.value());
+        EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
+        EXPECT_FALSE(root().pCopyStatus.Visible.value());
+        EXPECT_EQ("", root().tCopyStatus.Caption.value().toStdString());
+    }
+
+    [[nodiscard]] std::string option(const QString& key)
+    {
+        return desktop.profiles().value(database(), u"Options"_s, key).toStdString();
+    }
+};
+
+} // namespace
+
+TEST_F(AddTracks, AnEmptyFileAddsNothing)
+{
+    const std::string before = shown();
+    AddPlayEntrys(root(), QString(), 0);
+    AddPlayEntrys(root(), QString(), 1);
+    EXPECT_EQ(before, shown());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(AddTracks, ATrackIsAppendedWithNumberNamePathAndFileAndTheListIsWritten)
+{
+    AddPlayEntrys(root(), putTrack(u"Neues Lied"_s), 0);
+    EXPECT_EQ("101 01 a </m/a.mp3> <a.mp3>\n"
+              "102 02 b </m/b.mp3> <b.mp3>\n"
+              "103 03 Neues Lied </m/Neues Lied.mp3> <Neues Lied.mp3>",
+              shown());
+    EXPECT_EQ("Icon_2", tracks().item(3).SmallIcon.toStdString());
+    EXPECT_EQ("Icon_2", tracks().item(3).SubItems[0].ReportIcon.toStdString());
+    // The field holds CR CR LF behind each line that was read.
+    EXPECT_EQ("/m/a.mp3\r\r\n/m/b.mp3\r\r\n/m/Neues Lied.mp3\r\n\r\n", bytes(list).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\r\n/m/b.mp3\r\r\n/m/Neues Lied.mp3\r\n", root().tPlayliste.Text.value().toStdString());
+    // What was written is read back as three tracks.
+    catalogue().Tag = u"0"_s;
+    click(1);
+    EXPECT_EQ(3, tracks().count());
+}
+
+TEST_F(AddTracks, WithBatchTheFileIsNotWrittenAndTheCountIsTakenFromTheList)
+{
+    const QByteArray before = bytes(list);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    AddPlayEntrys(root(), putTrack(u"d"_s), -1);
+    EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
+    EXPECT_EQ("4", catalogue().subItem(1, 3).toStdString());
+    AddPlayEntrys(root(), putTrack(u"e"_s), 0);
+    EXPECT_EQ("4", catalogue().subItem(1, 3).toStdString());
+}
+
+TEST_F(AddTracks, TheNameLosesFourCharactersBehindAFolderAndElseOnlyWithMp3)
+{
+    const std::pair<QString, const char*> cases[] = {{u"/m/Lied.wma"_s, "Lied"},
+                                                     {u"C:\\M\\Lied.WAV"_s, "Lied"},
+                                                     {u"Lied.wma"_s, "Lied.wma"},
+                                                     {u"Lied.MP3"_s, "Lied"},
+                                                     {u"Lied.mp3"_s, "Lied"},
+                                                     {u"/m/Lied.flac"_s, "Lied."},
+                                                     {u"/m/abc"_s, ""},
+                                                     {u"mp3"_s, ""},
+                                                     {u"xmp3"_s, ""},
+                                                     {u"Lied.mp3.wav"_s, "Lied.mp3.wav"}};
+    for (const auto& [file, name] : cases) {
+        AddPlayEntrys(root(), file, 1);
+        EXPECT_EQ(name, tracks().subItem(tracks().count(), 2).toStdString()) << file.toStdString();
+    }
+}
+
+TEST_F(AddTracks, ANameWithoutAFolderIsJoinedToTheFolderOfThePlaylist)
+{
+    put(data() + u"Playlisten/nah.mp3"_s, "x");
+    AddPlayEntrys(root(), u"nah.mp3"_s, 1);
+    EXPECT_EQ("103 03 nah <{data}/Playlisten/nah.mp3> <nah.mp3>", shown().substr(shown().find("103")));
+    EXPECT_TRUE(root().tPlayliste.Text.value().endsWith(u"\nnah.mp3\r\n"_s));
+}
+
+TEST_F(AddTracks, ARowOfAMissingFileIsRed)
+{
+    AddPlayEntrys(root(), u"/m/fehlt.mp3"_s, 1);
+    EXPECT_EQ(Color::DarkRed, tracks().color(3, 3));
+    AddPlayEntrys(root(), QStringList{u"/m/a.mp3"_s, u"/m/fehlt.mp3"_s});
+    EXPECT_EQ(Color::ButtonText, tracks().color(4, 3));
+    EXPECT_EQ(Color::DarkRed, tracks().color(5, 3));
+}
+
+TEST_F(AddTracks, TheFirstRowIsSelectedAndItsInformationRead)
+{
+    tracks().select(2);
+    forgetCalls();
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    EXPECT_EQ(1, tracks().selectedRow());
+    EXPECT_EQ("tags.Mp3FileInfo \"/m/a.mp3\"\ntags.Mp3FileInfo \"/m/a.mp3\"", calls({u"tags.Mp3FileInfo"_s}));
+}
+
+TEST_F(AddTracks, AnEmptyListGetsItsColumnsAndTheMarkGoesToTheLastRowOfTheCatalogue)
+{
+    click(2);
+    ASSERT_EQ(0, tracks().count());
+    tracks().setColumnText(1, u"veraltet"_s);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    EXPECT_EQ("1 \"ID\" 0\n2 \"Track\" 800\n3 \"Name\" 3600\n4 \"Path\" 2900\n5 \"Datei\" 0",
+              lines(columnLines(tracks())));
+    EXPECT_EQ("3", catalogue().Tag.toStdString());
+    EXPECT_EQ("101 01 c </m/c.mp3> <c.mp3>", shown());
+}
+
+TEST_F(AddTracks, AListWithRowsKeepsItsColumnsAndTheMark)
+{
+    tracks().setColumnText(1, u"bleibt"_s);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    EXPECT_EQ("bleibt", tracks().columnText(1).toStdString());
+    EXPECT_EQ("1", catalogue().Tag.toStdString());
+}
+
+TEST_F(AddTracks, AnEmptyListDoesNotTakeTheLinesOfTheListThatWasOpenBefore)
+{
+    click(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, ANewListInATmpFileMovesIntoPlaylisten)
+{
+    const QString fresh = data() + u"neu.tmp"_s;
+    put(fresh, "");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ(listPath(u"Leer"_s).toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(listPath(u"Leer"_s)).toStdString());
+    // The list goes on from there.
+    AddPlayEntrys(root(), putTrack(u"d"_s), 0);
+    EXPECT_EQ("/m/c.mp3\r\n/m/d.mp3\r\n\r\n", bytes(listPath(u"Leer"_s)).toStdString());
+}
+
+TEST_F(AddTracks, ANewListStaysWhereItIsIfItCannotMove)
+{
+    const QString fresh = data() + u"neu.tmp"_s;
+    put(fresh, "");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    desktop.log.failNext(u"files.copy"_s);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+    catalogue().setSubItem(2, 1, u"../böse"_s);
+    AddPlayEntrys(root(), putTrack(u"d"_s), 0);
+    EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/c.mp3\r\n/m/d.mp3\r\n\r\n", bytes(fresh).toStdString());
+}
+
+TEST_F(AddTracks, AnotherListThanTheOneShownIsNeverWritten)
+{
+    const QByteArray before = bytes(empty);
+    catalogue().select(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ(before.toStdString(), bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, ManyFilesAreShownTogetherAndTheFirstRowIsReadOnce)
+{
+    QStringList files;
+    for (int i = 0; i < 1000; ++i)
+        files += u"/m/%1.mp3"_s.arg(i);
+    files.insert(500, QString());
+    int insertions = 0;
+    QObject::connect(&tracks(), &QAbstractItemModel::rowsInserted, &tracks(), [&] { ++insertions; });
+    forgetCalls();
+    AddPlayEntrys(root(), files);
+    EXPECT_EQ(1002, tracks().count());
+    EXPECT_EQ(1, insertions);
+    EXPECT_EQ("1102", tracks().text(1002).toStdString());
+    EXPECT_EQ("1002", tracks().subItem(1002, 1).toStdString());
+    EXPECT_EQ("1002", catalogue().subItem(1, 3).toStdString());
+    EXPECT_EQ("tags.Mp3FileInfo \"/m/a.mp3\"\ntags.Mp3FileInfo \"/m/a.mp3\"", calls({u"tags.Mp3FileInfo"_s}));
+    EXPECT_TRUE(root().tPlayliste.Text.value().endsWith(u"/m/998.mp3\r\n/m/999.mp3\r\n"_s));
+}
+
+TEST_F(AddTracks, TheRestIsLeftOutWhereAnotherListIsOpenedMeanwhile)
+{
+    QStringList files;
+    for (int i = 0; i < 2000; ++i)
+        files += u"/m/%1.mp3"_s.arg(i);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { click(2); });
+    AddPlayEntrys(root(), files);
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("", bytes(empty).toStdString());
+}
+
+TEST_F(AddSounds, WithoutACatalogueRowTheMenuOnlyTellsWhatToDo)
+{
+    catalogue().clear();
+    desktop.messages.answer(Answer::Ok);
+    forgetCalls();
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("box title \" Sounddateien hinzufügen\" text \"Bevor Sie Dateien einfügen können, müssen Sie eine "
+              "Wiedergabeliste hinzufügen.    \\nWählen Sie im Menü den Eintrag ''Neue Playliste'' oder ''Liste "
+              "hinzufügen'' aus.\" icon critical buttons ok answer ok",
+              boxes());
+    EXPECT_EQ("", actions());
+    EXPECT_TRUE(tracks().Visible.value());
+}
+
+TEST_F(AddSounds, FolderModeAddsTheAudioFilesOfAFolderSortedAndSavesTheList)
+{
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("101 01 a </m/a.mp3> <a.mp3>\n"
+              "102 02 b </m/b.mp3> <b.mp3>\n"
+              "103 03 a </neu/a.mp3> <a.mp3>\n"
+              "104 04 C </neu/C.MP3> <C.MP3>\n"
+              "105 05 d </neu/d.wma> <d.wma>\n"
+              "106 06 e </neu/e.wav> <e.wav>",
+              shown());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n",
+              bytes(list).toStdString());
+    EXPECT_EQ("6", catalogue().subItem(1, 3).toStdString());
+    EXPECT_EQ("/neu", option(u"Soundfiles"_s));
+    EXPECT_EQ("/neu", root().LMp3Files.Path.toStdString());
+    EXPECT_EQ("*.mp3;*.wma;*.wav", root().LMp3Files.Pattern.toStdString());
+    EXPECT_EQ("", boxes());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, AFileThatIsInTheListAlreadyIsNotAddedTwiceAndTheCountSaysSo)
+{
+    addFolder(u"/neu"_s);
+    put(u"/neu/g.mp3"_s, "x");
+    desktop.messages.answer(Answer::Ok);
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(7, tracks().count());
+    EXPECT_EQ("/neu/g.mp3", tracks().subItem(7, 3).toStdString());
+    EXPECT_EQ("box title \" Sounddateien hinzufügen\" text \"Es wurden 4 vorhandene Sounddateien nicht zur Playliste "
+              "hinzugefügt.   \" icon information buttons ok answer ok",
+              boxes());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, APathThatIsPartOfALongerPathCountsAsPresent)
+{
+    put(list, "/alt/neu/C.mp3.bak.mp3\r\n/m/b.mp3\r\n\r\n");
+    catalogue().Tag = u"0"_s;
+    click(1);
+    put(u"/alt/neu/c.mp3"_s, "x");
+    desktop.messages.answer(Answer::Ok);
+    addFolder(u"/alt/neu"_s);
+    EXPECT_EQ(2, tracks().count());
+    desktop.messages.take();
+}
+
+TEST_F(AddSounds, ABareNameBesideTheListIsNotFoundByItsPathAndIsAddedAgain)
+{
+    put(data() + u"Playlisten/nah.mp3"_s, "x");
+    put(list, "nah.mp3\r\n/m/b.mp3\r\n\r\n");
+    catalogue().Tag = u"0"_s;
+    click(1);
+    addFolder(data() + u"Playlisten"_s);
+    EXPECT_EQ(3, tracks().count());
+}
+
+TEST_F(AddSounds, AFolderWithoutAudioFilesAddsNothingAndAsksNothing)
+{
+    putFolder(u"/leer"_s);
+    addFolder(u"/leer"_s);
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("/leer", option(u"Soundfiles"_s));
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n", bytes(list).toStdString());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, CancelLeavesTheFolderAsItWasAndStillSavesTheList)
+{
+    cancelFolder();
+    forgetCalls();
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("", option(u"Soundfiles"_s));
+    EXPECT_EQ("0", root().tBrowseFolder.Tag.toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n", bytes(list).toStdString());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, TheListIsOutOfSightAndThePlayerStoppedBeforeTheFolderIsChosen)
+{
+    bool visible = true;
+    bool enabled = true;
+    QString mark;
+    root().tBrowseFolder.Text = u"alt"_s;
+    QString text;
+    desktop.forms().whileModal(u"Ordner"_s, [&](Form& form) {
+        visible = tracks().Visible;
+        enabled = tracks().Enabled;
+        mark = root().tBrowseFolder.Tag;
+        text = root().tBrowseFolder.Text;
+        static_cast<Ordner&>(form).bAbbrechen.Click();
+    });
+    int stops = 0;
+    root().pStopPlayer.Click = [&] { ++stops; };
+    mnuAddSounds_Click(root());
+    EXPECT_FALSE(visible);
+    EXPECT_FALSE(enabled);
+    EXPECT_EQ("0", mark.toStdString());
+    EXPECT_EQ("", text.toStdString());
+    EXPECT_EQ(1, stops);
+}
+
+TEST_F(AddSounds, TheWaitStateHoldsWhileFilesAreAdded)
+{
+    for (int i = 0; i < 600; ++i)
+        put(u"/viele/%1.mp3"_s.arg(i), "x");
+    std::string state;
+    chooseFolder(u"/viele"_s);
+    // The count in the catalogue grows while the files are added.
+    QObject::connect(&catalogue(), &QAbstractItemModel::dataChanged, &catalogue(), [&] {
+        if (catalogue().subItem(1, 3) != u"258"_s)
+            return;
+        state = QStringLiteral("%1 %2 %3 %4 <%5>")
+                    .arg(root().Pointer.value() == MousePointer::Hourglass ? u"hourglass"_s : u"arrow"_s,
+                         tracks().Enabled ? u"on"_s : u"off"_s, root().mnuBearbeiten.Enabled ? u"on"_s : u"off"_s,
+                         root().pCopyStatus.Visible ? u"shown"_s : u"hidden"_s, root().tDateiname.Caption.value())
+                    .toStdString();
+    });
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("hourglass off off shown </viele>", state);
+    EXPECT_EQ(602, tracks().count());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, FileModeAddsOneFileWithoutATestAndStartsInTheFolderOfTheDatabase)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    setting(u"Soundfiles"_s, stringSetting(u"/m"_s));
+    put(database(), bytes(database()) + "[Options]\r\nSoundfiles=/neu\r\n");
+    desktop.choosers.open(u"/m/a.mp3"_s);
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("101 01 a </m/a.mp3> <a.mp3>\n102 02 b </m/b.mp3> <b.mp3>\n103 03 a </m/a.mp3> <a.mp3>", shown());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/a.mp3\r\n", bytes(list).toStdString());
+    const std::string asked = calls({u"choosers"_s});
+    for (const char* part : {"\" Sounddatei hinzufügen\"", "\"/neu\"",
+                             "\"Sounddateien|*.mp3; *.wma; *.wav|Alle Dateitypen|*.*\"", "\"mp3\""})
+        EXPECT_NE(std::string::npos, asked.find(part)) << asked;
+    EXPECT_EQ("1", root().tBrowseFolder.Tag.toStdString());
+    EXPECT_EQ("", boxes());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, TheStartFolderIsThatOfTheSettingsKeyWhereTheOneOfTheDatabaseIsGone)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    setting(u"Soundfiles"_s, stringSetting(u"/m"_s));
+    put(database(), bytes(database()) + "[Options]\r\nSoundfiles=/fort\r\n");
+    desktop.choosers.cancel(ChooserKind::Open);
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("/m", root().tBrowseFolder.Text.value().toStdString());
+    EXPECT_EQ(2, tracks().count());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, AFolderWithFiftyThousandFilesIsListedAndSaved)
+{
+    constexpr int Many = 50'000;
+    for (int i = 0; i < Many; ++i)
+        desktop.memory()->put(u"/riesig/%1.mp3"_s.arg(i, 5, 10, QLatin1Char('0')), "x");
+    addFolder(u"/riesig"_s);
+    EXPECT_EQ(Many + 2, tracks().count());
+    EXPECT_EQ("/riesig/49999.mp3", tracks().subItem(Many + 2, 3).toStdString());
+    EXPECT_EQ(Many + 2, bytes(list).count("\r\n"));
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, TheSearchForPresentNamesGivesWhatAPlainTextSearchGives)
+{
+    std::mt19937 random(7);
+    const auto text = [&](int most, const QString& letters) {
+        QString result;
+        const int length = std::uniform_int_distribution(0, most)(random);
+        for (int i = 0; i < length; ++i)
+            result += letters[std::uniform_int_distribution<qsizetype>(0, letters.size() - 1)(random)];
+        return result;
+    };
+    for (int round = 0; round < 3000; ++round) {
+        const QString whole = text(60, u"aAbB/.Ää"_s);
+        const QString start = text(3, u"aA/ä"_s) + u'/';
+        QStringList names;
+        for (int i = 0; i < 8; ++i)
+            names += text(5, u"aAbB.äÄ"_s);
+        QStringList plain;
+        for (const QString& name : names)
+            if (!whole.toLower().contains((start + name).toLower()))
+                plain += name;
+        ASSERT_EQ(lines(plain), lines(absentNames(whole, start, names)))
+            << whole.toStdString() << " " << start.toStdString();
+    }
+}
+
+} // namespace orvantine::fake
