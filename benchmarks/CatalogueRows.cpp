@@ -5,11 +5,15 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/RemovePlaylists.h"
 #include "operations/Reordering.h"
+#include "playlists/AddSounds.h"
 #include "playlists/ReadPlaylists.h"
+#include "transfer/FolderDialogs.h"
 
+#include <QDir>
 #include <QFile>
 #include <QHash>
 
+#include <dirent.h>
 #include <sys/stat.h>
 
 namespace orvantine::bench {
@@ -71,6 +75,58 @@ void appendLines(const QString& path, const QList<QByteArray>& lines)
         qFatal("the file cannot be opened");
     for (const QByteArray& line : lines)
         file.write(line);
+}
+
+/// Names of a folder, a look at each, and one line a name at the end of a file.
+void listLookAndAppend(const QByteArray& folder, const QString& target)
+{
+    QList<QByteArray> lines;
+    DIR* const listing = ::opendir(folder.constData());
+    if (listing == nullptr)
+        qFatal("the folder cannot be read");
+    while (const dirent* entry = ::readdir(listing)) {
+        const QByteArray path = folder + '/' + entry->d_name;
+        struct stat status = {};
+        if (::stat(path.constData(), &status) == 0 && S_ISREG(status.st_mode))
+            lines.append(path + "\r\n");
+    }
+    ::closedir(listing);
+    appendLines(target, lines);
+}
+
+Row addFolder()
+{
+    constexpr int NewFiles = 10'000;
+    BenchDesktop desktop;
+    const QString folder = desktop.path(u"neu"_s);
+    QDir().mkpath(folder);
+    for (int file = 0; file < NewFiles; ++file)
+        layOut(u"%1/%2 - Ein Lied mit Namen.mp3"_s.arg(folder).arg(file, 5, 10, QLatin1Char('0')), {});
+    const QString list = desktop.path(u"data/Playlisten/Liste.m3u"_s);
+    layOut(desktop.database(), "[Index]\r\n1b=Liste\r\n1f=01.01.2026\r\n");
+    addRow(desktop.root, u"Liste"_s, list);
+    desktop.root.LListView1.select(1);
+    // The list is empty each time.
+    const auto prepare = [&] {
+        QFile::remove(list);
+        layOut(list, "\r\n");
+        QString path = list;
+        GetPlayEntrys(desktop.root, path);
+        desktop.forms.whileModal(u"Ordner"_s, [&folder](Form& form) {
+            auto& dialog = static_cast<Ordner&>(form);
+            dialog.LTreeview.SelectedFolder = folder;
+            dialog.LTreeview.Change();
+            dialog.BReady.Click();
+        });
+    };
+    const double time = medianMilliseconds(
+        9, [&desktop] { mnuAddSounds_Click(desktop.root); }, prepare);
+    if (desktop.root.LListView2.count() != NewFiles)
+        qFatal("the folder was not added");
+    const QString target = desktop.path(u"anhang"_s);
+    const double floor = medianMilliseconds(
+        9, [&] { listLookAndAppend(QFile::encodeName(folder), target); }, [&target] { layOut(target, {}); });
+    return {u"add a folder of 10,000 files to a list"_s, u"ms"_s, time, floor, 2, true};
 }
 
 Row saveCatalogue()
@@ -227,7 +283,8 @@ Row reloadCatalogue()
 
 std::vector<Row> catalogueRows()
 {
-    return {openLargeList(), saveCatalogue(), moveRow(), removalRow(), reloadCatalogue(), readValue(), writeValue()};
+    return {openLargeList(), addFolder(),       saveCatalogue(), moveRow(),
+            removalRow(),    reloadCatalogue(), readValue(),     writeValue()};
 }
 
 } // namespace orvantine::bench
