@@ -228,6 +228,37 @@ TEST_F(Window, TheInformationFrameTellsItsWidth)
               root.xpFrame1.Width.value() - 855 - (root.pCoverBack.Visible.value() ? 1560 : 0));
 }
 
+TEST_F(Window, TheListOfTracksStaysInItsPlaceWhileCoversComeAndGo)
+{
+    open();
+    root.pCoverBack.Visible = true;
+    QCoreApplication::processEvents();
+    const int height = find(root.xpFrame1)->height();
+    root.pCoverBack.Visible = false;
+    QCoreApplication::processEvents();
+    EXPECT_EQ(height, find(root.xpFrame1)->height());
+}
+
+TEST_F(Window, AnEmptyFilterIsToldApartFromAnEmptyCatalogue)
+{
+    open();
+    root.pHinweistext.Visible = true;
+    const auto told = [this] {
+        QStringList texts;
+        const QList<QLabel*> labels = find(root.pHinweistext)->findChildren<QLabel*>();
+        for (const QLabel* label : labels)
+            texts += label->text();
+        return texts.join(u'|').toStdString();
+    };
+    EXPECT_EQ(0U, told().find("Die Orvante ist leer|Strg+N ")) << told();
+    root.mnuFavoritenShow.Checked = true;
+    EXPECT_EQ("Keine Favoriten|Keine Wiedergabeliste ist als Favorit markiert. „Nur Favoriten anzeigen“ im Menü "
+              "„Vorgänge“ zeigt wieder alle.",
+              told());
+    root.mnuFavoritenShow.Checked = false;
+    EXPECT_EQ(0U, told().find("Die Orvante ist leer|")) << told();
+}
+
 TEST_F(Window, StateAndVisibilityFollowTheProgram)
 {
     open();

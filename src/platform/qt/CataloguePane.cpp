@@ -19,26 +19,31 @@ namespace {
 constexpr int TracksColumn = 4;
 constexpr int HeadHeight = 30;
 
-/// What to do in an empty catalogue. The mouse reaches the list below it.
-QWidget* makeHint(QWidget* parent)
+/// What to do in an empty catalogue, and with a filter that leaves nothing. The mouse reaches the list below it.
+QWidget* makeHint(Root& root, Bindings& bindings, QWidget* parent)
 {
     auto* const hint = new QWidget(parent);
+    hint->setObjectName(root.pHinweistext.fullName());
     hint->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* const layout = new QVBoxLayout(hint);
     layout->setContentsMargins(Theme::Margin, Theme::Margin, Theme::Margin, Theme::Margin);
     layout->setSpacing(Theme::Gap);
     auto* const title = new TextLabel(TextLabel::Weight::Heading, hint);
-    title->setText(u"Die Orvante ist leer"_s);
     title->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
     auto* const text = new TextLabel(TextLabel::Weight::Dim, hint);
-    text->setText(u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an, Strg+O durchsucht einen Ordner. "
-                  u"Dateien lassen sich auch hierher ziehen."_s);
     text->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
     text->setLines(6);
     layout->addStretch(2);
     layout->addWidget(title);
     layout->addWidget(text);
     layout->addStretch(3);
+    bindings.follow(root.mnuFavoritenShow.Checked, [title, text](bool filtered) {
+        title->setText(filtered ? u"Keine Favoriten"_s : u"Die Orvante ist leer"_s);
+        text->setText(filtered ? u"Keine Wiedergabeliste ist als Favorit markiert. „Nur Favoriten anzeigen“ im Menü "
+                                 u"„Vorgänge“ zeigt wieder alle."_s
+                               : u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an, Strg+O durchsucht "
+                                 u"einen Ordner. Dateien lassen sich auch hierher ziehen."_s);
+    });
     return hint;
 }
 
@@ -56,7 +61,7 @@ CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
     m_list = new ReportList(root.LListView1, this);
     m_list->setAccessibleName(u"Wiedergabelisten"_s);
     m_list->setNumberColumn(TracksColumn);
-    m_hint = makeHint(m_list);
+    m_hint = makeHint(root, m_bindings, m_list);
     m_bindings.follow(root.pHinweistext.Visible, [this](bool visible) { m_hint->setVisible(visible); });
     m_list->viewport()->installEventFilter(this);
 

@@ -122,7 +122,10 @@ QWidget* PlaylistPane::makeInformation()
     layout->setContentsMargins(Theme::Margin, Theme::Gap, Theme::Gap, Theme::Gap);
     layout->setSpacing(Theme::Margin);
     layout->addLayout(texts, 1);
-    layout->addWidget(new CoverView(m_root, pixelsOf(m_root.pCoverBack.Width.value()), frame), 0, Qt::AlignTop);
+    const int side = pixelsOf(m_root.pCoverBack.Width.value());
+    layout->addWidget(new CoverView(m_root, side, frame), 0, Qt::AlignTop);
+    // The list below stays in its place while covers come and go.
+    frame->setMinimumHeight(side + 2 * Theme::Gap);
     return frame;
 }
 
