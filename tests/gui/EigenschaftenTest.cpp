@@ -82,6 +82,19 @@ TEST_F(EigenschaftenDialog, IsNotModalAndShowsTheFields)
     EXPECT_EQ(widget<QPushButton>(u"bHilfe"_s)->text(), u"&Hilfe"_s);
 }
 
+TEST_F(EigenschaftenDialog, ALongDescriptionIsSeenFromItsBeginningAndAPathToItsEnd)
+{
+    const QString text(300, u'x');
+    form.tBeschreibung.Text = text;
+    form.tPlayliste.Text = text;
+    EXPECT_EQ(0, field(u"tBeschreibung"_s)->cursorPosition());
+    EXPECT_EQ(300, field(u"tPlayliste"_s)->cursorPosition());
+    field(u"tBeschreibung"_s)->setFocus();
+    field(u"tBeschreibung"_s)->setCursorPosition(5);
+    QTest::keyClicks(field(u"tBeschreibung"_s), u"ab"_s);
+    EXPECT_EQ(7, field(u"tBeschreibung"_s)->cursorPosition()) << "the cursor of a user who types stays";
+}
+
 TEST_F(EigenschaftenDialog, TabGoesThroughTheFieldsInTheirOrder)
 {
     field(u"tPlaylistname"_s)->setFocus();

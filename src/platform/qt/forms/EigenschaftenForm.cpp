@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FieldWidth = 380;
+constexpr int FieldWidth = 440;
 constexpr int DateWidth = 130;
 constexpr int IconSize = 32;
 
@@ -69,7 +69,15 @@ void buildEigenschaften(FormWindow& window)
     name->setMinimumWidth(FieldWidth);
     place(name, 2);
     place(addField(form.LPlayliste, form.tPlayliste, u"Pfad der Wiedergabeliste"_s), 2);
-    place(addField(form.LBeschreibung, form.tBeschreibung, u"Beschreibung"_s), 2);
+    QLineEdit* const description = addField(form.LBeschreibung, form.tBeschreibung, u"Beschreibung"_s);
+    place(description, 2);
+    // A path is known by its end, a description by its beginning.
+    const auto showBeginning = [description] {
+        if (!description->hasFocus())
+            description->setCursorPosition(0);
+    };
+    QObject::connect(description, &QLineEdit::textChanged, description, showBeginning);
+    showBeginning();
     QLineEdit* const date = addField(form.LDatum, form.tDatum, u"Datum"_s);
     date->setFixedWidth(DateWidth);
     place(date, 2, Qt::AlignLeft);
