@@ -109,7 +109,7 @@ Row addFolder()
     // The list is empty each time.
     const auto prepare = [&] {
         QFile::remove(list);
-        layOut(list, "\r\n");
+        layOut(list, {});
         QString path = list;
         GetPlayEntrys(desktop.root, path);
         desktop.forms.whileModal(u"Ordner"_s, [&folder](Form& form) {
