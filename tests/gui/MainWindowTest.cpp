@@ -281,6 +281,37 @@ TEST_F(Window, MinimisingTellsTheProgramAndGoesToTheTray)
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(Window, TheTrayHidesItWithoutAWordToTheWindowManager)
+{
+    open();
+    root.State = WindowState::Minimized;
+    root.Visible = false;
+    QTest::qWait(0);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(window.isMinimized());
+    root.State = WindowState::Normal;
+    root.Visible = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.isMinimized());
+}
+
+TEST_F(Window, IsMinimisedWhileItIsSeenAndWhenItComesUpSo)
+{
+    desktop.tray().present = false;
+    open();
+    root.loaded = true;
+    root.State = WindowState::Minimized;
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.isMinimized(); }));
+    EXPECT_TRUE(root.Visible.value());
+    root.State = WindowState::Normal;
+    EXPECT_FALSE(window.isMinimized());
+    root.Visible = false;
+    root.State = WindowState::Minimized;
+    root.Visible = true;
+    EXPECT_TRUE(QTest::qWaitFor([this] { return window.isMinimized(); }));
+}
+
 TEST_F(Window, ClosingEndsTheProgram)
 {
     desktop.start();

@@ -83,6 +83,12 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     makeBusyPanel(centre);
     centre->installEventFilter(this);
 
+    m_minimiseLater.setSingleShot(true);
+    m_minimiseLater.setInterval(0);
+    connect(&m_minimiseLater, &QTimer::timeout, this, [this] {
+        if (m_root.State.value() == WindowState::Minimized && isVisible())
+            setWindowState(windowState() | Qt::WindowMinimized);
+    });
     m_noteLater.setSingleShot(true);
     m_noteLater.setInterval(NoteAfter);
     connect(&m_noteLater, &QTimer::timeout, this, [this] { notePlace(); });
@@ -210,9 +216,14 @@ void MainWindow::showSize()
 
 void MainWindow::showState()
 {
+    // The tray minimises a window and takes it out of sight in one go. Told both, the window manager answers late, and
+    // its word would come when the window is brought back: it would go again at once. So only a window that is still
+    // seen a moment later is minimised.
+    if (m_root.State.value() == WindowState::Minimized) {
+        m_minimiseLater.start();
+        return;
+    }
     Qt::WindowStates states = windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
-    if (m_root.State.value() == WindowState::Minimized)
-        states |= Qt::WindowMinimized;
     if (m_root.State.value() == WindowState::Maximized)
         states |= Qt::WindowMaximized;
     if (windowState() != states)
@@ -230,6 +241,8 @@ void MainWindow::showVisible()
     if (visible == isVisible())
         return;
     setVisible(visible);
+    if (visible && m_root.State.value() == WindowState::Minimized)
+        m_minimiseLater.start();
     if (!visible || m_root.State.value() == WindowState::Minimized)
         return;
     raise();

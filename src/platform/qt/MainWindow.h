@@ -41,6 +41,7 @@ private:
     CataloguePane* m_catalogue = nullptr;
     PlaylistPane* m_playlist = nullptr;
     QWidget* m_busy = nullptr;
+    QTimer m_minimiseLater;
     /// A window that is being maximised reports its new size before its new state.
     QTimer m_noteLater;
     bool m_noting = false;
