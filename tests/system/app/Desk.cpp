@@ -173,7 +173,8 @@ QStringList Desk::windows() const
     for (const QString& number : numbers.split(u'\n', Qt::SkipEmptyParts)) {
         QString title = tool(u"xdotool"_s, {u"getwindowname"_s, number}).value_or(QString());
         title.chop(1);
-        if (!title.isEmpty() && title != u"Openbox"_s)
+        // The last one is a notification area's.
+        if (!title.isEmpty() && title != u"Openbox"_s && title != u"panel"_s)
             titles.append(title);
     }
     return titles;
