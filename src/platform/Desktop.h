@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <memory>
@@ -79,6 +80,8 @@ public:
     virtual ~Clipboard() = default;
 
     [[nodiscard]] virtual QString text() const = 0;
+    /// Local files and folders that were copied in a file manager, as the Files service names them; empty for none.
+    [[nodiscard]] virtual QStringList files() const = 0;
     virtual void setText(const QString& text) = 0;
 };
 

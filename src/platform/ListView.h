@@ -126,6 +126,9 @@ public:
     std::function<bool(int shift, int keyCode)> KeyDown;
     /// Paths as the Files service names them.
     std::function<void(const QStringList& paths)> Drop;
+    /// The host's name of the file that a row stands for; nothing where there is none. The row can then be drawn to
+    /// other programs.
+    std::function<std::optional<QByteArray>(int row)> DragFile;
 
     /// While one lives, appended rows, changed cells and the selection reach the views together when it ends. A change
     /// that moves rows tells the views of what was held back first.

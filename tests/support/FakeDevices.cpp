@@ -108,8 +108,10 @@ void FakeSound::play(const QByteArray& wave, int flags)
 
 void FakeClipboard::setText(const QString& text)
 {
-    if (m_log.call(u"clipboard.setText %1"_s.arg(quoted(text))))
+    if (m_log.call(u"clipboard.setText %1"_s.arg(quoted(text)))) {
         content = text;
+        copied.clear();
+    }
 }
 
 QString nameOf(LaunchKind kind)

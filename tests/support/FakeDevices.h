@@ -89,9 +89,12 @@ public:
     explicit FakeClipboard(CallLog& log) : m_log(log) {}
 
     [[nodiscard]] QString text() const override { return content; }
+    [[nodiscard]] QStringList files() const override { return copied; }
     void setText(const QString& text) override;
 
     QString content;
+    /// Copied in a file manager.
+    QStringList copied;
 
 private:
     CallLog& m_log;

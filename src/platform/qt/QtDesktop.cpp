@@ -1,10 +1,12 @@
 #include "platform/qt/QtDesktop.h"
 
 #include "platform/qt/Emblem.h"
+#include "platform/qt/FileUris.h"
 
 #include <QClipboard>
 #include <QFontDatabase>
 #include <QGuiApplication>
+#include <QMimeData>
 #include <QScreen>
 #include <QSystemTrayIcon>
 
@@ -20,6 +22,12 @@ constexpr int RightButtonDown = 0x204 * TwipsPerPixel;
 QString QtClipboard::text() const
 {
     return QGuiApplication::clipboard()->text();
+}
+
+QStringList QtClipboard::files() const
+{
+    const QMimeData* const content = QGuiApplication::clipboard()->mimeData();
+    return content == nullptr ? QStringList() : localPaths(*content);
 }
 
 void QtClipboard::setText(const QString& text)

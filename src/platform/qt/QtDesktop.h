@@ -12,6 +12,7 @@ class QtClipboard final : public Clipboard
 {
 public:
     [[nodiscard]] QString text() const override;
+    [[nodiscard]] QStringList files() const override;
     void setText(const QString& text) override;
 };
 

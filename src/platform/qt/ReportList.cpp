@@ -1,15 +1,17 @@
 #include "platform/qt/ReportList.h"
 
+#include "platform/qt/FileUris.h"
 #include "platform/qt/Keys.h"
 #include "platform/qt/Theme.h"
 
+#include <QApplication>
+#include <QDrag>
 #include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QStyledItemDelegate>
-#include <QUrl>
 
 namespace orvantine {
 
@@ -22,16 +24,6 @@ constexpr std::chrono::milliseconds FillAfter{250};
 /// Room that the last column keeps, and that the widest one keeps when it gives way.
 constexpr int LastColumnRoom = 60;
 constexpr int WidestColumnRoom = 110;
-
-QStringList localPaths(const QMimeData& data)
-{
-    QStringList paths;
-    const QList<QUrl> urls = data.urls();
-    for (const QUrl& url : urls)
-        if (url.isLocalFile())
-            paths.append(url.toLocalFile());
-    return paths;
-}
 
 } // namespace
 
@@ -215,12 +207,18 @@ void ReportList::keyPressEvent(QKeyEvent* event)
 void ReportList::mousePressEvent(QMouseEvent* event)
 {
     m_pressedRow = indexAt(event->pos()).row() + 1;
+    m_pressedAt = event->pos();
     QTreeView::mousePressEvent(event);
     viewport()->update();
 }
 
 void ReportList::mouseMoveEvent(QMouseEvent* event)
 {
+    if (m_pressedRow > 0 && m_list.DragFile && event->buttons() == Qt::LeftButton) {
+        if ((event->pos() - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
+            dragFile();
+        return;
+    }
     QTreeView::mouseMoveEvent(event);
     if (m_pressedRow > 0) {
         m_pressedRow = currentIndex().row() + 1;
@@ -260,24 +258,28 @@ void ReportList::focusInEvent(QFocusEvent* event)
 
 void ReportList::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (m_list.Drop && event->mimeData()->hasUrls())
-        event->acceptProposedAction();
+    dragMoveEvent(event);
 }
 
 void ReportList::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (m_list.Drop && event->mimeData()->hasUrls())
-        event->acceptProposedAction();
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(takesDrop(*event));
 }
 
 void ReportList::dropEvent(QDropEvent* event)
 {
-    const QStringList paths = localPaths(*event->mimeData());
-    if (paths.isEmpty() || !m_list.Drop)
-        return;
-    event->acceptProposedAction();
-    // The handler may ask the user, and the program that the files come from waits as long as this event runs.
-    QTimer::singleShot(0, this, [this, paths] { m_list.Drop(paths); });
+    const QStringList paths = takesDrop(*event) ? localPaths(*event->mimeData()) : QStringList();
+    if (paths.isEmpty())
+        return event->ignore();
+    // Never as a move: the program that the files come from would take them away.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // The handler may ask the user, and that program waits as long as this event runs.
+    QTimer::singleShot(0, this, [this, paths] {
+        if (m_list.Enabled.value() && m_list.Drop)
+            m_list.Drop(paths);
+    });
 }
 
 void ReportList::changeEvent(QEvent* event)
@@ -336,6 +338,29 @@ void ReportList::showSelection()
                                           QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
     }
     viewport()->update();
+}
+
+bool ReportList::takesDrop(const QDropEvent& event) const
+{
+    const QWidget* const modal = QApplication::activeModalWidget();
+    return m_list.Drop && m_list.Enabled.value() && event.source() != this && (modal == nullptr || modal == window()) &&
+           mayHoldFiles(*event.mimeData());
+}
+
+void ReportList::dragFile()
+{
+    const int row = std::exchange(m_pressedRow, 0);
+    setState(NoState);
+    const std::optional<QByteArray> file = m_list.DragFile(row);
+    if (file) {
+        auto* const content = new QMimeData;
+        content->setData(QStringLiteral("text/uri-list"), uriList({*file}));
+        // Lives as long as the desktop needs it.
+        auto* const drag = new QDrag(this);
+        drag->setMimeData(content);
+        drag->exec(Qt::CopyAction);
+    }
+    showSelection();
 }
 
 bool ReportList::takeSelection()

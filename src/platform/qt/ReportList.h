@@ -43,6 +43,9 @@ private:
     class Head;
 
     void showSelection();
+    /// The pressed row leaves the list as a file; the click that it might have become is none.
+    void dragFile();
+    [[nodiscard]] bool takesDrop(const QDropEvent& event) const;
     /// True if the current row was another one than the selected one, which it is now.
     bool takeSelection();
     void showWidths();
@@ -62,6 +65,7 @@ private:
     bool m_hadFocus = false;
     /// The row under the mouse while its button is down; 0 for none.
     int m_pressedRow = 0;
+    QPoint m_pressedAt;
     bool m_greyed = false;
 };
 

@@ -1,0 +1,85 @@
+#include "platform/qt/FileUris.h"
+
+#include "platform/CodePage.h"
+
+#include <QMimeData>
+#include <QSysInfo>
+
+#include <optional>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString UriList = u"text/uri-list"_s;
+
+/// Path of "file:/path", "file:///path" or "file://this-machine/path", still in percent form.
+std::optional<QByteArray> encodedPath(const QByteArray& uri)
+{
+    constexpr qsizetype Scheme = 5;
+    if (uri.left(Scheme).toLower() != "file:")
+        return std::nullopt;
+    QByteArray rest = uri.mid(Scheme);
+    if (rest.startsWith("//")) {
+        const qsizetype slash = rest.indexOf('/', 2);
+        if (slash < 0)
+            return std::nullopt;
+        const QByteArray host = rest.mid(2, slash - 2).toLower();
+        if (!host.isEmpty() && host != "localhost" && host != QSysInfo::machineHostName().toUtf8().toLower())
+            return std::nullopt;
+        rest = rest.mid(slash);
+    }
+    return rest.startsWith('/') ? std::optional(rest) : std::nullopt;
+}
+
+/// Names of several encodings may follow one another in a path, each with its own.
+QString textOf(const QByteArray& path)
+{
+    QStringList parts;
+    for (const QByteArray& part : path.split('/'))
+        parts += CodePage().decode(part);
+    return parts.join(u'/');
+}
+
+QString localPath(const QByteArray& uri)
+{
+    const std::optional<QByteArray> encoded = encodedPath(uri);
+    if (!encoded)
+        return {};
+    QByteArray path = QByteArray::fromPercentEncoding(*encoded);
+    if (path.contains('\0'))
+        return {};
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return textOf(path);
+}
+
+} // namespace
+
+bool mayHoldFiles(const QMimeData& data)
+{
+    return data.hasFormat(UriList);
+}
+
+QStringList localPaths(const QMimeData& data)
+{
+    QStringList paths;
+    // Not as QUrl, which makes question marks of bytes that are no UTF-8.
+    const QList<QByteArray> lines = data.data(UriList).split('\n');
+    for (const QByteArray& line : lines)
+        if (const QString path = localPath(line.trimmed()); !path.isEmpty())
+            paths += path;
+    return paths;
+}
+
+QByteArray uriList(const QList<QByteArray>& nativePaths)
+{
+    QByteArray list;
+    for (const QByteArray& path : nativePaths)
+        list += "file://" + path.toPercentEncoding("/") + "\r\n";
+    return list;
+}
+
+} // namespace orvantine

@@ -1,0 +1,122 @@
+#include "platform/qt/FileUris.h"
+
+#include "platform/posix/PosixFiles.h"
+#include "platform/qt/QtDesktop.h"
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QSysInfo>
+#include <QTemporaryDir>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::string pathsOf(const QByteArray& list)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, list);
+    return localPaths(data).join(u'|').toStdString();
+}
+
+TEST(FileUris, BlanksPercentSignsAndUmlautsAreRead)
+{
+    EXPECT_EQ(pathsOf("file:///m/zwei%20Worte.mp3\r\nfile:///m/100%25%20da.mp3\r\nfile:///m/%C3%BCber.mp3\r\n"),
+              "/m/zwei Worte.mp3|/m/100% da.mp3|/m/über.mp3");
+    EXPECT_EQ(pathsOf("file:///m/a%0Ab.mp3"), "/m/a\nb.mp3");
+    EXPECT_EQ(pathsOf("file:///m/100%zz.mp3\nfile:///m/ende%"), "/m/100%zz.mp3|/m/ende%")
+        << "what is no percent form is taken as it stands";
+}
+
+TEST(FileUris, NamesThatAreNotUtf8AreWindows1252EachForItself)
+{
+    EXPECT_EQ(pathsOf("file:///%C3%BC/%FCber.mp3"), "/ü/über.mp3");
+}
+
+TEST(FileUris, OnlyFilesOfThisMachineCount)
+{
+    const QByteArray here = QSysInfo::machineHostName().toUtf8();
+    EXPECT_EQ(pathsOf("http://host/a.mp3\r\nsmb://host/a.mp3\r\nfile://woanders/a.mp3\r\nfile:///b.mp3\r\n"
+                      "file://localhost/c.mp3\r\nFILE:/d.mp3\r\nfile://" +
+                      here + "/e.mp3\r\n"),
+              "/b.mp3|/c.mp3|/d.mp3|/e.mp3");
+}
+
+TEST(FileUris, CommentsEmptyLinesAndBrokenOnesAreNone)
+{
+    EXPECT_EQ(pathsOf("# file:///a.mp3\r\n\r\n  \r\nfile:\r\nfile://\r\nfile://x\r\nfile:relativ.mp3\r\n/a.mp3\r\n"),
+              "");
+    EXPECT_EQ(pathsOf("file:///a%00b.mp3"), "");
+    EXPECT_EQ(pathsOf({}), "");
+}
+
+TEST(FileUris, AFolderHasNoSeparatorAtItsEnd)
+{
+    EXPECT_EQ(pathsOf("file:///m/Album/\r\nfile:///\r\n"), "/m/Album|/");
+}
+
+TEST(FileUris, UrlsOfQtPrograms)
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(u"/m/ü 100%.mp3"_s), QUrl(u"https://host/x.mp3"_s)});
+    EXPECT_TRUE(mayHoldFiles(data));
+    EXPECT_EQ(localPaths(data).join(u'|').toStdString(), "/m/ü 100%.mp3");
+    QMimeData text;
+    text.setText(u"/m/a.mp3"_s);
+    EXPECT_FALSE(mayHoldFiles(text));
+}
+
+TEST(FileUris, WhatIsDrawnOutComesBack)
+{
+    const QByteArray list = uriList({"/m/a b%\xC3\xBC#?.mp3", "/m/\xFC.mp3"});
+    EXPECT_EQ(list, "file:///m/a%20b%25%C3%BC%23%3F.mp3\r\nfile:///m/%FC.mp3\r\n");
+    EXPECT_EQ(pathsOf(list), "/m/a b%ü#?.mp3|/m/ü.mp3");
+}
+
+TEST(FileUris, AFileWhoseNameIsNotUtf8IsFoundAgain)
+{
+    const QTemporaryDir folder;
+    const QByteArray name = folder.path().toUtf8() + "/\xFC"
+                                                     "ber.mp3";
+    const int descriptor = ::open(name.constData(), O_CREAT | O_WRONLY, 0600);
+    ASSERT_GE(descriptor, 0);
+    ::close(descriptor);
+    const std::string path = pathsOf(uriList({name}));
+    PosixFiles files({.recoveryFolder = folder.filePath(u"recovery"_s)});
+    EXPECT_EQ(files.nativePath(QString::fromStdString(path)), name);
+    // The folder's own way of emptying itself does not know such names.
+    ::unlink(name.constData());
+}
+
+TEST(FileUris, FiftyThousandAreRead)
+{
+    QByteArray list;
+    for (int i = 0; i < 50'000; ++i)
+        list += "file:///m/Titel%20" + QByteArray::number(i) + ".mp3\r\n";
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, list);
+    EXPECT_EQ(localPaths(data).size(), 50'000);
+}
+
+TEST(FileUris, TheClipboardGivesTheFilesOfAFileManager)
+{
+    auto* const data = new QMimeData;
+    data->setData(u"text/uri-list"_s, "file:///m/a%20b.mp3\r\nhttp://host/c.mp3\r\n");
+    QGuiApplication::clipboard()->setMimeData(data);
+    QtClipboard clipboard;
+    EXPECT_EQ(clipboard.files(), QStringList{u"/m/a b.mp3"_s});
+    clipboard.setText(u"Text"_s);
+    EXPECT_TRUE(clipboard.files().isEmpty());
+    QGuiApplication::clipboard()->clear();
+    EXPECT_TRUE(clipboard.files().isEmpty());
+}
+
+} // namespace
