@@ -147,6 +147,8 @@ struct Root : RootMenus
     bool loadingCatalogue = false;
     /// A playlist is being moved.
     bool reordering = false;
+    /// A command is at work on the rows of the track list.
+    bool changingTracks = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     TooltipsClass TT;

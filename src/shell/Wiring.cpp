@@ -8,12 +8,16 @@
 #include "metadata/TagNaming.h"
 #include "metadata/TrackInformation.h"
 #include "metadata/frmID3.h"
+#include "operations/EditCommands.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Favourites.h"
+#include "operations/ListDrops.h"
 #include "operations/ListInput.h"
+#include "operations/ListKeys.h"
 #include "operations/Positionen.h"
 #include "operations/Properties.h"
 #include "operations/Reordering.h"
+#include "operations/TrackListOperations.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
 #include "playback/Sequencing.h"
@@ -58,6 +62,7 @@ void wireMenus(Root& root)
     on(root.mnuFavoritenShow, root, mnuFavoritenShow_Click);
     on(root.mnuFavoriten, root, mnuFavoriten_Click);
     on(root.mnuAddSounds, root, mnuAddSounds_Click);
+    on(root.mnuUmbenennen, root, mnuUmbenennen_Click);
     on(root.mnuWiedergabe, root, mnuWiedergabe_Click);
     for (int i = 1; i <= 4; ++i)
         on(root.mnuSoundplayer[i], root, mnuSoundplayer_Click, i);
@@ -65,6 +70,10 @@ void wireMenus(Root& root)
     on(root.mnuLaden, root, mnuLaden_Click);
     on(root.mnuSpeichern, root, mnuSpeichern_Click);
     on(root.mnuBeenden, root, mnuBeenden_Click);
+
+    on(root.mnuEditCopy, root, mnuEditCopy_Click);
+    on(root.mnuEditPaste, root, mnuEditPaste_Click);
+    on(root.mnuEditKill, root, mnuEditKill_Click);
 
     on(root.mnuOrvmenu[1], root, mnuOrvmenu_Click, 1);
     on(root.mnuOrvmenu[2], root, mnuOrvmenu_Click, 2);
@@ -82,6 +91,11 @@ void wireMenus(Root& root)
     on(root.mnuSetTagName, root, mnuSetTagName_Click);
     on(root.mnuGetIDTag, root, mnuGetIDTag_Click);
     on(root.mnuFileSave, root, SavePlayEntrys);
+    for (int i = 1; i <= 2; ++i)
+        on(root.mnuMoveEntry[i], root, mnuMoveEntry_Click, i);
+    for (int i = 1; i <= 3; ++i)
+        on(root.mnuSortierung[i], root, mnuSortierung_Click, i);
+    on(root.mnuFileKill, root, mnuFileKill_Click);
     for (int i = 1; i <= 3; ++i)
         on(root.mnuWiederholung[i], root, mnuWiederholung_Click, i);
 
@@ -100,6 +114,11 @@ void wireMenus(Root& root)
     on(root.mnxBearbeiten[3], root, mnuSetFileName_Click);
     on(root.mnxBearbeiten[4], root, mnuSetTagName_Click);
     on(root.mnxBearbeiten[5], root, mnuGetIDTag_Click);
+    on(root.mnxBearbeiten[6], root, mnuFileKill_Click);
+    for (int i = 1; i <= 2; ++i)
+        on(root.mnxVerschieben[i], root, mnuMoveEntry_Click, i);
+    for (int i = 1; i <= 3; ++i)
+        on(root.mnxSpecials[i], root, mnuSortierung_Click, i);
 }
 
 void wireLists(Root& root)
@@ -108,10 +127,17 @@ void wireLists(Root& root)
     on(root.LListView2, root, LListView2_Click);
     on(root.bMoveUp, root, bMoveUp_Click);
     on(root.bMoveDown, root, bMoveDown_Click);
+    on(root.bEntryUp, root, bEntryUp_Click);
+    on(root.bEntryDown, root, bEntryDown_Click);
     root.LListView1.DblClick = [&root] { LListView1_DblClick(root); };
     root.LListView2.DblClick = [&root] { LListView2_DblClick(root); };
     root.LListView1.ColumnClick = [&root](int column) { LListView1_ColumnClick(root, column); };
     root.LListView2.ColumnClick = [&root](int column) { LListView2_ColumnClick(root, column); };
+    root.LListView1.KeyDown = [&root](int shift, int code) { return LListView1_KeyDown(root, shift, code); };
+    root.LListView2.KeyDown = [&root](int shift, int code) { return LListView2_KeyDown(root, shift, code); };
+    root.LListView1.Drop = [&root](const QStringList& paths) { LListView1_OLEDragDrop(root, paths); };
+    root.LListView2.Drop = [&root](const QStringList& paths) { LListView2_OLEDragDrop(root, paths); };
+    root.LListView2.DragFile = [&root](int row) { return root.files.nativePath(root.LListView2.subItem(row, 3)); };
     root.LListView1.GotFocus = [&root] { noteFocus(root, 1); };
     root.LListView2.GotFocus = [&root] { noteFocus(root, 2); };
 }

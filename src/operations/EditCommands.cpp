@@ -1,0 +1,138 @@
+#include "operations/EditCommands.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/Root.h"
+#include "operations/TrackListOperations.h"
+#include "playlists/AddTracks.h"
+#include "playlists/SavePlaylists.h"
+
+#include <QScopedValueRollback>
+
+#include <algorithm>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int MostPasted = 20;
+
+/// A list has the focus from the first time that one had it: the menus do not take it away.
+bool listIsActive(const Root& root)
+{
+    return !root.mnuEditCopy.Tag.isEmpty();
+}
+
+bool mayPaste(Root& root)
+{
+    return root.services.messages.show(
+               u"Markieren Sie die Audiodateien im Explorer und klicken Sie mit der rechten Maustaste auf die Dateien "
+               u"und wählen Sie im Menü ''Senden an'' und den Eintrag ''Zwischenablage''.\n \n"
+               u"Möchten Sie die Audiodateien aus der Zwischenablage in diese Wiedergabeliste einfügen ? "_s,
+               u" Dateien aus der Zwischenablage"_s, MessageIcon::Exclamation, MessageButtons::YesNo) == Answer::Yes;
+}
+
+/// Required: case counts here.
+bool endsAsAudio(QStringView path)
+{
+    return path.endsWith(u"mp3") || path.endsWith(u"wma") || path.endsWith(u"wav");
+}
+
+QStringList acceptedFiles(const Root& root, const QList<QStringView>& paths)
+{
+    QStringList files;
+    bool accepted = false;
+    for (const QStringView path : paths) {
+        const QString file = path.toString();
+        if (!Dateiexistenz::FileExists(root, file))
+            continue;
+        // Required: behind the first accepted file any other one that exists is added too.
+        accepted = accepted || endsAsAudio(path);
+        if (accepted)
+            files += file;
+    }
+    return files;
+}
+
+QString clipboardText(const Root& root)
+{
+    const QStringList files = root.services.clipboard.files();
+    return files.isEmpty() ? root.services.clipboard.text() : quotedForm(files);
+}
+
+void press(const MenuItem& item)
+{
+    if (item.available())
+        item.Click();
+}
+
+} // namespace
+
+void mnuEditCopy_Click(Root& root)
+{
+    if (!listIsActive(root))
+        return;
+    QString text;
+    if (root.mnuEditCopy.Tag == u"1"_s)
+        text = root.LListView1.subItem(root.LListView1.selectedRow(), 1);
+    else if (root.mnuEditCopy.Tag == u"2"_s)
+        text = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+    root.services.clipboard.setText(text);
+}
+
+void mnuEditKill_Click(Root& root)
+{
+    if (root.mnuEditCopy.Tag == u"1"_s)
+        press(root.mnuLöschen);
+    else if (root.mnuEditCopy.Tag == u"2"_s)
+        press(root.mnuFileKill);
+}
+
+void mnuEditPaste_Click(Root& root)
+{
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
+
+    const int read = root.currentRead;
+    if (!mayPaste(root) || !listIsActive(root) || root.currentRead != read)
+        return;
+
+    const QString text = clipboardText(root);
+    const QStringList files = acceptedFiles(root, quotedPaths(text));
+    if (files.isEmpty())
+        return;
+    AddPlayEntrys(root, files, true);
+    if (root.currentRead == read)
+        SavePlayEntrys(root);
+}
+
+QList<QStringView> quotedPaths(QStringView text)
+{
+    constexpr qsizetype Skipped = 3;
+    QList<QStringView> paths;
+    while (paths.size() < MostPasted) {
+        if (text.startsWith(u'"'))
+            text = text.sliced(1);
+        const qsizetype end = text.indexOf(u'"');
+        if (end < 0)
+            break;
+        paths += text.first(end);
+        if (end + Skipped + 2 > text.size())
+            break;
+        text = text.sliced(end + Skipped);
+    }
+    return paths;
+}
+
+QString quotedForm(const QStringList& paths)
+{
+    QString text;
+    for (const QString& path : paths)
+        if (!path.contains(u'"'))
+            text += (text.isEmpty() ? u"\""_s : u" \""_s) + path + u'"';
+    return text;
+}
+
+} // namespace orvantine

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QStringList>
+
+namespace orvantine {
+
+struct Root;
+
+/// Takes dropped playlists and folders of audio files into the catalogue.
+void LListView1_OLEDragDrop(Root& root, const QStringList& paths);
+
+/// Adds dropped audio files to the open list.
+void LListView2_OLEDragDrop(Root& root, const QStringList& paths);
+
+} // namespace orvantine

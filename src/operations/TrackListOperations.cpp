@@ -1,0 +1,298 @@
+#include "operations/TrackListOperations.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Others.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "operations/ListInput.h"
+#include "operations/LisviewMoveEntrys.h"
+#include "playback/CoverArt.h"
+#include "playback/PlayResource.h"
+#include "playback/PlayerControl.h"
+#include "playlists/ReadPlaylists.h"
+#include "playlists/SavePlaylists.h"
+#include "shell/MainWindow.h"
+
+#include <QScopedValueRollback>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Up = 1;
+constexpr int Down = 2;
+
+void enterWait(Root& root)
+{
+    root.Pointer = MousePointer::Hourglass;
+    root.LListView1.Enabled = false;
+    root.LListView2.Enabled = false;
+    DisabledButtons(root, 1);
+}
+
+void leaveWait(Root& root)
+{
+    root.Pointer = MousePointer::Default;
+    root.LListView1.Enabled = true;
+    root.LListView2.Enabled = true;
+    DisabledButtons(root, 0);
+}
+
+int columnOf(const Root& root, int sorting)
+{
+    constexpr int Track = 2;
+    constexpr int Name = 3;
+    constexpr int Path = 4;
+    constexpr int File = 5;
+    if (sorting == 1)
+        return Name;
+    if (sorting == 2)
+        return root.mnuOrvmenu[1].Checked.value() ? Path : File;
+    return Track;
+}
+
+/// Gives the rows the numbers of their places. Events are served at every row; false if one of them took the list away.
+bool renumber(Root& root)
+{
+    ListView& tracks = root.LListView2;
+    const int read = root.currentRead;
+    const int count = tracks.count();
+    const ListView::Batch together(tracks);
+    for (int row = 1; row <= count; ++row) {
+        tracks.setSubItem(row, 1, padded(row, 2));
+        tracks.setText(row, padded(row, 3));
+        // Required: the mark goes to the row that is last, not to the one that was numbered.
+        tracks.setIcons(tracks.count(), u"Icon_2"_s);
+        root.services.events.yield();
+        if (root.currentRead != read)
+            return false;
+    }
+    return true;
+}
+
+void saveSorted(Root& root, const QString& path)
+{
+    Messages& messages = root.services.messages;
+    if (path.isEmpty()) {
+        messages.show(u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden. "_s,
+                      u" Wiedergabeliste speichern"_s, MessageIcon::Critical, MessageButtons::Ok);
+        return;
+    }
+    const int read = root.currentRead;
+    if (messages.show(u"Soll die geänderte Trackliste automatisch gespeichert werden ? "_s, u' ' + root.Caption.value(),
+                      MessageIcon::Exclamation, MessageButtons::YesNo) == Answer::Yes &&
+        root.currentRead == read)
+        SavePlayEntrys(root);
+}
+
+/// A new playlist has no file of its own yet: what it holds before the removal is kept in one.
+void keepNewList(Root& root, const QString& path, const QString& name)
+{
+    if (!path.endsWith(u"tmp"_s))
+        return;
+    ensureDataFolder(root, u"Playlisten"_s);
+    const QString file = name + u".m3u"_s;
+    if (FileDirPath::canBeFileName(file))
+        root.files.copy(path, FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, file));
+}
+
+/// What the hidden text shows, so that a file that is too short to be read again does not bring the row back.
+QString linesOf(const ListView& tracks)
+{
+    QString lines;
+    for (int row = 1; row <= tracks.count(); ++row)
+        lines += tracks.subItem(row, 3) + u"\r\n"_s;
+    return lines;
+}
+
+void removeTrack(Root& root, int row)
+{
+    ListView& tracks = root.LListView2;
+    const WholeChange together(root.files);
+    // Required: the file's name is a constant here, whatever the program's file is called.
+    IniFiles::DeleteKey(root, root.tDatenbank.Text.value() + u"Orvantine.dat"_s, u"TagInfo"_s, tracks.subItem(row, 3));
+
+    tracks.remove(row);
+    tracks.select(1);
+    root.tPlayliste.Text = linesOf(tracks);
+
+    DisabledButtons(root, 1);
+    SavePlayEntrys(root);
+    root.services.events.yield();
+}
+
+/// Reads the list again, which numbers its rows, and selects the row above the removed one.
+void readAgain(Root& root, int back)
+{
+    ListView& list = root.LListView1;
+    list.Tag = QString::number(list.selectedRow());
+    QString path = list.subItem(list.selectedRow(), 2);
+    GetPlayEntrys(root, path);
+    const int read = root.currentRead;
+    root.services.events.yield();
+    DisabledButtons(root, 0);
+    if (back != 0 && root.currentRead == read)
+        root.LListView2.select(back);
+}
+
+/// True if there was a picture, which now bears the new name.
+bool renameCover(Root& root, const QString& old, const QString& name)
+{
+    constexpr int ExtensionWithPoint = 4;
+    const QString cover = coverFile(root, old);
+    if (cover.isEmpty())
+        return false;
+    const QString file = name + cover.right(ExtensionWithPoint);
+    if (!FileDirPath::canBeFileName(file))
+        return false;
+    const QString renamed = FileDirPath::join(root.tDatenbank.Text.value() + u"Resource"_s, file);
+    if (!root.files.copy(cover, renamed))
+        return false;
+    // Required: the picture of a playlist that gets the name that it has goes. Names that differ in case alone are
+    // one file, which stays.
+    if (old == name || root.files.nativePath(cover) != root.files.nativePath(renamed))
+        root.files.remove(cover);
+    return true;
+}
+
+} // namespace
+
+void mnuSortierung_Click(Root& root, int index)
+{
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
+
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    const int count = root.LListView2.count();
+    if (leadingNumber(list.subItem(row, 3)) != count)
+        list.setSubItem(row, 3, QString::number(count));
+
+    enterWait(root);
+    LListView2_ColumnClick(root, columnOf(root, index));
+    if (renumber(root))
+        saveSorted(root, list.subItem(row, 2));
+    leaveWait(root);
+}
+
+void mnuMoveEntry_Click(Root& root, int index)
+{
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
+
+    ListView& tracks = root.LListView2;
+    const int row = tracks.selectedRow();
+    // Required: at the edges the cue sounds and the command goes on.
+    if (index == Up && row == 1)
+        PlayResource(root, u"Play"_s);
+    if (index == Down && row > 0 && row == tracks.count())
+        PlayResource(root, u"Stop"_s);
+
+    root.bMoveDown.Tag = u"1"_s;
+    {
+        const ListView::Batch together(tracks);
+        if (index == Up)
+            LisviewMoveEntrys::MoveUp(tracks, {}, 1, false);
+        else
+            LisviewMoveEntrys::MoveDown(tracks, {}, 1, false);
+    }
+    root.bMoveDown.Tag = u"0"_s;
+
+    SavePlayEntrys(root);
+    tracks.SetFocus();
+    root.services.events.yield();
+}
+
+void bEntryUp_Click(Root& root)
+{
+    // Required: only the way up ends the sorting.
+    root.LListView2.setSorted(false);
+    mnuMoveEntry_Click(root, Up);
+}
+
+void bEntryDown_Click(Root& root)
+{
+    mnuMoveEntry_Click(root, Down);
+}
+
+void mnuFileKill_Click(Root& root)
+{
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
+
+    ListView& list = root.LListView1;
+    ListView& tracks = root.LListView2;
+    stopIfRunning(root);
+
+    const int row = tracks.selectedRow();
+    const int back = row - 1;
+    const int read = root.currentRead;
+    if (root.services.messages.show(u"Möchten Sie die Sounddatei aus der Wiedergabeliste entfernen ? "_s,
+                                    u" Dateien entfernen"_s, MessageIcon::Exclamation,
+                                    MessageButtons::OkCancel) == Answer::Cancel)
+        return;
+    // While the box was up another list may have been opened, or the row have moved.
+    if (row == 0 || root.currentRead != read || !tracks.has(row))
+        return;
+
+    keepNewList(root, list.subItem(list.selectedRow(), 2), list.subItem(list.selectedRow(), 1));
+    removeTrack(root, row);
+    Pause(root, 1.0);
+
+    // A click inside the wait has opened a list of its own.
+    if (root.currentRead == read)
+        readAgain(root, back);
+    DisabledButtons(root, 0);
+
+    root.mnuSpeichern.Click();
+    tracks.SetFocus();
+    root.services.events.yield();
+}
+
+void mnuUmbenennen_Click(Root& root)
+{
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    if (row == 0 || root.loadingCatalogue)
+        return;
+    const QString old = list.subItem(row, 1);
+    const QString path = list.subItem(row, 2);
+    const QString name = root.services.messages.input(u"Geben Sie einen neuen Namen für die Playliste ein:"_s,
+                                                      u" Wiedergabeliste umbenennen"_s, old);
+    // While the box was up another playlist may have come to the row.
+    if (name.isEmpty() || list.subItem(row, 1) != old || list.subItem(row, 2) != path)
+        return;
+
+    bool covered = false;
+    {
+        const WholeChange together(root.files);
+        list.setSubItem(row, 1, name);
+        const bool open = QString::number(row) == list.Tag && path == root.openPlaylist;
+        if (open)
+            root.tPlaylisteinträge.Caption = name;
+        IniFiles::WriteValue(root, databaseFile(root), u"Rename"_s, FileDirPath::FileNameOf(path), name);
+        root.mnuSpeichern.Click();
+        covered = renameCover(root, old, name);
+    }
+    if (!covered)
+        return;
+    // The handler passes over a playlist whose tracks are loaded; its picture is another file now.
+    LListView1_Click(root);
+    if (list.selectedRow() == row)
+        showRowCover(root, row);
+    root.services.events.yield();
+}
+
+bool mayChangeTracks(const Root& root)
+{
+    return !root.changingTracks && root.currentRead == root.finishedRead;
+}
+
+} // namespace orvantine

@@ -1,0 +1,239 @@
+#include "platform/qt/MainWindow.h"
+#include "platform/qt/ReportList.h"
+
+#include "gui/Sample.h"
+#include "support/FakeDesktop.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QDialog>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QTest>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+using namespace orvantine;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The main window with its real lists. What the lists tell their handlers is written down.
+class ListInputView : public testing::Test
+{
+protected:
+    ListInputView()
+    {
+        desktop.complaints.Report = [](const QString& text) { ADD_FAILURE() << text.toStdString(); };
+        fake::showSample(root);
+        root.Visible = true;
+        QApplication::setActiveWindow(&window);
+        for (ListView* list : {&root.LListView1, &root.LListView2}) {
+            list->Drop = [this, list](const QStringList& paths) { told += list->name + u": "_s + paths.join(u'|'); };
+            list->Click = [this, list] { told += list->name + u" click"_s; };
+        }
+    }
+
+    ReportList& view(const ListView& list) { return *window.findChild<ReportList*>(list.name); }
+    std::string taken() { return std::exchange(told, {}).join(u", "_s).toStdString(); }
+
+    /// True if the list takes what is held over it.
+    bool enter(const ListView& list, const QMimeData& data, Qt::DropActions actions = Qt::CopyAction | Qt::MoveAction)
+    {
+        QDragEnterEvent event(QPoint(20, 20), actions, &data, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(view(list).viewport(), &event);
+        return event.isAccepted();
+    }
+    /// The action that the other program is told.
+    Qt::DropAction drop(const ListView& list, const QMimeData& data)
+    {
+        if (!enter(list, data))
+            return Qt::IgnoreAction;
+        QDropEvent event(QPointF(20, 20), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton, Qt::ShiftModifier);
+        event.setDropAction(Qt::MoveAction);
+        event.ignore();
+        QApplication::sendEvent(view(list).viewport(), &event);
+        return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+    }
+
+    /// Holds the mouse down on a row and draws it; gives the "text/uri-list" that leaves the list, "" for none.
+    QByteArray draw(ReportList& list, int row, int pixels)
+    {
+        QByteArray content;
+        const QPoint from = list.visualRect(list.list().index(row - 1, 2)).center();
+        const QPoint to = from + QPoint(pixels, 0);
+        QTest::mousePress(list.viewport(), Qt::LeftButton, {}, from);
+        QTimer::singleShot(0, &list, [&] {
+            if (const auto* drag = list.findChild<QDrag*>()) {
+                content = drag->mimeData()->data(u"text/uri-list"_s);
+                QDrag::cancel();
+            }
+        });
+        QMouseEvent move(QEvent::MouseMove, to, list.viewport()->mapToGlobal(to), Qt::NoButton, Qt::LeftButton, {});
+        QApplication::sendEvent(list.viewport(), &move);
+        QApplication::processEvents();
+        return content;
+    }
+
+    fake::FakeDesktop desktop;
+    Root& root = desktop.root();
+    MainWindow window{root};
+    QStringList told;
+};
+
+TEST_F(ListInputView, DroppedFilesReachTheListAndAreNeverMoved)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/%FCber%20alles.mp3\r\nfile:///m/%C3%BC.mp3\r\nhttp://host/a.mp3\r\n");
+    for (const ListView* list : {&root.LListView1, &root.LListView2}) {
+        EXPECT_TRUE(enter(*list, data));
+        EXPECT_EQ(drop(*list, data), Qt::CopyAction);
+        EXPECT_EQ(taken(), "") << "not inside the other program's wait";
+        QApplication::processEvents();
+        EXPECT_EQ(taken(), list->name.toStdString() + ": /m/über alles.mp3|/m/ü.mp3");
+    }
+}
+
+TEST_F(ListInputView, OnlyRemoteFilesAreNoDrop)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "http://host/a.mp3\r\nsmb://host/b.mp3\r\n");
+    EXPECT_EQ(drop(root.LListView2, data), Qt::IgnoreAction);
+    QMimeData text;
+    text.setText(u"/m/a.mp3"_s);
+    EXPECT_FALSE(enter(root.LListView2, text));
+    EXPECT_EQ(drop(root.LListView2, text), Qt::IgnoreAction);
+    QApplication::processEvents();
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ListInputView, ADisabledListTakesNothing)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/a.mp3\r\n");
+    root.LListView2.Enabled = false;
+    EXPECT_EQ(drop(root.LListView2, data), Qt::IgnoreAction);
+    root.LListView2.Enabled = true;
+    EXPECT_EQ(drop(root.LListView2, data), Qt::CopyAction);
+    root.LListView2.Enabled = false;
+    QApplication::processEvents();
+    EXPECT_EQ(taken(), "") << "a command has begun before the drop could";
+}
+
+TEST_F(ListInputView, NothingIsDroppedBehindAModalWindow)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/a.mp3\r\n");
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    EXPECT_FALSE(enter(root.LListView1, data));
+    EXPECT_EQ(drop(root.LListView1, data), Qt::IgnoreAction);
+    box.hide();
+    EXPECT_TRUE(enter(root.LListView1, data));
+}
+
+TEST_F(ListInputView, AnEmptyCatalogueTakesADropOnItsHint)
+{
+    root.LListView1.clear();
+    root.pHinweistext.Visible = true;
+    ReportList& list = view(root.LListView1);
+    const QWidget* under = window.childAt(list.mapTo(&window, list.rect().center()));
+    ASSERT_NE(under, nullptr);
+    while (under != nullptr && !under->acceptDrops())
+        under = under->parentWidget();
+    EXPECT_TRUE(under == list.viewport() || under == &list);
+}
+
+TEST_F(ListInputView, ATrackIsDrawnOutAsItsFile)
+{
+    root.LListView2.DragFile = [](int row) { return std::optional(QByteArray("/m/\xFC ") + QByteArray::number(row)); };
+    ReportList& list = view(root.LListView2);
+    root.LListView2.select(1);
+    EXPECT_EQ(draw(list, 3, 40), "file:///m/%FC%203\r\n");
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, QPoint(60, 20));
+    EXPECT_EQ(root.LListView2.selectedRow(), 1) << "it was no click";
+    EXPECT_EQ(list.currentIndex().row() + 1, 1);
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ListInputView, AClickThatTremblesIsStillAClick)
+{
+    root.LListView2.DragFile = [](int) { return std::optional(QByteArray("/m/a.mp3")); };
+    ReportList& list = view(root.LListView2);
+    EXPECT_EQ(draw(list, 3, 2), "");
+    QTest::mouseRelease(list.viewport(), Qt::LeftButton, {}, list.visualRect(root.LListView2.index(2, 2)).center());
+    EXPECT_EQ(root.LListView2.selectedRow(), 3);
+    EXPECT_EQ(taken(), "LListView2 click");
+}
+
+TEST_F(ListInputView, ATrackWithoutAFileAndAPlaylistAreNotDrawnOut)
+{
+    root.LListView2.DragFile = [](int) { return std::optional<QByteArray>(); };
+    EXPECT_EQ(draw(view(root.LListView2), 3, 40), "");
+    EXPECT_EQ(draw(view(root.LListView1), 3, 40), "");
+}
+
+TEST_F(ListInputView, TheKeysOfTheListsReachTheirCommands)
+{
+    QStringList ran;
+    for (MenuItem* item : {&root.mnuEigenschaften, &root.mnuBeenden, &root.mnuMoveEntry[1], &root.mnuMoveEntry[2],
+                           &root.mnuVerschiebung[1], &root.mnuVerschiebung[2]})
+        item->Click = [&ran, item] { ran += item->fullName(); };
+    for (PictureBox* button : {&root.pPausePlayer, &root.pSoundPlayer})
+        button->Click = [&ran, button] { ran += button->fullName(); };
+    root.LListView1.DblClick = [&ran] { ran += u"catalogue"_s; };
+    root.LListView2.DblClick = [&ran] { ran += u"tracks"_s; };
+    const auto press = [&](const ListView& list, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        view(list).setFocus();
+        QTest::keyClick(&view(list), key, modifiers);
+        return std::exchange(ran, {}).join(u' ').toStdString();
+    };
+    for (const ListView* list : {&root.LListView1, &root.LListView2}) {
+        EXPECT_EQ(press(*list, Qt::Key_Space, Qt::AltModifier), "pPausePlayer");
+        EXPECT_EQ(press(*list, Qt::Key_0, Qt::AltModifier | Qt::KeypadModifier), "pPausePlayer");
+        EXPECT_EQ(press(*list, Qt::Key_Return, Qt::AltModifier), "mnuEigenschaften");
+        EXPECT_EQ(press(*list, Qt::Key_Enter, Qt::AltModifier | Qt::KeypadModifier), "mnuEigenschaften");
+        EXPECT_EQ(press(*list, Qt::Key_Home, Qt::AltModifier), "pSoundPlayer");
+        EXPECT_EQ(press(*list, Qt::Key_End, Qt::AltModifier), "pSoundPlayer");
+        EXPECT_EQ(press(*list, Qt::Key_Q, Qt::AltModifier), "mnuBeenden");
+    }
+    EXPECT_EQ(press(root.LListView1, Qt::Key_PageUp, Qt::ControlModifier), "mnuVerschiebung(1)");
+    EXPECT_EQ(press(root.LListView1, Qt::Key_PageDown, Qt::ControlModifier), "mnuVerschiebung(2)");
+    EXPECT_EQ(press(root.LListView2, Qt::Key_PageUp, Qt::ControlModifier), "mnuMoveEntry(1)");
+    EXPECT_EQ(press(root.LListView2, Qt::Key_PageDown, Qt::ControlModifier), "mnuMoveEntry(2)");
+    EXPECT_EQ(press(root.LListView2, Qt::Key_Greater, Qt::ShiftModifier), "mnuMoveEntry(1)");
+    EXPECT_EQ(press(root.LListView1, Qt::Key_Return, {}), "catalogue");
+    EXPECT_EQ(press(root.LListView2, Qt::Key_Enter, Qt::KeypadModifier), "tracks");
+}
+
+TEST_F(ListInputView, NoMenuTakesAKeyOfTheLists)
+{
+    const QList<QAction*> menus = window.menuBar()->actions();
+    for (const QAction* menu : menus)
+        EXPECT_NE(QKeySequence::mnemonic(menu->text()), QKeySequence(Qt::ALT | Qt::Key_Q));
+    const QList<QAction*> actions = window.findChildren<QAction*>();
+    for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Down, Qt::Key_Up, Qt::Key_Space, Qt::Key_PageUp,
+                              Qt::Key_PageDown, Qt::Key_Return, Qt::Key_Home, Qt::Key_End, Qt::Key_Q})
+        for (const QAction* action : actions)
+            EXPECT_NE(action->shortcut(), QKeySequence(Qt::ALT | key)) << action->objectName().toStdString();
+}
+
+TEST_F(ListInputView, ARowTellsPlaceCountAndWhetherItsFileIsMissing)
+{
+    const ListView& list = root.LListView2;
+    EXPECT_EQ(list.data(list.index(1, 2), Qt::AccessibleTextRole).toString().toStdString(),
+              "Käthe Blum - Wenn der Abend kommt, 2 von 18");
+    EXPECT_EQ(list.data(list.index(2, 3), Qt::AccessibleTextRole).toString().toStdString(),
+              "/home/anna/Musik/Sommerabend/Unbekannt - Verlorene Spur.mp3, fehlt, 3 von 18");
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&view(list));
+    ASSERT_NE(face, nullptr);
+    EXPECT_EQ(face->role(), QAccessible::Tree);
+    EXPECT_FALSE(face->text(QAccessible::Name).isEmpty());
+}
+
+} // namespace

@@ -1,0 +1,203 @@
+#include "operations/EditCommands.h"
+
+#include "playback/PlaybackWorld.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The list "Erste" with two tracks is open.
+class EditCommands : public PlaybackWorld
+{
+protected:
+    void SetUp() override { startPlayback(); }
+
+    void paste(const QString& text, Answer answer = Answer::Yes)
+    {
+        desktop.clipboard.content = text;
+        desktop.messages.answer(
+            answer, u" Dateien aus der Zwischenablage"_s,
+            u"Markieren Sie die Audiodateien im Explorer und klicken Sie mit der rechten Maustaste auf die Dateien und "
+            u"wählen Sie im Menü ''Senden an'' und den Eintrag ''Zwischenablage''.\n \nMöchten Sie die Audiodateien "
+            u"aus der Zwischenablage in diese Wiedergabeliste einfügen ? "_s);
+        tracks().GotFocus();
+        root().mnuEditPaste.Click();
+    }
+    /// Paths of the rows behind the two that the list had.
+    [[nodiscard]] std::string added()
+    {
+        QStringList paths;
+        for (int row = 3; row <= tracks().count(); ++row)
+            paths += tracks().subItem(row, 3);
+        return paths.join(u' ').toStdString();
+    }
+    [[nodiscard]] std::string file() { return bytes(listPath(u"Erste"_s)).toStdString(); }
+};
+
+[[nodiscard]] std::string parsed(const QString& text)
+{
+    QStringList paths;
+    const QList<QStringView> found = quotedPaths(text);
+    for (const QStringView path : found)
+        paths += path.toString();
+    return paths.join(u'|').toStdString();
+}
+
+} // namespace
+
+TEST_F(EditCommands, CopyTakesThePlaylistsNameFromTheCatalogue)
+{
+    catalogue().GotFocus();
+    root().mnuEditCopy.Click();
+    EXPECT_EQ("Erste", desktop.clipboard.content.toStdString());
+}
+
+TEST_F(EditCommands, CopyTakesTheFullPathFromTheTracks)
+{
+    tracks().select(2);
+    tracks().GotFocus();
+    root().mnuEditCopy.Click();
+    EXPECT_EQ("/m/Erste 2.mp3", desktop.clipboard.content.toStdString());
+}
+
+TEST_F(EditCommands, CopyWithAnyOtherMarkPutsAnEmptyText)
+{
+    desktop.clipboard.content = u"alt"_s;
+    root().mnuEditCopy.Tag = u"0"_s;
+    root().mnuEditCopy.Click();
+    EXPECT_EQ("", desktop.clipboard.content.toStdString());
+}
+
+TEST_F(EditCommands, BeforeAnyListHadTheFocusNothingIsCopiedRemovedOrPasted)
+{
+    desktop.clipboard.content = u"\"/m/Zweite 1.mp3\""_s;
+    root().mnuEditCopy.Tag = QString();
+    root().mnuEditCopy.Click();
+    EXPECT_EQ("\"/m/Zweite 1.mp3\"", desktop.clipboard.content.toStdString());
+    root().mnuEditKill.Click();
+    desktop.messages.answer(Answer::Yes);
+    root().mnuEditPaste.Click();
+    EXPECT_EQ("", added());
+}
+
+TEST_F(EditCommands, DeleteRemovesThePlaylistOrTheTrack)
+{
+    catalogue().GotFocus();
+    desktop.messages.answer(Answer::Cancel);
+    root().mnuEditKill.Click();
+    EXPECT_NE(std::string::npos, boxes().find("title \" Wiedergabeliste entfernen\""));
+    tracks().GotFocus();
+    desktop.messages.answer(Answer::Cancel);
+    root().mnuEditKill.Click();
+    EXPECT_NE(std::string::npos, boxes().find("title \" Dateien entfernen\""));
+}
+
+TEST_F(EditCommands, APasteAddsTheQuotedFilesAndSavesOnce)
+{
+    paste(u"\"/m/Zweite 1.mp3\" \"/m/Zweite 2.mp3\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3 /m/Zweite 2.mp3", added());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n", file());
+    EXPECT_EQ("4", catalogue().subItem(1, 3).toStdString());
+    EXPECT_NE(std::string::npos, boxes().find("icon exclamation buttons yes-no answer yes"));
+}
+
+TEST_F(EditCommands, NoPastesNothing)
+{
+    paste(u"\"/m/Zweite 1.mp3\""_s, Answer::No);
+    EXPECT_EQ("", added());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(EditCommands, FilesThatDoNotExistAreSkippedWithoutAWord)
+{
+    paste(u"\"/m/gibt es nicht.mp3\" \"/m/Zweite 2.mp3\""_s);
+    EXPECT_EQ("/m/Zweite 2.mp3", added());
+}
+
+TEST_F(EditCommands, BehindTheFirstAcceptedFileAnyOtherOneIsAddedToo)
+{
+    put(u"/m/vorher.txt"_s, "");
+    put(u"/m/nachher.txt"_s, "");
+    paste(u"\"/m/vorher.txt\" \"/m/Zweite 1.mp3\" \"/m/nachher.txt\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3 /m/nachher.txt", added());
+}
+
+TEST_F(EditCommands, TheEndingOfAPastedFileRespectsCase)
+{
+    put(u"/m/GROSS.MP3"_s, "");
+    put(u"/m/klein.wma"_s, "");
+    put(u"/m/klein.wav"_s, "");
+    paste(u"\"/m/GROSS.MP3\""_s);
+    EXPECT_EQ("", added());
+    paste(u"\"/m/klein.wma\" \"/m/GROSS.MP3\" \"/m/klein.wav\""_s);
+    EXPECT_EQ("/m/klein.wma /m/GROSS.MP3 /m/klein.wav", added());
+}
+
+TEST_F(EditCommands, APasteTakesTwentyFiles)
+{
+    QStringList paths;
+    for (int i = 1; i <= 25; ++i)
+        paths += u'"' + putTrack(u"n%1"_s.arg(i)) + u'"';
+    paste(paths.join(u' '));
+    EXPECT_EQ(22, tracks().count());
+    EXPECT_EQ("/m/n20.mp3", tracks().subItem(22, 3).toStdString());
+}
+
+TEST_F(EditCommands, ATextWithoutAQuoteAddsNothing)
+{
+    paste(u"/m/Zweite 1.mp3"_s);
+    paste({});
+    EXPECT_EQ("", added());
+}
+
+TEST_F(EditCommands, AFileListOfTheHostIsTurnedIntoTheQuotedForm)
+{
+    desktop.clipboard.copied = {u"/m/Zweite 1.mp3"_s, u"/m/mit\"Zeichen.mp3"_s, u"/m/Zweite 2.mp3"_s};
+    paste(u"file:///m/Zweite%201.mp3"_s);
+    EXPECT_EQ("/m/Zweite 1.mp3 /m/Zweite 2.mp3", added());
+}
+
+TEST_F(EditCommands, QuotedPathsAreSteppedThroughByThreeCharacters)
+{
+    EXPECT_EQ("a|b", parsed(u"\"a\" \"b\""_s));
+    EXPECT_EQ("a|b", parsed(u"\"a\"\r\n\"b\""_s));
+    EXPECT_EQ("a|b", parsed(u"a\" \"b\""_s)) << "the first quote may be missing";
+    EXPECT_EQ("a|bc", parsed(u"\"a\"  \"bc\""_s));
+    EXPECT_EQ("a", parsed(u"\"a\""_s));
+    EXPECT_EQ("a", parsed(u"\"a\" \""_s)) << "too short for another one";
+    EXPECT_EQ("a", parsed(u"\"a\" \"b"_s)) << "the last quote is missing";
+    EXPECT_EQ("", parsed(u"a"_s));
+    EXPECT_EQ("", parsed({}));
+    EXPECT_EQ("a", parsed(u"\"a\"b\"c"_s));
+}
+
+TEST_F(EditCommands, TheQuotedFormIsReadBack)
+{
+    const QStringList paths{u"/a b/c.mp3"_s, u"x"_s, u"/ü/ä.wav"_s};
+    EXPECT_EQ(paths.join(u'|').toStdString(), parsed(quotedForm(paths)));
+    EXPECT_EQ("", quotedForm({}).toStdString());
+    EXPECT_EQ("\"b\"", quotedForm({u"a\"a"_s, u"b"_s}).toStdString());
+}
+
+TEST_F(EditCommands, HostileTextsAreEndedWithoutHarm)
+{
+    EXPECT_EQ(20, quotedPaths(QString(1000, u'"')).size());
+    paste(QString(1000, u'"'));
+    paste(QString(10'000'000, u'x'));
+    paste(u'"' + QString(10'000'000, u'x') + u'"');
+    EXPECT_EQ("", added());
+}
+
+TEST_F(EditCommands, AnotherListThatIsOpenedWhileTheQuestionIsUpGetsNothing)
+{
+    desktop.clipboard.content = u"\"/m/Dritte 1.mp3\""_s;
+    desktop.messages.script(
+        {.answer = Answer::Yes, .entered = {}, .title = {}, .text = {}, .meanwhile = [this] { click(2); }});
+    tracks().GotFocus();
+    root().mnuEditPaste.Click();
+    EXPECT_EQ(2, tracks().count());
+}
+
+} // namespace orvantine::fake
