@@ -42,6 +42,8 @@ protected:
 
     QString longSound(const QString& name) { return music.write(name, fake::wav({.milliseconds = 120'000})); }
     QString shortSound(const QString& name) { return music.write(name, fake::wav({.milliseconds = 60})); }
+    /// Long enough that its data is known before it ends, however busy the machine is.
+    QString knownSound(const QString& name) { return music.write(name, fake::wav({.milliseconds = 700})); }
 
     test::MusicFolder music;
     test::CountingFiles files;
@@ -153,11 +155,11 @@ TEST_F(RealPlayer, BrokenFilesArePassedOver)
 {
     MpvPlayer player{files, silent()};
     watch(player);
-    shortSound(u"a.wav"_s);
+    knownSound(u"a.wav"_s);
     music.write(u"empty.mp3"_s, {});
     music.write(u"junk.mp3"_s, QByteArray(5000, '\x11'));
     music.write(u"cut.wav"_s, fake::wav({}).left(20));
-    shortSound(u"b.wav"_s);
+    knownSound(u"b.wav"_s);
     player.setURL(music.writeList({u"empty.mp3"_s, u"a.wav"_s, u"junk.mp3"_s, u"cut.wav"_s, u"b.wav"_s}));
     ASSERT_TRUE(awaitEnd(player));
     EXPECT_EQ(changesText(), "empty.mp3 a.wav a.wav! junk.mp3 cut.wav b.wav b.wav!");
@@ -184,7 +186,7 @@ TEST_F(RealPlayer, AFileThatVanishedMeanwhileIsPassedOver)
     watch(player);
     const QString first = longSound(u"a.wav"_s);
     const QString second = shortSound(u"b.wav"_s);
-    shortSound(u"c.wav"_s);
+    knownSound(u"c.wav"_s);
     player.setURL(music.writeList({u"a.wav"_s, u"b.wav"_s, u"c.wav"_s}));
     ASSERT_TRUE(test::waitUntil([&] { return player.currentDuration() > 0; }));
     ASSERT_TRUE(QFile::remove(second));
