@@ -5,6 +5,7 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "catalogue/RemovePlaylists.h"
 #include "operations/Reordering.h"
+#include "operations/TrackListOperations.h"
 #include "playlists/AddSounds.h"
 #include "playlists/ReadPlaylists.h"
 #include "transfer/FolderDialogs.h"
@@ -279,12 +280,69 @@ Row reloadCatalogue()
     return {u"reload of 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 200, false};
 }
 
+/// The longest list that can be shown, open in a catalogue of its own.
+void openLongestList(BenchDesktop& desktop)
+{
+    const QStringList tracks = makeTracks(desktop.path(u"musik"_s), ManyTracks);
+    QString list = desktop.path(u"data/Playlisten/Alles.m3u"_s);
+    layOut(list, tracks.join(u"\r\n"_s).toUtf8() + "\r\n");
+    layOut(desktop.database(), "[Index]\r\n1b=Alles\r\n1f=01.01.2026\r\n");
+    addRow(desktop.root, u"Alles"_s, list);
+    desktop.root.LListView1.select(1);
+    GetPlayEntrys(desktop.root, list);
+    if (desktop.root.LListView2.count() != ManyTracks)
+        qFatal("the large list was not opened");
+}
+
+/// Numbers are compared as texts, so that each run has rows to move.
+Row sortTracks()
+{
+    BenchDesktop desktop;
+    openLongestList(desktop);
+    const double time = medianMilliseconds(5, [&] {
+        desktop.messages.answer(Answer::No);
+        mnuSortierung_Click(desktop.root, 3);
+    });
+    return {u"sort of 32,767 tracks"_s, u"ms"_s, time, std::nullopt, 150, false};
+}
+
+Row moveTrack()
+{
+    BenchDesktop desktop;
+    openLongestList(desktop);
+    desktop.root.LListView2.select(ManyTracks / 2);
+    bool up = false;
+    const double time = medianMilliseconds(9, [&] {
+        up = !up;
+        mnuMoveEntry_Click(desktop.root, up ? 1 : 2);
+    });
+    return {u"one move in 32,767 tracks"_s, u"ms"_s, time, std::nullopt, 50, false};
+}
+
+/// Told pauses pass in no time here; the list is read again, which has a target of its own.
+Row removeTrack()
+{
+    BenchDesktop desktop;
+    openLongestList(desktop);
+    const double reading = medianMilliseconds(5, [&] {
+        QString path = desktop.root.LListView1.subItem(1, 2);
+        GetPlayEntrys(desktop.root, path);
+    });
+    desktop.root.LListView2.select(ManyTracks / 2);
+    const double time = medianMilliseconds(5, [&] {
+        desktop.messages.answer(Answer::Ok);
+        mnuFileKill_Click(desktop.root);
+    });
+    return {
+        u"one removal from 32,767 tracks beside the reading anew"_s, u"ms"_s, time - reading, std::nullopt, 50, false};
+}
+
 } // namespace
 
 std::vector<Row> catalogueRows()
 {
-    return {openLargeList(), addFolder(),       saveCatalogue(), moveRow(),
-            removalRow(),    reloadCatalogue(), readValue(),     writeValue()};
+    return {openLargeList(), addFolder(),  saveCatalogue(), moveRow(),   removalRow(), reloadCatalogue(),
+            readValue(),     writeValue(), sortTracks(),    moveTrack(), removeTrack()};
 }
 
 } // namespace orvantine::bench
