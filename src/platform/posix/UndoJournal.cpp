@@ -37,7 +37,6 @@ struct UndoJournal::Note
 namespace {
 
 constexpr quint64 magicMark = 0x4f5256554e444f31; // "ORVUNDO1"
-constexpr qint64 keptLength = qint64{1} << 20;
 constexpr qint64 longestJournal = qint64{1} << 30;
 
 QByteArray folderOf(const QByteArray& path)
