@@ -43,7 +43,7 @@ void beginList(Root& root)
 /// A path shows its file name less four characters; a bare name loses them only where it ends in "mp3".
 QString nameOf(const QString& file)
 {
-    const QString name = FileDirPath::FileNameOf(file);
+    QString name = FileDirPath::FileNameOf(file);
     if (FileDirPath::hasSeparator(file) || name.right(3).toLower() == u"mp3"_s)
         return FileDirPath::without(name, 4);
     return name;
