@@ -175,7 +175,8 @@ bool addFolder(Root& root, const QString& folder)
 /// A new entry is stored at once, before the next item is looked at.
 void finish(Root& root, const QString& item, bool folder)
 {
-    press(root.mnuSpeichern);
+    // Not only where the user may press it: in a catalogue that was empty it is disabled until the next pass.
+    root.mnuSpeichern.Click();
     DisabledButtons(root, 0);
     if (folder)
         FindPicture(root, item);
@@ -237,7 +238,7 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
     if (!addFiles(root, paths))
         return;
     SavePlayEntrys(root);
-    press(root.mnuSpeichern);
+    root.mnuSpeichern.Click();
 }
 
 } // namespace orvantine

@@ -99,7 +99,8 @@ qsizetype addFolder(Root& root, const QString& playlist)
     root.LListView2.Enabled = true;
     root.Pointer = MousePointer::Default;
     DisabledButtons(root, 0);
-    root.LListView1.setSubItem(root.LListView1.selectedRow(), 3, QString::number(root.LListView2.count()));
+    if (selectedPlaylist(root) == playlist)
+        root.LListView1.setSubItem(root.LListView1.selectedRow(), 3, QString::number(root.LListView2.count()));
     return names.size() - absent.size();
 }
 

@@ -4,6 +4,7 @@
 
 #include "app/IniFiles.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "playback/Sequencing.h"
 
 namespace orvantine::fake {
 
@@ -133,6 +134,17 @@ TEST_F(ListDrops, ATrackThatIsDroppedTwiceIsADouble)
     const QString track = putTrack(u"neu"_s);
     tracks().Drop({track, track});
     EXPECT_EQ("/m/neu.mp3", added());
+}
+
+TEST_F(ListDrops, AListDroppedOnAnEmptyCatalogueIsStoredAtOnce)
+{
+    start();
+    Timer2_Tick(root());
+    ASSERT_FALSE(root().mnuSpeichern.Enabled.value());
+    put(u"/m/Sommer.m3u"_s, (putTrack(u"neu"_s) + u"\r\n\r\n"_s).toUtf8());
+    catalogue().Drop({u"/m/Sommer.m3u"_s});
+    EXPECT_EQ("Sommer", root().services.profiles.value(database(), u"Index"_s, u"1b"_s).toStdString());
+    EXPECT_EQ("/m/Sommer.m3u", root().services.profiles.value(database(), u"Index"_s, u"1c"_s).toStdString());
 }
 
 TEST_F(ListDrops, AnEmptyCatalogueOffersANewPlaylist)

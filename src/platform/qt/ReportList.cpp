@@ -182,6 +182,8 @@ ReportList::~ReportList()
 
 void ReportList::selectRowAt(const QPoint& point)
 {
+    // A menu that opens under the pressed button takes the release away.
+    m_pressedRow = 0;
     const QModelIndex under = indexAt(point);
     if (under.isValid())
         m_list.select(under.row() + 1);
