@@ -73,7 +73,8 @@ split -n "r/$lanes" "$work/points" "$work/points."
 for points in "$work"/points.*; do
     lane="$work/lane${points##*.}"
     mkdir -p "$lane"
-    lane_of_points "$lane" "$points" &
+    # The shell tells of each killed process; what was lost is told on the other channel.
+    lane_of_points "$lane" "$points" 2>/dev/null &
 done
 wait
 
