@@ -297,7 +297,7 @@ QDBusMessage MprisBus::answer(const QDBusMessage& message)
         {u"Stop"_s, &PlayerFace::stop},   {u"Play"_s, &PlayerFace::play}};
     for (const auto& [name, wish] : wishes)
         if (is(PlayerInterface, name)) {
-            later([this, asked = wish] { (m_face.*asked)(); });
+            later([&face = m_face, asked = wish] { (face.*asked)(); });
             return message.createReply();
         }
     if (is(RootInterface, u"Raise"_s)) {
