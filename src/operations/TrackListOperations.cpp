@@ -14,6 +14,7 @@
 #include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
 #include "shell/MainWindow.h"
+#include "shell/WaitState.h"
 
 #include <QScopedValueRollback>
 
@@ -25,22 +26,6 @@ namespace {
 
 constexpr int Up = 1;
 constexpr int Down = 2;
-
-void enterWait(Root& root)
-{
-    root.Pointer = MousePointer::Hourglass;
-    root.LListView1.Enabled = false;
-    root.LListView2.Enabled = false;
-    DisabledButtons(root, 1);
-}
-
-void leaveWait(Root& root)
-{
-    root.Pointer = MousePointer::Default;
-    root.LListView1.Enabled = true;
-    root.LListView2.Enabled = true;
-    DisabledButtons(root, 0);
-}
 
 int columnOf(const Root& root, int sorting)
 {

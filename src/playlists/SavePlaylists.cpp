@@ -9,29 +9,13 @@
 #include "catalogue/CatalogueDatabase.h"
 #include "playlists/PlaylistText.h"
 #include "playlists/ReadPlaylists.h"
-#include "shell/MainWindow.h"
+#include "shell/WaitState.h"
 
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void enterSave(Root& root)
-{
-    root.Pointer = MousePointer::Hourglass;
-    root.LListView1.Enabled = false;
-    root.LListView2.Enabled = false;
-    DisabledButtons(root, 1);
-}
-
-void leaveSave(Root& root)
-{
-    root.Pointer = MousePointer::Default;
-    root.LListView1.Enabled = true;
-    root.LListView2.Enabled = true;
-    DisabledButtons(root, 0);
-}
 
 void tellFailure(Root& root)
 {
@@ -71,10 +55,10 @@ bool isUserList(const Root& root, const QString& path)
 /// Writes the rows of the open list to `path`, an empty one telling the failure. The caller decided where to.
 void writeList(Root& root, const QString& path)
 {
-    enterSave(root);
+    enterWait(root);
     if (path.isEmpty()) {
         tellFailure(root);
-        leaveSave(root);
+        leaveWait(root);
         return;
     }
     // A file with more entries than a list can show would lose the rest: it is left alone.
@@ -86,7 +70,7 @@ void writeList(Root& root, const QString& path)
     root.services.events.yield();
     if (fits)
         root.files.writeText(path, text);
-    leaveSave(root);
+    leaveWait(root);
 }
 
 void prepareSave(Root& root)
@@ -159,7 +143,7 @@ void SaveLocalEntrys(Root& root)
         return;
     ensureDataFolder(root, u"Playlisten"_s);
     updateTrackCount(root);
-    enterSave(root);
+    enterWait(root);
 
     ListView& list = root.LListView1;
     const QString old = list.subItem(list.selectedRow(), 2);
@@ -169,7 +153,7 @@ void SaveLocalEntrys(Root& root)
     if (!isLocal) {
         if (old.isEmpty() || !Dateiexistenz::FileExists(root, old)) {
             tellFailure(root);
-            leaveSave(root);
+            leaveWait(root);
             return;
         }
         list.setSubItem(list.selectedRow(), 2, local);
@@ -180,7 +164,7 @@ void SaveLocalEntrys(Root& root)
     // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.
     prepareSave(root);
     writeList(root, isLocal ? old : local);
-    leaveSave(root);
+    leaveWait(root);
 }
 
 void mnuSpeichernUnter_Click(Root& root)

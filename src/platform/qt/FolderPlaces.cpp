@@ -1,5 +1,7 @@
 #include "platform/qt/FolderPlaces.h"
 
+#include "platform/qt/MountFields.h"
+
 #include <QDir>
 #include <QFile>
 #include <QList>
@@ -20,18 +22,6 @@ struct Mount
     QByteArray type;
 };
 
-/// A blank, a tabulator, a line end and a backslash stand in the table as three octal digits.
-QByteArray withoutEscapes(QByteArray text)
-{
-    for (qsizetype at = text.indexOf('\\'); at >= 0; at = text.indexOf('\\', at + 1)) {
-        bool octal = false;
-        const int code = text.mid(at + 1, 3).toInt(&octal, 8);
-        if (octal)
-            text.replace(at, 4, QByteArray(1, static_cast<char>(code)));
-    }
-    return text;
-}
-
 /// Read as text: asking the file systems themselves could wait for a server that has gone.
 QList<Mount> mountsOf(const QByteArray& table)
 {
@@ -40,7 +30,7 @@ QList<Mount> mountsOf(const QByteArray& table)
     for (const QByteArray& line : lines) {
         const QList<QByteArray> fields = line.split(' ');
         if (fields.size() > 2)
-            mounts.append({QFile::decodeName(withoutEscapes(fields[1])), fields[2]});
+            mounts.append({QFile::decodeName(withoutMountEscapes(fields[1])), fields[2]});
     }
     return mounts;
 }
@@ -49,14 +39,6 @@ bool isMedium(const Mount& mount)
 {
     return mount.folder.startsWith(u"/media/") || mount.folder.startsWith(u"/run/media/") ||
            mount.folder.startsWith(u"/mnt/");
-}
-
-bool isNetworkDrive(const Mount& mount)
-{
-    for (const char* type : {"nfs", "nfs4", "cifs", "smb3", "smbfs", "afs", "9p", "davfs", "fuse.sshfs", "fuse.rclone"})
-        if (mount.type == type)
-            return true;
-    return false;
 }
 
 void addOnce(QStringList& folders, const QString& folder)
@@ -70,7 +52,7 @@ FolderPlaces ofComputer(const QList<Mount>& mounts)
     FolderPlaces places{.start = u"/"_s, .beside = {u"/"_s}};
     addOnce(places.beside, QDir::homePath());
     for (const Mount& mount : mounts)
-        if (isMedium(mount) && !isNetworkDrive(mount))
+        if (isMedium(mount) && !isNetworkFileSystem(mount.type))
             addOnce(places.beside, mount.folder);
     return places;
 }
@@ -96,7 +78,7 @@ FolderPlaces ofNetwork(const QList<Mount>& mounts)
         places.start = places.beside.value(0, u"/"_s);
 
     for (const Mount& mount : mounts)
-        if (isNetworkDrive(mount))
+        if (isNetworkFileSystem(mount.type))
             addOnce(places.beside, mount.folder);
     return places;
 }

@@ -1,6 +1,7 @@
 #include "platform/qt/TreePlaces.h"
 
 #include "platform/posix/NameLookup.h"
+#include "platform/qt/MountFields.h"
 
 #include <QDir>
 #include <QFile>
@@ -27,14 +28,6 @@ bool startsWithAny(const QByteArray& text, std::initializer_list<const char*> st
     return std::any_of(starts.begin(), starts.end(), [&text](const char* start) { return text.startsWith(start); });
 }
 
-bool isNetwork(const QByteArray& type)
-{
-    static const QList<QByteArray> types{
-        "nfs", "nfs4", "cifs",  "smb3",        "smbfs", "ncpfs",     "fuse.sshfs", "fuse.rclone",
-        "afs", "9p",   "davfs", "fuse.davfs2", "ceph",  "glusterfs", "coda",       "fuse.gvfsd-fuse"};
-    return types.contains(type);
-}
-
 /// Volumes that people put files on; not what the system mounts for itself.
 bool isVolume(const QByteArray& type, const QByteArray& source, const QByteArray& point)
 {
@@ -53,23 +46,6 @@ bool isSystems(const QByteArray& point)
         folder, {"/proc/", "/sys/", "/dev/", "/run/", "/boot/", "/etc/", "/snap/", "/var/", "/usr/", "/tmp/", "/efi/"});
 }
 
-/// Blanks and the like stand as "\040" in the table.
-QByteArray unescaped(const QByteArray& field)
-{
-    QByteArray text;
-    for (qsizetype i = 0; i < field.size(); ++i) {
-        bool octal = false;
-        const int code = field[i] == '\\' ? field.mid(i + 1, 3).toInt(&octal, 8) : 0;
-        if (octal && i + 3 < field.size()) {
-            text += static_cast<char>(code);
-            i += 3;
-        } else {
-            text += field[i];
-        }
-    }
-    return text;
-}
-
 QByteArray lastPart(const QByteArray& path)
 {
     return path.mid(path.lastIndexOf('/') + 1);
@@ -82,14 +58,14 @@ std::optional<TreePlace> placeOfLine(const QByteArray& line)
     const qsizetype dash = fields.indexOf("-");
     if (dash < 5 || dash + 2 >= fields.size())
         return std::nullopt;
-    const QByteArray point = unescaped(fields[4]);
+    const QByteArray point = withoutMountEscapes(fields[4]);
     const QByteArray& type = fields[dash + 1];
     if (point == "/" || isSystems(point))
         return std::nullopt;
-    TreePlace place{folderText(lastPart(point)), point, u"drive-harddisk"_s, isNetwork(type)};
+    TreePlace place{folderText(lastPart(point)), point, u"drive-harddisk"_s, isNetworkFileSystem(type)};
     if (type == "fuse.gvfsd-fuse")
         place.name = u"Netzwerkordner"_s;
-    else if (!place.network && !isVolume(type, unescaped(fields[dash + 2]), point))
+    else if (!place.network && !isVolume(type, withoutMountEscapes(fields[dash + 2]), point))
         return std::nullopt;
     if (place.network)
         place.icon = u"folder-remote"_s;
