@@ -11,6 +11,7 @@
 #include "playlists/AddTracks.h"
 #include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
+#include "search/Dialogsuche.h"
 #include "shell/MainWindow.h"
 
 #include <QScopedValueRollback>
@@ -178,6 +179,7 @@ void finish(Root& root, const QString& item, bool folder)
     // Not only where the user may press it: in a catalogue that was empty it is disabled until the next pass.
     root.mnuSpeichern.Click();
     DisabledButtons(root, 0);
+    Dialogsuche(root, false);
     if (folder)
         FindPicture(root, item);
 }

@@ -5,6 +5,7 @@
 #include "app/IniFiles.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "playback/Sequencing.h"
+#include "search/Dialogsuche.h"
 
 namespace orvantine::fake {
 
@@ -240,6 +241,19 @@ TEST_F(ListDrops, ADroppedFolderBecomesAListOfItsAudioFilesWithItsCover)
               file(u"Mein Album"_s));
     EXPECT_EQ("3", IniFiles::ReadValue(root(), database(), u"Index"_s, u"5d"_s).toStdString());
     EXPECT_EQ("x", bytes(data() + u"Resource/Mein Album.jpg"_s).toStdString());
+}
+
+TEST_F(ListDrops, ANewEntryEndsTheSearchDisplay)
+{
+    startPlayback();
+    put(u"/l/Sommer.m3u"_s, "/m/Erste 1.mp3\r\n");
+    put(u"/musik/Mein Album/b.mp3"_s, "x");
+    for (const QString& item : {u"/l/Sommer.m3u"_s, u"/musik/Mein Album"_s}) {
+        Dialogsuche(root(), true);
+        catalogue().Drop({item});
+        EXPECT_FALSE(root().pAnimations.Visible.value()) << item.toStdString();
+        EXPECT_EQ("Beschreibung der Playliste", root().tBeschreibung.Caption.value().toStdString());
+    }
 }
 
 TEST_F(ListDrops, ADroppedListLooksForNoCover)
