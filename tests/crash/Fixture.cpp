@@ -1,15 +1,20 @@
+#include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "operations/Eigenschaften.h"
+#include "operations/ListDrops.h"
 #include "operations/Positionen.h"
 #include "platform/posix/PosixFiles.h"
 #include "support/FakeDesktop.h"
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
 #include <cstdio>
 #include <functional>
+#include <iterator>
 
 using namespace orvantine;
 using namespace Qt::StringLiterals;
@@ -17,6 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Lists = 6;
+constexpr int NewTracks = 12;
 
 /// The logic over the real disk in one folder, with a desktop that answers every box with its first button.
 struct Machine
@@ -26,19 +32,20 @@ struct Machine
         services.folders.program = folder + u"/program"_s;
         services.folders.applicationData = folder;
         root.tDatenbank.Text = data();
+        settings.createKey(Hive::CurrentUser, settingsKey());
         complaints.Report = [](const QString& text) { qFatal("%s", qPrintable(text)); };
     }
 
     [[nodiscard]] QString data() const { return folder + u"/data/"_s; }
 
-    /// Runs a command on the loaded catalogue.
-    void run(const std::function<void()>& command)
+    /// Runs a command on the loaded catalogue, whose last list is open then.
+    void run(const std::function<void(Machine&)>& command)
     {
         mnuLaden_Click(root);
-        for (int i = 0; i < 4; ++i)
-            messages.answer(Answer::Ok);
-        command();
+        root.Visible = true;
+        command(*this);
     }
+    void answer(Answer answer) { messages.script({answer, {}, {}, {}, {}}); }
 
     QString folder;
     fake::CallLog log;
@@ -75,20 +82,48 @@ void layOut(const QString& path, const QByteArray& bytes)
         qFatal("the fixture could not be laid out");
 }
 
+/// The first list is a new one, which has no file in "Playlisten" yet.
+QString listFile(const QString& folder, int row)
+{
+    return folder + (row == 1 ? u"/data/Neu.tmp"_s : u"/data/Playlisten/Liste %1.m3u"_s.arg(row));
+}
+
+/// Sound files beside the catalogue, with a picture.
+QString soundFolder(const QString& folder)
+{
+    return folder + u"/Neue Musik"_s;
+}
+
+QStringList soundFiles(const QString& folder)
+{
+    QStringList files;
+    for (int i = 1; i <= NewTracks; ++i)
+        files += soundFolder(folder) + u"/Stück %1.mp3"_s.arg(i);
+    return files;
+}
+
 /// Lists with tracks, descriptions, a favourite, covers, names of tracks before the catalogue.
 void prepare(const QString& folder)
 {
     for (const QString& name : {u"data/Playlisten"_s, u"data/Resource"_s, u"data/Burning"_s, u"program"_s})
         QDir().mkpath(folder + u'/' + name);
+    QDir().mkpath(soundFolder(folder));
+    const QStringList sounds = soundFiles(folder);
+    for (const QString& sound : sounds)
+        layOut(sound, "Klang");
+    layOut(soundFolder(folder) + u"/Bild.jpg"_s, "Bild dazu");
+    layOut(folder + u"/program/Orvantine.dll"_s, "");
+
     QByteArray text = "[TagInfo]\r\n";
     for (int track = 0; track < 200; ++track)
         text += "/musik/Lied " + QByteArray::number(track) + ".mp3=Eine Band - Lied\r\n";
-    text += "[Rename]\r\nListe 6.m3u=Liste 6\r\n[Options]\r\nDaten=1\r\n[Index]\r\n";
+    text += "[Rename]\r\nListe 6.m3u=Liste 6\r\n[Options]\r\nDaten=1\r\nSoundfiles=" + soundFolder(folder).toUtf8() +
+            "\r\n[Index]\r\n";
     for (int row = 1; row <= Lists; ++row) {
         const QByteArray number = QByteArray::number(row);
-        const QString path = folder + u"/data/Playlisten/Liste %1.m3u"_s.arg(row);
+        const QString path = listFile(folder, row);
         QByteArray list;
-        for (int track = 0; track < 150 * row; ++track)
+        for (int track = 150 * row - 1; track >= 0; --track)
             list += "/musik/Lied " + QByteArray::number(track) + ".mp3\r\n";
         layOut(path, list + "\r\n"); // as a list is that was opened before
         layOut(folder + u"/data/Resource/Liste %1.jpg"_s.arg(row), "Bild " + number);
@@ -100,66 +135,176 @@ void prepare(const QString& folder)
     layOut(folder + u"/data/Orvantine.dat"_s, text);
 }
 
-/// Everything that a user would miss: the keys of the catalogue, and the lists and pictures with their sizes.
+QByteArray sumOf(const QByteArray& bytes)
+{
+    return QCryptographicHash::hash(bytes, QCryptographicHash::Md5).toHex().left(12);
+}
+
+/// A list counts by its entries, wherever the folder stands: lines without text come and go.
+QByteArray contentOf(const Machine& machine, const QString& path)
+{
+    const QByteArray bytes = machine.files.readBytes(path).bytes;
+    if (path.endsWith(u"jpg"_s))
+        return sumOf(bytes);
+    QByteArrayList entries = bytes.split('\n');
+    for (QByteArray& entry : entries)
+        entry = entry.trimmed().replace(machine.folder.toUtf8(), "FOLDER");
+    entries.removeAll(QByteArray());
+    return QByteArray::number(entries.size()) + " entries, " + sumOf(entries.join('\n'));
+}
+
+/// Everything that a user would miss: the lists and pictures with what they hold, the sections beside the catalogue,
+/// and, behind the line "Index", the keys of the catalogue.
 void show(Machine& machine)
 {
+    constexpr auto KeysOfRow = 7;
     const QString database = machine.data() + u"Orvantine.dat"_s;
+    const QString backup = machine.data() + u"Orvantine.bak"_s;
+    for (const QString& folder : {u""_s, u"Playlisten/"_s, u"Resource/"_s}) {
+        const QStringList found = machine.files.list(machine.data() + folder, u"*.m3u;*.tmp;*.jpg"_s);
+        for (const QString& file : found)
+            std::printf("%s%s: %s\n", qPrintable(folder), qPrintable(file),
+                        contentOf(machine, machine.data() + folder + file).constData());
+    }
+    // A copy may stand before the command it is made for has ended. A torn one would spoil the next save.
+    if (const auto keys = machine.profiles.keys(backup, u"Index"_s).size();
+        machine.files.exists(backup) && (keys == 0 || keys % KeysOfRow != 0))
+        std::printf("Orvantine.bak: torn\n");
+    for (const QString& section : {u"TagInfo"_s, u"Rename"_s, u"Options"_s})
+        std::printf("%s: %d\n", qPrintable(section), static_cast<int>(machine.profiles.keys(database, section).size()));
+    std::printf("Index\n");
     for (int row = 1; row <= Lists + 2; ++row)
         for (const char letter : {'a', 'b', 'c', 'd', 'e', 'f', 'g'}) {
             const QString key = QString::number(row) + QLatin1Char(letter);
             std::printf("%s=%s\n", qPrintable(key), qPrintable(machine.profiles.value(database, u"Index"_s, key)));
         }
-    for (const QString& section : {u"TagInfo"_s, u"Rename"_s, u"Options"_s})
-        std::printf("%s: %d\n", qPrintable(section), static_cast<int>(machine.profiles.keys(database, section).size()));
-    for (const QString& name : {u"Playlisten"_s, u"Resource"_s}) {
-        const QStringList found = machine.files.list(machine.data() + name, u"*.m3u;*.jpg"_s);
-        for (const QString& file : found)
-            std::printf("%s: %lld\n", qPrintable(file),
-                        static_cast<long long>(machine.files.size(machine.data() + name + u'/' + file).value_or(-1)));
-    }
 }
+
+void open(Root& root, int row)
+{
+    root.LListView1.select(row);
+    root.LListView1.Click();
+}
+
+void removePlaylist(Machine& machine, int row)
+{
+    machine.root.LListView1.select(row);
+    machine.answer(Answer::Ok);
+    machine.root.mnuLöschen.Click();
+}
+
+void removeTrack(Machine& machine)
+{
+    machine.root.LListView2.select(machine.root.LListView2.count() - 5);
+    machine.answer(Answer::Ok);
+    machine.root.mnuFileKill.Click();
+}
+
+struct Command
+{
+    QByteArrayView name;
+    void (*run)(Machine&);
+};
+
+constexpr Command Commands[] = {
+    {"save",
+     [](Machine& machine) {
+         machine.root.LListView1.setSubItem(3, 1, u"Anderer Name"_s);
+         machine.root.mnuSpeichern.Click();
+     }},
+    {"remove", [](Machine& machine) { removePlaylist(machine, 3); }},
+    {"remove-last", [](Machine& machine) { removePlaylist(machine, machine.root.LListView1.count()); }},
+    {"move",
+     [](Machine& machine) {
+         machine.root.LListView1.select(4);
+         machine.root.mnuVerschiebung[1].Click();
+     }},
+    {"positions",
+     [](Machine& machine) {
+         machine.forms.whileModal(u"Positionen"_s, [&machine](Form&) {
+             Positionen& form = *machine.root.positionen;
+             QStringList lines = form.LSortView.List;
+             std::reverse(lines.begin(), lines.end());
+             form.LSortView.List = lines;
+             machine.answer(Answer::Ok);
+             form.BReady.Click();
+         });
+         machine.root.mnuVerschiebung[4].Click();
+     }},
+    {"rename",
+     [](Machine& machine) {
+         open(machine.root, 3);
+         machine.messages.enter(u"Anderer Name"_s);
+         machine.root.mnuUmbenennen.Click();
+     }},
+    {"properties",
+     [](Machine& machine) {
+         open(machine.root, 4);
+         showEigenschaften(machine.root);
+         Eigenschaften& form = *machine.root.eigenschaften;
+         form.tPlaylistname.Text = u"Anderer Name"_s;
+         form.tBeschreibung.Text = u"Andere Beschreibung"_s;
+         form.BReady.Click();
+     }},
+    {"remove-track", removeTrack},
+    {"remove-new-track",
+     [](Machine& machine) {
+         open(machine.root, 1);
+         removeTrack(machine);
+     }},
+    {"sort",
+     [](Machine& machine) {
+         machine.answer(Answer::Yes);
+         machine.root.mnuSortierung[1].Click();
+     }},
+    {"add-folder",
+     [](Machine& machine) {
+         machine.forms.whileModal(u"Ordner"_s, [&machine](Form& form) {
+             machine.root.tBrowseFolder.Text = soundFolder(machine.folder);
+             machine.root.tBrowseFolder.Tag = u"1"_s;
+             machine.forms.unload(form);
+         });
+         machine.root.mnuAddSounds.Click();
+     }},
+    {"paste",
+     [](Machine& machine) {
+         machine.root.LListView2.SetFocus();
+         machine.root.mnuEditCopy.Tag = u"2"_s;
+         machine.clipboard.copied = soundFiles(machine.folder);
+         machine.answer(Answer::Yes);
+         machine.root.mnuEditPaste.Click();
+     }},
+    {"drop", [](Machine& machine) { LListView2_OLEDragDrop(machine.root, soundFiles(machine.folder)); }},
+    {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
+};
 
 } // namespace
 
-/// orvantine-crash-fixture prepare|save|remove|remove-last|move|positions|show FOLDER
+/// orvantine-crash-fixture prepare|show|COMMAND FOLDER; without arguments the commands are told.
 int main(int argc, char** argv)
 {
+    if (argc == 1) {
+        for (const Command& command : Commands)
+            std::printf("%s\n", command.name.data());
+        return 0;
+    }
     if (argc != 3)
         return 2;
-    const QByteArrayView command(argv[1]);
+    const QByteArrayView name(argv[1]);
     const QString folder = QFile::decodeName(argv[2]);
-    if (command == "prepare") {
+    if (name == "prepare") {
         prepare(folder);
         return 0;
     }
     Machine machine(folder);
-    Root& root = machine.root;
-    if (command == "show")
+    if (name == "show") {
         show(machine);
-    else if (command == "save")
-        machine.run([&root] {
-            root.LListView1.setSubItem(3, 1, u"Anderer Name"_s);
-            root.mnuSpeichern.Click();
-        });
-    else if (command == "remove" || command == "remove-last")
-        machine.run([&root, command] {
-            root.LListView1.select(command == "remove" ? 3 : root.LListView1.count());
-            root.mnuLöschen.Click();
-        });
-    else if (command == "move")
-        machine.run([&root] {
-            root.LListView1.select(4);
-            root.mnuVerschiebung[1].Click();
-        });
-    else if (command == "positions")
-        machine.run([&root] {
-            root.positionen->Load();
-            QStringList lines = root.positionen->LSortView.List;
-            std::reverse(lines.begin(), lines.end());
-            root.positionen->LSortView.List = lines;
-            root.positionen->BReady.Click();
-        });
-    else
+        return 0;
+    }
+    const auto* const command =
+        std::find_if(std::begin(Commands), std::end(Commands), [name](const Command& c) { return c.name == name; });
+    if (command == std::end(Commands))
         return 2;
+    machine.run(command->run);
     return 0;
 }
