@@ -200,12 +200,15 @@ void Eigenschaften_BReady_Click(Root& root)
     if (!accepts(root, row))
         return;
 
-    const QString old = root.LListView1.subItem(row, 1);
-    if (old != form.tPlaylistname.Text)
-        movePictures(root, old, form.tPlaylistname.Text);
+    {
+        const WholeChange together(root.files);
+        const QString old = root.LListView1.subItem(row, 1);
+        if (old != form.tPlaylistname.Text)
+            movePictures(root, old, form.tPlaylistname.Text);
 
-    takeNameAndPath(root, row);
-    takeDescriptionAndDate(root, row);
+        takeNameAndPath(root, row);
+        takeDescriptionAndDate(root, row);
+    }
     root.services.forms.unload(form);
 }
 

@@ -173,24 +173,28 @@ bool addFolder(Root& root, const QString& folder)
     return true;
 }
 
-/// A new entry is stored at once, before the next item is looked at.
-void finish(Root& root, const QString& item, bool folder)
+/// A new entry is stored at once, before the next item is looked at. Its file comes into being with it: a list that
+/// stands there without an entry would get its tracks twice when the folder is dropped again.
+bool storeItem(Root& root, const QString& item, bool folder)
 {
+    const WholeChange together(root.files);
+    if (!(folder ? addFolder(root, item) : addPlaylist(root, item)))
+        return false;
     // Not only where the user may press it: in a catalogue that was empty it is disabled until the next pass.
     root.mnuSpeichern.Click();
-    DisabledButtons(root, 0);
-    Dialogsuche(root, false);
-    if (folder)
-        FindPicture(root, item);
+    return true;
 }
 
 void addItem(Root& root, const QString& item, bool folder)
 {
     DisabledButtons(root, 1);
-    if (folder ? addFolder(root, item) : addPlaylist(root, item))
-        return finish(root, item, folder);
+    const bool stored = storeItem(root, item, folder);
     DisabledButtons(root, 0);
-    tellFailure(root);
+    if (!stored)
+        return tellFailure(root);
+    Dialogsuche(root, false);
+    if (folder)
+        FindPicture(root, item);
 }
 
 } // namespace

@@ -130,8 +130,11 @@ void mnuVerschiebung_Click(Root& root, int index)
     const bool checkedEntries = readSetting(root, u"CheckEntrys"_s).is(1);
     writeSetting(root, u"CheckEntrys"_s, qint16{0});
 
-    if (Dateiexistenz::FileExists(root, databaseFile(root)))
+    if (Dateiexistenz::FileExists(root, databaseFile(root))) {
+        // The next save takes the extras from the copy: half of one would lose them.
+        const WholeChange together(root.files);
         root.files.copy(databaseFile(root), backupFile(root));
+    }
 
     Pause(root, 1.0);
 

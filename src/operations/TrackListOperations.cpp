@@ -96,8 +96,10 @@ QString linesOf(const ListView& tracks)
 
 void removeTrack(Root& root, int row)
 {
+    ListView& list = root.LListView1;
     ListView& tracks = root.LListView2;
     const WholeChange together(root.files);
+    keepNewList(root, list.subItem(list.selectedRow(), 2), list.subItem(list.selectedRow(), 1));
     // Required: the file's name is a constant here, whatever the program's file is called.
     IniFiles::DeleteKey(root, root.tDatenbank.Text.value() + u"Orvantine.dat"_s, u"TagInfo"_s, tracks.subItem(row, 3));
 
@@ -212,7 +214,6 @@ void mnuFileKill_Click(Root& root)
         return;
     const QScopedValueRollback running(root.changingTracks, true);
 
-    ListView& list = root.LListView1;
     ListView& tracks = root.LListView2;
     stopIfRunning(root);
 
@@ -227,7 +228,6 @@ void mnuFileKill_Click(Root& root)
     if (row == 0 || root.currentRead != read || !tracks.has(row))
         return;
 
-    keepNewList(root, list.subItem(list.selectedRow(), 2), list.subItem(list.selectedRow(), 1));
     removeTrack(root, row);
     Pause(root, 1.0);
 

@@ -45,6 +45,7 @@ QString takeCover(Root& root, const QString& picture, const QString& playlistNam
     if (!FileDirPath::canBeFileName(name))
         return {};
     const QString cover = resourceFile(root, name);
+    const WholeChange together(root.files);
     if (Dateiexistenz::FileExists(root, picture))
         root.files.copy(picture, cover);
     return Dateiexistenz::FileExists(root, cover) ? cover : QString();
