@@ -325,10 +325,10 @@ void ListView::changed(int row, int column)
 int ListView::placeFor(const ListItem& item) const
 {
     const QString key = textAt(item, m_sortColumn).toCaseFolded();
-    const auto place =
-        std::upper_bound(m_rows.begin(), m_rows.end(), key, [this](const QString& k, const ListItem& row) {
-            return k < textAt(row, m_sortColumn).toCaseFolded();
-        });
+    // Not halved: texts that changed behind the sort leave the rows in no order.
+    const auto place = std::find_if(m_rows.begin(), m_rows.end(), [&](const ListItem& row) {
+        return key < textAt(row, m_sortColumn).toCaseFolded();
+    });
     return static_cast<int>(place - m_rows.begin()) + 1;
 }
 

@@ -159,6 +159,17 @@ TEST_F(ListViewModel, SortsIgnoringCaseAndTheSelectionFollowsItsRow)
     EXPECT_EQ(shown(), "a b B C");
 }
 
+TEST_F(ListViewModel, ARowOfASortedListFallsBeforeTheFirstGreaterOneThoughTextsChangedBehindTheSort)
+{
+    for (const QString& name : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
+        list.append(row(name));
+    list.sortBy(2);
+    list.setSubItem(1, 1, u"y"_s);
+    list.setSubItem(4, 1, u"a"_s);
+    EXPECT_EQ(list.append(row(u"x"_s)), 1);
+    EXPECT_EQ(shown(), "x y b c a");
+}
+
 TEST_F(ListViewModel, TheSelectionMovesWithItsRow)
 {
     for (const QString& name : {u"a"_s, u"b"_s, u"c"_s})
