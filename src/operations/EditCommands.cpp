@@ -1,6 +1,7 @@
 #include "operations/EditCommands.h"
 
 #include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "operations/TrackListOperations.h"
 #include "playlists/AddTracks.h"
@@ -103,7 +104,13 @@ void mnuEditPaste_Click(Root& root)
     const QStringList files = acceptedFiles(root, quotedPaths(text));
     if (files.isEmpty())
         return;
-    AddPlayEntrys(root, files, true);
+    // The first file of an empty list is not one of a batch: a new playlist gets its file with it.
+    AddPlayEntrys(root, files.front(), root.LListView2.count());
+    if (root.currentRead != read)
+        return;
+    const QStringList others = files.mid(1);
+    // A bare name lies in the playlist's folder, and nobody has looked for it there.
+    AddPlayEntrys(root, others, std::all_of(others.begin(), others.end(), FileDirPath::hasSeparator));
     if (root.currentRead == read)
         SavePlayEntrys(root);
 }

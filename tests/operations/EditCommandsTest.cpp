@@ -70,6 +70,23 @@ TEST_F(EditCommands, CopyWithAnyOtherMarkPutsAnEmptyText)
     EXPECT_EQ("", desktop.clipboard.content.toStdString());
 }
 
+TEST_F(EditCommands, CopyWithoutASelectedTrackPutsAnEmptyText)
+{
+    desktop.clipboard.content = u"alt"_s;
+    tracks().GotFocus();
+    tracks().clearSelection();
+    root().mnuEditCopy.Click();
+    EXPECT_EQ("", desktop.clipboard.content.toStdString());
+}
+
+TEST_F(EditCommands, DeleteWithAnyOtherMarkAsksNothing)
+{
+    root().mnuEditCopy.Tag = u"0"_s;
+    root().mnuEditKill.Click();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("", actions());
+}
+
 TEST_F(EditCommands, BeforeAnyListHadTheFocusNothingIsCopiedRemovedOrPasted)
 {
     desktop.clipboard.content = u"\"/m/Zweite 1.mp3\""_s;
@@ -143,6 +160,77 @@ TEST_F(EditCommands, APasteTakesTwentyFiles)
     paste(paths.join(u' '));
     EXPECT_EQ(22, tracks().count());
     EXPECT_EQ("/m/n20.mp3", tracks().subItem(22, 3).toStdString());
+}
+
+TEST_F(EditCommands, FilesThatDoNotExistCountAmongTheTwenty)
+{
+    QStringList paths;
+    for (int i = 1; i <= 5; ++i)
+        paths += u"\"/m/fehlt%1.mp3\""_s.arg(i);
+    for (int i = 1; i <= 20; ++i)
+        paths += u'"' + putTrack(u"n%1"_s.arg(i)) + u'"';
+    paste(paths.join(u' '));
+    EXPECT_EQ(17, tracks().count());
+    EXPECT_EQ("/m/n15.mp3", tracks().subItem(17, 3).toStdString());
+}
+
+TEST_F(EditCommands, QuotedPathsOnLinesOfTheirOwnAreAdded)
+{
+    paste(u"\"/m/Zweite 1.mp3\"\r\n\"/m/Zweite 2.mp3\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3 /m/Zweite 2.mp3", added());
+}
+
+TEST_F(EditCommands, AFolderBehindAnAcceptedFileIsAddedToo)
+{
+    putFolder(u"/m/Ordner"_s);
+    paste(u"\"/m/Zweite 1.mp3\" \"/m/Ordner\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3 /m/Ordner", added());
+}
+
+TEST_F(EditCommands, EachPasteAcceptsAnew)
+{
+    put(u"/m/GROSS.MP3"_s, "");
+    paste(u"\"/m/Zweite 1.mp3\""_s);
+    paste(u"\"/m/GROSS.MP3\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3", added());
+}
+
+TEST_F(EditCommands, ABareNameIsLookedForInTheFolderOfThePlaylist)
+{
+    // A drive exists by its bare name, and not in that folder.
+    paste(u"\"/m/Zweite 1.mp3\" \"C:\" \"/m/Zweite 2.mp3\""_s);
+    EXPECT_EQ(data().toStdString() + "Playlisten/C:", tracks().subItem(4, 3).toStdString());
+    EXPECT_EQ(Color::ButtonText, tracks().color(3, 3));
+    EXPECT_EQ(Color::DarkRed, tracks().color(4, 3));
+    EXPECT_EQ(Color::ButtonText, tracks().color(5, 3));
+}
+
+TEST_F(EditCommands, TheFirstFileOfAnEmptyNewListBringsItToItsPlace)
+{
+    const QString path = data() + u"neu.tmp"_s;
+    put(path, "");
+    put(u"/m/c.mp3"_s, "");
+    put(u"/m/d.mp3"_s, "");
+    catalogue().setSubItem(2, 1, u"Leer"_s);
+    catalogue().setSubItem(2, 2, path);
+    click(2);
+    paste(u"\"/m/c.mp3\" \"/m/d.mp3\""_s);
+    EXPECT_EQ(listPath(u"Leer"_s).toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/c.mp3\r\n/m/d.mp3\r\n", bytes(listPath(u"Leer"_s)).toStdString());
+    EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(EditCommands, AListThatIsOpenedBehindTheFirstFileGetsNoneOfTheOthers)
+{
+    const QString path = data() + u"neu.tmp"_s;
+    put(path, "");
+    catalogue().setSubItem(2, 2, path);
+    click(2);
+    desktop.events().after(std::chrono::milliseconds{0}, [this] { click(3); });
+    paste(u"\"/m/Zweite 1.mp3\" \"/m/Zweite 2.mp3\""_s);
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("/m/Dritte 1.mp3", tracks().subItem(1, 3).toStdString());
+    EXPECT_EQ("/m/Dritte 1.mp3\r\n/m/Dritte 2.mp3\r\n\r\n", bytes(listPath(u"Dritte"_s)).toStdString());
 }
 
 TEST_F(EditCommands, ATextWithoutAQuoteAddsNothing)
