@@ -116,13 +116,15 @@ void removeTrack(Root& root, int row)
 void readAgain(Root& root, int back)
 {
     ListView& list = root.LListView1;
-    list.Tag = QString::number(list.selectedRow());
-    QString path = list.subItem(list.selectedRow(), 2);
+    const int row = list.selectedRow();
+    list.Tag = QString::number(row);
+    QString path = list.subItem(row, 2);
     GetPlayEntrys(root, path);
     const int read = root.currentRead;
     root.services.events.yield();
     DisabledButtons(root, 0);
-    if (back != 0 && root.currentRead == read)
+    // A click inside the read, or behind it, has opened a list of its own.
+    if (back != 0 && root.currentRead == read && list.selectedRow() == row && root.openPlaylist == path)
         root.LListView2.select(back);
 }
 
@@ -224,8 +226,11 @@ void mnuFileKill_Click(Root& root)
                                     u" Dateien entfernen"_s, MessageIcon::Exclamation,
                                     MessageButtons::OkCancel) == Answer::Cancel)
         return;
+    // A playlist whose file is too short to be read shows no row: saving that would empty the file.
+    if (row == 0)
+        return;
     // While the box was up another list may have been opened, or the row have moved.
-    if (row == 0 || root.currentRead != read || !tracks.has(row))
+    if (root.currentRead != read || !tracks.has(row))
         return;
 
     removeTrack(root, row);
@@ -259,8 +264,7 @@ void mnuUmbenennen_Click(Root& root)
     {
         const WholeChange together(root.files);
         list.setSubItem(row, 1, name);
-        const bool open = QString::number(row) == list.Tag && path == root.openPlaylist;
-        if (open)
+        if (path == root.openPlaylist)
             root.tPlaylisteinträge.Caption = name;
         IniFiles::WriteValue(root, databaseFile(root), u"Rename"_s, FileDirPath::FileNameOf(path), name);
         root.mnuSpeichern.Click();
@@ -269,8 +273,9 @@ void mnuUmbenennen_Click(Root& root)
     if (!covered)
         return;
     // The handler passes over a playlist whose tracks are loaded; its picture is another file now.
+    const bool loaded = list.selectedRow() == row && list.Tag == QString::number(row);
     LListView1_Click(root);
-    if (list.selectedRow() == row)
+    if (loaded)
         showRowCover(root, row);
     root.services.events.yield();
 }

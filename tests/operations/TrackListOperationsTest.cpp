@@ -7,9 +7,14 @@
 #include "playlists/ReadPlaylists.h"
 #include "shell/MainWindow.h"
 
+#include <QSet>
+
+#include <functional>
+
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -60,6 +65,16 @@ protected:
     {
         desktop.messages.answer(answer, u" Dateien entfernen"_s,
                                 u"Möchten Sie die Sounddatei aus der Wiedergabeliste entfernen ? "_s);
+    }
+    /// The user does something inside the reading that follows the removal of row 3.
+    void removeLastWhileTheReload(const std::function<void()>& does)
+    {
+        tracks().select(3);
+        answerRemove(Answer::Ok);
+        const QMetaObject::Connection watch = QObject::connect(
+            &tracks(), &QAbstractItemModel::modelReset, &tracks(), [&] { desktop.events().after(0ms, does); },
+            Qt::SingleShotConnection);
+        root().mnuFileKill.Click();
     }
     void enterName(const QString& name)
     {
@@ -268,6 +283,109 @@ TEST_F(TrackListOperations, AHeadWhoseTextTwoColumnsShareSortsByTheLaterOne)
     EXPECT_TRUE(tracks().sorted());
 }
 
+TEST_F(TrackListOperations, EventsAreServedAtEveryRowInTheWaitState)
+{
+    open();
+    for (int row = 1; row <= 3; ++row)
+        tracks().setIcons(row, u"Icon_1"_s);
+    answerSort(Answer::No);
+    bool looked = false;
+    desktop.events().after(0ms, [&] {
+        looked = true;
+        EXPECT_EQ(MousePointer::Hourglass, root().Pointer.value());
+        EXPECT_FALSE(catalogue().Enabled.value());
+        EXPECT_FALSE(tracks().Enabled.value());
+        EXPECT_TRUE(root().buttonsDisabled);
+        EXPECT_EQ("001 103 101", column(0)) << "row 1 alone has its number";
+        EXPECT_EQ("01 03 01", column(1));
+        EXPECT_EQ("Icon_1", tracks().item(1).SmallIcon.toStdString());
+        EXPECT_EQ("Icon_2", tracks().item(3).SmallIcon.toStdString()) << "the last row has the mark";
+        EXPECT_EQ("Icon_2", tracks().item(3).SubItems[0].ReportIcon.toStdString());
+    });
+    const int yields = desktop.events().yields();
+    root().mnuSortierung[1].Click();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ(3, desktop.events().yields() - yields);
+}
+
+TEST_F(TrackListOperations, AListThatIsOpenedWhileTheRowsAreNumberedEndsTheSorting)
+{
+    open();
+    const std::string before = file();
+    const std::string other = file(u"Andere"_s);
+    desktop.events().after(0ms, [this] { click(2); });
+    root().mnuSortierung[1].Click();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("*Andere 1 Andere 2", names());
+    EXPECT_EQ("101 102", column(0));
+    EXPECT_EQ(before, file());
+    EXPECT_EQ(other, file(u"Andere"_s));
+    EXPECT_TRUE(outOfWait());
+}
+
+TEST_F(TrackListOperations, TheQuestionBearsTheCaptionOfTheMainWindow)
+{
+    open();
+    root().Caption = u"X"_s;
+    desktop.messages.answer(Answer::No, u" X"_s, u"Soll die geänderte Trackliste automatisch gespeichert werden ? "_s);
+    root().mnuSortierung[1].Click();
+}
+
+TEST_F(TrackListOperations, ThePopUpSortsByTheSameColumns)
+{
+    open();
+    for (int index = 1; index <= 3; ++index) {
+        answerSort(Answer::No);
+        root().mnxSpecials[index].Click();
+        const int column = tracks().sortColumn();
+        answerSort(Answer::No);
+        root().mnuSortierung[index].Click();
+        EXPECT_EQ(column, tracks().sortColumn());
+        EXPECT_EQ(std::vector({3, 4, 2}).at(static_cast<std::size_t>(index - 1)), column);
+    }
+}
+
+TEST_F(TrackListOperations, FileNamesAreSortedByTheFifthColumnWhereNeitherViewIsChosen)
+{
+    open({u"z/a"_s, u"y/b"_s, u"x/c"_s});
+    root().mnuOrvmenu[1].Checked = false;
+    root().mnuOrvmenu[2].Checked = false;
+    answerSort(Answer::No);
+    root().mnuSortierung[2].Click();
+    EXPECT_EQ(5, tracks().sortColumn());
+    EXPECT_EQ("a.mp3 b.mp3 c.mp3", column(4));
+}
+
+TEST_F(TrackListOperations, WithoutASelectedPlaylistTheSortedListIsNotSaved)
+{
+    open();
+    const std::string before = file();
+    catalogue().clearSelection();
+    desktop.messages.answer(Answer::Ok, u" Wiedergabeliste speichern"_s,
+                            u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden. "_s);
+    root().mnuSortierung[1].Click();
+    EXPECT_NE(std::string::npos, boxes().find("icon critical"));
+    EXPECT_EQ("a B *c", names());
+    EXPECT_EQ(before, file());
+    EXPECT_TRUE(outOfWait());
+}
+
+TEST_F(TrackListOperations, ATrackThatIsAddedToASortedListFallsIntoItsPlace)
+{
+    open();
+    answerSort(Answer::No);
+    root().mnuSortierung[1].Click();
+    const QString added = putTrack(u"b2"_s);
+    desktop.clipboard.content = u'"' + added + u'"';
+    desktop.messages.answer(Answer::Yes);
+    tracks().GotFocus();
+    root().mnuEditPaste.Click();
+    EXPECT_EQ("*a B b2 c", names());
+    EXPECT_EQ("001 002 104 003", column(0));
+    EXPECT_EQ("/m/a.mp3\r\n/m/B.mp3\r\n/m/b2.mp3\r\n/m/c.mp3\r\n", file());
+    EXPECT_TRUE(tracks().sorted());
+}
+
 // Moving
 
 TEST_F(TrackListOperations, AMovedRowKeepsItsNumbersAndIsWrittenAtOnce)
@@ -359,14 +477,91 @@ TEST_F(TrackListOperations, TheButtonUpEndsTheSortingFirst)
     EXPECT_EQ("a B *c", names());
 }
 
+TEST_F(TrackListOperations, TheMenuUpLeavesASortedListSortedSoTheRowFallsBack)
+{
+    open();
+    answerSort(Answer::No);
+    root().mnuSortierung[1].Click();
+    tracks().select(3);
+    root().mnuMoveEntry[1].Click();
+    EXPECT_EQ("a B *c", names());
+    EXPECT_TRUE(tracks().sorted());
+    root().mnxVerschieben[1].Click();
+    EXPECT_EQ("a B *c", names());
+    EXPECT_TRUE(tracks().sorted());
+}
+
+TEST_F(TrackListOperations, ARowThatMovesAmongNumbersOutOfTextOrderFallsBeforeTheFirstGreaterOne)
+{
+    QStringList many;
+    for (int i = 1; i <= 150; ++i)
+        many += u"t%1"_s.arg(i);
+    open(many);
+    answerSort(Answer::No);
+    root().mnuSortierung[3].Click();
+    for (const int row : {150, 90}) {
+        tracks().select(row);
+        const QString number = tracks().subItem(row, 1);
+        root().mnuMoveEntry[1].Click();
+        EXPECT_EQ(number.toStdString(), tracks().subItem(tracks().selectedRow(), 1).toStdString());
+        EXPECT_EQ(row == 150 ? 16 : 90, tracks().selectedRow());
+
+        EXPECT_EQ(150, tracks().count());
+        QString shown;
+        QSet<QString> once;
+        for (int i = 1; i <= tracks().count(); ++i) {
+            shown += tracks().subItem(i, 3) + u"\r\n"_s;
+            once += tracks().subItem(i, 3);
+        }
+        EXPECT_EQ(150, once.size());
+        EXPECT_EQ(shown.toStdString(), file());
+    }
+}
+
 TEST_F(TrackListOperations, AMoveWithoutASelectedRowOnlySaves)
 {
     open();
-    tracks().clearSelection();
-    root().mnuMoveEntry[1].Click();
-    root().mnuMoveEntry[2].Click();
-    EXPECT_EQ("c a B", names());
+    for (const int index : {1, 2}) {
+        tracks().remove(tracks().count());
+        tracks().clearSelection();
+        root().mnuMoveEntry[index].Click();
+        EXPECT_EQ(index == 1 ? "c a" : "c", names());
+        EXPECT_EQ(index == 1 ? "/m/c.mp3\r\n/m/a.mp3\r\n" : "/m/c.mp3\r\n", file());
+    }
     EXPECT_EQ("", calls({u"cue"_s}));
+}
+
+TEST_F(TrackListOperations, AListOfOneRowPlaysTheCueOfTheWayAlone)
+{
+    open({u"a"_s});
+    root().mnuMoveEntry[1].Click();
+    EXPECT_NE(std::string::npos, calls({u"cue"_s}).find("PLAY"));
+    EXPECT_EQ(std::string::npos, calls({u"cue"_s}).find("STOP"));
+    forgetCalls();
+    root().mnuMoveEntry[2].Click();
+    EXPECT_NE(std::string::npos, calls({u"cue"_s}).find("STOP"));
+    EXPECT_EQ(std::string::npos, calls({u"cue"_s}).find("PLAY"));
+    EXPECT_EQ("/m/a.mp3\r\n", file());
+}
+
+TEST_F(TrackListOperations, TheMoveMarkIsClearedBeforeTheSaveAndTheFocusComesBehindIt)
+{
+    open();
+    const std::string before = file();
+    QStringList steps;
+    desktop.events().after(0ms, [&] {
+        EXPECT_EQ("0", root().bMoveDown.Tag.toStdString());
+        EXPECT_EQ(MousePointer::Hourglass, root().Pointer.value());
+        EXPECT_EQ(before, file());
+        steps += u"save"_s;
+    });
+    tracks().SetFocus = [&] {
+        EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n/m/B.mp3\r\n", file());
+        steps += u"focus"_s;
+    };
+    root().mnuMoveEntry[2].Click();
+    EXPECT_EQ("save focus", steps.join(u' ').toStdString());
+    tracks().SetFocus = [] {};
 }
 
 TEST_F(TrackListOperations, ACommandInsideAnotherOneIsPassedOver)
@@ -513,6 +708,127 @@ TEST_F(TrackListOperations, AnotherListThatIsOpenedInTheWaitStaysOpen)
     EXPECT_TRUE(outOfWait());
 }
 
+TEST_F(TrackListOperations, AnotherListThatIsOpenedInsideTheReloadKeepsItsSelection)
+{
+    open();
+    removeLastWhileTheReload([this] { click(2); });
+    EXPECT_EQ("*Andere 1 Andere 2", names());
+    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n\r\n", file());
+    EXPECT_TRUE(outOfWait());
+}
+
+TEST_F(TrackListOperations, TheRowsOfAnotherListKeepTheirSelectionThoughItsRowIsLeft)
+{
+    open();
+    removeLastWhileTheReload([this] {
+        click(2);
+        catalogue().select(1);
+    });
+    EXPECT_EQ("*Andere 1 Andere 2", names());
+    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n\r\n", file());
+}
+
+TEST_F(TrackListOperations, UntilTheReloadRowOneIsSelectedAndNoNumberIsNew)
+{
+    open();
+    tracks().select(2);
+    catalogue().Tag = u"7"_s;
+    answerRemove(Answer::Ok);
+    bool looked = false;
+    desktop.events().after(500ms, [&] {
+        looked = true;
+        EXPECT_EQ("*c B", names());
+        EXPECT_EQ("101 103", column(0));
+        EXPECT_EQ("01 03", column(1));
+        EXPECT_EQ("7", catalogue().Tag.toStdString());
+        EXPECT_EQ("/m/c.mp3\r\n/m/B.mp3\r\n", file());
+    });
+    root().mnuFileKill.Click();
+    EXPECT_TRUE(looked);
+    EXPECT_EQ("101 102", column(0));
+}
+
+TEST_F(TrackListOperations, TheTracksGetTheFocusOnceTheDatabaseIsSaved)
+{
+    open();
+    int focused = 0;
+    tracks().SetFocus = [&] {
+        ++focused;
+        EXPECT_EQ("2", IniFiles::ReadValue(root(), database(), u"Index"_s, u"1d"_s).toStdString());
+        EXPECT_EQ("0", catalogue().Tag.toStdString());
+    };
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ(1, focused);
+    tracks().SetFocus = [] {};
+}
+
+TEST_F(TrackListOperations, AListThatComesToPlaylistenIsReadAgainFromThere)
+{
+    open();
+    ASSERT_TRUE(root().mnuLokalePlayliste.Checked.value());
+    const QString outside = u"/k/L.m3u"_s;
+    const QString local = data() + u"Playlisten/L.m3u"_s;
+    put(outside, "/m/c.mp3\r\n/m/a.mp3\r\n");
+    catalogue().setSubItem(2, 2, outside);
+    click(2);
+    const std::string before = bytes(outside).toStdString();
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ(local.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ(local.toStdString(), root().openPlaylist.toStdString());
+    EXPECT_EQ("*a", names());
+    EXPECT_EQ("/m/a.mp3\r\n", bytes(local).toStdString());
+    EXPECT_EQ(before, bytes(outside).toStdString());
+}
+
+TEST_F(TrackListOperations, TheMarkOfANewListRespectsCase)
+{
+    open();
+    root().mnuLokalePlayliste.Checked = false;
+    put(u"/k/L.TMP"_s, "/m/c.mp3\r\n/m/a.mp3\r\n");
+    catalogue().setSubItem(2, 2, u"/k/L.TMP"_s);
+    click(2);
+    const std::string other = file(u"Andere"_s);
+    forgetCalls();
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ("/m/a.mp3\r\n\r\n", bytes(u"/k/L.TMP"_s).toStdString());
+    EXPECT_EQ(other, file(u"Andere"_s));
+    EXPECT_EQ("", calls({u"files.copy \"/k/L.TMP\""_s}));
+}
+
+TEST_F(TrackListOperations, TheFolderForANewListIsMadeBeforeItIsKept)
+{
+    open();
+    const QString path = u"/k/Neu.tmp"_s;
+    put(path, "/m/c.mp3\r\n/m/a.mp3\r\n");
+    catalogue().setSubItem(2, 2, path);
+    click(2);
+    // Another DataFolder, in which nothing stands.
+    root().tDatenbank.Text = u"/leer/"_s;
+    putFolder(u"/leer"_s);
+    answerRemove(Answer::Ok);
+    root().mnuLokalePlayliste.Checked = false;
+    forgetCalls();
+    root().mnuFileKill.Click();
+    const std::string made = calls({u"files.makeFolder"_s, u"files.copy"_s});
+    EXPECT_TRUE(made.starts_with("files.makeFolder \"/leer/Playlisten\"")) << made;
+    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n\r\n", bytes(u"/leer/Playlisten/Andere.m3u"_s).toStdString());
+}
+
+TEST_F(TrackListOperations, AListTooShortToBeShownKeepsItsFile)
+{
+    open();
+    put(listPath(u"Andere"_s), "a.mp3\r\n");
+    root().tPlayliste.Text = QString();
+    click(2);
+    ASSERT_EQ(0, tracks().count());
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ("a.mp3\r\n", file(u"Andere"_s));
+}
+
 TEST_F(TrackListOperations, ARemovalWithoutASelectedRowRemovesNothing)
 {
     open();
@@ -576,6 +892,25 @@ TEST_F(TrackListOperations, ARenamedListKeepsItsFileAndIsRemembered)
               boxes());
 }
 
+TEST_F(TrackListOperations, TheHeadingFollowsEveryNewNameOfTheOpenList)
+{
+    open();
+    for (const QString& name : {u"Neu"_s, u"Noch neuer"_s}) {
+        enterName(name);
+        root().mnuUmbenennen.Click();
+        EXPECT_EQ(name.toStdString(), root().tPlaylisteinträge.Caption.value().toStdString());
+    }
+}
+
+TEST_F(TrackListOperations, TheHeadingOfTheOpenListStaysWhereAnotherOneIsRenamed)
+{
+    open();
+    catalogue().select(2);
+    enterName(u"Neu"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("Liste", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
 TEST_F(TrackListOperations, AnEmptyNameChangesNothing)
 {
     open();
@@ -594,6 +929,91 @@ TEST_F(TrackListOperations, TheCoverGetsTheNewNameAndIsShownAgain)
     EXPECT_EQ("jpg", bytes(picture(u"Neu.jpg"_s)).toStdString());
     EXPECT_EQ("(missing)", bytes(picture(u"Liste.jpg"_s)).toStdString());
     EXPECT_EQ(picture(u"Neu.jpg"_s).toStdString(), root().pCovers.Picture.value().toStdString());
+}
+
+TEST_F(TrackListOperations, ARenamedListWithAPictureIsOpenedAsByAClick)
+{
+    open();
+    put(picture(u"Andere.gif"_s), "gif");
+    catalogue().select(2);
+    enterName(u"X"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("*Andere 1 Andere 2", names());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ(picture(u"X.gif"_s).toStdString(), root().pCovers.Picture.value().toStdString());
+}
+
+TEST_F(TrackListOperations, ARenamedListWithoutAPictureIsNotOpened)
+{
+    open();
+    catalogue().select(2);
+    enterName(u"X"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("*c a B", names());
+    EXPECT_EQ("0", catalogue().Tag.toStdString()) << "as the save leaves it";
+}
+
+TEST_F(TrackListOperations, ThePictureIsShownAgainWhereTheClickPassesOverTheRow)
+{
+    open();
+    put(picture(u"Liste.gif"_s), "gif");
+    // The view of the favourites: the database is not saved, and the row counts as loaded.
+    root().mnuFavoritenShow.Tag = u"1"_s;
+    enterName(u"Neu"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ(picture(u"Neu.gif"_s).toStdString(), root().pCovers.Picture.value().toStdString());
+}
+
+TEST_F(TrackListOperations, TheCoverOfAMissingListIsNotShownWhereItsOpeningIsCancelled)
+{
+    open();
+    put(picture(u"Andere.gif"_s), "gif");
+    desktop.disk().remove(listPath(u"Andere"_s));
+    catalogue().select(2);
+    const std::string before = root().pCovers.Picture.value().toStdString();
+    enterName(u"X"_s);
+    desktop.messages.answer(Answer::Cancel);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("gif", bytes(picture(u"X.gif"_s)).toStdString());
+    EXPECT_EQ(before, root().pCovers.Picture.value().toStdString());
+    EXPECT_EQ("*c a B", names());
+}
+
+TEST_F(TrackListOperations, ARenameIsRememberedBeforeTheSaveAndTheCoverComesLast)
+{
+    open();
+    put(picture(u"Liste.jpg"_s), "jpg");
+    enterName(u"Neu"_s);
+    root().mnuUmbenennen.Click();
+    QStringList steps;
+    const QStringList made = QString::fromStdString(actions()).split(u'\n');
+    for (const QString& line : made)
+        for (const QString& part : {u"[Rename]\\r\\nListe.m3u=Neu\\r\\n"_s, u"1b=Neu\\r\\n"_s,
+                                    u"files.copy \"{data}/Resource/Liste.jpg\" to \"{data}/Resource/Neu.jpg\""_s,
+                                    u"files.remove \"{data}/Resource/Liste.jpg\""_s})
+            if (line.contains(part))
+                steps += part;
+    EXPECT_EQ("[Rename]\\r\\nListe.m3u=Neu\\r\\n\n1b=Neu\\r\\n\n"
+              "files.copy \"{data}/Resource/Liste.jpg\" to \"{data}/Resource/Neu.jpg\"\n"
+              "files.remove \"{data}/Resource/Liste.jpg\"",
+              lines(steps));
+}
+
+TEST_F(TrackListOperations, ARenameIsRememberedInTheFileOfTheProgramsName)
+{
+    desktop.context.stem = u"Meine"_s;
+    desktop.newProcess();
+    const QString own = data() + u"Meine.dat"_s;
+    put(own, "[Index]\r\n" + indexRow(1, {.name = u"Liste"_s, .path = putList(u"Liste"_s, {putTrack(u"a"_s)})}));
+    put(database(), "[Index]\r\n");
+    setting(u"Error"_s, dwordSetting(0));
+    start();
+    click(1);
+    enterName(u"Neu"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("Neu", IniFiles::ReadValue(root(), own, u"Rename"_s, u"Liste.m3u"_s).toStdString());
+    EXPECT_EQ("Neu", IniFiles::ReadValue(root(), own, u"Index"_s, u"1b"_s).toStdString());
+    EXPECT_EQ("[Index]\r\n", bytes(database()).toStdString());
 }
 
 TEST_F(TrackListOperations, TheLastPictureThatExistsSetsTheExtension)
