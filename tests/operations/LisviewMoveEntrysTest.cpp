@@ -119,6 +119,18 @@ TEST_F(MovedRows, ManyPlacesAreCutAtTheEnds)
     EXPECT_EQ("b d a c", order());
 }
 
+TEST_F(MovedRows, ARowGoesUpAsManyPlacesAsToldAndIsFoundByItsKey)
+{
+    fill({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    MoveUp(list, 4, 2, false);
+    EXPECT_EQ("a d b c", order());
+    list.append(fullRow());
+    MoveUp(list, u"Schlüssel"_s, 3, false);
+    EXPECT_EQ("a Text d b c", order());
+    MoveDown(list, u"Schlüssel"_s, 1, false);
+    EXPECT_EQ("a d Text b c", order());
+}
+
 TEST_F(MovedRows, ARowIsFoundByNumberByKeyAndBySelection)
 {
     fill({u"a"_s, u"b"_s});
@@ -212,7 +224,21 @@ TEST_F(MovedRows, InsertingKnowsThePlacesInTheirOrder)
     EXPECT_EQ("a b c x", inserted({}, {}, {}, {}, 0));
     EXPECT_EQ("a x b c", inserted(true, true, 2, {}, 0)) << "before and after need a selected row";
     EXPECT_EQ("a b c", inserted({}, {}, 0, {}, 0)) << "place 0 does nothing";
+    EXPECT_EQ("a b c", inserted({}, {}, {}, -1, 0)) << "as the place that an offset of -1 gives";
     EXPECT_EQ("a b c x", inserted({}, {}, 44, {}, 0));
+}
+
+TEST_F(MovedRows, APlaceOfZeroDoesNothingInASortedListEither)
+{
+    fill({u"a"_s, u"c"_s});
+    list.sortBy(1);
+    ListRowCopy b;
+    b.Text = u"b"_s;
+    InsertRow(list, b, {}, {}, 0, {});
+    InsertRow(list, b, {}, {}, {}, -1);
+    EXPECT_EQ("a c", order());
+    InsertRow(list, b, {}, {}, 1, {});
+    EXPECT_EQ("a b c", order());
 }
 
 TEST_F(MovedRows, TheRecordsSelectionIsKeptBackOnDemand)
@@ -244,13 +270,13 @@ TEST_F(MovedRows, TheViewIsLockedForTheTimeOfAMoveOnlyWhereThatIsAskedFor)
 {
     fill({u"a"_s, u"b"_s, u"c"_s});
     QStringList told;
-    list.LockUpdate = [&](bool locked) { told += locked ? u"lock"_s + QString::number(list.count()) : u"free"_s; };
+    list.LockUpdate = [&](bool locked) { told += (locked ? u"lock"_s : u"free"_s) + QString::number(list.count()); };
     MoveDown(list, 1, 1, false);
     EXPECT_TRUE(told.isEmpty());
     MoveDown(list, 1, 1, true);
     MoveUp(list, 2, 1, true);
     CopyRow(list, 1, false, true);
-    EXPECT_EQ("lock3 free lock3 free lock3 free", told.join(u' ').toStdString());
+    EXPECT_EQ("lock3 free3 lock3 free3 lock3 free3", told.join(u' ').toStdString());
 }
 
 } // namespace orvantine::LisviewMoveEntrys
