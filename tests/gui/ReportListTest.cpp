@@ -1,5 +1,7 @@
 #include "platform/qt/ReportList.h"
 
+#include "platform/qt/Keys.h"
+
 #include <QHeaderView>
 #include <QTest>
 
@@ -157,6 +159,20 @@ TEST_F(ReportListView, KeysAreOfferedWithTheirShiftWordAndCodeAndAUsedOneGoesNoF
     EXPECT_EQ(keys.join(u' ').toStdString(), "4/39 4/37 4/40 4/38 4/32 4/96 4/33 2/34 4/13 4/36 4/35 4/81 1/226 1/226");
     EXPECT_EQ(list.selectedRow(), 2);
     EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, TheLessKeyIsTheOneLeftOfTheLettersWhateverItTypes)
+{
+    const auto codeOf = [](Qt::Key key, quint32 scanCode) {
+        return keyCodeOf(QKeyEvent(QEvent::KeyPress, key, Qt::ShiftModifier, scanCode, 0, 0));
+    };
+    EXPECT_EQ(codeOf(Qt::Key_Greater, 94), 226) << "a German keyboard";
+    EXPECT_EQ(codeOf(Qt::Key_Bar, 94), 226) << "a British one";
+    EXPECT_EQ(codeOf(Qt::Key_Greater, 60), 0) << "shift and the full stop of an American one";
+    EXPECT_EQ(codeOf(Qt::Key_Less, 59), 0);
+    EXPECT_EQ(codeOf(Qt::Key_Greater, 0), 226) << "where the desktop tells no place";
+    EXPECT_EQ(codeOf(Qt::Key_Less, 0), 226);
+    EXPECT_EQ(codeOf(Qt::Key_Bar, 0), 0);
 }
 
 TEST_F(ReportListView, ADisabledListTakesNothingAndHasTheFocusAgainAfterwards)

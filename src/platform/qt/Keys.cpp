@@ -4,8 +4,26 @@
 
 namespace orvantine {
 
+namespace {
+
+/// Code that X and Wayland give the key left of the lowest row of letters: the kernel's 86 and 8.
+constexpr quint32 ScanCodeLeftOfLetters = 94;
+constexpr int KeyLeftOfLetters = 226;
+
+/// That key, whatever is printed on it: "<" stands on others too, where it is typed with shift beside the letters.
+bool isLeftOfLetters(const QKeyEvent& event)
+{
+    if (event.nativeScanCode() != 0)
+        return event.nativeScanCode() == ScanCodeLeftOfLetters;
+    return event.key() == Qt::Key_Less || event.key() == Qt::Key_Greater;
+}
+
+} // namespace
+
 int keyCodeOf(const QKeyEvent& event)
 {
+    if (isLeftOfLetters(event))
+        return KeyLeftOfLetters;
     const int key = event.key();
     if (key >= Qt::Key_0 && key <= Qt::Key_9) {
         const int numericPad = event.modifiers().testFlag(Qt::KeypadModifier) ? 96 - Qt::Key_0 : 0;
@@ -47,9 +65,6 @@ int keyCodeOf(const QKeyEvent& event)
         return 45;
     case Qt::Key_Delete:
         return 46;
-    case Qt::Key_Less:
-    case Qt::Key_Greater:
-        return 226;
     default:
         return 0;
     }

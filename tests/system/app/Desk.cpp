@@ -95,7 +95,7 @@ Desk::Desk(const DeskOptions& options) : m_folder(QDir::tempPath() + u"/desk-XXX
     startDisplay();
     if (options.sessionBus)
         startBus();
-    startWindowManager();
+    startWindowManager(options.windowManagerSettings);
 }
 
 Desk::~Desk()
@@ -231,10 +231,15 @@ void Desk::startBus()
     environment.insert(u"DBUS_SESSION_BUS_ADDRESS"_s, readAddress(*m_bus));
 }
 
-void Desk::startWindowManager()
+void Desk::startWindowManager(const QByteArray& settings)
 {
+    QStringList arguments;
+    if (!settings.isEmpty()) {
+        write(path(u"window-manager.xml"_s), settings);
+        arguments = QStringList{u"--config-file"_s, path(u"window-manager.xml"_s)};
+    }
     m_windowManager = std::make_unique<Process>(environment);
-    m_windowManager->start(u"openbox"_s, {});
+    m_windowManager->start(u"openbox"_s, arguments);
     EXPECT_TRUE(await([this] {
         return tool(u"xprop"_s, {u"-root"_s, u"_NET_SUPPORTING_WM_CHECK"_s}).value_or(QString()).contains(u'#');
     }));

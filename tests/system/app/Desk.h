@@ -30,6 +30,8 @@ public:
 struct DeskOptions
 {
     bool sessionBus = true;
+    /// Settings of the window manager in its own form; its own ones where there are none.
+    QByteArray windowManagerSettings;
 };
 
 /// A virtual display with a window manager, a session bus and a home folder, all of this test's own.
@@ -75,7 +77,7 @@ public:
 private:
     void startDisplay();
     void startBus();
-    void startWindowManager();
+    void startWindowManager(const QByteArray& settings);
 
     QTemporaryDir m_folder;
     std::unique_ptr<Process> m_display;
