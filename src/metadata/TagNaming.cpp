@@ -33,8 +33,11 @@ void mnuSetTagName_Click(Root& root)
     if (root.mnuSpeichern.Tag != u"1"_s)
         ShowFeatureTip(root, 410);
     const QString dataFolder = root.tDatenbank.Text;
-    if (Dateiexistenz::FileExists(root, databaseFile(root)))
+    if (Dateiexistenz::FileExists(root, databaseFile(root))) {
+        // The next save takes the extras from the copy: half of one would lose them.
+        const WholeChange whole(root.files);
         root.files.copy(dataFolder + u"Orvantine.dat"_s, dataFolder + u"Orvantine.bak"_s);
+    }
 
     if (root.sAnzeige[2].Caption.value().isEmpty())
         return;

@@ -252,6 +252,15 @@ constexpr Command Commands[] = {
          open(machine.root, 1);
          removeTrack(machine);
      }},
+    {"name-by-tag",
+     [](Machine& machine) {
+         Root& root = machine.root;
+         while (root.LListView2.count() > 1)
+             root.LListView2.remove(root.LListView2.count());
+         root.sAnzeige[1].Caption = u"Lied"_s;
+         root.sAnzeige[2].Caption = u"Eine Band"_s;
+         root.mnuSetTagName.Click();
+     }},
     {"sort",
      [](Machine& machine) {
          machine.answer(Answer::Yes);
