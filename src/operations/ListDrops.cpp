@@ -36,12 +36,18 @@ Answer ask(Root& root, const QString& text, const QString& title)
     return root.services.messages.show(text, title, MessageIcon::Exclamation, MessageButtons::YesNo);
 }
 
+/// A playlist holds a path in a line.
+bool breaksLine(const QString& path)
+{
+    return path.contains(u'\r') || path.contains(u'\n');
+}
+
 // Tracks
 
 bool isAudio(const Root& root, const QString& path)
 {
     static const QSet<QString> extensions{u".mp3"_s, u".wma"_s, u".wav"_s};
-    return extensions.contains(path.right(4).toLower()) && !root.files.isFolder(path);
+    return extensions.contains(path.right(4).toLower()) && !breaksLine(path) && !root.files.isFolder(path);
 }
 
 /// Case and the kind of separator do not make another file.
@@ -106,7 +112,7 @@ bool addFiles(Root& root, const QStringList& files)
 
 bool isPlaylist(const QString& path)
 {
-    return path.right(3).toLower() == u"m3u"_s;
+    return path.right(3).toLower() == u"m3u"_s && !breaksLine(path);
 }
 
 void tellFailure(Root& root)
@@ -158,9 +164,12 @@ QStringList audioFilesOf(const Root& root, const QString& folder)
 bool addFolder(Root& root, const QString& folder)
 {
     const QString name = FileDirPath::FileNameOf(folder);
+    // A list of such a name would have no file, and its tracks would be gone with the next click.
+    if (name.isEmpty() || !FileDirPath::canBeFileName(name))
+        return false;
     QString path = root.tDatenbank.Text.value() + root.services.start.stem + u".tmp"_s;
     const QString own = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name + u".m3u"_s);
-    const bool shared = FileDirPath::canBeFileName(name) && Dateiexistenz::FileExists(root, own);
+    const bool shared = Dateiexistenz::FileExists(root, own);
     if (!NewPlayliste(root, path, name))
         return false;
     // The file of a list with the same name keeps its tracks.
@@ -238,6 +247,9 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
         return;
     }
 
+    // Of a list that could not be opened the tracks of another one are in sight.
+    if (!mayWriteSelected(root))
+        return;
     const int read = root.currentRead;
     if (!mayAddTo(root, list.subItem(list.selectedRow(), 1)) || root.currentRead != read)
         return;

@@ -42,8 +42,11 @@ void LListView1_Click(Root& root)
         return;
     }
 
-    markFavourite(root, row);
-    root.mnuFavoriten.Checked = isFavourite(root, row);
+    const bool favourite = isFavourite(root, row);
+    // Required: another mark, that of the playing playlist too, stays where the row is no favourite.
+    if (favourite)
+        list.setIcons(row, u"Icon_6"_s);
+    root.mnuFavoriten.Checked = favourite;
     showRowCover(root, row);
 
     root.Timer2.Enabled = true;

@@ -6,6 +6,31 @@
 
 namespace orvantine {
 
+namespace {
+
+/// Of a catalogue entry the name is red, of a track the path, which may be out of sight.
+bool isMissing(const ListItem& row)
+{
+    return row.ForeColor == Color::DarkRed ||
+           std::any_of(row.SubItems.begin(), row.SubItems.end(),
+                       [](const ListSubItem& sub) { return sub.ForeColor == Color::DarkRed; });
+}
+
+/// What icon and colour show, in words.
+QString stateOf(const ListItem& row)
+{
+    QString state;
+    if (isMissing(row))
+        state += QStringLiteral(", fehlt");
+    if (row.SmallIcon == QStringLiteral("Icon_6"))
+        state += QStringLiteral(", Favorit");
+    if (row.SmallIcon == QStringLiteral("Icon_C"))
+        state += QStringLiteral(", wird wiedergegeben");
+    return state;
+}
+
+} // namespace
+
 ListView::ListView(ControlSet& owner, QStringView listName) : Control(owner, listName) {}
 
 const ListItem& ListView::item(int row) const
@@ -270,16 +295,13 @@ QVariant ListView::data(const QModelIndex& index, int role) const
     case Qt::ToolTipRole: {
         if (sub != nullptr && sub->Extras && !sub->Extras->ToolTipText.isEmpty())
             return sub->Extras->ToolTipText;
-        const bool missing = sub != nullptr && sub->ForeColor == Color::DarkRed;
-        return missing ? textAt(shown, column) + QStringLiteral("\n(Datei fehlt)") : textAt(shown, column);
+        return isMissing(shown) ? textAt(shown, column) + QStringLiteral("\n(Datei fehlt)") : textAt(shown, column);
     }
-    case Qt::AccessibleTextRole: {
-        const bool missing = (sub != nullptr ? sub->ForeColor : shown.ForeColor) == Color::DarkRed;
-        return QStringLiteral("%1%2, %3 von %4")
-            .arg(textAt(shown, column), missing ? QStringLiteral(", fehlt") : QString())
-            .arg(index.row() + 1)
-            .arg(m_published);
-    }
+    case Qt::AccessibleTextRole:
+        return textAt(shown, column) + stateOf(shown) + QStringLiteral(", ") + QString::number(index.row() + 1) +
+               QStringLiteral(" von ") + QString::number(m_published);
+    case MissingRole:
+        return isMissing(shown);
     case IconNameRole:
         return column == 1 ? shown.SmallIcon : sub != nullptr ? sub->ReportIcon : QString();
     case ColorRole:

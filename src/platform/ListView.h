@@ -157,6 +157,8 @@ public:
     /// Role of data() for the name of the icon of a cell, and for its colour as Color.
     static constexpr int IconNameRole = Qt::UserRole + 1;
     static constexpr int ColorRole = Qt::UserRole + 2;
+    /// Whether the file of the row is missing, in each of its cells.
+    static constexpr int MissingRole = Qt::UserRole + 3;
 
 private:
     void publish();

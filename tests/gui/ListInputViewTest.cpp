@@ -223,17 +223,69 @@ TEST_F(ListInputView, NoMenuTakesAKeyOfTheLists)
             EXPECT_NE(action->shortcut(), QKeySequence(Qt::ALT | key)) << action->objectName().toStdString();
 }
 
-TEST_F(ListInputView, ARowTellsPlaceCountAndWhetherItsFileIsMissing)
+TEST_F(ListInputView, ARowTellsPlaceCountAndStateInWords)
 {
-    const ListView& list = root.LListView2;
-    EXPECT_EQ(list.data(list.index(1, 2), Qt::AccessibleTextRole).toString().toStdString(),
-              "Käthe Blum - Wenn der Abend kommt, 2 von 18");
-    EXPECT_EQ(list.data(list.index(2, 3), Qt::AccessibleTextRole).toString().toStdString(),
+    const auto said = [](const ListView& list, int row, int column) {
+        return list.data(list.index(row - 1, column), Qt::AccessibleTextRole).toString().toStdString();
+    };
+    EXPECT_EQ(said(root.LListView2, 2, 2), "Käthe Blum - Wenn der Abend kommt, 2 von 18");
+    EXPECT_EQ(said(root.LListView2, 3, 2), "Unbekannt - Verlorene Spur, fehlt, 3 von 18")
+        << "the name tells it too: the path may be out of sight";
+    EXPECT_EQ(said(root.LListView2, 3, 3),
               "/home/anna/Musik/Sommerabend/Unbekannt - Verlorene Spur.mp3, fehlt, 3 von 18");
-    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(&view(list));
-    ASSERT_NE(face, nullptr);
-    EXPECT_EQ(face->role(), QAccessible::Tree);
-    EXPECT_FALSE(face->text(QAccessible::Name).isEmpty());
+    EXPECT_EQ(said(root.LListView1, 1, 1), "Sommerabend auf dem Balkon, wird wiedergegeben, 1 von 12");
+    EXPECT_EQ(said(root.LListView1, 2, 1), "Frühstück, Favorit, 2 von 12");
+    EXPECT_EQ(said(root.LListView1, 4, 1), "Alte Kassetten, fehlt, 4 von 12");
+    EXPECT_EQ(root.LListView2.data(root.LListView2.index(2, 2), Qt::ToolTipRole).toString().toStdString(),
+              "Unbekannt - Verlorene Spur\n(Datei fehlt)");
+}
+
+TEST_F(ListInputView, TheListsTellTheirNamesRowsAndSelectedRow)
+{
+    const auto face = [this](const ListView& list) { return QAccessible::queryAccessibleInterface(&view(list)); };
+    const auto facts = [&](const ListView& list) {
+        const QAccessibleInterface* const shown = face(list);
+        return (shown->text(QAccessible::Name) + u", "_s + QString::number(face(list)->tableInterface()->rowCount()) +
+                u" Zeilen, "_s + shown->focusChild()->text(QAccessible::Name))
+            .toStdString();
+    };
+    EXPECT_EQ(face(root.LListView1)->role(), QAccessible::Tree);
+    view(root.LListView1).setFocus();
+    EXPECT_EQ(facts(root.LListView1),
+              "Wiedergabelisten, 12 Zeilen, Sommerabend auf dem Balkon, wird wiedergegeben, 1 von 12");
+    view(root.LListView2).setFocus();
+    EXPECT_EQ(facts(root.LListView2),
+              "Einträge in der Playliste, 18 Zeilen, Käthe Blum - Wenn der Abend kommt, 2 von 18");
+}
+
+TEST_F(ListInputView, AMissingFileIsToldInWordsInTheNameToo)
+{
+    ReportList& list = view(root.LListView2);
+    const auto picture = [&] {
+        const QRect cell = list.visualRect(root.LListView2.index(4, 2));
+        return list.viewport()->grab(cell).toImage();
+    };
+    const QImage there = picture();
+    root.LListView2.setColor(5, 3, Color::DarkRed);
+    const QImage missing = picture();
+    EXPECT_NE(there, missing);
+    const QImage leftThere = there.copy(0, 0, there.width() / 2, there.height());
+    EXPECT_EQ(leftThere, missing.copy(0, 0, there.width() / 2, there.height())) << "the name stands as it was";
+}
+
+TEST_F(ListInputView, ThePopUpMenuOfTheKeyboardKeepsTheSelectedRow)
+{
+    root.LListView2.select(3);
+    ReportList& list = view(root.LListView2);
+    list.setFocus();
+    QTimer::singleShot(0, &list, [] {
+        if (QWidget* const menu = QApplication::activePopupWidget())
+            menu->close();
+    });
+    const QPoint centre = list.viewport()->rect().center();
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, centre, list.viewport()->mapToGlobal(centre));
+    QApplication::sendEvent(list.viewport(), &event);
+    EXPECT_EQ(root.LListView2.selectedRow(), 3);
 }
 
 } // namespace

@@ -203,7 +203,7 @@ TEST_F(ListViewModel, TellsAScreenReaderWhereARowStandsAndThatItsFileIsMissing)
     list.setColor(2, 1, Color::DarkRed);
     EXPECT_EQ(list.index(0, 1).data(Qt::AccessibleTextRole).toString(), u"Regen, 1 von 2"_s);
     EXPECT_EQ(list.index(1, 1).data(Qt::AccessibleTextRole).toString(), u"Alte Kassetten, fehlt, 2 von 2"_s);
-    EXPECT_EQ(list.index(1, 2).data(Qt::AccessibleTextRole).toString(), u"1, 2 von 2"_s);
+    EXPECT_EQ(list.index(1, 2).data(Qt::AccessibleTextRole).toString(), u"1, fehlt, 2 von 2"_s);
 }
 
 } // namespace

@@ -110,6 +110,68 @@ TEST_F(ListDrops, AWrongFileIsToldBeforeTheOptionAsks)
     tracks().Drop({u"/m/bild.jpg"_s});
 }
 
+TEST_F(ListDrops, TheOptionAsksOnceAndOnlyWhereItIsSet)
+{
+    startPlayback();
+    setting(u"ShowDialog"_s, dwordSetting(0));
+    tracks().Drop({putTrack(u"neu"_s)});
+    EXPECT_EQ("/m/neu.mp3", added()) << "without a question";
+    setting(u"ShowDialog"_s, dwordSetting(1));
+    desktop.messages.answer(Answer::Yes, u" Audiodateien hinzufügen"_s,
+                            u"Möchten Sie zur Trackliste ''Erste'' wirklich Audiodateien hinzufügen ? "_s);
+    tracks().Drop({putTrack(u"a"_s), putTrack(u"b"_s), putTrack(u"c"_s)});
+    EXPECT_EQ("/m/neu.mp3 /m/a.mp3 /m/b.mp3 /m/c.mp3", added());
+}
+
+TEST_F(ListDrops, TheOptionAsksBeforeTheDoublesDo)
+{
+    startPlayback();
+    setting(u"ShowDialog"_s, dwordSetting(1));
+    desktop.messages.answer(Answer::Yes, u" Audiodateien hinzufügen"_s,
+                            u"Möchten Sie zur Trackliste ''Erste'' wirklich Audiodateien hinzufügen ? "_s);
+    answerTwice(Answer::No, u"Erste 1.mp3"_s);
+    tracks().Drop({u"/m/Erste 1.mp3"_s});
+    EXPECT_EQ("", added());
+}
+
+TEST_F(ListDrops, TheButtonsAreDisabledWhileTracksAreAdded)
+{
+    startPlayback();
+    bool disabled = false;
+    desktop.messages.script(
+        {.answer = Answer::No, .entered = {}, .title = u" Audiodateien hinzufügen"_s, .text = {}, .meanwhile = [&] {
+             disabled = root().buttonsDisabled;
+         }});
+    tracks().Drop({u"/m/Erste 1.mp3"_s});
+    EXPECT_TRUE(disabled);
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(ListDrops, TracksAreNotAddedToThoseOfAnotherList)
+{
+    startPlayback();
+    desktop.disk().remove(listPath(u"Dritte"_s));
+    desktop.messages.answer(Answer::Cancel);
+    click(3);
+    tracks().Drop({putTrack(u"neu"_s)});
+    EXPECT_EQ("", added()) << "the tracks of the first list are in sight";
+    EXPECT_EQ("2", catalogue().subItem(3, 3).toStdString());
+    EXPECT_EQ("2", IniFiles::ReadValue(root(), database(), u"Index"_s, u"3d"_s).toStdString());
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(ListDrops, ANameWithALineEndIsNoTrackAndNoList)
+{
+    startPlayback();
+    desktop.messages.answer(Answer::Ok, u" Audiodateien hinzufügen"_s,
+                            u"Es können nur Mp3-Audiodateien in die Trackliste hinzugefügt werden. "_s);
+    tracks().Drop({u"/m/a\n/m/Zweite 1.mp3"_s});
+    EXPECT_EQ("", added());
+    answerOther(Answer::No);
+    catalogue().Drop({u"/l/a\rb.m3u"_s});
+    EXPECT_EQ(4, catalogue().count());
+}
+
 TEST_F(ListDrops, NoToATrackThatStandsInTheListEndsTheAdding)
 {
     startPlayback();
@@ -289,6 +351,31 @@ TEST_F(ListDrops, AListThatTheUserDoesNotWantTwiceIsToldAsAFailure)
     EXPECT_EQ("Erste Zweite Dritte Einzeln *Neu", names()) << "the next one is taken";
 }
 
+TEST_F(ListDrops, AFolderWhoseNameNoListCanHaveIsAFailure)
+{
+    startPlayback();
+    for (const QString& folder : {u"C:"_s, u"/"_s}) {
+        answerFailure();
+        catalogue().Drop({folder});
+        EXPECT_EQ("*Erste Zweite Dritte Einzeln", names()) << folder.toStdString();
+    }
+}
+
+TEST_F(ListDrops, TheButtonsAreDisabledWhileAListIsTaken)
+{
+    startPlayback();
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    bool disabled = false;
+    desktop.messages.script(
+        {.answer = Answer::No, .entered = {}, .title = u" Playliste hinzufügen"_s, .text = {}, .meanwhile = [&] {
+             disabled = root().buttonsDisabled;
+         }});
+    answerFailure();
+    catalogue().Drop({listPath(u"Zweite"_s)});
+    EXPECT_TRUE(disabled);
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
 TEST_F(ListDrops, AVanishedPlaylistIsAFailureAndNoFileIsMade)
 {
     startPlayback();
@@ -324,8 +411,11 @@ TEST_F(ListDrops, AFullCatalogueIsToldBeforeAnyFileIsLookedAt)
     const QString text = u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \nBitte löschen Sie eine der 160 "
                          u"Playlisten aus der Liste."_s;
     desktop.messages.answer(Answer::Ok, u" Wiedergabelisten verwalten"_s, text);
-    catalogue().Drop({u"/m/a.mp3"_s, u"/m/b.mp3"_s});
+    put(u"/musik/Album/a.mp3"_s, "x");
+    forgetCalls();
+    catalogue().Drop({u"/l/x.m3u"_s, u"/musik/Album"_s, u"/m/a.mp3"_s});
     EXPECT_EQ(MostPlaylists, catalogue().count());
+    EXPECT_EQ("", calls({u"files."_s}));
 
     catalogue().remove(MostPlaylists);
     put(u"/l/x.m3u"_s, "/m/a.mp3\r\n");

@@ -79,6 +79,20 @@ TEST_F(ListInput, RetryOnAListThatStaysMissingLeavesNoTracks)
     EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
 }
 
+TEST_F(ListInput, RetryOnAListThatStaysMissingLetsTheReadAskItsOwnQuestion)
+{
+    root().Visible = true;
+    root().mnuErrorDisplay.Checked = true;
+    desktop.disk().remove(listPath(u"Zweite"_s));
+    desktop.messages.answer(Answer::Retry, u" Zweite"_s, missingText + listPath(u"Zweite"_s));
+    desktop.messages.answer(Answer::No, u" Songinformationen"_s,
+                            u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \nMöchten Sie "
+                            u"jetzt die Wiedergabeliste im Dateisystem auswählen ?"_s);
+    click(2);
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ(0, tracks().count());
+}
+
 TEST_F(ListInput, TheMarkAndTheCheckOfAFavouriteFollowTheKey)
 {
     for (const bool favourite : {true, false}) {
@@ -88,8 +102,18 @@ TEST_F(ListInput, TheMarkAndTheCheckOfAFavouriteFollowTheKey)
         catalogue().Tag = u"0"_s;
         click(2);
         EXPECT_EQ(favourite, root().mnuFavoriten.Checked.value());
-        EXPECT_EQ(favourite ? "Icon_6 Icon_6 Icon_1 Icon_1" : "Icon_6 Icon_1 Icon_1 Icon_1", marks());
+        EXPECT_EQ(favourite ? "Icon_6 Icon_6 Icon_1 Icon_1" : "Icon_6 Icon_C Icon_1 Icon_1", marks())
+            << "only the check is cleared";
     }
+}
+
+TEST_F(ListInput, ThePlayingListKeepsItsMarkWhenItIsOpenedAgain)
+{
+    click(2);
+    catalogue().DblClick();
+    click(3);
+    click(2);
+    EXPECT_EQ("Icon_6 Icon_C Icon_1 Icon_1", marks());
 }
 
 TEST_F(ListInput, TheCoverIsShownForARowThatHasOneAndHiddenAndClearedForOneWithout)
@@ -182,6 +206,23 @@ TEST_F(ListInput, ADoubleClickEnablesTheSequenceOnlyWithAllPlaylists)
         EXPECT_EQ(all, root().Timer1.Enabled.value());
         pStopPlayer_Click(root());
     }
+}
+
+TEST_F(ListInput, ADoubleClickThatStartsNothingLeavesTheSequenceOff)
+{
+    root().mnuAllesWiedergeben.Checked = true;
+    root().pSoundPlayer.Enabled = false;
+    ASSERT_FALSE(root().pPausePlayer.Enabled.value());
+    catalogue().DblClick();
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+}
+
+TEST_F(ListInput, ADoubleClickResetsAllMarksAndSetsThatOfThePlayingList)
+{
+    catalogue().setIcons(2, u"Icon_C"_s);
+    click(4);
+    catalogue().DblClick();
+    EXPECT_EQ("Icon_6 Icon_1 Icon_1 Icon_C", marks());
 }
 
 TEST_F(ListInput, AColumnClickOfTheCatalogueWritesAllSixWidths)

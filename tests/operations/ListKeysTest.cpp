@@ -81,6 +81,16 @@ TEST_F(ListKeys, AltHomeLeavesAPausedPlayerAlone)
     EXPECT_EQ(1, presses);
 }
 
+TEST_F(ListKeys, AltHomeEndAndSpaceReachTheRealButtons)
+{
+    EXPECT_TRUE(catalogue().KeyDown(Alt, 36));
+    EXPECT_EQ(PlayState::Playing, player().playState()) << "nothing ran: it begins";
+    EXPECT_TRUE(tracks().KeyDown(Alt, 32));
+    EXPECT_EQ("Angehalten", player().status().toStdString());
+    EXPECT_TRUE(tracks().KeyDown(Alt, 32));
+    EXPECT_EQ(PlayState::Playing, player().playState()) << "the second press goes on";
+}
+
 TEST_F(ListKeys, ControlWithThePagesMovesTheRowOfItsList)
 {
     EXPECT_EQ("mnuVerschiebung(1)/mnuMoveEntry(1)", commands(Strg, 33));

@@ -190,7 +190,8 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::keyPressEvent(QKeyEvent* event)
 {
-    // The lists know the keys of the player; they work from every other place of the window too.
+    // The lists know the keys of the player; they work from the other places of the window
+    // that have no use of their own for them.
     ListView& list = m_root.mnuEditCopy.Tag == u"2" ? m_root.LListView2 : m_root.LListView1;
     const bool fromList = dynamic_cast<ReportList*>(focusWidget()) != nullptr;
     const int code = keyCodeOf(*event);

@@ -55,8 +55,7 @@ PlaylistPane::PlaylistPane(Root& root, QWidget* parent) : QWidget(parent), m_roo
 {
     m_list = new ReportList(root.LListView2, this);
     m_list->setAccessibleName(u"Einträge in der Playliste"_s);
-    m_list->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(m_list, &QWidget::customContextMenuRequested, this, [this](const QPoint& point) { openPopup(point); });
+    m_list->PopUp = [this](const QPoint& point) { m_popup.exec(point); };
     m_menus.fill(m_popup, trackPopup(root));
 
     auto* const layout = new QVBoxLayout(this);
@@ -167,12 +166,6 @@ QWidget* PlaylistPane::makeTrackStrip()
     layout->addWidget(mpeg, 0, 4, 2, 1, Qt::AlignVCenter);
     layout->setColumnStretch(1, 1);
     return strip;
-}
-
-void PlaylistPane::openPopup(const QPoint& point)
-{
-    m_list->selectRowAt(point);
-    m_popup.exec(m_list->viewport()->mapToGlobal(point));
 }
 
 void PlaylistPane::resizeEvent(QResizeEvent* event)

@@ -27,7 +27,6 @@ private:
     [[nodiscard]] QWidget* makeHead();
     [[nodiscard]] QWidget* makeInformation();
     [[nodiscard]] QWidget* makeTrackStrip();
-    void openPopup(const QPoint& point);
 
     Root& m_root;
     ReportList* m_list;

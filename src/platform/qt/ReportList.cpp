@@ -4,7 +4,9 @@
 #include "platform/qt/Keys.h"
 #include "platform/qt/Theme.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QHeaderView>
@@ -55,11 +57,28 @@ public:
         const QColor told = Theme::textColor(static_cast<Color>(index.data(ListView::ColorRole).toUInt()), palette);
         painter->setPen(m_view.m_greyed ? Theme::mix(told, palette.color(QPalette::Base), 0.5) : told);
         const bool number = index.column() + 1 == m_view.numberColumn();
+        if (index.column() == m_view.keyColumn() && index.data(ListView::MissingRole).toBool())
+            area.setRight(paintMissing(*painter, area) - RowPadding);
         const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
         painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
     }
 
 private:
+    /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
+    [[nodiscard]] int paintMissing(QPainter& painter, const QRect& area) const
+    {
+        const QString words = QStringLiteral("fehlt");
+        const int width = painter.fontMetrics().horizontalAdvance(words);
+        if (width > area.width() / 2)
+            return area.right() + RowPadding;
+        const QColor red = Theme::textColor(Color::DarkRed, m_view.palette());
+        const QPen before = painter.pen();
+        painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.m_greyed ? 0.6 : 0.25));
+        painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
+        painter.setPen(before);
+        return area.right() - width;
+    }
+
     ReportList& m_view;
 };
 
@@ -187,6 +206,19 @@ void ReportList::selectRowAt(const QPoint& point)
     const QModelIndex under = indexAt(point);
     if (under.isValid())
         m_list.select(under.row() + 1);
+}
+
+void ReportList::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!PopUp)
+        return event->ignore();
+    QPoint point = event->pos();
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        scrollTo(currentIndex());
+        point = visualRect(currentIndex()).center();
+    }
+    selectRowAt(point);
+    PopUp(viewport()->mapToGlobal(point));
 }
 
 void ReportList::keyPressEvent(QKeyEvent* event)
@@ -451,8 +483,10 @@ void ReportList::setUsable(bool usable)
         m_greyLater.stop();
         m_greyed = false;
         setEnabled(true);
-        if (std::exchange(m_hadFocus, false) && window()->focusWidget() == nullptr)
+        if (std::exchange(m_hadFocus, false) && window()->focusWidget() == nullptr) {
             setFocus(Qt::OtherFocusReason);
+            tellFocusedRow();
+        }
         return;
     }
     // A click that never ends counts as none.
@@ -464,6 +498,21 @@ void ReportList::setUsable(bool usable)
     }
     m_greyLater.start();
     setEnabled(false);
+}
+
+/// A screen reader would otherwise hear of the list alone, after each row that was opened.
+void ReportList::tellFocusedRow()
+{
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(this);
+    const QModelIndex current = currentIndex();
+    if (!QAccessible::isActive() || face == nullptr || face->tableInterface() == nullptr || !current.isValid())
+        return;
+    QAccessibleInterface* const cell = face->tableInterface()->cellAt(current.row(), current.column());
+    if (cell == nullptr)
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(face->indexOfChild(cell));
+    QAccessible::updateAccessibility(&event);
 }
 
 int ReportList::keyColumn() const

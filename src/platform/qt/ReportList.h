@@ -6,6 +6,8 @@
 #include <QTimer>
 #include <QTreeView>
 
+#include <functional>
+
 namespace orvantine {
 
 /// Shows a report list. Rows, selection and widths are the list's; what the user does with them is told to its
@@ -22,8 +24,11 @@ public:
     [[nodiscard]] int numberColumn() const { return m_numberColumn; }
     /// The row under a point of the viewport becomes the selected one, as by a click without its handler.
     void selectRowAt(const QPoint& point);
+    /// Opens the pop-up menu of the row that has just been selected, at a point of the screen. Null for no menu.
+    std::function<void(const QPoint&)> PopUp;
 
 protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -54,6 +59,7 @@ private:
     void showFont();
     void keepGround();
     void setUsable(bool usable);
+    void tellFocusedRow();
     [[nodiscard]] int keyColumn() const;
 
     ListView& m_list;
