@@ -102,11 +102,13 @@ bool NewPlayliste(Root& root, QString& path, QString name)
     if (usable && Dateiexistenz::FileExists(root, path))
         root.files.clearAttributes(path);
     services.events.yield();
-    if (root.Visible.value() && usable && !Dateiexistenz::FileExists(root, path))
+    const bool stands = usable && Dateiexistenz::FileExists(root, path);
+    if (root.Visible.value() && usable && !stands)
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);
-    takeTrackList(root, path);
+    // The tracks of a file that stands have not been read: a save before they are would empty it.
+    takeTrackList(root, stands ? QString() : path);
 
     root.tPlaylisteinträge.Caption = name;
     root.tDatum.Caption = dateText(services.events.now().date());

@@ -182,6 +182,80 @@ TEST_F(AddPlaylists, AnExistingListIsTakenInPlaceOpenedCountedAndSaved)
     EXPECT_EQ("", boxes());
 }
 
+TEST_F(AddPlaylists, ANewListOfANameWhoseFileStandsKeepsTheTracksOfTheFile)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLokalePlayliste.Checked = true;
+    const QByteArray before = bytes(listPath(u"Eins"_s));
+    desktop.messages.enter(u"eins"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ(before.toStdString(), bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(AddPlaylists, WithLocalPlaylistsAnExistingListIsCopiedToPlaylistenAndStaysWhereItWas)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    root().mnuLokalePlayliste.Checked = true;
+    const QString path = putOther();
+    desktop.choosers.open(path);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(listPath(u"Andere"_s).toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/o1.mp3\r\n/m/o2.mp3\r\n", bytes(listPath(u"Andere"_s)).toStdString());
+    EXPECT_TRUE(bytes(path).contains("o1.mp3\r\no2.mp3")) << bytes(path).toStdString();
+    EXPECT_EQ("/m/Andere.m3u", index(2, 'c').toStdString());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(AddPlaylists, TheDateThatIsShownIsTodayThoughTheTracksAreOlder)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    const QString path = putOther();
+    desktop.memory()->setModified(u"/m/o2.mp3"_s, QDateTime(QDate(2001, 5, 4), QTime(3, 2)));
+    desktop.choosers.open(path);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("20.11.2026", root().tDatum.Caption.value().toStdString());
+}
+
+TEST_F(AddPlaylists, TheButtonsAreOffHalfASecondAfterTheChoice)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    desktop.choosers.open(putOther());
+    std::string seen;
+    desktop.events().after(std::chrono::milliseconds{500}, [this, &seen] {
+        seen = root().buttonsDisabled && !root().mnuBearbeiten.Enabled.value() ? "off" : "on";
+        seen += " with " + std::to_string(catalogue().count()) + " row";
+    });
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("off with 1 row", seen);
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(AddPlaylists, AFileWhoseNameIsNoLongerThanAnEndingAsksForAName)
+{
+    start();
+    root().mnuLokalePlayliste.Checked = false;
+    put(u"/m/abc"_s, (putTrack(u"o1"_s) + u"\r\n"_s + putTrack(u"o2"_s) + u"\r\n"_s).toUtf8());
+    desktop.choosers.open(u"/m/abc"_s);
+    desktop.messages.enter(u"Kurz"_s);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("input title \" Neue Playliste\" text \"Geben Sie einen Namen für die neue Playliste ein:\" default \"\" "
+              "entered \"Kurz\"",
+              boxes());
+    EXPECT_EQ("Kurz", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("/m/abc", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(2, tracks().count());
+}
+
 TEST_F(AddPlaylists, AListThatGotAnotherNameHasItAgain)
 {
     put(database(), "[Rename]\r\nAndere.m3u=Mein Name\r\n");

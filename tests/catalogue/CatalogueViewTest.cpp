@@ -1,5 +1,7 @@
 #include "catalogue/CatalogueWorld.h"
 
+#include "operations/Eigenschaften.h"
+
 #include "catalogue/CatalogueView.h"
 
 namespace orvantine::fake {
@@ -100,6 +102,17 @@ TEST_F(CatalogueViewTest, ARowWhoseListIsGoneCanStillBeSelected)
                      u"  2 \"001\" \"Da\" \"%1\" \"2\" [icon Icon_1, 1 icon Icon_1]"_s.arg(path)}),
               rows(catalogue()));
     EXPECT_EQ("1", catalogue().Tag.toStdString());
+}
+
+TEST_F(CatalogueViewTest, TheFieldsOfARowsPropertiesBearTheirLabels)
+{
+    const Eigenschaften& form = *root().eigenschaften;
+    EXPECT_EQ("&Wiedergabeliste:", form.LPlaylistname.Caption.value().toStdString());
+    EXPECT_EQ("&Orvantinee:", form.LPlayliste.Caption.value().toStdString());
+    EXPECT_EQ("&Beschreibung:", form.LBeschreibung.Caption.value().toStdString());
+    EXPECT_EQ("&Album CD-Cover:", form.LAlbumCover.Caption.value().toStdString());
+    EXPECT_EQ("Abbrechen", form.bAbbrechen.Caption.value().toStdString());
+    EXPECT_EQ("&Hilfe", form.bHilfe.Caption.value().toStdString());
 }
 
 } // namespace orvantine::fake
