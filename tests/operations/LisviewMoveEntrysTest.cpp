@@ -60,7 +60,7 @@ protected:
 
     ControlSet controls;
     ListView list{controls, u"LListView1"};
-    const RowChoice missing;
+    const RowChoice missing{};
 };
 
 } // namespace
