@@ -96,7 +96,9 @@ void QtForms::unload(Form& form)
     m_windows.erase(found);
     form.Visible = false;
     if (window != nullptr) {
+        // Until it is gone it must not touch the form, which may be gone before it.
         window->bindings().clear();
+        QApplication::instance()->removeEventFilter(window);
         window->deleteLater();
     }
     if (form.Unload)
