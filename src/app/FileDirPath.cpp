@@ -56,6 +56,14 @@ QString join(const QString& base, QStringView name)
     return joined += name;
 }
 
+QString withoutSeparator(QString folder)
+{
+    const auto isRoot = [](const QString& path) { return path.size() == 1 || (path.size() == 3 && path[1] == u':'); };
+    while (!folder.isEmpty() && isSeparator(folder.back()) && !isRoot(folder))
+        folder.chop(1);
+    return folder;
+}
+
 QString without(const QString& name, int characters)
 {
     return name.chopped(std::min<qsizetype>(characters, name.size()));

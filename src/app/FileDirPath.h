@@ -22,6 +22,9 @@ namespace orvantine::FileDirPath {
 /// `base`, a separator unless it ends in one, `name`.
 [[nodiscard]] QString join(const QString& base, QStringView name);
 
+/// The folder less the separators at its end; the root of a file system keeps its own.
+[[nodiscard]] QString withoutSeparator(QString folder);
+
 /// The name less its last `characters`; "" for a shorter one.
 [[nodiscard]] QString without(const QString& name, int characters);
 

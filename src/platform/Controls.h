@@ -2,6 +2,7 @@
 
 #include "platform/Twips.h"
 
+#include <QByteArray>
 #include <QProperty>
 #include <QString>
 #include <QStringList>
@@ -10,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace orvantine {
@@ -265,6 +267,9 @@ struct FolderTree : Control
     QProperty<QString> RootCaption;
     /// Without a trailing separator, except for the root of a file system; "" while no folder is selected.
     QProperty<QString> SelectedFolder;
+    /// The host's bytes for the selected folder, whose text may name a drive or differ in case; nothing where it names
+    /// no folder.
+    std::function<std::optional<QByteArray>(const QString& folder)> NativePath;
     /// The user selected another folder.
     std::function<void()> Change;
 };

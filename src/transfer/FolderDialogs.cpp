@@ -14,27 +14,18 @@ namespace {
 
 constexpr int Documents = 5;
 
-/// The root of a file system keeps its separator.
-QString withoutSeparator(QString folder)
-{
-    const auto isRoot = [](const QString& path) { return path.size() == 1 || (path.size() == 3 && path[1] == u':'); };
-    while (!folder.isEmpty() && FileDirPath::hasSeparator(folder.right(1)) && !isRoot(folder))
-        folder.chop(1);
-    return folder;
-}
-
 void load(Root& root, FolderDialog& form, const QString& key)
 {
     const QString kept = IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, key);
     const bool stands = !kept.isEmpty() && root.files.isFolder(kept);
     form.LTreeview.RootCaption = u"Arbeitsplatz"_s;
-    form.LTreeview.SelectedFolder = withoutSeparator(stands ? kept : SpecialFolder(root, Documents));
+    form.LTreeview.SelectedFolder = FileDirPath::withoutSeparator(stands ? kept : SpecialFolder(root, Documents));
     form.LTreeview.Change();
 }
 
 void BReady_Click(Root& root, FolderDialog& form, const QString& key, const QString& dateKey)
 {
-    const QString folder = withoutSeparator(form.LTreeview.SelectedFolder);
+    const QString folder = FileDirPath::withoutSeparator(form.LTreeview.SelectedFolder);
     if (folder.isEmpty())
         return;
     if (form.Tag != u"1"_s) {
@@ -60,6 +51,7 @@ void setUp(Root& root, FolderDialog& form, const QString& key, const QString& da
 {
     form.Load = [&root, &form, key] { load(root, form, key); };
     form.Unload = [&form] { form.Tag = QString(); };
+    form.LTreeview.NativePath = [&root](const QString& folder) { return root.files.nativePath(folder); };
     // A heading of the tree is no folder.
     form.LTreeview.Change = [&form] { form.BReady.Enabled = !form.LTreeview.SelectedFolder.value().isEmpty(); };
     form.BReady.Click = [&root, &form, key, dateKey] { BReady_Click(root, form, key, dateKey); };

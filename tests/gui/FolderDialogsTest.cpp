@@ -1,5 +1,6 @@
 #include "transfer/FolderDialogs.h"
 #include "app/Root.h"
+#include "platform/posix/PosixFiles.h"
 #include "platform/qt/FolderTreeView.h"
 #include "platform/qt/FormWindow.h"
 #include "platform/qt/QtForms.h"
@@ -190,6 +191,28 @@ TEST_F(FolderTreeOnScreen, AFolderOutsideOfAllPlacesSelectsTheRoot)
     }
 }
 
+TEST_F(FolderTreeOnScreen, ADriveAndAnotherCaseLeadToTheOneFolderThatTheHostHas)
+{
+    PosixFilesOptions options;
+    options.drives = {{u"C:"_s, base()}};
+    const PosixFiles files(options);
+    control.NativePath = [&files](const QString& path) { return files.nativePath(path); };
+    for (const QString& text : {u"C:\\musik\\ALBEN"_s, u"C:\\Musik\\Alben\\"_s, base() + u"/MUSIK/alben"_s}) {
+        show();
+        control.SelectedFolder = text;
+        EXPECT_EQ((base() + u"/Musik/Alben"_s).toStdString(),
+                  FolderTreeView::pathOf(*tree->currentItem()).toStdString());
+        ASSERT_TRUE(QTest::qWaitFor([&] { return isRead({}) && isRead(u"Musik"_s); }));
+        EXPECT_EQ("Leer|Musik", joined(childNames(*item({}))));
+        EXPECT_EQ("Alben|alte", joined(childNames(*item(u"Musik"_s))));
+        EXPECT_EQ(text.toStdString(), control.SelectedFolder.value().toStdString()) << "the text stays as it is";
+        EXPECT_EQ("", joined(changes));
+    }
+    show();
+    control.SelectedFolder = u"C:\\Fort"_s;
+    EXPECT_EQ(tree->topLevelItem(0), tree->currentItem());
+}
+
 TEST_F(FolderTreeOnScreen, ALinkThatLeadsBackUpIsALeafAndOneThatLeadsRoundIsNoFolder)
 {
     ASSERT_EQ(0, ::symlink(bytes(base()).constData(), bytes(base() + u"/Musik/zurück"_s).constData()));
@@ -344,6 +367,20 @@ TEST_F(FolderFormsOnScreen, EnterInTheTreeTakesTheFolder)
     }
     EXPECT_EQ((folder.path() + u"/Musik/"_s).toStdString(), option(u"CopyStick"_s));
     EXPECT_EQ((folder.path() + u"/Musik/"_s).toStdString(), option(u"Soundfiles"_s));
+}
+
+TEST_F(FolderFormsOnScreen, TheyStandInTheMiddleOfTheMainWindow)
+{
+    QWidget window;
+    window.setGeometry(60, 40, 700, 520);
+    window.show();
+    forms.setMainWindow(&root(), &window);
+    for (FolderDialog* dialog : std::initializer_list<FolderDialog*>{root().filesCopy.get(), root().ordner.get()})
+        show(*dialog, [&](FormWindow& shown) {
+            EXPECT_LE((shown.frameGeometry().center() - window.frameGeometry().center()).manhattanLength(), 2);
+            dialog->bAbbrechen.Click();
+        });
+    forms.setMainWindow(nullptr, nullptr);
 }
 
 TEST_F(FolderFormsOnScreen, TheRootOfTheTreeCannotBeTaken)

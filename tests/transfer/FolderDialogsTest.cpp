@@ -108,6 +108,27 @@ TEST_F(FolderDialogs, TheyBeginWithTheKeptFolderIfItStandsElseWithTheDocuments)
     EXPECT_EQ(documents, choose(*root().ordner, {}).toStdString());
 }
 
+TEST_F(FolderDialogs, TheTreeIsToldWhereTheHostHasAFolder)
+{
+    startWith("");
+    putFolder(u"C:\\Musik"_s);
+    for (const FolderDialog* dialog :
+         {static_cast<FolderDialog*>(root().filesCopy.get()), static_cast<FolderDialog*>(root().ordner.get())}) {
+        EXPECT_EQ("/ziel/unter", dialog->LTreeview.NativePath(u"/ZIEL/Unter"_s).value_or("none").toStdString());
+        EXPECT_EQ("C:/Musik", dialog->LTreeview.NativePath(u"C:\\musik"_s).value_or("none").toStdString());
+        EXPECT_FALSE(dialog->LTreeview.NativePath(u"/fort"_s).has_value());
+    }
+}
+
+TEST_F(FolderDialogs, AKeptFolderIsTakenAgainAsItStandsWhateverTheHostCallsIt)
+{
+    putFolder(u"C:\\Musik"_s);
+    startWith("CopyStick=C:\\musik\\\r\n");
+    EXPECT_EQ("C:\\musik", choose(*root().filesCopy, {}).toStdString());
+    EXPECT_EQ("C:\\musik\\", option(u"CopyStick"_s));
+    EXPECT_EQ("<C:\\musik> 1 <C:\\musik>", result());
+}
+
 TEST_F(FolderDialogs, AFileIsNoFolderToBeginWith)
 {
     put(u"/ziel/datei"_s, "x");

@@ -210,8 +210,7 @@ void FolderTreeView::reveal(const QString& folder)
     if (m_revealing)
         return;
     const QScopedValueRollback quiet(m_revealing, true);
-    QByteArray path = QFile::encodeName(folder);
-    path.replace('\\', '/');
+    QByteArray path = hostPath(folder);
     while (path.size() > 1 && path.endsWith('/'))
         path.chop(1);
     QTreeWidgetItem* item = path.startsWith('/') ? placeFor(path) : nullptr;
@@ -235,6 +234,15 @@ void FolderTreeView::reveal(const QString& folder)
     m_following = true;
     setCurrentItem(item);
     scrollToItem(item, QAbstractItemView::PositionAtCenter);
+}
+
+/// The text stays the control's; a folder has one place in the tree, whatever text led to it.
+QByteArray FolderTreeView::hostPath(const QString& folder) const
+{
+    if (const auto& native = m_control.NativePath)
+        if (const std::optional<QByteArray> found = native(folder))
+            return *found;
+    return QFile::encodeName(folder).replace('\\', '/');
 }
 
 void FolderTreeView::take(QTreeWidgetItem* item)

@@ -33,6 +33,7 @@ private:
     void fillItem(QTreeWidgetItem& item, const FolderListing& listing);
     void reveal(const QString& folder);
     [[nodiscard]] QTreeWidgetItem* placeFor(const QByteArray& path) const;
+    [[nodiscard]] QByteArray hostPath(const QString& folder) const;
     void take(QTreeWidgetItem* item);
 
     FolderTree& m_control;
