@@ -25,7 +25,8 @@ void load(Root& root)
 bool openRow(Root& root, int row)
 {
     const QString path = root.LListView1.subItem(row, 2);
-    root.LListView1.select(row);
+    if (!root.LListView1.select(row))
+        return false;
     // The mark may stand on a row whose tracks are not the ones shown.
     if (root.openPlaylist != path)
         root.LListView1.Tag = u"0"_s;
@@ -39,8 +40,7 @@ void BReady_Click(Root& root)
 {
     Trackcopy& form = *root.trackcopy;
     const int chosen = form.LListen.ListIndex;
-    if (chosen < 0)
-        return;
+    // Required: no name at all is that of a row that is not there.
     const QString name = form.LListen.List.value().value(chosen);
     if (name == root.LListView1.subItem(root.LListView1.selectedRow(), 1)) {
         root.services.messages.show(u"Diese Wiedergabeliste ist der Quellplayliste des markierten Soundtracks. "_s,

@@ -97,6 +97,29 @@ TEST_F(TrackcopyDialog, AnotherListOfTheSameNameIsRefusedToo)
     EXPECT_EQ(1, catalogue().selectedRow());
 }
 
+TEST_F(TrackcopyDialog, WithoutAnyListTheNamesAreBothEmptyAndSoEqual)
+{
+    catalogue().clear();
+    desktop.messages.answer(Answer::Ok, u" Sounddatei kopieren "_s,
+                            u"Diese Wiedergabeliste ist der Quellplayliste des markierten Soundtracks. "_s);
+    inDialog([&](Trackcopy& form) {
+        EXPECT_EQ(-1, form.LListen.ListIndex.value());
+        form.BReady.Click();
+        EXPECT_TRUE(form.Visible.value());
+        form.bAbbrechen.Click();
+    });
+    EXPECT_NE(std::string::npos, boxes().find("icon critical buttons ok"));
+    EXPECT_EQ(2, tracks().count());
+}
+
+TEST_F(TrackcopyDialog, WithoutAChosenListTheDialogGoesAndNothingIsAdded)
+{
+    copyTo(-1);
+    EXPECT_EQ(1, catalogue().selectedRow());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("", actions());
+}
+
 TEST_F(TrackcopyDialog, AListThatIsMissingAndNotWantedLeavesTheOpenOneAlone)
 {
     desktop.disk().remove(listPath(u"Drei"_s));
