@@ -143,6 +143,8 @@ struct Root : RootMenus
     int finishedRead = 0;
     /// Path of the playlist whose tracks stand in LListView2. No other file is ever written from these rows.
     QString openPlaylist;
+    /// Path of the playlist whose lines tPlayliste holds: a list that is too short to be read leaves those of another.
+    QString playlistInField;
     /// The catalogue is being loaded: its rows are half of it.
     bool loadingCatalogue = false;
     /// A playlist is being moved.

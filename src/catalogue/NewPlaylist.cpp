@@ -52,6 +52,7 @@ void appendRow(Root& root, const QString& name, const QString& path)
     const QString icon = isFavourite(root, number) ? u"Icon_6"_s : u"Icon_1"_s;
     root.nAnzeige.Caption = u"(%1)"_s.arg(number);
     root.tPlayliste.Text = QString();
+    root.playlistInField = QString();
 
     ListItem row;
     row.Text = padded(number - 1, 3);

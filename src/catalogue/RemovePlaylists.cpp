@@ -80,6 +80,7 @@ void clearPanels(Root& root)
     root.sAnzeige[1].Caption = QString();
     root.sAnzeige[2].Caption = QString();
     root.tPlayliste.Text = QString();
+    root.playlistInField = QString();
     // Required: the row count has fallen already, so the number is one too high until the next full update.
     root.nAnzeige.Caption = u"(%1)"_s.arg(root.LListView1.count() + 1);
 }

@@ -85,15 +85,6 @@ void keepNewList(Root& root, const QString& path, const QString& name)
         root.files.copy(path, FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, file));
 }
 
-/// What the hidden text shows, so that a file that is too short to be read again does not bring the row back.
-QString linesOf(const ListView& tracks)
-{
-    QString lines;
-    for (int row = 1; row <= tracks.count(); ++row)
-        lines += tracks.subItem(row, 3) + u"\r\n"_s;
-    return lines;
-}
-
 void removeTrack(Root& root, int row)
 {
     ListView& list = root.LListView1;
@@ -105,7 +96,8 @@ void removeTrack(Root& root, int row)
 
     tracks.remove(row);
     tracks.select(1);
-    root.tPlayliste.Text = linesOf(tracks);
+    // A file that is too short to be read again does not bring the row back.
+    putRowsIntoField(root);
 
     DisabledButtons(root, 1);
     SavePlayEntrys(root);

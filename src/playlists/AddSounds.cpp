@@ -33,7 +33,7 @@ void takeStartFolder(Root& root)
                                   IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s)}) {
         if (folder.isEmpty() || !root.files.isFolder(folder))
             continue;
-        root.tBrowseFolder.Text = folder;
+        root.tBrowseFolder.Text = FileDirPath::withoutSeparator(folder);
         root.tBrowseFolder.Tag = u"1"_s;
     }
 }

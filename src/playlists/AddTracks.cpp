@@ -10,6 +10,7 @@
 #include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orvantine {
@@ -32,12 +33,18 @@ void beginList(Root& root)
     if (root.LListView2.count() > 0)
         return;
     root.LListView2.clearColumns();
-    // What the field still holds belongs to the list that was open before.
-    root.tPlayliste.Text = QString();
     // Required: the mark goes to the last row of the catalogue, whichever is selected.
     if (root.LListView1.count() > 0)
         root.LListView1.Tag = QString::number(root.LListView1.count());
     createTrackColumns(root);
+}
+
+/// Lines go behind those of the open list, never behind what the field still holds of another one: the file would get
+/// them all.
+void claimField(Root& root)
+{
+    if (root.LListView2.count() == 0 || root.playlistInField != root.openPlaylist)
+        putRowsIntoField(root);
 }
 
 /// A path shows its file name less four characters; a bare name loses them only where it ends in "mp3".
@@ -130,6 +137,7 @@ void AddPlayEntrys(Root& root, const QString& file, int batch)
         return;
     ensureDataFolder(root, u"Playlisten"_s);
     beginList(root);
+    claimField(root);
     const QString playlist = selectedPlaylist(root);
     root.LListView2.append(rowOf(root, file, FileDirPath::FolderOf(playlist), Existence::Asked));
     appendLine(root.tPlayliste, file);
@@ -144,7 +152,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
 {
     constexpr qsizetype BetweenYields = 256;
 
-    if (files.isEmpty())
+    if (std::all_of(files.begin(), files.end(), [](const QString& file) { return file.isEmpty(); }))
         return;
     ensureDataFolder(root, u"Playlisten"_s);
     const int read = root.currentRead;
@@ -157,6 +165,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
             if (files[i].isEmpty())
                 continue;
             beginList(root);
+            claimField(root);
             root.LListView2.append(rowOf(root, files[i], folder, existence));
             appendLine(root.tPlayliste, files[i]);
             if (i % BetweenYields != BetweenYields - 1)

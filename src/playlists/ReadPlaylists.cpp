@@ -315,6 +315,7 @@ bool TextDosConvert(Root& root, const QString& path)
         return true;
     const QStringView kept = QStringView(again.text).chopped(std::min<qsizetype>(2, again.text.size()));
     root.tPlayliste.Text = linesForField(kept, GetPlayCounts(root, path));
+    root.playlistInField = path;
     root.services.events.yield();
     return true;
 }
@@ -323,6 +324,16 @@ void takeTrackList(Root& root, const QString& path)
 {
     root.finishedRead = ++root.currentRead;
     root.openPlaylist = path;
+}
+
+void putRowsIntoField(Root& root)
+{
+    const ListView& tracks = root.LListView2;
+    QString lines;
+    for (int row = 1; row <= tracks.count(); ++row)
+        lines += tracks.subItem(row, 3) + u"\r\n"_s;
+    root.tPlayliste.Text = lines;
+    root.playlistInField = root.openPlaylist;
 }
 
 void showCover(Root& root)

@@ -22,6 +22,9 @@ bool TextDosConvert(Root& root, const QString& path);
 /// Gives the emptied track list to the playlist of that path; a read that waits below is overtaken.
 void takeTrackList(Root& root, const QString& path);
 
+/// Makes tPlayliste the lines of the rows that are shown, by their full paths.
+void putRowsIntoField(Root& root);
+
 /// Shows the cover of the open playlist and its pane, if it has one.
 void showCover(Root& root);
 

@@ -101,6 +101,7 @@ QString nmlOf(const Root& root, const QString& title)
 bool exportTo(Root& root, const QString& title, const QString& path, const QString& target)
 {
     root.tPlayliste.Text = QString();
+    root.playlistInField = QString();
     TextDosConvert(root, path);
     root.services.events.yield();
     if (root.tPlayliste.Text.value().isEmpty()) {

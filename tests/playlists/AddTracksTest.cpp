@@ -4,6 +4,7 @@
 
 #include "playlists/AddSounds.h"
 #include "playlists/ReadPlaylists.h"
+#include "playlists/SavePlaylists.h"
 #include "shell/MainWindow.h"
 #include "transfer/FolderDialogs.h"
 
@@ -210,6 +211,79 @@ TEST_F(AddTracks, AnEmptyListDoesNotTakeTheLinesOfTheListThatWasOpenBefore)
     EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
 }
 
+TEST_F(AddTracks, ABatchOfEmptyTextsDoesNothingAtAll)
+{
+    tracks().select(2);
+    const std::string before = rows(tracks());
+    AddPlayEntrys(root(), QStringList{QString(), QString()});
+    EXPECT_EQ(before, rows(tracks())) << "row 2 is still the selected one";
+    click(2);
+    root().LListView1.Tag = u"2"_s;
+    desktop.disk().remove(list);
+    desktop.disk().remove(empty);
+    desktop.disk().remove(data() + u"Playlisten"_s);
+    forgetCalls();
+    AddPlayEntrys(root(), QStringList{QString()}, true);
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(AddTracks, AListThatHoldsOneEmptyLineTakesTheNewTrackAlone)
+{
+    put(empty, "\r\n");
+    root().tPlayliste.Text = QString();
+    click(2);
+    ASSERT_EQ(0, tracks().count());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, AListThatWasEmptiedMeanwhileDoesNotGetItsOldLinesBack)
+{
+    put(list, "");
+    catalogue().Tag = u"0"_s;
+    click(1);
+    ASSERT_EQ(0, tracks().count());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(list).toStdString());
+}
+
+TEST_F(AddTracks, AListThatIsTooShortToBeReadTakesTheNewTrackBehindTheRowThatIsShown)
+{
+    // Its one line counts, and shows the first line of the list that was open before.
+    for (const char* content : {"\r\n", "a.mp3\r\n"}) {
+        put(empty, content);
+        catalogue().Tag = u"0"_s;
+        click(1);
+        click(2);
+        ASSERT_EQ("101 01 a </m/a.mp3> <a.mp3>", shown());
+        AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+        EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n\r\n", bytes(empty).toStdString()) << "no line more than is shown";
+    }
+}
+
+TEST_F(AddTracks, AListOfOneRowKeepsItsOwnLineInFront)
+{
+    put(empty, "/m/b.mp3\r\n\r\n");
+    click(2);
+    ASSERT_EQ("101 01 b </m/b.mp3> <b.mp3>", shown());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/b.mp3\r\r\n/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, AnExportThatReadNothingCostsTheListNoTrack)
+{
+    put(list, "x\r\n");
+    desktop.choosers.save(u"/m/export.m3u"_s);
+    desktop.messages.answer(Answer::Ok);
+    mnuSpeichernUnter_Click(root());
+    desktop.messages.take();
+    ASSERT_EQ("", root().tPlayliste.Text.value().toStdString());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", bytes(list).toStdString());
+}
+
 TEST_F(AddTracks, ANewListInATmpFileMovesIntoPlaylisten)
 {
     const QString fresh = data() + u"neu.tmp"_s;
@@ -222,6 +296,17 @@ TEST_F(AddTracks, ANewListInATmpFileMovesIntoPlaylisten)
     // The list goes on from there.
     AddPlayEntrys(root(), putTrack(u"d"_s), 0);
     EXPECT_EQ("/m/c.mp3\r\n/m/d.mp3\r\n\r\n", bytes(listPath(u"Leer"_s)).toStdString());
+}
+
+TEST_F(AddTracks, AListWhoseFileEndsInTmpInCapitalsIsNoNewOne)
+{
+    const QString fresh = data() + u"neu.TMP"_s;
+    put(fresh, "");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(fresh).toStdString());
 }
 
 TEST_F(AddTracks, ANewListStaysWhereItIsIfItCannotMove)
@@ -335,6 +420,99 @@ TEST_F(AddSounds, APathThatIsPartOfALongerPathCountsAsPresent)
     addFolder(u"/alt/neu"_s);
     EXPECT_EQ(2, tracks().count());
     desktop.messages.take();
+}
+
+TEST_F(AddSounds, TheLastTwoCharactersOfTheFileAreNotSearched)
+{
+    // Written by someone else while the list is open: without a line end the path reaches into the last two.
+    put(list, "/m/b.mp3\r\n/neu/a.mp3");
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(6, tracks().count());
+    EXPECT_EQ("/neu/a.mp3", tracks().subItem(3, 3).toStdString());
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(AddSounds, APathThatEndsRightInFrontOfTheLastTwoCharactersIsPresent)
+{
+    put(list, "/m/b.mp3\r\n/neu/A.mp3\r\n");
+    desktop.messages.answer(Answer::Ok);
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(5, tracks().count());
+    EXPECT_NE(std::string::npos, boxes().find("Es wurden 1 vorhandene"));
+}
+
+TEST_F(AddSounds, OnlyOneOrNoValueOfFolderViewMeansTheFolder)
+{
+    for (const bool absent : {false, true}) {
+        setting(u"FolderView"_s, dwordSetting(1));
+        if (absent)
+            desktop.settings.drop(Hive::CurrentUser, u"Software\\Verdanis\\Orvant Manager"_s, u"FolderView"_s);
+        forgetCalls();
+        cancelFolder();
+        mnuAddSounds_Click(root());
+        EXPECT_EQ("", calls({u"choosers"_s}));
+    }
+    for (const int value : {0, 2}) {
+        setting(u"FolderView"_s, dwordSetting(value));
+        forgetCalls();
+        desktop.choosers.cancel(ChooserKind::Open);
+        mnuAddSounds_Click(root());
+        EXPECT_NE("", calls({u"choosers"_s})) << value;
+    }
+}
+
+TEST_F(AddSounds, WithoutASelectedPlaylistTheTracksAreShownAndTheSaveIsToldAsFailed)
+{
+    tracks().clear();
+    catalogue().clearSelection();
+    const QByteArray before = bytes(list);
+    desktop.messages.answer(Answer::Ok, u" Wiedergabeliste speichern"_s,
+                            u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden.    "_s);
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(4, tracks().count());
+    EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
+    EXPECT_EQ("2 0 0", (catalogue().subItem(1, 3) + u' ' + catalogue().subItem(2, 3) + u' ' + catalogue().subItem(3, 3))
+                           .toStdString());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, TheRememberedFolderHasNoSeparatorAtItsEndAndServesAgain)
+{
+    const std::pair<QString, QString> cases[] = {{u"/neu/"_s, u"/neu"_s}, {u"C:\\Neu\\"_s, u"C:\\Neu"_s}};
+    for (const auto& [chosen, kept] : cases) {
+        put(kept + (kept.contains(u'\\') ? u"\\x.mp3"_s : u"/x.mp3"_s), "x");
+        const QString track = kept + (kept.contains(u'\\') ? u"\\x.mp3"_s : u"/x.mp3"_s);
+        QString first;
+        addFolder(chosen);
+        EXPECT_EQ(kept.toStdString(), option(u"Soundfiles"_s));
+        EXPECT_EQ(kept.toStdString(), root().tBrowseFolder.Text.value().toStdString());
+        EXPECT_EQ(track.toStdString(), tracks().subItem(tracks().count(), 3).toStdString());
+        const int count = tracks().count();
+        // The dialog begins with it, and what the list holds is found in it.
+        desktop.forms().whileModal(u"Ordner"_s, [&first](Form& form) {
+            auto& dialog = static_cast<Ordner&>(form);
+            first = dialog.LTreeview.SelectedFolder;
+            dialog.BReady.Click();
+        });
+        desktop.messages.answer(Answer::Ok);
+        mnuAddSounds_Click(root());
+        EXPECT_EQ(kept.toStdString(), first.toStdString());
+        EXPECT_EQ(count, tracks().count());
+        desktop.messages.take();
+    }
+}
+
+TEST_F(AddSounds, AFolderThatIsKeptWithASeparatorIsTakenWithout)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    const std::pair<const char*, const char*> cases[] = {{"/neu/", "/neu"}, {"/", "/"}, {"C:\\", "C:\\"}};
+    const QByteArray before = bytes(database());
+    for (const auto& [kept, taken] : cases) {
+        put(database(), before + "[Options]\r\nSoundfiles=" + kept + "\r\n");
+        desktop.choosers.cancel(ChooserKind::Open);
+        mnuAddSounds_Click(root());
+        EXPECT_EQ(taken, root().tBrowseFolder.Text.value().toStdString());
+    }
 }
 
 TEST_F(AddSounds, ABareNameBesideTheListIsNotFoundByItsPathAndIsAddedAgain)
