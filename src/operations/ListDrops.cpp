@@ -65,10 +65,10 @@ bool mayAddTo(Root& root, const QString& playlist)
 
 bool mayAddTwice(Root& root, const QString& file)
 {
-    return ask(root,
+    return root.services.messages.show(
                u"Die Sounddatei ''"_s + FileDirPath::FileNameOf(file) +
                    u"'' ist bereits vor\nMöchten Sie fortfahren und die doppelten Dateien trotzdem hinzufügen ?"_s,
-               u" Audiodateien hinzufügen"_s) == Answer::Yes;
+               u" Audiodateien hinzufügen"_s, MessageIcon::None, MessageButtons::YesNo) == Answer::Yes;
 }
 
 QSet<QString> pathsOf(const ListView& tracks)
@@ -119,7 +119,7 @@ void tellFailure(Root& root)
 {
     root.services.messages.show(u"Beim Hinzufügen der Wiedergabeliste sind Fehler aufgetreten. \n"
                                 u"Die Sounddateien konnte nicht zur Datenbank hinzugefügt werden.  "_s,
-                                u" Playliste hinzufügen"_s, MessageIcon::Critical, MessageButtons::Ok);
+                                u" Playliste hinzufügen"_s, MessageIcon::None, MessageButtons::Ok);
 }
 
 void offerNewPlaylist(Root& root)

@@ -182,6 +182,37 @@ TEST_F(ListDrops, NoToATrackThatStandsInTheListEndsTheAdding)
     EXPECT_FALSE(root().buttonsDisabled);
 }
 
+TEST_F(ListDrops, TheQuestionForDoublesHasNoIcon)
+{
+    startPlayback();
+    answerTwice(Answer::No, u"Erste 2.mp3"_s);
+    tracks().Drop({u"/m/Erste 2.mp3"_s});
+    EXPECT_NE(std::string::npos, boxes().find("icon none buttons yes-no answer no"));
+}
+
+TEST_F(ListDrops, TracksThatAreDroppedOnASortedListFallIntoTheirSortedPlaces)
+{
+    startPlayback();
+    tracks().ColumnClick(3);
+    ASSERT_TRUE(tracks().sorted());
+    tracks().Drop({putTrack(u"Zuletzt"_s), putTrack(u"Alles"_s), putTrack(u"erste 1a"_s)});
+    EXPECT_EQ("/m/Alles.mp3\r\n/m/Erste 1.mp3\r\n/m/erste 1a.mp3\r\n/m/Erste 2.mp3\r\n/m/Zuletzt.mp3\r\n", file());
+    EXPECT_EQ("Alles", tracks().subItem(1, 2).toStdString());
+    EXPECT_EQ("04", tracks().subItem(1, 1).toStdString()) << "it keeps the number that it was added with";
+    EXPECT_TRUE(tracks().sorted());
+}
+
+TEST_F(ListDrops, AReloadEndsTheSortingAndWhatIsDroppedThenStandsLast)
+{
+    startPlayback();
+    tracks().ColumnClick(3);
+    catalogue().Tag = u"0"_s;
+    click(1);
+    EXPECT_FALSE(tracks().sorted());
+    tracks().Drop({putTrack(u"Alles"_s)});
+    EXPECT_EQ("/m/Alles.mp3", added());
+}
+
 TEST_F(ListDrops, YesAddsAllDoublesWithoutAskingAgain)
 {
     startPlayback();
@@ -381,6 +412,7 @@ TEST_F(ListDrops, AVanishedPlaylistIsAFailureAndNoFileIsMade)
     startPlayback();
     answerFailure();
     catalogue().Drop({u"/l/weg.m3u"_s});
+    EXPECT_NE(std::string::npos, boxes().find("icon none buttons ok answer ok"));
     EXPECT_EQ("*Erste Zweite Dritte Einzeln", names());
     EXPECT_EQ("(missing)", bytes(u"/l/weg.m3u"_s).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);

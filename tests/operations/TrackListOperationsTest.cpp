@@ -111,6 +111,18 @@ TEST_F(TrackListOperations, SortingByNameIgnoresCaseAndNumbersTheRowsAnew)
               boxes());
 }
 
+TEST_F(TrackListOperations, AReloadEndsTheSorting)
+{
+    open();
+    answerSort(Answer::No);
+    root().mnuSortierung[1].Click();
+    EXPECT_TRUE(tracks().sorted());
+    catalogue().Tag = u"0"_s;
+    click(1);
+    EXPECT_FALSE(tracks().sorted());
+    EXPECT_EQ("*c a B", names());
+}
+
 TEST_F(TrackListOperations, OnNoTheFileStaysAndTheListKeepsItsNewOrder)
 {
     open();
@@ -384,6 +396,34 @@ TEST_F(TrackListOperations, ATrackThatIsAddedToASortedListFallsIntoItsPlace)
     EXPECT_EQ("001 002 104 003", column(0));
     EXPECT_EQ("/m/a.mp3\r\n/m/B.mp3\r\n/m/b2.mp3\r\n/m/c.mp3\r\n", file());
     EXPECT_TRUE(tracks().sorted());
+}
+
+TEST_F(TrackListOperations, TheHeadOfThePathsSortsByTheFullPathAndThatOfTheFilesByTheName)
+{
+    open({u"z/a"_s, u"y/b"_s, u"x/c"_s});
+    for (const int view : {1, 2}) {
+        mnuOrvmenu_Click(root(), view);
+        EXPECT_EQ(view == 1, tracks().columnWidth(4) > 0);
+        EXPECT_EQ(view == 2, tracks().columnWidth(5) > 0);
+        EXPECT_EQ("Path", tracks().columnText(4).toStdString());
+        EXPECT_EQ("Datei", tracks().columnText(5).toStdString());
+        tracks().ColumnClick(4);
+        EXPECT_EQ("/m/x/c.mp3 /m/y/b.mp3 /m/z/a.mp3", column(3)) << view;
+        tracks().ColumnClick(5);
+        EXPECT_EQ("a.mp3 b.mp3 c.mp3", column(4)) << view;
+    }
+}
+
+TEST_F(TrackListOperations, ATrackIsDrawnOutAsTheFileOfItsRow)
+{
+    open();
+    EXPECT_EQ("/m/a.mp3", tracks().DragFile(2).value_or("none").toStdString());
+    tracks().setSubItem(2, 3, u"/M/A.MP3"_s);
+    EXPECT_EQ("/m/a.mp3", tracks().DragFile(2).value_or("none").toStdString()) << "the name that the host has";
+    desktop.disk().remove(u"/m/a.mp3"_s);
+    EXPECT_FALSE(tracks().DragFile(2).has_value());
+    EXPECT_FALSE(tracks().DragFile(0).has_value());
+    EXPECT_FALSE(catalogue().DragFile);
 }
 
 // Moving
