@@ -6,6 +6,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -207,6 +208,23 @@ TEST_F(ListInputView, TheKeysOfTheListsReachTheirCommands)
     EXPECT_EQ(press(root.LListView2, Qt::Key_PageUp, Qt::ControlModifier), "mnuMoveEntry(1)");
     EXPECT_EQ(press(root.LListView2, Qt::Key_PageDown, Qt::ControlModifier), "mnuMoveEntry(2)");
     EXPECT_EQ(press(root.LListView2, Qt::Key_Greater, Qt::ShiftModifier), "mnuMoveEntry(1)");
+    for (const ListView* list : {&root.LListView1, &root.LListView2}) {
+        EXPECT_EQ(press(*list, Qt::Key_0, Qt::AltModifier), "") << "the 0 of the upper row is another key";
+        const std::pair<Qt::Key, const char*> player[] = {
+            {Qt::Key_Right, "Mediaplayer.controls.fastForward\nMediaplayer.controls.play"},
+            {Qt::Key_Left, "Mediaplayer.controls.fastReverse\nMediaplayer.controls.play"},
+            {Qt::Key_Down, "Mediaplayer.controls.next"},
+            {Qt::Key_Up, "Mediaplayer.controls.previous"},
+            {Qt::Key_PageDown, "Mediaplayer.controls.next"},
+            {Qt::Key_PageUp, "Mediaplayer.controls.previous"}};
+        for (const auto& [key, calls] : player) {
+            const int row = list->selectedRow();
+            desktop.log.take();
+            EXPECT_EQ(press(*list, key, Qt::AltModifier), "");
+            EXPECT_EQ(desktop.log.linesOf({u"Mediaplayer.controls"_s}).join(u'\n').toStdString(), calls);
+            EXPECT_EQ(list->selectedRow(), row) << "the selection stays where it is";
+        }
+    }
     EXPECT_EQ(press(root.LListView1, Qt::Key_Return, {}), "catalogue");
     EXPECT_EQ(press(root.LListView2, Qt::Key_Enter, Qt::KeypadModifier), "tracks");
 }
@@ -217,10 +235,48 @@ TEST_F(ListInputView, NoMenuTakesAKeyOfTheLists)
     for (const QAction* menu : menus)
         EXPECT_NE(QKeySequence::mnemonic(menu->text()), QKeySequence(Qt::ALT | Qt::Key_Q));
     const QList<QAction*> actions = window.findChildren<QAction*>();
+    QList<QKeySequence> keys;
     for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Left, Qt::Key_Down, Qt::Key_Up, Qt::Key_Space, Qt::Key_PageUp,
-                              Qt::Key_PageDown, Qt::Key_Return, Qt::Key_Home, Qt::Key_End, Qt::Key_Q})
-        for (const QAction* action : actions)
-            EXPECT_NE(action->shortcut(), QKeySequence(Qt::ALT | key)) << action->objectName().toStdString();
+                              Qt::Key_PageDown, Qt::Key_Return, Qt::Key_Enter, Qt::Key_Home, Qt::Key_End, Qt::Key_Q})
+        keys += QKeySequence(Qt::ALT | key);
+    keys += QKeySequence(QKeyCombination(Qt::AltModifier | Qt::KeypadModifier, Qt::Key_0));
+    for (const Qt::Key key : {Qt::Key_PageUp, Qt::Key_PageDown})
+        keys += QKeySequence(Qt::CTRL | key);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter})
+        keys += QKeySequence(key);
+    for (const Qt::Key key : {Qt::Key_Less, Qt::Key_Greater})
+        keys += QKeySequence(Qt::SHIFT | key);
+    for (const QAction* action : actions)
+        for (const QKeySequence& key : keys)
+            EXPECT_FALSE(action->shortcuts().contains(key))
+                << action->objectName().toStdString() << " " << key.toString().toStdString();
+}
+
+TEST_F(ListInputView, ARightPressSelectsTheRowBeforeTheMenuComesUp)
+{
+    ReportList& list = view(root.LListView2);
+    auto* const popup = window.findChild<QMenu*>(u"mnuSpecial"_s);
+    ASSERT_NE(popup, nullptr);
+    root.LListView2.select(1);
+    const QPoint place = list.visualRect(root.LListView2.index(2, 2)).center();
+    int selected = 0;
+    bool open = false;
+    QTimer::singleShot(0, [&] {
+        open = popup->isVisible();
+        selected = root.LListView2.selectedRow();
+        popup->close();
+    });
+    QTest::mousePress(list.viewport(), Qt::RightButton, {}, place);
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(list.viewport(), &menu);
+    EXPECT_TRUE(open);
+    EXPECT_EQ(selected, 3);
+    // The menu took the release away; one that comes later ends no click.
+    root.LListView2.select(2);
+    QTest::mouseRelease(list.viewport(), Qt::RightButton, {}, place);
+    EXPECT_EQ(root.LListView2.selectedRow(), 2);
+    EXPECT_EQ(list.currentIndex().row() + 1, 2);
+    EXPECT_EQ(taken(), "");
 }
 
 TEST_F(ListInputView, ARowTellsPlaceCountAndStateInWords)

@@ -103,6 +103,34 @@ INSTANTIATE_TEST_SUITE_P(
                     BoxCase{MessageButtons::YesNo, u"&Ja &Nein"_s, Answer::No, Answer::Yes},
                     BoxCase{MessageButtons::RetryCancel, u"&Wiederholen Abbrechen"_s, Answer::Cancel, Answer::Retry}));
 
+TEST(BoxIcons, ABoxShowsTheIconThatIsToldAndNoneWhereNoneIsTold)
+{
+    const std::pair<MessageIcon, QMessageBox::Icon> cases[] = {{MessageIcon::None, QMessageBox::NoIcon},
+                                                               {MessageIcon::Critical, QMessageBox::Critical},
+                                                               {MessageIcon::Question, QMessageBox::Question},
+                                                               {MessageIcon::Exclamation, QMessageBox::Warning},
+                                                               {MessageIcon::Information, QMessageBox::Information}};
+    for (const auto& [told, shown] : cases) {
+        std::optional<QMessageBox::Icon> seen;
+        QTimer::singleShot(0, [&seen] {
+            auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            seen = box->icon();
+            box->reject();
+        });
+        QtMessages().show(u"Text"_s, u" Titel"_s, told, MessageButtons::Ok);
+        EXPECT_EQ(shown, seen);
+    }
+}
+
+TEST(TrayClicks, TheLeftAndTheRightButtonCallBackAndTheMiddleOneDoesNot)
+{
+    EXPECT_EQ(7695, trayCode(QSystemTrayIcon::Trigger));
+    EXPECT_EQ(7740, trayCode(QSystemTrayIcon::Context));
+    for (const auto reason : {QSystemTrayIcon::MiddleClick, QSystemTrayIcon::DoubleClick, QSystemTrayIcon::Unknown})
+        EXPECT_FALSE(trayCode(reason).has_value());
+}
+
 TEST(InputBox, GivesTheTextOrNothing)
 {
     const auto ask = [](bool accept) {

@@ -53,6 +53,21 @@ bool QtFonts::registerFont(const QString& path)
     return QFontDatabase::addApplicationFont(path) >= 0;
 }
 
+std::optional<int> trayCode(QSystemTrayIcon::ActivationReason reason)
+{
+    switch (reason) {
+    case QSystemTrayIcon::Trigger:
+        return LeftButtonDown;
+    case QSystemTrayIcon::Context:
+        return RightButtonDown;
+    case QSystemTrayIcon::DoubleClick: // its first click has called back
+    case QSystemTrayIcon::MiddleClick:
+    case QSystemTrayIcon::Unknown:
+        break;
+    }
+    return std::nullopt;
+}
+
 QtTray::QtTray() = default;
 
 QtTray::~QtTray() = default;
@@ -65,10 +80,8 @@ bool QtTray::add(const QString& tip)
         m_icon = std::make_unique<QSystemTrayIcon>(emblemIcon());
         QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
                          [this](QSystemTrayIcon::ActivationReason reason) {
-                             if (reason == QSystemTrayIcon::Trigger)
-                                 Callback(LeftButtonDown);
-                             else if (reason == QSystemTrayIcon::Context)
-                                 Callback(RightButtonDown);
+                             if (const std::optional<int> code = trayCode(reason))
+                                 Callback(*code);
                          });
     }
     m_icon->setToolTip(tip);

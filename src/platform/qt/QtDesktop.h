@@ -2,9 +2,10 @@
 
 #include "platform/Desktop.h"
 
-#include <memory>
+#include <QSystemTrayIcon>
 
-class QSystemTrayIcon;
+#include <memory>
+#include <optional>
 
 namespace orvantine {
 
@@ -30,6 +31,9 @@ public:
     [[nodiscard]] bool known(const QString& family) const override;
     bool registerFont(const QString& path) override;
 };
+
+/// What the tray calls back with for a click; nothing for any button but the left and the right one.
+[[nodiscard]] std::optional<int> trayCode(QSystemTrayIcon::ActivationReason reason);
 
 /// Any click of the left or right button calls back; the item has no menu.
 class QtTray final : public TrayIcon
