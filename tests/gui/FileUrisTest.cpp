@@ -119,4 +119,19 @@ TEST(FileUris, TheClipboardGivesTheFilesOfAFileManager)
     EXPECT_TRUE(clipboard.files().isEmpty());
 }
 
+TEST(FileUris, TheClipboardsFormsOfFileManagersAreRead)
+{
+    const auto copied = [](const QString& format, const QByteArray& bytes) {
+        QMimeData data;
+        data.setData(format, bytes);
+        return copiedPaths(data).join(u'|').toStdString();
+    };
+    const QByteArray files = "file:///m/a%20b.mp3\nfile:///m/%FC.mp3\nsmb://host/c.mp3";
+    EXPECT_EQ(copied(u"text/uri-list"_s, files), "/m/a b.mp3|/m/ü.mp3");
+    EXPECT_EQ(copied(u"x-special/gnome-copied-files"_s, "copy\n" + files), "/m/a b.mp3|/m/ü.mp3");
+    EXPECT_EQ(copied(u"x-special/gnome-copied-files"_s, "cut\n" + files), "/m/a b.mp3|/m/ü.mp3");
+    EXPECT_EQ(copied(u"text/plain"_s, "x-special/nautilus-clipboard\ncopy\n" + files + "\n"), "/m/a b.mp3|/m/ü.mp3");
+    EXPECT_EQ(copied(u"text/plain"_s, files), "") << "a text is a text";
+}
+
 } // namespace

@@ -14,6 +14,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString UriList = u"text/uri-list"_s;
+/// What some file managers put on the clipboard beside the list or instead of it: a first line "copy" or "cut", then
+/// the URIs. The text stands for a time when there was no format of its own for it.
+const QString CopiedFiles = u"x-special/gnome-copied-files"_s;
+const QString CopiedFilesText = u"x-special/nautilus-clipboard\n"_s;
 
 /// Path of "file:/path", "file:///path" or "file://this-machine/path", still in percent form.
 std::optional<QByteArray> encodedPath(const QByteArray& uri)
@@ -56,6 +60,17 @@ QString localPath(const QByteArray& uri)
     return textOf(path);
 }
 
+QStringList pathsOf(const QByteArray& list)
+{
+    QStringList paths;
+    // Not as QUrl, which makes question marks of bytes that are no UTF-8.
+    const QList<QByteArray> lines = list.split('\n');
+    for (const QByteArray& line : lines)
+        if (const QString path = localPath(line.trimmed()); !path.isEmpty())
+            paths += path;
+    return paths;
+}
+
 } // namespace
 
 bool mayHoldFiles(const QMimeData& data)
@@ -65,13 +80,17 @@ bool mayHoldFiles(const QMimeData& data)
 
 QStringList localPaths(const QMimeData& data)
 {
-    QStringList paths;
-    // Not as QUrl, which makes question marks of bytes that are no UTF-8.
-    const QList<QByteArray> lines = data.data(UriList).split('\n');
-    for (const QByteArray& line : lines)
-        if (const QString path = localPath(line.trimmed()); !path.isEmpty())
-            paths += path;
-    return paths;
+    return pathsOf(data.data(UriList));
+}
+
+QStringList copiedPaths(const QMimeData& data)
+{
+    if (data.hasFormat(UriList))
+        return localPaths(data);
+    if (data.hasFormat(CopiedFiles))
+        return pathsOf(data.data(CopiedFiles));
+    const QString text = data.text();
+    return text.startsWith(CopiedFilesText) ? pathsOf(text.toUtf8()) : QStringList();
 }
 
 QByteArray uriList(const QList<QByteArray>& nativePaths)

@@ -11,9 +11,12 @@ namespace orvantine {
 /// True if there may be files in it: asked while something is drawn over a window, when nothing is read yet.
 [[nodiscard]] bool mayHoldFiles(const QMimeData& data);
 
-/// Local files and folders of a drop or of the clipboard, as the Files service names them, folders without a separator
+/// Local files and folders of a drop, as the Files service names them, folders without a separator
 /// at their end. What lies on another machine is left out.
 [[nodiscard]] QStringList localPaths(const QMimeData& data);
+
+/// The same for what a file manager has put on the clipboard, in one of the forms that they use there.
+[[nodiscard]] QStringList copiedPaths(const QMimeData& data);
 
 /// The "text/uri-list" of files by their host names.
 [[nodiscard]] QByteArray uriList(const QList<QByteArray>& nativePaths);

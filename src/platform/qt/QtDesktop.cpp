@@ -27,7 +27,7 @@ QString QtClipboard::text() const
 QStringList QtClipboard::files() const
 {
     const QMimeData* const content = QGuiApplication::clipboard()->mimeData();
-    return content == nullptr ? QStringList() : localPaths(*content);
+    return content == nullptr ? QStringList() : copiedPaths(*content);
 }
 
 void QtClipboard::setText(const QString& text)

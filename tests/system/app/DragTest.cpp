@@ -220,6 +220,74 @@ TEST_F(DraggedFiles, OutOfTheTracksNameTheFile)
     EXPECT_EQ(playlist(), before);
 }
 
+/// What another program has put on the clipboard, pasted into the tracks.
+class CopiedFiles : public DraggedFiles
+{
+protected:
+    void paste(const QList<Content>& content, const QString& key = u"alt+j"_s)
+    {
+        shelf.reset();
+        shelf.emplace(desk, content, Shelf::Way::Copy);
+        program.click(u"erster"_s);
+        desk.press(u"Orvanten Manager"_s, u"ctrl+v"_s);
+        answer(u" Dateien aus der Zwischenablage"_s,
+               u"Markieren Sie die Audiodateien im Explorer und klicken Sie mit der rechten Maustaste auf die Dateien "
+               u"und wählen Sie im Menü ''Senden an'' und den Eintrag ''Zwischenablage''.\n \nMöchten Sie die "
+               u"Audiodateien aus der Zwischenablage in diese Wiedergabeliste einfügen ? "_s,
+               key);
+    }
+    /// Waits until the list holds that many tracks; the file then.
+    [[nodiscard]] std::string playlistOf(qsizetype count)
+    {
+        EXPECT_TRUE(await([&] {
+            const QByteArray file = QByteArray::fromStdString(playlist());
+            return file.count(".wav\r\n") + file.count(".jpg\r\n") == count && !file.endsWith("\r\n\r\n");
+        })) << playlist();
+        return playlist();
+    }
+};
+
+TEST_F(CopiedFiles, OfFileManagersBecomeTracks)
+{
+    const QByteArray first = track(u"100% über #.wav"_s).toUtf8();
+    const QByteArray second = track(u"zwei Worte.wav"_s).toUtf8();
+    const std::string held = desk.path(u"music/erster.wav\r\n"_s).toStdString();
+    const std::string lines = first.toStdString() + "\r\n" + second.toStdString() + "\r\n";
+    paste({{UriList, uri(first) + uri(second) + "http://host/c.wav\r\n"}});
+    EXPECT_EQ(playlistOf(3), held + lines);
+    const QByteArray uris = uri(first) + uri(second);
+    paste({{u"x-special/gnome-copied-files"_s, "copy\n" + QByteArray(uris).replace("\r\n", "\n").trimmed()}});
+    EXPECT_EQ(playlistOf(5), held + lines + lines);
+    paste({{UriList, uri(first)}}, u"alt+n"_s);
+    EXPECT_EQ(playlistOf(5), held + lines + lines);
+}
+
+TEST_F(CopiedFiles, AsQuotedTextBecomeTracksAndALongTextNone)
+{
+    const QString first = track(u"über.wav"_s);
+    const QString second = track(u"zwei Worte.wav"_s);
+    const QString text = u"text/plain;charset=utf-8"_s;
+    paste({{text, QByteArray(10 << 20, 'x')}});
+    paste({{text, QByteArray(1000, '"')}});
+    paste({{text, u"\"%1\" \"%2\""_s.arg(first, second).toUtf8()}});
+    EXPECT_EQ(playlistOf(3),
+              u"%1\r\n%2\r\n%3\r\n"_s.arg(desk.path(u"music/erster.wav"_s), first, second).toStdString());
+}
+
+TEST_F(CopiedFiles, OfTheProgramAreTextForOtherPrograms)
+{
+    program.click(u"erster"_s);
+    desk.press(u"Orvanten Manager"_s, u"ctrl+c"_s);
+    const auto copied = [this] {
+        return desk.tool(QStringLiteral(ORVANTINE_SHELF), {u"--paste"_s}).value_or(QString());
+    };
+    EXPECT_TRUE(await([&] { return copied() == desk.path(u"music/erster.wav\n"_s); })) << copied().toStdString();
+    // Into the room below its only row.
+    desk.click(middleOf(QString::fromUtf8(Catalogue)));
+    desk.press(u"Orvanten Manager"_s, u"ctrl+c"_s);
+    EXPECT_TRUE(await([&] { return copied() == u"Eins\n"_s; })) << copied().toStdString();
+}
+
 } // namespace
 
 } // namespace orvantine::desk

@@ -1,7 +1,7 @@
 /// A window of another program, for tests of what goes between programs: what is given to it can be drawn out of it or
 /// lies on the clipboard, and what is let fall on it is told.
 /// usage: shelf (--drag | --copy) [FORMAT FILE]…
-/// It prints a line for each thing that happens.
+/// It prints a line for each thing that happens. With --paste it prints the text on the clipboard, and ends.
 
 #include <QApplication>
 #include <QClipboard>
@@ -83,6 +83,10 @@ int main(int argc, char** argv)
 {
     const QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
+    if (arguments.value(1) == QStringLiteral("--paste")) {
+        tell(QGuiApplication::clipboard()->text().toUtf8());
+        return 0;
+    }
     Shelf shelf(arguments.mid(2));
     if (arguments.value(1) == QStringLiteral("--copy"))
         QGuiApplication::clipboard()->setMimeData(shelf.content());
