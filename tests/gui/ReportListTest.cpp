@@ -3,6 +3,7 @@
 #include "platform/qt/Keys.h"
 
 #include <QHeaderView>
+#include <QScrollBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -159,6 +160,21 @@ TEST_F(ReportListView, KeysAreOfferedWithTheirShiftWordAndCodeAndAUsedOneGoesNoF
     EXPECT_EQ(keys.join(u' ').toStdString(), "4/39 4/37 4/40 4/38 4/32 4/96 4/33 2/34 4/13 4/36 4/35 4/81 1/226 1/226");
     EXPECT_EQ(list.selectedRow(), 2);
     EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, TheLastColumnReachesTheEdgeAlsoWhereTheScrollBarHasGone)
+{
+    QWidget frame;
+    auto* const shown = new ReportList(list, &frame);
+    frame.resize(400, 300);
+    // As the main window does: rows are counted before there is room for them.
+    shown->resize(300, 60);
+    shown->doItemsLayout();
+    shown->resize(300, 250);
+    frame.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+    ASSERT_FALSE(shown->verticalScrollBar()->isVisible());
+    EXPECT_EQ(shown->header()->length(), shown->viewport()->width());
 }
 
 TEST_F(ReportListView, TheLessKeyIsTheOneLeftOfTheLettersWhateverItTypes)

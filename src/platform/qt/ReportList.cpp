@@ -325,6 +325,14 @@ void ReportList::changeEvent(QEvent* event)
         showFont();
 }
 
+/// The scroll bar comes and goes here, also while the list is not seen yet, when the view is told of no new size.
+void ReportList::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    if (!m_applyingWidths && viewport()->width() != m_filledWidth)
+        fillRoom();
+}
+
 void ReportList::resizeEvent(QResizeEvent* event)
 {
     QTreeView::resizeEvent(event);
@@ -422,7 +430,8 @@ void ReportList::fillRoom()
 {
     int last = -1;
     int widest = -1;
-    int room = viewport()->width();
+    m_filledWidth = viewport()->width();
+    int room = m_filledWidth;
     for (int section = 0; section < header()->count(); ++section) {
         if (header()->isSectionHidden(section))
             continue;

@@ -40,6 +40,7 @@ protected:
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void updateGeometries() override;
     void drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 80}; }
 
@@ -68,6 +69,8 @@ private:
     QTimer m_fillLater;
     int m_numberColumn = 0;
     bool m_applyingWidths = false;
+    /// Of the viewport, when the last column took its room.
+    int m_filledWidth = 0;
     bool m_hadFocus = false;
     /// The row under the mouse while its button is down; 0 for none.
     int m_pressedRow = 0;
