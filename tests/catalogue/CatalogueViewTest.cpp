@@ -1,8 +1,7 @@
 #include "catalogue/CatalogueWorld.h"
 
-#include "operations/Eigenschaften.h"
-
 #include "catalogue/CatalogueView.h"
+#include "operations/Eigenschaften.h"
 
 namespace orvantine::fake {
 
