@@ -32,7 +32,7 @@ protected:
     /// A track that exists: "/m/<name>.mp3".
     QString putTrack(const QString& name)
     {
-        const QString path = QStringLiteral("/m/") + name + QStringLiteral(".mp3");
+        QString path = QStringLiteral("/m/") + name + QStringLiteral(".mp3");
         put(path, "mp3");
         return path;
     }

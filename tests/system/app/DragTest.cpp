@@ -58,7 +58,7 @@ protected:
 
     QString track(const QString& name)
     {
-        const QString path = desk.path(u"music/"_s + name);
+        QString path = desk.path(u"music/"_s + name);
         desk.write(path, fake::wav({.milliseconds = 50, .hertz = 440}));
         return path;
     }
