@@ -145,7 +145,10 @@ TEST_F(DraggedFiles, OnTheCatalogueAListAndAFolderBecomePlaylists)
         desk.tool(u"convert"_s, {u"-size"_s, u"60x60"_s, u"xc:green"_s, desk.path(u"music/Grüne Alben/x.jpg"_s)}));
 
     EXPECT_EQ(drop(uri(list.toUtf8()) + uri(desk.path(u"music/Grüne Alben/"_s).toUtf8()), Catalogue), CopyAction);
-    EXPECT_TRUE(awaitStored("2c=" + list.toUtf8())) << Desk::bytes(desk.dataPath(u"Orvantine.dat"_s)).toStdString();
+    // Saving the catalogue gives the list a copy in the program's folder: lists are kept there unless told otherwise.
+    EXPECT_TRUE(awaitStored("2c=" + desk.dataPath(u"Playlisten/Fahrt ins Blaue.m3u"_s).toUtf8()))
+        << list.toStdString() << '\n'
+        << Desk::bytes(desk.dataPath(u"Orvantine.dat"_s)).toStdString();
     EXPECT_TRUE(awaitStored("2d=2"));
     EXPECT_TRUE(awaitStored("3b=Grüne Alben"));
     EXPECT_TRUE(awaitStored("3d=2"));
