@@ -145,6 +145,8 @@ struct Root : RootMenus
     QString openPlaylist;
     /// Path of the playlist whose lines tPlayliste holds: a list that is too short to be read leaves those of another.
     QString playlistInField;
+    /// LListView2 shows rows of the list before: openPlaylist is too short to be taken in. They are never saved.
+    bool foreignRows = false;
     /// The catalogue is being loaded: its rows are half of it.
     bool loadingCatalogue = false;
     /// A playlist is being moved.

@@ -5,6 +5,7 @@
 #include "app/Root.h"
 #include "operations/TrackListOperations.h"
 #include "playlists/AddTracks.h"
+#include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
 
 #include <QScopedValueRollback>
@@ -102,16 +103,17 @@ void mnuEditPaste_Click(Root& root)
 
     const QString text = clipboardText(root);
     const QStringList files = acceptedFiles(root, quotedPaths(text));
-    if (files.isEmpty())
+    if (files.isEmpty() || !showSelectedTracks(root))
         return;
+    const int shown = root.currentRead;
     // The first file of an empty list is not one of a batch: a new playlist gets its file with it.
     AddPlayEntrys(root, files.front(), root.LListView2.count());
-    if (root.currentRead != read)
+    if (root.currentRead != shown)
         return;
     const QStringList others = files.mid(1);
     // A bare name lies in the playlist's folder, and nobody has looked for it there.
     AddPlayEntrys(root, others, std::all_of(others.begin(), others.end(), FileDirPath::hasSeparator));
-    if (root.currentRead == read)
+    if (root.currentRead == shown)
         SavePlayEntrys(root);
 }
 

@@ -247,8 +247,7 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
         return;
     }
 
-    // Of a list that could not be opened the tracks of another one are in sight.
-    if (!mayWriteSelected(root))
+    if (!showSelectedTracks(root))
         return;
     const int read = root.currentRead;
     if (!mayAddTo(root, list.subItem(list.selectedRow(), 1)) || root.currentRead != read)

@@ -4,12 +4,15 @@
 #include "app/IniFiles.h"
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "operations/TrackListOperations.h"
 #include "playlists/AddTracks.h"
+#include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
 #include "shell/FeatureTips.h"
 #include "shell/MainWindow.h"
 #include "transfer/FolderDialogs.h"
 
+#include <QScopedValueRollback>
 #include <QSet>
 
 #include <algorithm>
@@ -66,6 +69,23 @@ private:
     bool m_visible;
 };
 
+/// The tracks of the playlist are the ones in sight. While a chooser is up the sequence may open another list.
+bool stillShown(const Root& root, const QString& playlist)
+{
+    return selectedPlaylist(root) == playlist && mayWriteSelected(root);
+}
+
+void addAbsent(Root& root, const QStringList& paths)
+{
+    const int read = root.currentRead;
+    qsizetype added = 0;
+    // Required: the flag is the count of rows less one, so behind a single row the file is written at once.
+    while (added < paths.size() && root.LListView2.count() < 2 && root.currentRead == read)
+        AddPlayEntrys(root, paths[added++], root.LListView2.count() - 1);
+    if (root.currentRead == read)
+        AddPlayEntrys(root, paths.mid(added), true);
+}
+
 /// How many files of the folder stand in the list already.
 qsizetype addFolder(Root& root, const QString& playlist)
 {
@@ -73,8 +93,7 @@ qsizetype addFolder(Root& root, const QString& playlist)
     root.tBrowseFolder.Tag = u"0"_s;
     root.services.forms.showModal(*root.ordner);
     const QString folder = root.tBrowseFolder.Text;
-    // While the chooser was up another list may have been opened.
-    if (root.tBrowseFolder.Tag != u"1"_s || folder.isEmpty() || selectedPlaylist(root) != playlist)
+    if (root.tBrowseFolder.Tag != u"1"_s || folder.isEmpty() || !stillShown(root, playlist))
         return 0;
 
     IniFiles::WriteValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s, folder);
@@ -94,12 +113,12 @@ qsizetype addFolder(Root& root, const QString& playlist)
         paths.reserve(absent.size());
         for (const QString& name : absent)
             paths.append(start + name);
-        AddPlayEntrys(root, paths, true);
+        addAbsent(root, paths);
     }
     root.LListView2.Enabled = true;
     root.Pointer = MousePointer::Default;
     DisabledButtons(root, 0);
-    if (selectedPlaylist(root) == playlist)
+    if (mayWriteSelected(root))
         root.LListView1.setSubItem(root.LListView1.selectedRow(), 3, QString::number(root.LListView2.count()));
     return names.size() - absent.size();
 }
@@ -112,7 +131,7 @@ void addFile(Root& root, const QString& playlist)
                                          .fileName = {},
                                          .filter = u"Sounddateien|*.mp3; *.wma; *.wav|Alle Dateitypen|*.*"_s,
                                          .defaultExtension = u"mp3"_s});
-    if (!chosen || chosen->fileName.isEmpty() || selectedPlaylist(root) != playlist)
+    if (!chosen || chosen->fileName.isEmpty() || !stillShown(root, playlist))
         return;
     AddPlayEntrys(root, QStringList{FileDirPath::join(chosen->folder, chosen->fileName)});
 }
@@ -121,6 +140,10 @@ void addFile(Root& root, const QString& playlist)
 
 void mnuAddSounds_Click(Root& root)
 {
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
+
     ShowFeatureTip(root, 112);
     if (root.LListView1.count() == 0) {
         root.services.messages.show(
@@ -129,6 +152,8 @@ void mnuAddSounds_Click(Root& root)
             u" Sounddateien hinzufügen"_s, MessageIcon::Critical, MessageButtons::Ok);
         return;
     }
+    if (!showSelectedTracks(root))
+        return;
     const bool folderMode = readSetting(root, u"FolderView"_s).isOrAbsent(1);
     takeStartFolder(root);
     root.LListView2.Enabled = false;

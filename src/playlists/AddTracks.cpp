@@ -136,6 +136,7 @@ void AddPlayEntrys(Root& root, const QString& file, int batch)
     if (file.isEmpty())
         return;
     ensureDataFolder(root, u"Playlisten"_s);
+    takeOwnTracks(root);
     beginList(root);
     claimField(root);
     const QString playlist = selectedPlaylist(root);
@@ -155,6 +156,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
     if (std::all_of(files.begin(), files.end(), [](const QString& file) { return file.isEmpty(); }))
         return;
     ensureDataFolder(root, u"Playlisten"_s);
+    takeOwnTracks(root);
     const int read = root.currentRead;
     const int row = root.LListView1.selectedRow();
     {

@@ -12,7 +12,10 @@
 #include "metadata/TrackInformation.h"
 #include "playback/CoverArt.h"
 #include "playlists/PlaylistText.h"
+#include "playlists/SavePlaylists.h"
 #include "shell/MainWindow.h"
+
+#include <algorithm>
 
 namespace orvantine {
 
@@ -211,6 +214,69 @@ void showDate(Root& root, int number)
     root.tDatum.Caption = date;
 }
 
+/// Entries as they go to the disk: those that lie beside the playlist by their name alone.
+QString ownEntries(const Root& root, const QString& path, const QString& text)
+{
+    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
+    return normalisedEntries(text, [&](const QString& line) {
+        const QString name = FileDirPath::FileNameOf(line);
+        return isNeighbour(name) ? name : line;
+    });
+}
+
+/// Whether a text of which no entry could be taken has something to lose.
+bool holdsLines(const QString& text)
+{
+    const QStringList lines = QString(text).replace(u'\r', u'\n').split(u'\n');
+    return std::any_of(lines.begin(), lines.end(),
+                       [](const QString& line) { return !line.trimmed().isEmpty() && !line.startsWith(u'#'); });
+}
+
+enum class Conversion { Missing, Empty, OldTextKept, Taken };
+
+/// Empty and OldTextKept leave the field with the text of the list before.
+Conversion convert(Root& root, const QString& path)
+{
+    constexpr int ShortestList = 10;
+
+    if (!Dateiexistenz::FileExists(root, path))
+        return Conversion::Missing;
+    const ReadText read = root.files.readPlaylist(path);
+    if (!read.done())
+        return Conversion::OldTextKept;
+    const QString out = ownEntries(root, path, read.text);
+    if (out.size() < ShortestList)
+        return holdsLines(read.text) ? Conversion::OldTextKept : Conversion::Empty;
+
+    root.files.writeText(path, out + u"\r\n"_s);
+    root.services.events.yield();
+
+    const ReadText again = root.files.readPlaylist(path);
+    if (!again.done())
+        return Conversion::OldTextKept;
+    const QStringView kept = QStringView(again.text).chopped(std::min<qsizetype>(2, again.text.size()));
+    root.tPlayliste.Text = linesForField(kept, GetPlayCounts(root, path));
+    root.playlistInField = path;
+    root.services.events.yield();
+    return Conversion::Taken;
+}
+
+/// Puts the entries of the open list in the place of those that it shows of the list before.
+void takeShortList(Root& root)
+{
+    const QString path = root.openPlaylist;
+    const ReadText read = root.files.readPlaylist(path);
+    const QString out = read.done() ? ownEntries(root, path, read.text) : QString();
+    if (!read.done() || (out.isEmpty() && holdsLines(read.text)))
+        return;
+    root.LListView2.clear();
+    root.tPlayliste.Text = out;
+    root.playlistInField = path;
+    root.foreignRows = false;
+    appendRows(root, path, countEntries(out));
+    root.LListView2.select(1);
+}
+
 } // namespace
 
 void GetPlayEntrys(Root& root, QString& path)
@@ -224,6 +290,8 @@ void GetPlayEntrys(Root& root, QString& path)
     const int number = root.LListView1.selectedRow();
     enterRead(root);
     createTrackColumns(root);
+    applyStoredWidth(root, u"LV_1"_s, root.LListView1, 2);
+    applyStoredWidth(root, u"LV_2"_s, root.LListView1, 4);
 
     if (path.right(3).toLower() == u"nml"_s && Dateiexistenz::FileExists(root, path))
         path = convertNml(root, path);
@@ -233,10 +301,12 @@ void GetPlayEntrys(Root& root, QString& path)
         path = root.LListView1.subItem(number, 2);
 
     const int count = GetPlayCounts(root, path);
-    TextDosConvert(root, path);
+    const Conversion conversion = convert(root, path);
     if (guard.overtaken())
         return;
     root.openPlaylist = path;
+    // What the file holds was not taken: rows of another list, or none, are not to be saved over it.
+    root.foreignRows = conversion == Conversion::OldTextKept;
 
     if (companion != Companion::None)
         guard.release();
@@ -251,6 +321,8 @@ void GetPlayEntrys(Root& root, QString& path)
     root.LListView2.setSorted(false);
 
     appendRows(root, path, count);
+    if (conversion == Conversion::Empty)
+        root.foreignRows = root.LListView2.count() > 0;
     // Required: row 1 is selected after every load.
     root.LListView2.select(1);
 
@@ -291,39 +363,14 @@ int GetPlayCounts(Root& root, const QString& path)
 
 bool TextDosConvert(Root& root, const QString& path)
 {
-    constexpr int ShortestList = 10;
-
-    if (!Dateiexistenz::FileExists(root, path))
-        return false;
-    const ReadText read = root.files.readPlaylist(path);
-    if (!read.done())
-        return true;
-
-    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
-    const QString out = normalisedEntries(read.text, [&](const QString& line) {
-        const QString name = FileDirPath::FileNameOf(line);
-        return isNeighbour(name) ? name : line;
-    });
-    if (out.size() < ShortestList)
-        return true;
-
-    root.files.writeText(path, out + u"\r\n"_s);
-    root.services.events.yield();
-
-    const ReadText again = root.files.readPlaylist(path);
-    if (!again.done())
-        return true;
-    const QStringView kept = QStringView(again.text).chopped(std::min<qsizetype>(2, again.text.size()));
-    root.tPlayliste.Text = linesForField(kept, GetPlayCounts(root, path));
-    root.playlistInField = path;
-    root.services.events.yield();
-    return true;
+    return convert(root, path) != Conversion::Missing;
 }
 
 void takeTrackList(Root& root, const QString& path)
 {
     root.finishedRead = ++root.currentRead;
     root.openPlaylist = path;
+    root.foreignRows = false;
 }
 
 void putRowsIntoField(Root& root)
@@ -352,6 +399,24 @@ void LoadPlayEntrysTmp(Root& root)
     root.LListView1.Click();
 }
 
+bool takeOwnTracks(Root& root)
+{
+    if (!mayWriteSelected(root) && root.foreignRows && root.currentRead == root.finishedRead &&
+        root.LListView1.subItem(root.LListView1.selectedRow(), 2) == root.openPlaylist)
+        takeShortList(root);
+    return mayWriteSelected(root);
+}
+
+bool showSelectedTracks(Root& root)
+{
+    if (takeOwnTracks(root))
+        return true;
+    // The mark may stand on a row whose tracks are not the ones shown.
+    root.LListView1.Tag = u"0"_s;
+    LoadPlayEntrysTmp(root);
+    return takeOwnTracks(root);
+}
+
 void createTrackColumns(Root& root)
 {
     ListView& tracks = root.LListView2;
@@ -362,8 +427,6 @@ void createTrackColumns(Root& root)
     tracks.addColumn(u"Datei"_s, 0);
     resetTrackColumnWidths(root);
 
-    applyStoredWidth(root, u"LV_1"_s, root.LListView1, 2);
-    applyStoredWidth(root, u"LV_2"_s, root.LListView1, 4);
     applyStoredWidth(root, u"LV_4"_s, tracks, 2);
     applyStoredWidth(root, u"LV_5"_s, tracks, 3);
     applyStoredWidth(root, u"LV_6"_s, tracks, 4);

@@ -31,7 +31,15 @@ void showCover(Root& root);
 /// Runs the click handler of the catalogue, which loads the selected playlist.
 void LoadPlayEntrysTmp(Root& root);
 
-/// Creates the five columns of the track list with the stored widths of both lists.
+/// True if the rows in sight are those of the selected playlist. A playlist too short to be taken in shows rows of the
+/// list before: its own entries take their place now.
+bool takeOwnTracks(Root& root);
+
+/// Opens the selected playlist where the tracks of another one are in sight: its own could not be opened, or nobody has
+/// clicked it yet. False if they still are; a missing list asks its own question.
+bool showSelectedTracks(Root& root);
+
+/// Creates the five columns of the track list with its stored widths.
 void createTrackColumns(Root& root);
 
 /// Widths of the five columns as they are created.

@@ -123,7 +123,8 @@ bool exportTo(Root& root, const QString& title, const QString& path, const QStri
 bool mayWriteSelected(const Root& root)
 {
     const QString path = root.LListView1.subItem(root.LListView1.selectedRow(), 2);
-    return root.currentRead == root.finishedRead && (path.isEmpty() || path == root.openPlaylist);
+    return root.currentRead == root.finishedRead &&
+           (path.isEmpty() || (path == root.openPlaylist && !root.foreignRows));
 }
 
 void SavePlayEntrys(Root& root)

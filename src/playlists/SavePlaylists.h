@@ -15,7 +15,8 @@ void SaveLocalEntrys(Root& root);
 void mnuSpeichernUnter_Click(Root& root);
 
 /// False inside a read, and where the selected row is another one than the list whose tracks are shown: a wait or a box
-/// may have let something else select it. A row without a path may be written: that fails, and is told.
+/// may have let something else select it. Nor where the rows are those of the list before. A row without a path may be
+/// written: that fails, and is told.
 [[nodiscard]] bool mayWriteSelected(const Root& root);
 
 } // namespace orvantine

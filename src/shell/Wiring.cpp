@@ -111,6 +111,7 @@ void wireMenus(Root& root)
     on(root.mnuSpecials[1], root, mnuSpecials_Click, 1);
     on(root.mnuSpecials[2], root, mnuSpecials_Click, 2);
     on(root.mnuFileProperties, root, mnuDateiEigenschaften_Click);
+    on(root.mnxBearbeiten[2], root, mnuCopyTrack_Click);
     on(root.mnxBearbeiten[3], root, mnuSetFileName_Click);
     on(root.mnxBearbeiten[4], root, mnuSetTagName_Click);
     on(root.mnxBearbeiten[5], root, mnuGetIDTag_Click);

@@ -1,9 +1,13 @@
 #include "transfer/Trackcopy.h"
 
 #include "app/Root.h"
+#include "operations/TrackListOperations.h"
 #include "playlists/AddTracks.h"
 #include "playlists/ReadPlaylists.h"
+#include "playlists/SavePlaylists.h"
 #include "shell/FeatureTips.h"
+
+#include <QScopedValueRollback>
 
 namespace orvantine {
 
@@ -19,21 +23,21 @@ void load(Root& root)
         names.append(root.LListView1.subItem(row, 1));
     form.LListen.List = names;
     form.LListen.ListIndex = names.isEmpty() ? -1 : 0;
+    // While the dialog is up the sequence may open another list: the track is the one that is named.
+    form.tTrackname.Tag = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
 }
 
 /// True if the tracks of the row are the ones that are shown.
 bool openRow(Root& root, int row)
 {
-    const QString path = root.LListView1.subItem(row, 2);
     if (!root.LListView1.select(row))
         return false;
     // The mark may stand on a row whose tracks are not the ones shown.
-    if (root.openPlaylist != path)
+    if (!mayWriteSelected(root))
         root.LListView1.Tag = u"0"_s;
     LoadPlayEntrysTmp(root);
     root.services.events.yield();
-    const int selected = root.LListView1.selectedRow();
-    return selected == row && root.openPlaylist == root.LListView1.subItem(row, 2);
+    return root.LListView1.selectedRow() == row && takeOwnTracks(root);
 }
 
 void BReady_Click(Root& root)
@@ -47,10 +51,9 @@ void BReady_Click(Root& root)
                                     form.Caption.value() + u' ', MessageIcon::Critical, MessageButtons::Ok);
         return;
     }
-    const QString track = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
     // A list that could not be opened leaves the tracks of the other one in sight: they are not its own.
     if (openRow(root, chosen + 1))
-        AddPlayEntrys(root, track, 0);
+        AddPlayEntrys(root, form.tTrackname.Tag, 0);
     root.services.forms.unload(form);
 }
 
@@ -75,6 +78,9 @@ void setUpTrackcopy(Root& root)
 
 void mnuCopyTrack_Click(Root& root)
 {
+    if (!mayChangeTracks(root))
+        return;
+    const QScopedValueRollback running(root.changingTracks, true);
     ShowFeatureTip(root, 311);
     root.trackcopy->tTrackname.Caption = root.LListView2.subItem(root.LListView2.selectedRow(), 2);
     root.services.forms.showModal(*root.trackcopy);

@@ -151,13 +151,25 @@ TEST_F(ListDrops, TracksAreNotAddedToThoseOfAnotherList)
 {
     startPlayback();
     desktop.disk().remove(listPath(u"Dritte"_s));
-    desktop.messages.answer(Answer::Cancel);
+    // The drop asks again: the list may have come back.
+    for (int i = 0; i < 2; ++i)
+        desktop.messages.answer(Answer::Cancel);
     click(3);
     tracks().Drop({putTrack(u"neu"_s)});
     EXPECT_EQ("", added()) << "the tracks of the first list are in sight";
     EXPECT_EQ("2", catalogue().subItem(3, 3).toStdString());
     EXPECT_EQ("2", IniFiles::ReadValue(root(), database(), u"Index"_s, u"3d"_s).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(ListDrops, ASelectedListThatIsNotInSightIsOpenedForTheDrop)
+{
+    startPlayback();
+    catalogue().select(2);
+    tracks().Drop({putTrack(u"neu"_s)});
+    EXPECT_EQ("/m/neu.mp3", added());
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n/m/neu.mp3\r\n", file(u"Zweite"_s));
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n\r\n", file());
 }
 
 TEST_F(ListDrops, ANameWithALineEndIsNoTrackAndNoList)

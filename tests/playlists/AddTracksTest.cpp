@@ -2,6 +2,7 @@
 
 #include "catalogue/CatalogueWorld.h"
 
+#include "app/Registry.h"
 #include "playlists/AddSounds.h"
 #include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
@@ -86,6 +87,7 @@ protected:
 
     void expectWaitOver()
     {
+        EXPECT_FALSE(root().pDateiname.Visible.value());
         EXPECT_EQ(MousePointer::Default, root().Pointer.value());
         EXPECT_TRUE(tracks().Enabled.value());
         EXPECT_TRUE(tracks().Visible.value());
@@ -127,6 +129,43 @@ TEST_F(AddTracks, ATrackIsAppendedWithNumberNamePathAndFileAndTheListIsWritten)
     catalogue().Tag = u"0"_s;
     click(1);
     EXPECT_EQ(3, tracks().count());
+}
+
+TEST_F(AddTracks, ABareNameIsWrittenAsItStands)
+{
+    AddPlayEntrys(root(), u"nah.mp3"_s, 0);
+    EXPECT_EQ("/m/a.mp3\r\r\n/m/b.mp3\r\r\nnah.mp3\r\n\r\n", bytes(list).toStdString());
+}
+
+TEST_F(AddTracks, TheFolderOfPlaylistsIsMadeForAFileAndNotForAnEmptyText)
+{
+    putFolder(u"/anders"_s);
+    root().tDatenbank.Text = u"/anders/"_s;
+    forgetCalls();
+    AddPlayEntrys(root(), QString(), 1);
+    EXPECT_EQ("", calls({u"files.makeFolder"_s}));
+    AddPlayEntrys(root(), u"/m/c.mp3"_s, 1);
+    EXPECT_TRUE(desktop.disk().isFolder(u"/anders/Playlisten"_s));
+}
+
+TEST_F(AddTracks, WithoutAnyCatalogueRowTheMarkStaysAsItWas)
+{
+    catalogue().clear();
+    tracks().clear();
+    catalogue().Tag = u"7"_s;
+    AddPlayEntrys(root(), u"/m/c.mp3"_s, 1);
+    EXPECT_EQ("7", catalogue().Tag.toStdString());
+    EXPECT_EQ(1, tracks().count());
+}
+
+TEST_F(AddTracks, TheFirstRowOfAnEmptyListLeavesTheColumnsOfTheCatalogueAlone)
+{
+    setting(u"LV_1"_s, dwordSetting(1000));
+    click(2);
+    catalogue().setColumnWidth(2, 2222);
+    AddPlayEntrys(root(), u"/m/c.mp3"_s, 1);
+    EXPECT_EQ(2222, catalogue().columnWidth(2));
+    EXPECT_EQ(5, tracks().columns());
 }
 
 TEST_F(AddTracks, WithBatchTheFileIsNotWrittenAndTheCountIsTakenFromTheList)
@@ -249,17 +288,24 @@ TEST_F(AddTracks, AListThatWasEmptiedMeanwhileDoesNotGetItsOldLinesBack)
     EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(list).toStdString());
 }
 
-TEST_F(AddTracks, AListThatIsTooShortToBeReadTakesTheNewTrackBehindTheRowThatIsShown)
+TEST_F(AddTracks, AListThatIsTooShortToBeReadTakesTheNewTrackBehindItsOwn)
 {
     // Its one line counts, and shows the first line of the list that was open before.
-    for (const char* content : {"\r\n", "a.mp3\r\n"}) {
-        put(empty, content);
-        catalogue().Tag = u"0"_s;
-        click(1);
-        click(2);
-        ASSERT_EQ("101 01 a </m/a.mp3> <a.mp3>", shown());
-        AddPlayEntrys(root(), putTrack(u"c"_s), 0);
-        EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n\r\n", bytes(empty).toStdString()) << "no line more than is shown";
+    for (const auto& [content, own] : {std::pair("\r\n", ""), std::pair("x.mp3\r\n", "x.mp3\r\n")}) {
+        for (const bool batch : {false, true}) {
+            put(empty, content);
+            catalogue().Tag = u"0"_s;
+            click(1);
+            click(2);
+            ASSERT_EQ("101 01 a </m/a.mp3> <a.mp3>", shown());
+            if (batch)
+                AddPlayEntrys(root(), QStringList{putTrack(u"c"_s)});
+            else
+                AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+            EXPECT_EQ(std::string(own) + "/m/c.mp3\r\n", root().tPlayliste.Text.value().toStdString());
+            EXPECT_EQ(*own == '\0' ? 1 : 2, tracks().count());
+            EXPECT_EQ(batch ? std::string(content) : std::string(own) + "/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+        }
     }
 }
 
@@ -378,7 +424,9 @@ TEST_F(AddSounds, WithoutACatalogueRowTheMenuOnlyTellsWhatToDo)
 
 TEST_F(AddSounds, FolderModeAddsTheAudioFilesOfAFolderSortedAndSavesTheList)
 {
+    desktop.events().after(std::chrono::milliseconds{0}, [this] { root().tDateiname.Caption = u"vorher"_s; });
     addFolder(u"/neu"_s);
+    EXPECT_EQ("vorher", root().tDateiname.Caption.value().toStdString());
     EXPECT_EQ("101 01 a </m/a.mp3> <a.mp3>\n"
               "102 02 b </m/b.mp3> <b.mp3>\n"
               "103 03 a </neu/a.mp3> <a.mp3>\n"
@@ -552,6 +600,9 @@ TEST_F(AddSounds, TheListIsOutOfSightAndThePlayerStoppedBeforeTheFolderIsChosen)
     bool visible = true;
     bool enabled = true;
     QString mark;
+    int stops = 0;
+    int stopsBefore = 0;
+    root().pStopPlayer.Click = [&] { ++stops; };
     root().tBrowseFolder.Text = u"alt"_s;
     QString text;
     desktop.forms().whileModal(u"Ordner"_s, [&](Form& form) {
@@ -559,16 +610,125 @@ TEST_F(AddSounds, TheListIsOutOfSightAndThePlayerStoppedBeforeTheFolderIsChosen)
         enabled = tracks().Enabled;
         mark = root().tBrowseFolder.Tag;
         text = root().tBrowseFolder.Text;
+        stopsBefore = stops;
         static_cast<Ordner&>(form).bAbbrechen.Click();
     });
-    int stops = 0;
-    root().pStopPlayer.Click = [&] { ++stops; };
     mnuAddSounds_Click(root());
+    EXPECT_EQ(1, stopsBefore);
     EXPECT_FALSE(visible);
     EXPECT_FALSE(enabled);
     EXPECT_EQ("0", mark.toStdString());
     EXPECT_EQ("", text.toStdString());
     EXPECT_EQ(1, stops);
+}
+
+TEST_F(AddSounds, TheCountIsToldWhenTheListIsSavedAndInSightAgain)
+{
+    putList(u"Liste"_s, {u"/m/a.mp3"_s, u"/neu/a.mp3"_s});
+    click(2);
+    click(1);
+    std::string state;
+    desktop.messages.script({.answer = Answer::Ok,
+                             .entered = {},
+                             .title = addTitle,
+                             .text = u"Es wurden 1 vorhandene Sounddateien nicht zur Playliste hinzugefügt.   "_s,
+                             .meanwhile = [&] {
+                                 state = (tracks().Visible ? "visible " : "hidden ") +
+                                         std::string(tracks().Enabled ? "on " : "off ") +
+                                         (root().buttonsDisabled ? "disabled\n" : "enabled\n") +
+                                         bytes(list).toStdString();
+                             }});
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("visible on enabled\n/m/a.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n", state);
+}
+
+TEST_F(AddSounds, BehindASingleRowTheFileIsWrittenAtOnce)
+{
+    const QString fresh = data() + u"neu.tmp"_s;
+    put(fresh, "/m/a-ist-lang.mp3\r\n");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    ASSERT_EQ(1, tracks().count());
+    addFolder(u"/neu"_s);
+    const QString own = listPath(u"Leer"_s);
+    EXPECT_EQ(own.toStdString(), catalogue().subItem(2, 2).toStdString()) << "a new list gets its file with the write";
+    EXPECT_EQ("/m/a-ist-lang.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n",
+              bytes(own).toStdString());
+}
+
+TEST_F(AddSounds, BehindTwoRowsTheFilesAreABatch)
+{
+    const QString fresh = data() + u"neu.tmp"_s;
+    put(fresh, "/m/a.mp3\r\n/m/b.mp3\r\n");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    ASSERT_EQ(2, tracks().count());
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+}
+
+TEST_F(AddSounds, ASecondRunInsideTheFirstDoesNothing)
+{
+    for (int i = 0; i < 600; ++i)
+        put(u"/viele/%1.mp3"_s.arg(i), "x");
+    chooseFolder(u"/viele"_s);
+    bool ran = false;
+    QObject::connect(&catalogue(), &QAbstractItemModel::dataChanged, &catalogue(), [&] {
+        if (std::exchange(ran, true))
+            return;
+        // No dialog is scripted: one that opens is a failure.
+        desktop.events().after(std::chrono::milliseconds{0}, [this] { mnuAddSounds_Click(root()); });
+    });
+    mnuAddSounds_Click(root());
+    EXPECT_TRUE(ran);
+    EXPECT_EQ(602, tracks().count());
+}
+
+TEST_F(AddSounds, FilesAreNotAddedToTheTracksOfAnotherList)
+{
+    catalogue().setSubItem(2, 2, u"/fort/Leer.m3u"_s);
+    const std::string before = shown();
+    for (int i = 0; i < 2; ++i)
+        desktop.messages.answer(Answer::Cancel);
+    click(2);
+    mnuAddSounds_Click(root());
+    EXPECT_EQ(before, shown());
+    EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(AddSounds, WithoutAnyKeptFolderTheTextStaysAsItWas)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    setting(u"Soundfiles"_s, stringSetting(u"/neu/a.mp3"_s));
+    root().tBrowseFolder.Text = u"alt"_s;
+    root().tBrowseFolder.Tag = u"0"_s;
+    desktop.choosers.cancel(ChooserKind::Open);
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("alt", root().tBrowseFolder.Text.value().toStdString()) << "a file is no folder";
+    EXPECT_EQ("0", root().tBrowseFolder.Tag.toStdString());
+}
+
+TEST_F(AddSounds, TheFolderGoesToTheDatabaseAlone)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/m"_s));
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("/neu", option(u"Soundfiles"_s));
+    EXPECT_EQ("/m", readSetting(root(), u"Soundfiles"_s).text().toStdString());
+}
+
+TEST_F(AddSounds, ALocalListTakesTheFilesInItsOwnPlace)
+{
+    const QString outside = u"/k/Liste.m3u"_s;
+    put(outside, "/m/a.mp3\r\n/m/b.mp3\r\n");
+    catalogue().setSubItem(1, 2, outside);
+    catalogue().Tag = u"0"_s;
+    click(1);
+    const QByteArray before = bytes(outside);
+    root().mnuLokalePlayliste.Checked = true;
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(6, bytes(list).count("\r\n"));
+    EXPECT_EQ(before.toStdString(), bytes(outside).toStdString());
 }
 
 TEST_F(AddSounds, TheWaitStateHoldsWhileFilesAreAdded)

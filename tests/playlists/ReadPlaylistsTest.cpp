@@ -165,6 +165,43 @@ TEST_F(ReadPlaylists, OneEntryOfFewerThanTenCharactersShowsTheFirstLineOfTheList
     EXPECT_EQ("a.mp3\r\n", bytes(list).toStdString());
 }
 
+TEST_F(ReadPlaylists, TheRowsOfTheListBeforeAreNotSavedOverTheFileOfAShortOne)
+{
+    startWith("a.mp3\r\n");
+    for (const char* content : {"a.mp3\r\n", "\r\n", "a.mp3\r"}) {
+        put(list, content);
+        catalogue().Tag = u"0"_s;
+        click(1);
+        for (const bool local : {false, true}) {
+            root().mnuLokalePlayliste.Checked = local;
+            root().mnuFileSave.Click();
+            root().mnuSpeichern.Click();
+            EXPECT_EQ(content, bytes(list).toStdString()) << local;
+            EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString()) << local;
+        }
+    }
+}
+
+TEST_F(ReadHostText, TheRowsOfTheListBeforeAreNotSavedOverTextWithLineFeedsOnly)
+{
+    open("/a/1.mp3\n/a/2.mp3\n");
+    root().mnuLokalePlayliste.Checked = false;
+    root().mnuFileSave.Click();
+    EXPECT_EQ("/a/1.mp3\n/a/2.mp3\n", bytes(list).toStdString());
+}
+
+TEST_F(ReadPlaylists, AListWithoutEntriesIsSavedWithWhatStandsInTheTable)
+{
+    startWith("#EXTM3U\r\n\r\n");
+    root().tPlayliste.Text = QString();
+    click(1);
+    ASSERT_EQ(0, tracks().count());
+    root().mnuLokalePlayliste.Checked = false;
+    tracks().append({.Text = u"001"_s, .SubItems = {{}, {}, {.Text = putTrack(u"neu"_s)}}});
+    root().mnuFileSave.Click();
+    EXPECT_EQ("/m/neu.mp3\r\n", bytes(list).toStdString());
+}
+
 TEST_F(ReadPlaylists, AnEntryOf300CharactersIsCutTo256)
 {
     const QString entry = u"/x/"_s + QString(293, u'y') + u".mp3"_s;

@@ -148,6 +148,53 @@ TEST_F(TrackcopyDialog, WithoutASelectedTrackTheChosenListIsOpenedAndNothingAdde
     EXPECT_EQ(2, tracks().count());
 }
 
+TEST_F(TrackcopyDialog, TheTrackThatIsNamedIsLinkedThoughAnotherListWasOpenedMeanwhile)
+{
+    inDialog([this](Trackcopy& form) {
+        click(2);
+        form.LListen.ListIndex = 2;
+        form.BReady.Click();
+    });
+    EXPECT_EQ("/m/Drei 1.mp3\r\r\n/m/Drei 2.mp3\r\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Drei"_s)).toStdString());
+}
+
+TEST_F(TrackcopyDialog, ItOpensFromThePopUpMenuToo)
+{
+    QString name;
+    desktop.forms().whileModal(u"Trackcopy"_s, [&name](Form& form) {
+        auto& dialog = static_cast<Trackcopy&>(form);
+        name = dialog.tTrackname.Caption.value();
+        dialog.bAbbrechen.Click();
+    });
+    root().mnxBearbeiten[2].Click();
+    EXPECT_EQ("Eins 2", name.toStdString());
+}
+
+TEST_F(TrackcopyDialog, CaseCountsInTheNameOfTheSourceList)
+{
+    catalogue().setSubItem(2, 1, u"EINS"_s);
+    copyTo(1);
+    EXPECT_EQ(3, tracks().count());
+}
+
+TEST_F(TrackcopyDialog, TheTracksCellAndTheCatalogueAreLeftToTheNextSave)
+{
+    const QByteArray before = bytes(database());
+    copyTo(2);
+    EXPECT_EQ("2", catalogue().subItem(3, 3).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(TrackcopyDialog, TheNamesAreReadAgainAtEachOpening)
+{
+    inDialog([](Trackcopy& form) { form.bAbbrechen.Click(); });
+    catalogue().setSubItem(2, 1, u"Umbenannt"_s);
+    inDialog([](Trackcopy& form) {
+        EXPECT_EQ("Eins\nUmbenannt\nDrei", lines(form.LListen.List.value()));
+        form.bAbbrechen.Click();
+    });
+}
+
 TEST_F(TrackcopyDialog, ADoubleClickTakesAList)
 {
     inDialog([](Trackcopy& form) {
