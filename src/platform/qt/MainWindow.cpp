@@ -20,6 +20,7 @@
 #include <QMenuBar>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <chrono>
@@ -34,6 +35,9 @@ constexpr Twips LeastWidth = 9365;
 constexpr Twips LeastHeight = 7245;
 constexpr int CatalogueWidth = 276;
 constexpr std::chrono::milliseconds NoteAfter{120};
+/// How long a window that is not on the screen yet is waited for before it is minimised.
+constexpr std::chrono::milliseconds ExposeLookAfter{20};
+constexpr int MostExposeLooks = 250;
 
 constexpr int pixelsAtLeast(Twips length)
 {
@@ -84,11 +88,7 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     centre->installEventFilter(this);
 
     m_minimiseLater.setSingleShot(true);
-    m_minimiseLater.setInterval(0);
-    connect(&m_minimiseLater, &QTimer::timeout, this, [this] {
-        if (m_root.State.value() == WindowState::Minimized && isVisible())
-            setWindowState(windowState() | Qt::WindowMinimized);
-    });
+    connect(&m_minimiseLater, &QTimer::timeout, this, [this] { minimise(); });
     m_noteLater.setSingleShot(true);
     m_noteLater.setInterval(NoteAfter);
     connect(&m_noteLater, &QTimer::timeout, this, [this] { notePlace(); });
@@ -221,7 +221,7 @@ void MainWindow::showState()
     // its word would come when the window is brought back: it would go again at once. So only a window that is still
     // seen a moment later is minimised.
     if (m_root.State.value() == WindowState::Minimized) {
-        m_minimiseLater.start();
+        m_minimiseLater.start(0);
         return;
     }
     Qt::WindowStates states = windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
@@ -236,6 +236,19 @@ void MainWindow::showState()
     }
 }
 
+void MainWindow::minimise()
+{
+    if (m_root.State.value() != WindowState::Minimized || !isVisible())
+        return;
+    // A window manager that has not shown the window yet would show it behind the wish.
+    if (!windowHandle()->isExposed() && m_exposeLooks++ < MostExposeLooks) {
+        m_minimiseLater.start(ExposeLookAfter);
+        return;
+    }
+    m_exposeLooks = 0;
+    setWindowState(windowState() | Qt::WindowMinimized);
+}
+
 void MainWindow::showVisible()
 {
     const bool visible = m_root.Visible.value();
@@ -243,7 +256,7 @@ void MainWindow::showVisible()
         return;
     setVisible(visible);
     if (visible && m_root.State.value() == WindowState::Minimized)
-        m_minimiseLater.start();
+        m_minimiseLater.start(0);
     if (!visible || m_root.State.value() == WindowState::Minimized)
         return;
     raise();

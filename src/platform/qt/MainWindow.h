@@ -34,6 +34,7 @@ private:
     void showSize();
     void showState();
     void showVisible();
+    void minimise();
     /// The window's own place and size go to Root.
     void notePlace();
 
@@ -42,6 +43,7 @@ private:
     PlaylistPane* m_playlist = nullptr;
     QWidget* m_busy = nullptr;
     QTimer m_minimiseLater;
+    int m_exposeLooks = 0;
     /// A window that is being maximised reports its new size before its new state.
     QTimer m_noteLater;
     bool m_noting = false;
