@@ -58,11 +58,13 @@ void LListView1_Click(Root& root)
 
 void LListView1_DblClick(Root& root)
 {
+    // Events are served inside: a click there selects another row, and this one plays.
+    const int row = root.LListView1.selectedRow();
     stopIfRunning(root);
     pSoundPlayer_Click(root);
 
     markAllFavourites(root);
-    root.LListView1.setIcons(root.LListView1.selectedRow(), u"Icon_C"_s);
+    root.LListView1.setIcons(row, u"Icon_C"_s);
 
     if (root.mnuAllesWiedergeben.Checked.value() && root.pPausePlayer.Enabled.value())
         root.Timer1.Enabled = true;

@@ -69,7 +69,8 @@ void previous(Root& root)
 
 void pauseOrResume(Root& root)
 {
-    press(root.pPausePlayer);
+    if (root.pPausePlayer.Enabled.value())
+        press(root.pPausePlayer);
 }
 
 void properties(Root& root)

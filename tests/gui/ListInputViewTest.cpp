@@ -138,6 +138,18 @@ TEST_F(ListInputView, NothingIsDroppedBehindAModalWindow)
     EXPECT_TRUE(enter(root.LListView1, data));
 }
 
+TEST_F(ListInputView, ADropDoesNotRunUnderABoxThatCameUpMeanwhile)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/a.mp3\r\n");
+    EXPECT_EQ(drop(root.LListView2, data), Qt::CopyAction);
+    QDialog box;
+    box.setModal(true);
+    box.show();
+    QApplication::processEvents();
+    EXPECT_EQ(taken(), "");
+}
+
 TEST_F(ListInputView, AnEmptyCatalogueTakesADropOnItsHint)
 {
     root.LListView1.clear();
@@ -187,6 +199,7 @@ TEST_F(ListInputView, TheKeysOfTheListsReachTheirCommands)
         item->Click = [&ran, item] { ran += item->fullName(); };
     for (PictureBox* button : {&root.pPausePlayer, &root.pSoundPlayer})
         button->Click = [&ran, button] { ran += button->fullName(); };
+    root.pPausePlayer.Enabled = true;
     root.LListView1.DblClick = [&ran] { ran += u"catalogue"_s; };
     root.LListView2.DblClick = [&ran] { ran += u"tracks"_s; };
     const auto press = [&](const ListView& list, Qt::Key key, Qt::KeyboardModifiers modifiers) {

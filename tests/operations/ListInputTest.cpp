@@ -217,6 +217,26 @@ TEST_F(ListInput, ADoubleClickThatStartsNothingLeavesTheSequenceOff)
     EXPECT_FALSE(root().Timer1.Enabled.value());
 }
 
+TEST_F(ListInput, ADoubleClickWhilePausedStopsAndStartsFromTheTop)
+{
+    catalogue().DblClick();
+    root().mnuSoundplayer[3].Click();
+    ASSERT_EQ("Angehalten", player().status().toStdString());
+    forgetCalls();
+    catalogue().DblClick();
+    EXPECT_EQ(PlayState::Playing, player().playState());
+    const std::string calls = told();
+    EXPECT_EQ(0U, calls.find("controls.stop\nclose")) << calls;
+}
+
+TEST_F(ListInput, TheListThatWasStartedIsMarkedThoughAnotherRowWasClickedMeanwhile)
+{
+    click(2);
+    desktop.events().after(std::chrono::milliseconds{0}, [this] { catalogue().select(3); });
+    catalogue().DblClick();
+    EXPECT_EQ("Icon_6 Icon_C Icon_1 Icon_1", marks());
+}
+
 TEST_F(ListInput, ADoubleClickResetsAllMarksAndSetsThatOfThePlayingList)
 {
     catalogue().setIcons(2, u"Icon_C"_s);

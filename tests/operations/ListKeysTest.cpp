@@ -26,6 +26,7 @@ protected:
             item->Click = [&ran, item] { ran += item->fullName(); };
         for (PictureBox* button : {&root().pPausePlayer, &root().pSoundPlayer})
             button->Click = [&ran, button] { ran += button->fullName(); };
+        root().pPausePlayer.Enabled = true;
         catalogue().DblClick = [&ran] { ran += u"catalogue"_s; };
         tracks().DblClick = [&ran] { ran += u"tracks"_s; };
         const bool first = catalogue().KeyDown(shift, code);
@@ -89,6 +90,16 @@ TEST_F(ListKeys, AltHomeEndAndSpaceReachTheRealButtons)
     EXPECT_EQ("Angehalten", player().status().toStdString());
     EXPECT_TRUE(tracks().KeyDown(Alt, 32));
     EXPECT_EQ(PlayState::Playing, player().playState()) << "the second press goes on";
+}
+
+TEST_F(ListKeys, AltSpaceDoesNothingWhileNothingRuns)
+{
+    ASSERT_FALSE(root().pPausePlayer.Enabled.value());
+    const std::string before = state();
+    EXPECT_TRUE(catalogue().KeyDown(Alt, 32));
+    EXPECT_TRUE(tracks().KeyDown(Alt, 96));
+    EXPECT_EQ(before, state());
+    EXPECT_EQ("", told());
 }
 
 TEST_F(ListKeys, ControlWithThePagesMovesTheRowOfItsList)

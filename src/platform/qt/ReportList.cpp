@@ -311,7 +311,7 @@ void ReportList::dropEvent(QDropEvent* event)
     event->accept();
     // The handler may ask the user, and that program waits as long as this event runs.
     QTimer::singleShot(0, this, [this, paths] {
-        if (m_list.Enabled.value() && m_list.Drop)
+        if (isReachable() && m_list.Drop)
             m_list.Drop(paths);
     });
 }
@@ -384,9 +384,13 @@ void ReportList::showSelection()
 
 bool ReportList::takesDrop(const QDropEvent& event) const
 {
+    return m_list.Drop && isReachable() && event.source() != this && mayHoldFiles(*event.mimeData());
+}
+
+bool ReportList::isReachable() const
+{
     const QWidget* const modal = QApplication::activeModalWidget();
-    return m_list.Drop && m_list.Enabled.value() && event.source() != this && (modal == nullptr || modal == window()) &&
-           mayHoldFiles(*event.mimeData());
+    return m_list.Enabled.value() && (modal == nullptr || modal == window());
 }
 
 void ReportList::dragFile()

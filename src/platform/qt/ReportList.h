@@ -51,6 +51,8 @@ private:
     void showSelection();
     /// The pressed row leaves the list as a file; the click that it might have become is none.
     void dragFile();
+    /// Neither a command nor a modal window keeps the user from the list.
+    [[nodiscard]] bool isReachable() const;
     [[nodiscard]] bool takesDrop(const QDropEvent& event) const;
     /// True if the current row was another one than the selected one, which it is now.
     bool takeSelection();
