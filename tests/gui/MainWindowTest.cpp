@@ -74,6 +74,46 @@ TEST_F(Window, EveryWidgetThatTakesTheFocusHasAnAccessibleName)
     EXPECT_GE(seen, 15);
 }
 
+TEST_F(Window, AListThatRestsBehindABoxHasTheFocusAgainAfterwards)
+{
+    open();
+    ReportList& catalogue = *find<ReportList>(root.LListView1);
+    catalogue.setFocus();
+    QWidget box;
+    box.show();
+    QApplication::setActiveWindow(&box);
+    ASSERT_FALSE(catalogue.hasFocus());
+    // The command goes on before the window manager has brought the window back to the front.
+    root.LListView1.Enabled = false;
+    QApplication::setActiveWindow(&window);
+    root.LListView1.Enabled = true;
+    EXPECT_TRUE(catalogue.hasFocus());
+}
+
+TEST_F(Window, ABoxThatAsksWhileTheListsRestGivesTheFocusBack)
+{
+    open();
+    ReportList& tracks = *find<ReportList>(root.LListView2);
+    tracks.setFocus();
+    root.LListView2.Enabled = false;
+    QWidget box;
+    box.show();
+    QApplication::setActiveWindow(&box);
+    QApplication::setActiveWindow(&window);
+    root.LListView2.Enabled = true;
+    EXPECT_TRUE(tracks.hasFocus());
+}
+
+TEST_F(Window, AFocusThatTheUserMovedWhileTheListsRestStays)
+{
+    open();
+    find<ReportList>(root.LListView2)->setFocus();
+    root.LListView2.Enabled = false;
+    find(root.pStopPlayer)->setFocus();
+    root.LListView2.Enabled = true;
+    EXPECT_TRUE(find(root.pStopPlayer)->hasFocus());
+}
+
 TEST_F(Window, EveryControlThatIsSeenHasAWidgetOfItsName)
 {
     for (const Control* control :

@@ -147,6 +147,15 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     return QMainWindow::eventFilter(watched, event);
 }
 
+bool MainWindow::event(QEvent* event)
+{
+    // A box was closed while the lists are out of reach. The focus waits in the window for the list that gave it away;
+    // left alone, it would go to the first button.
+    if (event->type() == QEvent::WindowActivate && focusWidget() == nullptr)
+        setFocus(Qt::OtherFocusReason);
+    return QMainWindow::event(event);
+}
+
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     event->ignore();

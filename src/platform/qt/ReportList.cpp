@@ -496,7 +496,8 @@ void ReportList::setUsable(bool usable)
         m_greyLater.stop();
         m_greyed = false;
         setEnabled(true);
-        if (std::exchange(m_hadFocus, false) && window()->focusWidget() == nullptr) {
+        const QWidget* const focused = window()->focusWidget();
+        if (std::exchange(m_hadFocus, false) && (focused == nullptr || focused == window())) {
             setFocus(Qt::OtherFocusReason);
             tellFocusedRow();
         }
@@ -505,7 +506,8 @@ void ReportList::setUsable(bool usable)
     // A click that never ends counts as none.
     m_pressedRow = 0;
     showSelection();
-    if (hasFocus()) {
+    // Behind a box the list has the focus of its window only. A disabled widget would hand it to the next one.
+    if (window()->focusWidget() == this) {
         m_hadFocus = true;
         clearFocus();
     }
