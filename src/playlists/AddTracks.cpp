@@ -121,6 +121,8 @@ void writeList(Root& root, const QString& playlist)
 
 void showFirstRow(Root& root)
 {
+    // The heading of the tracks counts them, whoever adds and whether the catalogue is saved afterwards or not.
+    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
     root.services.events.yield();
     if (root.LListView2.count() > 0) {
         root.LListView2.select(1);

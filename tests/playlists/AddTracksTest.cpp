@@ -214,6 +214,15 @@ TEST_F(AddTracks, ARowOfAMissingFileIsRed)
     EXPECT_EQ(Color::DarkRed, tracks().color(5, 3));
 }
 
+TEST_F(AddTracks, TheHeadingCountsTheAddedTracks)
+{
+    ASSERT_EQ("(2)", root().tSoundzahl.Caption.value().toStdString());
+    AddPlayEntrys(root(), u"/neu/x.mp3"_s, 1);
+    EXPECT_EQ("(3)", root().tSoundzahl.Caption.value().toStdString());
+    AddPlayEntrys(root(), {u"/neu/y.mp3"_s, u"/neu/z.mp3"_s}, false);
+    EXPECT_EQ("(5)", root().tSoundzahl.Caption.value().toStdString());
+}
+
 TEST_F(AddTracks, TheFirstRowIsSelectedAndItsInformationRead)
 {
     tracks().select(2);
