@@ -85,7 +85,7 @@ void keepNewList(Root& root, const QString& path, const QString& name)
         root.files.copy(path, FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, file));
 }
 
-void removeTrack(Root& root, int row)
+void removeTrack(Root& root, int row, int top)
 {
     ListView& list = root.LListView1;
     ListView& tracks = root.LListView2;
@@ -96,6 +96,7 @@ void removeTrack(Root& root, int row)
 
     tracks.remove(row);
     tracks.select(1);
+    tracks.ShowFromRow(top);
     // A file that is too short to be read again does not bring the row back.
     putRowsIntoField(root);
 
@@ -104,8 +105,16 @@ void removeTrack(Root& root, int row)
     root.services.events.yield();
 }
 
+/// The rows stay where they were on the screen, whatever was selected meanwhile.
+void showFrom(ListView& tracks, int top)
+{
+    tracks.ShowFromRow(top);
+    if (tracks.selectedRow() > 1)
+        tracks.EnsureVisible(tracks.selectedRow());
+}
+
 /// Reads the list again, which numbers its rows, and selects the row above the removed one.
-void readAgain(Root& root, int back)
+void readAgain(Root& root, int back, int top)
 {
     ListView& list = root.LListView1;
     const int row = list.selectedRow();
@@ -113,11 +122,15 @@ void readAgain(Root& root, int back)
     QString path = list.subItem(row, 2);
     GetPlayEntrys(root, path);
     const int read = root.currentRead;
+    root.LListView2.ShowFromRow(top);
     root.services.events.yield();
     DisabledButtons(root, 0);
     // A click inside the read, or behind it, has opened a list of its own.
-    if (back != 0 && root.currentRead == read && list.selectedRow() == row && root.openPlaylist == path)
+    if (root.currentRead != read || list.selectedRow() != row || root.openPlaylist != path)
+        return;
+    if (back != 0)
         root.LListView2.select(back);
+    showFrom(root.LListView2, top);
 }
 
 /// True if there was a picture, which now bears the new name.
@@ -225,12 +238,13 @@ void mnuFileKill_Click(Root& root)
     if (root.currentRead != read || !tracks.has(row))
         return;
 
-    removeTrack(root, row);
+    const int top = tracks.TopRow();
+    removeTrack(root, row, top);
     Pause(root, 1.0);
 
     // A click inside the wait has opened a list of its own.
     if (root.currentRead == read)
-        readAgain(root, back);
+        readAgain(root, back, top);
     DisabledButtons(root, 0);
 
     root.mnuSpeichern.Click();

@@ -90,6 +90,9 @@ public:
     void clearSelection();
     /// Asks the view to scroll the row into sight.
     std::function<void(int row)> EnsureVisible = [](int) {};
+    /// The first row that the view shows; and asks it to begin with that one, as far as the rows reach.
+    std::function<int()> TopRow = [] { return 1; };
+    std::function<void(int row)> ShowFromRow = [](int) {};
     /// Asks the view to draw nothing until it is unlocked.
     std::function<void(bool locked)> LockUpdate = [](bool) {};
 

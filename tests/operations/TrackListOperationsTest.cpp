@@ -656,6 +656,19 @@ TEST_F(TrackListOperations, TheRowAboveTheRemovedOneIsSelected)
     EXPECT_EQ("a *b d", names());
 }
 
+TEST_F(TrackListOperations, ARemovalLeavesTheRowsWhereTheyStandOnTheScreen)
+{
+    QStringList shown;
+    tracks().TopRow = [] { return 2; };
+    tracks().ShowFromRow = [&](int row) { shown += u"from %1"_s.arg(row); };
+    tracks().EnsureVisible = [&](int row) { shown += u"in sight %1"_s.arg(row); };
+    open({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    tracks().select(3);
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ("from 2, from 2, from 2, in sight 2", shown.join(u", "_s).toStdString());
+}
+
 TEST_F(TrackListOperations, RemovingRowOneLeavesRowOneSelected)
 {
     open();
