@@ -284,4 +284,33 @@ TEST_F(ReportListView, AHundredThousandRowsAreShownAndScrolled)
     EXPECT_TRUE(view->uniformRowHeights());
 }
 
+TEST_F(ReportListView, AViewThatIsToldItsFirstRowBeginsThere)
+{
+    for (int i = 0; i < 100; ++i)
+        list.append({.Text = QString::number(i), .SubItems = {{.Text = QString::number(i)}}});
+    EXPECT_EQ(list.TopRow(), 1);
+    list.ShowFromRow(40);
+    EXPECT_EQ(list.TopRow(), 40);
+    EXPECT_EQ(view->indexAt(QPoint(5, 5)).row(), 39);
+    list.ShowFromRow(1000);
+    EXPECT_TRUE(view->viewport()->rect().contains(pointOf(list.count())));
+}
+
+TEST_F(ReportListView, ANumberThatDoesNotFitBesideItsPictureStandsWithoutIt)
+{
+    list.clear();
+    list.clearColumns();
+    list.addColumn(u"ID"_s, 0);
+    list.addColumn(u"Nr"_s, 800);
+    list.addColumn(u"Name"_s, 2000);
+    for (const QString& number : {u"1"_s, u"29999"_s})
+        for (const QString& picture : {u"Icon_2"_s, u""_s})
+            list.append({.SubItems = {{.Text = number, .ReportIcon = picture}, {.Text = u"a"_s}}});
+    const auto cell = [this](int row) {
+        return view->viewport()->grab(view->visualRect(list.index(row - 1, 1))).toImage();
+    };
+    EXPECT_NE(cell(1), cell(2)) << "room for both";
+    EXPECT_EQ(cell(3), cell(4)) << "the whole number alone";
+}
+
 } // namespace

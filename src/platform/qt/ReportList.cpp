@@ -13,6 +13,7 @@
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
+#include <QScrollBar>
 #include <QStyledItemDelegate>
 
 namespace orvantine {
@@ -46,7 +47,7 @@ public:
         QRect area = option.rect.adjusted(RowPadding, 0, -RowPadding, 0);
 
         const QString pictureName = index.data(ListView::IconNameRole).toString();
-        if (!pictureName.isEmpty()) {
+        if (!pictureName.isEmpty() && leavesRoom(area, index)) {
             const QRect place(area.left(), area.center().y() - IconSize / 2 + 1, IconSize, IconSize);
             Theme::listIcon(pictureName)
                 .paint(painter, place, Qt::AlignCenter, m_view.m_greyed ? QIcon::Disabled : QIcon::Normal);
@@ -64,6 +65,15 @@ public:
     }
 
 private:
+    /// A track number of many digits stands without its picture: cut, it would tell nothing.
+    [[nodiscard]] bool leavesRoom(const QRect& area, const QModelIndex& index) const
+    {
+        if (index.column() == m_view.keyColumn())
+            return true;
+        const int text = QFontMetrics(m_view.font()).horizontalAdvance(index.data().toString());
+        return text <= area.width() - IconSize - RowPadding + 1;
+    }
+
     /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
     [[nodiscard]] int paintMissing(QPainter& painter, const QRect& area) const
     {
@@ -151,6 +161,11 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     m_greyLater.setSingleShot(true);
     m_greyLater.setInterval(GreyAfter);
     connect(&m_greyLater, &QTimer::timeout, this, [this] {
+        // A box often asks about just these rows, and tells of itself that nothing else can be clicked.
+        if (QApplication::activeModalWidget() != nullptr) {
+            m_greyLater.start();
+            return;
+        }
         m_greyed = true;
         viewport()->update();
     });
@@ -173,6 +188,12 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
 
     list.SetFocus = [this] { setFocus(Qt::OtherFocusReason); };
     list.EnsureVisible = [this](int row) { scrollTo(m_list.index(row - 1, keyColumn())); };
+    list.TopRow = [this] { return verticalScrollBar()->value() + 1; };
+    list.ShowFromRow = [this](int row) {
+        executeDelayedItemsLayout();
+        updateGeometries();
+        verticalScrollBar()->setValue(row - 1);
+    };
     list.LockUpdate = [this](bool locked) { setUpdatesEnabled(!locked); };
     list.WidthChanged = [this](int, Twips) { showWidths(); };
     list.BatchEnded = [this] { showSelection(); };
@@ -194,6 +215,8 @@ ReportList::~ReportList()
 {
     m_list.SetFocus = [] {};
     m_list.EnsureVisible = [](int) {};
+    m_list.TopRow = [] { return 1; };
+    m_list.ShowFromRow = [](int) {};
     m_list.LockUpdate = [](bool) {};
     m_list.WidthChanged = [](int, Twips) {};
     m_list.BatchEnded = [] {};
