@@ -90,6 +90,22 @@ TEST_F(Window, AListThatRestsBehindABoxHasTheFocusAgainAfterwards)
     EXPECT_TRUE(catalogue.hasFocus());
 }
 
+TEST_F(Window, AListThatIsReadAnewBehindABoxHasTheFocusAgainAfterwards)
+{
+    open();
+    ReportList& tracks = *find<ReportList>(root.LListView2);
+    tracks.setFocus();
+    QWidget box;
+    box.show();
+    QApplication::setActiveWindow(&box);
+    root.LListView2.Enabled = false;
+    root.LListView2.Visible = false;
+    QApplication::setActiveWindow(&window);
+    root.LListView2.Enabled = true;
+    root.LListView2.Visible = true;
+    EXPECT_TRUE(tracks.hasFocus());
+}
+
 TEST_F(Window, ABoxThatAsksWhileTheListsRestGivesTheFocusBack)
 {
     open();

@@ -200,7 +200,7 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
 
     m_bindings.watch(list.selection(), [this] { showSelection(); });
     m_bindings.follow(list.Enabled, [this](bool enabled) { setUsable(enabled); });
-    m_bindings.follow(list.Visible, [this](bool visible) { setVisible(visible); });
+    m_bindings.follow(list.Visible, [this](bool visible) { setSeen(visible); });
     m_bindings.watch(list.GridLines, [this] { viewport()->update(); });
     m_bindings.watch(list.FontName, [this] { showFont(); });
     m_bindings.watch(list.FontSize, [this] { showFont(); });
@@ -519,23 +519,45 @@ void ReportList::setUsable(bool usable)
         m_greyLater.stop();
         m_greyed = false;
         setEnabled(true);
-        const QWidget* const focused = window()->focusWidget();
-        if (std::exchange(m_hadFocus, false) && (focused == nullptr || focused == window())) {
-            setFocus(Qt::OtherFocusReason);
-            tellFocusedRow();
-        }
+        giveFocusBack();
         return;
     }
     // A click that never ends counts as none.
     m_pressedRow = 0;
     showSelection();
-    // Behind a box the list has the focus of its window only. A disabled widget would hand it to the next one.
-    if (window()->focusWidget() == this) {
-        m_hadFocus = true;
-        clearFocus();
-    }
+    keepFocusInMind();
     m_greyLater.start();
     setEnabled(false);
+}
+
+void ReportList::setSeen(bool seen)
+{
+    if (!seen)
+        keepFocusInMind();
+    setVisible(seen);
+    giveFocusBack();
+}
+
+/// A widget that is disabled or hidden would hand its focus to the next one. Behind a box the list has the focus of its
+/// window only.
+void ReportList::keepFocusInMind()
+{
+    if (window()->focusWidget() != this)
+        return;
+    m_hadFocus = true;
+    clearFocus();
+}
+
+/// Once the list can be used again, unless the user went elsewhere meanwhile.
+void ReportList::giveFocusBack()
+{
+    if (!isEnabled() || isHidden() || !std::exchange(m_hadFocus, false))
+        return;
+    const QWidget* const focused = window()->focusWidget();
+    if (focused != nullptr && focused != window())
+        return;
+    setFocus(Qt::OtherFocusReason);
+    tellFocusedRow();
 }
 
 /// A screen reader would otherwise hear of the list alone, after each row that was opened.

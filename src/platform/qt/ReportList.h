@@ -62,6 +62,9 @@ private:
     void showFont();
     void keepGround();
     void setUsable(bool usable);
+    void setSeen(bool seen);
+    void keepFocusInMind();
+    void giveFocusBack();
     void tellFocusedRow();
     [[nodiscard]] int keyColumn() const;
 
