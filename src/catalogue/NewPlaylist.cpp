@@ -108,6 +108,8 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         root.files.writeText(path, u"\r\n"_s);
 
     appendRow(root, name, path);
+    // The sequence may have opened another list meanwhile: its tracks are not those of the new one.
+    root.LListView2.clear();
     // The tracks of a file that stands have not been read: a save before they are would empty it.
     takeTrackList(root, stands ? QString() : path);
 

@@ -51,7 +51,7 @@ QStringList acceptedFiles(const Root& root, const QList<QStringView>& paths)
             continue;
         // Required: behind the first accepted file any other one that exists is added too.
         accepted = accepted || endsAsAudio(path);
-        if (accepted)
+        if (accepted && !breaksLine(file))
             files += file;
     }
     return files;
@@ -113,8 +113,11 @@ void mnuEditPaste_Click(Root& root)
     const QStringList others = files.mid(1);
     // A bare name lies in the playlist's folder, and nobody has looked for it there.
     AddPlayEntrys(root, others, std::all_of(others.begin(), others.end(), FileDirPath::hasSeparator));
-    if (root.currentRead == shown)
-        SavePlayEntrys(root);
+    if (root.currentRead != shown)
+        return;
+    SavePlayEntrys(root);
+    // The read of a list without entries left the tracks out of sight.
+    root.LListView2.Visible = true;
 }
 
 QList<QStringView> quotedPaths(QStringView text)

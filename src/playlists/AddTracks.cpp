@@ -27,6 +27,17 @@ QString selectedPlaylist(const Root& root)
     return root.LListView1.subItem(root.LListView1.selectedRow(), 2);
 }
 
+bool isEntry(const QString& file)
+{
+    return !file.isEmpty() && !breaksLine(file);
+}
+
+/// The rows in sight may be those of another list; without a playlist they are nobody else's.
+bool takesTracks(Root& root)
+{
+    return takeOwnTracks(root) || selectedPlaylist(root).isEmpty();
+}
+
 /// An empty list gets its columns anew.
 void beginList(Root& root)
 {
@@ -133,12 +144,18 @@ void showFirstRow(Root& root)
 
 } // namespace
 
+bool breaksLine(const QString& path)
+{
+    return path.contains(u'\r') || path.contains(u'\n');
+}
+
 void AddPlayEntrys(Root& root, const QString& file, int batch)
 {
-    if (file.isEmpty())
+    if (!isEntry(file))
         return;
     ensureDataFolder(root, u"Playlisten"_s);
-    takeOwnTracks(root);
+    if (!takesTracks(root))
+        return;
     beginList(root);
     claimField(root);
     const QString playlist = selectedPlaylist(root);
@@ -155,10 +172,11 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
 {
     constexpr qsizetype BetweenYields = 256;
 
-    if (std::all_of(files.begin(), files.end(), [](const QString& file) { return file.isEmpty(); }))
+    if (std::none_of(files.begin(), files.end(), isEntry))
         return;
     ensureDataFolder(root, u"Playlisten"_s);
-    takeOwnTracks(root);
+    if (!takesTracks(root))
+        return;
     const int read = root.currentRead;
     const int row = root.LListView1.selectedRow();
     {
@@ -166,7 +184,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
         const Existence existence = exist ? Existence::Known : Existence::Asked;
         const ListView::Batch together(root.LListView2);
         for (qsizetype i = 0; i < files.size(); ++i) {
-            if (files[i].isEmpty())
+            if (!isEntry(files[i]))
                 continue;
             beginList(root);
             claimField(root);

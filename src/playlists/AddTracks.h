@@ -7,9 +7,13 @@ namespace orvantine {
 
 struct Root;
 
+/// True for a path that is no entry: a playlist holds a path in a line, and the next read would split it.
+[[nodiscard]] bool breaksLine(const QString& path);
+
 /// Appends one track to the open list and to tPlayliste. With `batch` 0 the playlist file is written from tPlayliste,
 /// and a list in a ".tmp" file moves into "Playlisten"; otherwise the catalogue's count is taken from the rows, and the
-/// caller saves once at the end. An empty file is a no-op.
+/// caller saves once at the end. An empty file is a no-op, and so is one whose path breaks a line. Nothing is added to
+/// the rows of another list than the selected one.
 void AddPlayEntrys(Root& root, const QString& file, int batch);
 
 /// As if each of the files were added as one of a batch, but shown together: the first row is selected, and its

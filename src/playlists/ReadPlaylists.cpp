@@ -261,12 +261,22 @@ Conversion convert(Root& root, const QString& path)
     return Conversion::Taken;
 }
 
+/// The text with its last line closed. One that holds line feeds of its own is several lines, and stays unclosed.
+QString closed(const QString& text)
+{
+    const qsizetype start = text.lastIndexOf(u'\r') + 1;
+    const bool lineFeedFirst = start > 0 && text.mid(start, 1) == u"\n"_s;
+    const QString tail = text.mid(lineFeedFirst ? start + 1 : start);
+    return tail.isEmpty() || tail.contains(u'\n') ? text : text + u"\r\n"_s;
+}
+
 /// Puts the entries of the open list in the place of those that it shows of the list before.
 void takeShortList(Root& root)
 {
     const QString path = root.openPlaylist;
     const ReadText read = root.files.readPlaylist(path);
-    const QString out = read.done() ? ownEntries(root, path, read.text) : QString();
+    // Nothing of the file is to be lost with the next write, so an unclosed last line is an entry here.
+    const QString out = read.done() ? ownEntries(root, path, closed(read.text)) : QString();
     if (!read.done() || (out.isEmpty() && holdsLines(read.text)))
         return;
     root.LListView2.clear();

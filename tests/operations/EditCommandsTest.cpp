@@ -278,6 +278,45 @@ TEST_F(EditCommands, HostileTextsAreEndedWithoutHarm)
     EXPECT_EQ("", added());
 }
 
+TEST_F(EditCommands, APathWithALineEndIsNotPasted)
+{
+    for (const QString& path : {u"/m/a\r/m/b.mp3"_s, u"/m/a\nb.mp3"_s})
+        desktop.memory()->put(path, "x");
+    paste(u"\"/m/a\r/m/b.mp3\" \"/m/a\nb.mp3\" \"/m/Zweite 1.mp3\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3", added());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/Zweite 1.mp3\r\n", file());
+}
+
+TEST_F(EditCommands, APasteIntoAListWithoutTracksShowsThem)
+{
+    put(listPath(u"Zweite"_s), "");
+    click(2);
+    ASSERT_FALSE(tracks().Visible.value());
+    paste(u"\"/m/Dritte 1.mp3\""_s);
+    EXPECT_EQ("/m/Dritte 1.mp3\r\n", bytes(listPath(u"Zweite"_s)).toStdString());
+    EXPECT_TRUE(tracks().Visible.value());
+}
+
+TEST_F(EditCommands, APasteGoesBehindTheOwnTracksOfAShortList)
+{
+    for (const char* content : {"x.mp3\r\n", "x.mp3"}) {
+        put(listPath(u"Zweite"_s), content);
+        catalogue().Tag = u"0"_s;
+        click(2);
+        paste(u"\"/m/Dritte 1.mp3\""_s);
+        EXPECT_EQ(data().toStdString() + "Playlisten/x.mp3\r\n/m/Dritte 1.mp3\r\n",
+                  bytes(listPath(u"Zweite"_s)).toStdString());
+    }
+}
+
+TEST_F(EditCommands, APasteOpensASelectedListThatIsNotInSight)
+{
+    catalogue().select(2);
+    paste(u"\"/m/Dritte 1.mp3\""_s);
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n/m/Dritte 1.mp3\r\n", bytes(listPath(u"Zweite"_s)).toStdString());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n\r\n", file());
+}
+
 TEST_F(EditCommands, AnotherListThatIsOpenedWhileTheQuestionIsUpGetsNothing)
 {
     desktop.clipboard.content = u"\"/m/Dritte 1.mp3\""_s;

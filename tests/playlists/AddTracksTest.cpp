@@ -383,8 +383,68 @@ TEST_F(AddTracks, AnotherListThanTheOneShownIsNeverWritten)
 {
     const QByteArray before = bytes(empty);
     catalogue().select(2);
+    const std::string rowsBefore = shown();
     AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    AddPlayEntrys(root(), QStringList{u"/m/c.mp3"_s});
     EXPECT_EQ(before.toStdString(), bytes(empty).toStdString());
+    EXPECT_EQ(rowsBefore, shown()) << "nor do the rows of the open one get a track";
+    EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(AddTracks, APathThatBreaksALineIsNoEntry)
+{
+    const std::string before = shown();
+    const QByteArray text = bytes(list);
+    for (const QString& path : {u"/m/x\r/m/c.mp3"_s, u"/m/x\nc.mp3"_s}) {
+        desktop.memory()->put(path, "x");
+        AddPlayEntrys(root(), path, 0);
+        AddPlayEntrys(root(), path, 1);
+        AddPlayEntrys(root(), QStringList{path});
+        EXPECT_EQ(before, shown());
+    }
+    EXPECT_EQ(text.toStdString(), bytes(list).toStdString());
+    AddPlayEntrys(root(), QStringList{u"/m/x\nc.mp3"_s, putTrack(u"c"_s)});
+    EXPECT_EQ(before + "\n103 03 c </m/c.mp3> <c.mp3>", shown());
+}
+
+TEST_F(AddTracks, AListWhoseOnlyLineIsUnclosedTakesTheNewTrackBehindIt)
+{
+    for (const char* content : {"/m/a-ist-lang.mp3", "#EXTM3U\r\n/m/a-ist-lang.mp3"}) {
+        put(empty, content);
+        catalogue().Tag = u"0"_s;
+        click(2);
+        ASSERT_TRUE(root().foreignRows);
+        AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+        EXPECT_EQ("/m/a-ist-lang.mp3\r\n/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+        EXPECT_EQ(2, tracks().count());
+    }
+}
+
+TEST_F(AddTracks, ALineThatAlsoStandsUnclosedBehindAShortOneIsKept)
+{
+    put(empty, "x.mp3\r\n/m/b.mp3");
+    click(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("x.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, AListOfMoreEntriesThanAListCanShowIsNotWritten)
+{
+    QByteArray many;
+    for (int i = 0; i < 32'768; ++i)
+        many += "/m/" + QByteArray::number(i) + ".mp3\r\n";
+    put(list, many);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_TRUE(many == bytes(list));
+}
+
+TEST_F(AddTracks, AListThatCannotBeReadIsNotWritten)
+{
+    const QByteArray before = bytes(list);
+    desktop.memory()->setUnreadable(list);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    desktop.memory()->setUnreadable(list, false);
+    EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
 }
 
 TEST_F(AddTracks, ManyFilesAreShownTogetherAndTheFirstRowIsReadOnce)
@@ -703,6 +763,79 @@ TEST_F(AddSounds, FilesAreNotAddedToTheTracksOfAnotherList)
     mnuAddSounds_Click(root());
     EXPECT_EQ(before, shown());
     EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(AddSounds, AListThatIsOpenedWhileTheFolderIsChosenGetsNoFile)
+{
+    desktop.forms().whileModal(u"Ordner"_s, [this](Form& form) {
+        auto& dialog = static_cast<Ordner&>(form);
+        dialog.LTreeview.SelectedFolder = u"/neu"_s;
+        dialog.LTreeview.Change();
+        click(2);
+        dialog.BReady.Click();
+    });
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("", bytes(empty).trimmed().toStdString());
+    EXPECT_FALSE(bytes(list).contains("/neu/"));
+    EXPECT_EQ(0, tracks().count());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, AListThatIsOpenedWhileTheFileIsChosenGetsNoFile)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    desktop.choosers.queue.push({.kind = ChooserKind::Open,
+                                 .file = ChosenFile{.folder = u"/neu"_s, .fileName = u"a.mp3"_s},
+                                 .folder = {},
+                                 .font = {},
+                                 .meanwhile = [this] { click(2); }});
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("", bytes(empty).trimmed().toStdString());
+    EXPECT_FALSE(bytes(list).contains("/neu/"));
+    EXPECT_EQ(0, tracks().count());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, CancelInFileModeStillSavesTheList)
+{
+    setting(u"FolderView"_s, dwordSetting(0));
+    desktop.choosers.cancel(ChooserKind::Open);
+    ASSERT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n\r\n", bytes(list).toStdString());
+    mnuAddSounds_Click(root());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n", bytes(list).toStdString());
+    expectWaitOver();
+}
+
+TEST_F(AddSounds, FilesWhoseNameHasALineEndAreLeftOut)
+{
+    desktop.memory()->put(u"/neu/x\ry.mp3"_s, "x");
+    desktop.memory()->put(u"/neu/x\ny.mp3"_s, "x");
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n",
+              bytes(list).toStdString());
+    EXPECT_EQ(6, tracks().count());
+    setting(u"FolderView"_s, dwordSetting(0));
+    desktop.choosers.open(u"/neu/x\ry.mp3"_s);
+    mnuAddSounds_Click(root());
+    EXPECT_EQ(6, tracks().count());
+}
+
+TEST_F(AddSounds, TheFilesGoBehindTheOwnTracksOfAShortList)
+{
+    put(empty, "x.mp3\r\n");
+    click(2);
+    addFolder(u"/neu"_s);
+    EXPECT_EQ(5, tracks().count());
+    EXPECT_TRUE(bytes(empty).startsWith((data() + u"Playlisten/x.mp3\r\n/neu/a.mp3\r\n"_s).toUtf8()));
+}
+
+TEST_F(AddSounds, ASelectedListThatIsNotInSightIsOpenedFirst)
+{
+    const QByteArray before = bytes(list);
+    catalogue().select(2);
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n", bytes(empty).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
 }
 
 TEST_F(AddSounds, WithoutAnyKeptFolderTheTextStaysAsItWas)

@@ -206,6 +206,11 @@ MemoryFiles::Node* MemoryFiles::create(const QString& path, bool folder)
     const QString text = withSlashes(path);
     if (!canBeCreated(nameOf(text)) || !isFolder(parentOf(text)))
         return nullptr;
+    return insert(text, folder);
+}
+
+MemoryFiles::Node* MemoryFiles::insert(const QString& text, bool folder)
+{
     Node fresh;
     fresh.path = text;
     fresh.folder = folder;
@@ -316,7 +321,7 @@ void MemoryFiles::putFolder(const QString& path)
     if (isFolder(path))
         return;
     putFolder(parentOf(path));
-    create(path, true);
+    insert(withSlashes(path), true);
 }
 
 void MemoryFiles::put(const QString& path, const QByteArray& bytes)
@@ -324,7 +329,7 @@ void MemoryFiles::put(const QString& path, const QByteArray& bytes)
     putFolder(parentOf(path));
     Node* target = node(path);
     if (target == nullptr)
-        target = create(path, false);
+        target = insert(withSlashes(path), false);
     target->bytes = bytes;
     touch(*target);
 }

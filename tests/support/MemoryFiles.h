@@ -51,7 +51,7 @@ public:
     // For the test
     /// Makes the folder and those above it.
     void putFolder(const QString& path);
-    /// Puts a file as it is, with the folders above it.
+    /// Puts a file as it is, with the folders above it: another program may give it any name.
     void put(const QString& path, const QByteArray& bytes);
     [[nodiscard]] std::optional<QByteArray> bytes(const QString& path) const;
     void setModified(const QString& path, const QDateTime& time);
@@ -83,6 +83,8 @@ private:
     [[nodiscard]] Node* node(const QString& path);
     [[nodiscard]] Node* writable(const QString& path);
     Node* create(const QString& path, bool folder);
+    /// The folder above stands.
+    Node* insert(const QString& text, bool folder);
     void touch(Node& node);
     [[nodiscard]] QStringList names(const QString& folder, bool folders, const QString& patterns, bool hidden) const;
 

@@ -107,6 +107,9 @@ void VirtualEvents::yield(std::chrono::milliseconds atMost)
         m_lastMove = m_now;
         m_idleYields = 0;
     }
+    if (atMost.count() == 0)
+        if (const auto action = m_atYield.extract(m_yields))
+            action.mapped()();
     const Time until = m_now;
     while (nextDue().value_or(until + Time{1}) <= until && fireOne()) {
     }
@@ -154,6 +157,11 @@ void VirtualEvents::run(std::chrono::milliseconds time)
 void VirtualEvents::after(std::chrono::milliseconds time, std::function<void()> action)
 {
     m_actions.push_back({m_now + time, std::move(action)});
+}
+
+void VirtualEvents::atYield(int number, std::function<void()> action)
+{
+    m_atYield[m_yields + number] = std::move(action);
 }
 
 } // namespace orvantine::fake

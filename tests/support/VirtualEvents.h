@@ -4,6 +4,7 @@
 #include "support/CallLog.h"
 #include "support/Complaints.h"
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -33,6 +34,8 @@ public:
     /// The action runs when the time has gone by, before a timer that is due at the same moment: a user who does
     /// something while the program waits.
     void after(std::chrono::milliseconds time, std::function<void()> action);
+    /// The action runs inside the yield of that number, counted from now among those without a time.
+    void atYield(int number, std::function<void()> action);
     /// How often somebody yielded without a time.
     [[nodiscard]] int yields() const { return m_yields; }
     /// Since the events came into being.
@@ -55,6 +58,7 @@ private:
     Complaints& m_complaints;
     std::vector<std::unique_ptr<Driver>> m_timers;
     std::vector<Action> m_actions;
+    std::map<int, std::function<void()>> m_atYield;
     QDateTime m_start;
     Time m_now{0};
     Time m_lastMove{0};
