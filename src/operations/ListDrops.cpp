@@ -18,6 +18,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 
 namespace orvantine {
 
@@ -36,12 +37,6 @@ Answer ask(Root& root, const QString& text, const QString& title)
     return root.services.messages.show(text, title, MessageIcon::Exclamation, MessageButtons::YesNo);
 }
 
-/// A playlist holds a path in a line.
-bool breaksLine(const QString& path)
-{
-    return path.contains(u'\r') || path.contains(u'\n');
-}
-
 // Tracks
 
 bool isAudio(const Root& root, const QString& path)
@@ -50,10 +45,10 @@ bool isAudio(const Root& root, const QString& path)
     return extensions.contains(path.right(4).toLower()) && !breaksLine(path) && !root.files.isFolder(path);
 }
 
-/// Case and the kind of separator do not make another file.
+/// Case, the kind of separator and the way that an umlaut is composed do not make another file.
 QString compared(QString path)
 {
-    return path.replace(u'\\', u'/').toCaseFolded();
+    return path.replace(u'\\', u'/').normalized(QString::NormalizationForm_C).toCaseFolded();
 }
 
 bool mayAddTo(Root& root, const QString& playlist)
@@ -69,6 +64,13 @@ bool mayAddTwice(Root& root, const QString& file)
                u"Die Sounddatei ''"_s + FileDirPath::FileNameOf(file) +
                    u"'' ist bereits vor\nMöchten Sie fortfahren und die doppelten Dateien trotzdem hinzufügen ?"_s,
                u" Audiodateien hinzufügen"_s, MessageIcon::None, MessageButtons::YesNo) == Answer::Yes;
+}
+
+/// The read of a list without entries leaves the tracks out of sight.
+void showAddedTracks(Root& root)
+{
+    if (root.LListView2.count() > 0)
+        root.LListView2.Visible = true;
 }
 
 QSet<QString> pathsOf(const ListView& tracks)
@@ -100,10 +102,15 @@ bool addFiles(Root& root, const QStringList& files)
     const qsizetype newOnes = countOfNew(files, pathsOf(root.LListView2));
     DisabledButtons(root, 1);
     AddPlayEntrys(root, files.first(newOnes));
-    // The question speaks of all doubles: its Yes counts for the rest of the drop.
-    if (root.currentRead == read && newOnes < files.size() && mayAddTwice(root, files[newOnes]) &&
-        root.currentRead == read)
-        AddPlayEntrys(root, files.sliced(newOnes));
+    if (root.currentRead == read && newOnes < files.size()) {
+        // While the question is up the sequence may open another list: what was added is safe by then.
+        if (newOnes > 0)
+            SavePlayEntrys(root);
+        DisabledButtons(root, 1);
+        // The question speaks of all doubles: its Yes counts for the rest of the drop.
+        if (root.currentRead == read && mayAddTwice(root, files[newOnes]) && root.currentRead == read)
+            AddPlayEntrys(root, files.sliced(newOnes));
+    }
     DisabledButtons(root, 0);
     return root.currentRead == read;
 }
@@ -138,71 +145,96 @@ void openNewRow(Root& root, QString path)
 {
     ListView& list = root.LListView1;
     const int row = list.count();
+    // The sequence may have gone on to another row.
+    list.select(row);
     GetPlayEntrys(root, path);
     if (list.selectedRow() == row && list.subItem(row, 2) == path)
         list.setSubItem(row, 3, QString::number(root.LListView2.count()));
 }
 
-bool addPlaylist(Root& root, QString path)
+/// Path and name of the selected row.
+QStringList selectedEntry(const Root& root)
 {
-    // A new row would make an empty list of a file that has vanished.
-    if (!Dateiexistenz::FileExists(root, path) ||
-        !NewPlayliste(root, path, FileDirPath::without(FileDirPath::FileNameOf(path), 4)))
-        return false;
-    openNewRow(root, path);
-    return true;
+    const ListView& list = root.LListView1;
+    return {list.subItem(list.selectedRow(), 2), list.subItem(list.selectedRow(), 1)};
 }
 
-QStringList audioFilesOf(const Root& root, const QString& folder)
+/// The entry is selected and the rows in sight are its tracks.
+bool isOpen(Root& root, const QStringList& entry)
+{
+    return takeOwnTracks(root) && selectedEntry(root) == entry;
+}
+
+/// The entry that was added, nothing where it failed.
+std::optional<QStringList> addPlaylist(Root& root, QString path)
+{
+    // A new row would make an empty list of a file that has vanished.
+    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 4);
+    if (!Dateiexistenz::FileExists(root, path) || !NewPlayliste(root, path, name))
+        return {};
+    openNewRow(root, path);
+    return QStringList{path, name};
+}
+
+/// The audio files of a folder that the open list does not hold.
+QStringList newAudioFilesOf(const Root& root, const QString& folder)
 {
     QStringList files = root.files.list(folder, u"*.mp3;*.wma;*.wav"_s);
     for (QString& file : files)
         file = FileDirPath::join(folder, file);
+    const QSet<QString> known = pathsOf(root.LListView2);
+    files.removeIf([&known](const QString& file) { return known.contains(compared(file)); });
     return files;
 }
 
-bool addFolder(Root& root, const QString& folder)
+/// The entry that was added, nothing where it failed.
+std::optional<QStringList> addFolder(Root& root, const QString& folder)
 {
     const QString name = FileDirPath::FileNameOf(folder);
     // A list of such a name would have no file, and its tracks would be gone with the next click.
-    if (name.isEmpty() || !FileDirPath::canBeFileName(name))
-        return false;
+    if (name.isEmpty() || !FileDirPath::canBeFileName(name) || breaksLine(folder))
+        return {};
     QString path = root.tDatenbank.Text.value() + root.services.start.stem + u".tmp"_s;
-    const QString own = FileDirPath::join(root.tDatenbank.Text.value() + u"Playlisten"_s, name + u".m3u"_s);
-    const bool shared = Dateiexistenz::FileExists(root, own);
     if (!NewPlayliste(root, path, name))
-        return false;
-    // The file of a list with the same name keeps its tracks.
-    if (shared)
+        return {};
+    const QStringList entry{path, name};
+    // The file of a list with the same name keeps its tracks. The sequence may have put those of another list in sight.
+    if (!isOpen(root, entry))
         openNewRow(root, path);
+    if (!isOpen(root, entry))
+        return {};
     const int read = root.currentRead;
-    AddPlayEntrys(root, audioFilesOf(root, folder), true);
-    if (root.currentRead == read)
-        SavePlayEntrys(root);
-    return true;
+    AddPlayEntrys(root, newAudioFilesOf(root, folder), true);
+    if (root.currentRead != read || !isOpen(root, entry))
+        return {};
+    SavePlayEntrys(root);
+    showAddedTracks(root);
+    return entry;
 }
 
-/// A new entry is stored at once, before the next item is looked at. Its file comes into being with it: a list that
-/// stands there without an entry would get its tracks twice when the folder is dropped again.
-bool storeItem(Root& root, const QString& item, bool folder)
+/// Gives the entry, nothing where it failed. A new one is stored at once, before the next item is looked at, and its
+/// file comes into being with it.
+std::optional<QStringList> storeItem(Root& root, const QString& item, bool folder)
 {
     const WholeChange together(root.files);
-    if (!(folder ? addFolder(root, item) : addPlaylist(root, item)))
-        return false;
+    std::optional<QStringList> entry = folder ? addFolder(root, item) : addPlaylist(root, item);
+    if (!entry)
+        return entry;
     // Not only where the user may press it: in a catalogue that was empty it is disabled until the next pass.
     root.mnuSpeichern.Click();
-    return true;
+    return entry;
 }
 
 void addItem(Root& root, const QString& item, bool folder)
 {
     DisabledButtons(root, 1);
-    const bool stored = storeItem(root, item, folder);
+    const std::optional<QStringList> stored = storeItem(root, item, folder);
     DisabledButtons(root, 0);
     if (!stored)
         return tellFailure(root);
     Dialogsuche(root, false);
-    if (folder)
+    // The sequence may have gone on to another row: the picture is not that one's cover.
+    if (folder && selectedEntry(root) == *stored)
         FindPicture(root, item);
 }
 
@@ -210,7 +242,7 @@ void addItem(Root& root, const QString& item, bool folder)
 
 void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
 {
-    if (paths.isEmpty() || !mayChangeTracks(root) || root.loadingCatalogue)
+    if (paths.isEmpty() || !mayChangeTracks(root) || root.loadingCatalogue || root.reordering)
         return;
     const QScopedValueRollback running(root.changingTracks, true);
 
@@ -219,7 +251,11 @@ void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
         if (root.LListView1.count() >= MostPlaylists)
             return tellLimit(root);
         const bool folder = root.files.isFolder(path);
-        if (folder || isPlaylist(path))
+        const bool list = folder || isPlaylist(path);
+        // Only the whole catalogue is stored: the entry would be gone with the filter.
+        if (list && root.mnuFavoritenShow.Tag == u"1"_s)
+            return tellFailure(root);
+        if (list)
             addItem(root, path, folder);
         else if (!std::exchange(offered, true))
             offerNewPlaylist(root);
@@ -228,7 +264,7 @@ void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
 
 void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
 {
-    if (paths.isEmpty() || !mayChangeTracks(root))
+    if (paths.isEmpty() || !mayChangeTracks(root) || root.reordering)
         return;
     const QScopedValueRollback running(root.changingTracks, true);
     ListView& list = root.LListView1;
@@ -255,6 +291,7 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
     if (!addFiles(root, paths))
         return;
     SavePlayEntrys(root);
+    showAddedTracks(root);
     root.mnuSpeichern.Click();
 }
 

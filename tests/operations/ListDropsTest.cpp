@@ -262,6 +262,7 @@ TEST_F(ListDrops, AnEmptyCatalogueOffersANewPlaylist)
     desktop.messages.answer(Answer::No, u" Keine Wiedergabeliste"_s, text);
     tracks().Drop({track});
     EXPECT_EQ(0, tracks().count());
+    EXPECT_NE(std::string::npos, boxes().find("icon exclamation buttons yes-no answer no"));
     desktop.messages.answer(Answer::Yes, u" Keine Wiedergabeliste"_s, text);
     desktop.messages.enter(u"Neue"_s);
     tracks().Drop({track});
@@ -317,6 +318,74 @@ TEST_F(ListDrops, AnEmptyDropIsNone)
     tracks().Drop({});
     catalogue().Drop({});
     EXPECT_EQ("", actions());
+}
+
+TEST_F(ListDrops, WhatWasAddedBeforeTheQuestionForDoublesIsSavedWhereAnotherListIsOpenedMeanwhile)
+{
+    startPlayback();
+    const QString track = putTrack(u"neu"_s);
+    desktop.messages.script(
+        {.answer = Answer::Yes, .entered = {}, .title = u" Audiodateien hinzufügen"_s, .text = {}, .meanwhile = [&] {
+             EXPECT_TRUE(root().buttonsDisabled);
+             click(2);
+         }});
+    tracks().Drop({track, u"/m/Erste 1.mp3"_s});
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/neu.mp3\r\n", file());
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n\r\n", file(u"Zweite"_s));
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(ListDrops, TheListIsWrittenBeforeTheDatabase)
+{
+    startPlayback();
+    const QString track = putTrack(u"neu"_s);
+    forgetCalls();
+    tracks().Drop({track});
+    const std::string order = actions();
+    const std::size_t list = order.find("Erste.m3u");
+    ASSERT_NE(std::string::npos, list) << order;
+    EXPECT_LT(list, order.find("1d")) << order;
+}
+
+TEST_F(ListDrops, AnUmlautThatIsComposedOtherwiseIsNoOtherTrack)
+{
+    startPlayback();
+    const QString composed = u"/m/M\u00fcller.mp3"_s;
+    put(composed, "x");
+    tracks().Drop({composed});
+    answerTwice(Answer::No, u"Mu\u0308ller.mp3"_s);
+    tracks().Drop({u"/m/Mu\u0308ller.mp3"_s});
+    EXPECT_EQ(composed.toStdString(), added());
+}
+
+TEST_F(ListDrops, WhatIsDroppedInsideTheWaitOfAMoveInTheCatalogueIsLeft)
+{
+    startPlayback();
+    click(2);
+    const QString track = putTrack(u"neu"_s);
+    put(u"/musik/Mein Album/b.mp3"_s, "x");
+    bool dropped = false;
+    desktop.events().after(std::chrono::milliseconds{500}, [&] {
+        dropped = true;
+        catalogue().Drop({u"/musik/Mein Album"_s});
+        tracks().Drop({track});
+    });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_TRUE(dropped);
+    EXPECT_EQ("*Zweite Erste Dritte Einzeln", names());
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3", bytes(listPath(u"Zweite"_s)).trimmed().toStdString());
+}
+
+TEST_F(ListDrops, TheTracksOfAListThatWasOutOfSightAreShownWithTheDrop)
+{
+    startPlayback();
+    put(listPath(u"Zweite"_s), "");
+    click(2);
+    ASSERT_FALSE(tracks().Visible.value());
+    tracks().Drop({putTrack(u"neu"_s)});
+    EXPECT_EQ("/m/neu.mp3\r\n", file(u"Zweite"_s));
+    EXPECT_TRUE(tracks().Visible.value());
 }
 
 // On the catalogue
@@ -428,6 +497,143 @@ TEST_F(ListDrops, AVanishedPlaylistIsAFailureAndNoFileIsMade)
     EXPECT_EQ("*Erste Zweite Dritte Einzeln", names());
     EXPECT_EQ("(missing)", bytes(u"/l/weg.m3u"_s).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
+}
+
+TEST_F(ListDrops, OnlyM3uListsAreTakenAndTheEndingNeedsNoPoint)
+{
+    startPlayback();
+    for (const QString& path : {u"/l/Sommer.pls"_s, u"/l/Sommer.nml"_s}) {
+        put(path, "/m/Erste 1.mp3\r\n");
+        answerOther(Answer::No);
+        catalogue().Drop({path});
+        EXPECT_EQ(4, catalogue().count()) << path.toStdString();
+    }
+    put(u"/l/Winterxm3u"_s, "/m/Erste 1.mp3\r\n");
+    catalogue().Drop({u"/l/Winterxm3u"_s});
+    EXPECT_EQ("Erste Zweite Dritte Einzeln *Winter", names());
+}
+
+TEST_F(ListDrops, AFolderUnderAPathWithALineEndIsAFailure)
+{
+    startPlayback();
+    for (const QString& folder : {u"/mu\rsik/Album"_s, u"/mu\nsik/Album"_s, u"/musik/Al\nbum"_s}) {
+        desktop.memory()->put(folder + u"/a.mp3"_s, "x");
+        answerFailure();
+        catalogue().Drop({folder});
+        EXPECT_EQ("*Erste Zweite Dritte Einzeln", names()) << folder.toStdString();
+    }
+}
+
+TEST_F(ListDrops, AFileOfADroppedFolderWhoseNameHasALineEndIsLeftOut)
+{
+    startPlayback();
+    put(u"/musik/Album/a.mp3"_s, "x");
+    desktop.memory()->put(u"/musik/Album/b\rc.mp3"_s, "x");
+    desktop.memory()->put(u"/musik/Album/b\nc.mp3"_s, "x");
+    catalogue().Drop({u"/musik/Album"_s});
+    EXPECT_EQ("/musik/Album/a.mp3\r\n", file(u"Album"_s));
+    EXPECT_EQ(1, tracks().count());
+}
+
+TEST_F(ListDrops, UnderTheFilterOfFavouritesNoListIsTakenAndTheFailureToldOnce)
+{
+    startPlayback();
+    put(u"/musik/Album/a.mp3"_s, "x");
+    put(u"/l/Sommer.m3u"_s, "/m/Erste 1.mp3\r\n");
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ("1", root().mnuFavoritenShow.Tag.toStdString());
+    const std::string before = names();
+    for (const QStringList& items :
+         {QStringList{u"/musik/Album"_s, u"/l/Sommer.m3u"_s}, QStringList{u"/l/Sommer.m3u"_s}}) {
+        answerFailure();
+        catalogue().Drop(items);
+        EXPECT_EQ(before, names());
+    }
+    EXPECT_EQ("(missing)", file(u"Album"_s));
+}
+
+TEST_F(ListDrops, TheFolderOfAListThatStandsAlreadyAddsOnlyWhatItDoesNotHold)
+{
+    startPlayback();
+    put(u"/musik/Album/a.mp3"_s, "x");
+    put(u"/musik/Album/b.mp3"_s, "x");
+    catalogue().Drop({u"/musik/Album"_s});
+    put(u"/musik/Album/c.mp3"_s, "x");
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    desktop.messages.answer(Answer::Yes);
+    catalogue().Drop({u"/musik/Album"_s});
+    EXPECT_EQ("/musik/Album/a.mp3\r\n/musik/Album/b.mp3\r\n/musik/Album/c.mp3\r\n", file(u"Album"_s));
+    EXPECT_EQ("Erste Zweite Dritte Einzeln Album *Album", names());
+}
+
+TEST_F(ListDrops, TheTracksOfADroppedFolderAreShownBehindAListWithoutAny)
+{
+    startPlayback();
+    put(listPath(u"Zweite"_s), "");
+    click(2);
+    ASSERT_FALSE(tracks().Visible.value());
+    put(u"/musik/Album/a.mp3"_s, "x");
+    catalogue().Drop({u"/musik/Album"_s});
+    EXPECT_EQ(1, tracks().count());
+    EXPECT_TRUE(tracks().Visible.value());
+}
+
+TEST_F(ListDrops, AListThatTheSequenceOpensBeforeTheTracksOfTheFolderAreAddedGetsNone)
+{
+    startPlayback();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    put(u"/musik/Album/a.mp3"_s, "x");
+    for (const int moment : {1, 2, 3}) {
+        run(1000);
+        desktop.disk().remove(listPath(u"Album"_s));
+        desktop.events().atYield(moment, [&] { click(2); });
+        catalogue().Drop({u"/musik/Album"_s});
+        EXPECT_EQ("/musik/Album/a.mp3\r\n", file(u"Album"_s)) << moment;
+        EXPECT_EQ(1, tracks().count()) << moment;
+        EXPECT_EQ("1", catalogue().subItem(catalogue().count(), 3).toStdString()) << moment;
+    }
+    EXPECT_EQ("Erste Zweite Dritte Einzeln Album Album *Album", names());
+}
+
+TEST_F(ListDrops, WhateverTheSequenceOpensInsideADropTheListsKeepTheirOwnTracksAndCovers)
+{
+    startPlayback();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    put(u"/musik/Album/a.mp3"_s, "x");
+    put(u"/musik/Album/bild.jpg"_s, "neu");
+    put(data() + u"Resource/Zweite.jpg"_s, "alt");
+    // A click in each of the moments at which the drop serves events.
+    constexpr int Most = 60;
+    for (int moment = 1; moment <= Most; ++moment) {
+        desktop.disk().remove(listPath(u"Album"_s));
+        desktop.disk().remove(data() + u"Resource/Album.jpg"_s);
+        while (catalogue().count() > 4)
+            catalogue().remove(5);
+        catalogue().Tag = u"0"_s;
+        click(1);
+        desktop.messages.take();
+
+        bool clicked = false;
+        run(1000);
+        desktop.events().atYield(moment, [&] {
+            clicked = true;
+            click(2);
+        });
+        // Where the tracks could not be saved the failure is told.
+        desktop.messages.answer(Answer::Ok);
+        catalogue().Drop({u"/musik/Album"_s});
+        const bool failed = boxes().find("Fehler aufgetreten") != std::string::npos;
+        desktop.messages.queue.clear();
+
+        EXPECT_EQ("alt", bytes(data() + u"Resource/Zweite.jpg"_s).toStdString()) << moment;
+        EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3", bytes(listPath(u"Zweite"_s)).trimmed().toStdString()) << moment;
+        if (!failed) {
+            EXPECT_EQ("/musik/Album/a.mp3\r\n", file(u"Album"_s)) << moment;
+        }
+        if (!clicked)
+            return;
+    }
+    FAIL() << "the drop serves events more often";
 }
 
 TEST_F(ListDrops, AnyOtherItemOffersANewPlaylistOnce)
