@@ -20,6 +20,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace orvantine;
@@ -211,6 +212,52 @@ TEST_F(FolderTreeOnScreen, ADriveAndAnotherCaseLeadToTheOneFolderThatTheHostHas)
     show();
     control.SelectedFolder = u"C:\\Fort"_s;
     EXPECT_EQ(tree->topLevelItem(0), tree->currentItem());
+}
+
+TEST_F(FolderTreeOnScreen, RepeatedSeparatorsLeadToTheOneFolder)
+{
+    for (const auto& [drive, text] :
+         {std::pair{u"/"_s, u"Z:"_s + base() + u"/Musik/Alben"_s}, std::pair{base() + u"/"_s, u"Z:\\Musik\\Alben"_s},
+          std::pair{base() + u"//"_s, u"Z:\\\\Musik\\\\Alben\\\\"_s},
+          std::pair{u"/"_s, base() + u"//Musik///Alben//"_s}}) {
+        PosixFilesOptions options;
+        options.drives = {{u"Z:"_s, drive}};
+        const PosixFiles files(options);
+        for (const bool native : {true, false}) {
+            if (!native && text.startsWith(u'Z'))
+                continue;
+            control.NativePath = nullptr;
+            if (native)
+                control.NativePath = [&files](const QString& path) { return files.nativePath(path); };
+            control.SelectedFolder = QString();
+            show();
+            control.SelectedFolder = text;
+            EXPECT_EQ((base() + u"/Musik/Alben"_s).toStdString(),
+                      FolderTreeView::pathOf(*tree->currentItem()).toStdString());
+            ASSERT_TRUE(QTest::qWaitFor([&] { return isRead({}) && isRead(u"Musik"_s); }));
+            EXPECT_EQ("Leer|Musik", joined(childNames(*item({}))));
+        }
+    }
+    show();
+    control.SelectedFolder = u"/gibt//es/nicht"_s;
+    EXPECT_EQ(tree->topLevelItem(0), tree->currentItem());
+}
+
+TEST_F(FolderTreeOnScreen, NamesOfSeveralEncodingsInAPathAreReadEachForItself)
+{
+    const QByteArray name = bytes(base()) + "/J\xC3\xB6rg";
+    const QByteArray path = name + "/Caf\xE9";
+    ASSERT_EQ(0, ::mkdir(name.constData(), 0700));
+    ASSERT_EQ(0, ::mkdir(path.constData(), 0700));
+    show();
+    open({});
+    open(u"Jörg"_s);
+    QTreeWidgetItem* const folderOfTwo = item(u"Jörg/Café"_s);
+    ASSERT_NE(folderOfTwo, nullptr);
+    tree->setCurrentItem(folderOfTwo);
+    EXPECT_EQ((base() + u"/Jörg/Café"_s).toStdString(), control.SelectedFolder.value().toStdString());
+    EXPECT_EQ((base() + u"/Jörg/Café"_s).toStdString(), folderOfTwo->toolTip(0).toStdString());
+    EXPECT_EQ(path, PosixFiles(PosixFilesOptions()).nativePath(control.SelectedFolder.value()));
 }
 
 TEST_F(FolderTreeOnScreen, ALinkThatLeadsBackUpIsALeafAndOneThatLeadsRoundIsNoFolder)

@@ -132,9 +132,12 @@ std::optional<QString> NameLookup::hostText(const QString& path) const
         path.size() >= 2 && path[1] == u':' && path[0].isLetter() && (path.size() == 2 || isSeparator(path[2]));
     if (!drive)
         return path;
-    const QString folder = m_drives.value(path.left(2).toUpper());
+    QString folder = m_drives.value(path.left(2).toUpper());
     if (folder.isEmpty())
         return std::nullopt;
+    // The text behind it begins with its own separator.
+    while (folder.endsWith(u'/'))
+        folder.chop(1);
     return folder + (path.size() == 2 ? u"/"_s : path.sliced(2));
 }
 

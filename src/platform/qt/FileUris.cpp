@@ -1,6 +1,6 @@
 #include "platform/qt/FileUris.h"
 
-#include "platform/CodePage.h"
+#include "platform/qt/TreePlaces.h"
 
 #include <QMimeData>
 #include <QSysInfo>
@@ -38,15 +38,6 @@ std::optional<QByteArray> encodedPath(const QByteArray& uri)
     return rest.startsWith('/') ? std::optional(rest) : std::nullopt;
 }
 
-/// Names of several encodings may follow one another in a path, each with its own.
-QString textOf(const QByteArray& path)
-{
-    QStringList parts;
-    for (const QByteArray& part : path.split('/'))
-        parts += CodePage().decode(part);
-    return parts.join(u'/');
-}
-
 QString localPath(const QByteArray& uri)
 {
     const std::optional<QByteArray> encoded = encodedPath(uri);
@@ -57,7 +48,7 @@ QString localPath(const QByteArray& uri)
         return {};
     while (path.size() > 1 && path.endsWith('/'))
         path.chop(1);
-    return textOf(path);
+    return folderText(path);
 }
 
 QStringList pathsOf(const QByteArray& list)

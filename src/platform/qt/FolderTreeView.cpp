@@ -47,6 +47,19 @@ bool isBelow(const QByteArray& path, const QByteArray& folder)
     return path == folder || path.startsWith(joined(folder, {}));
 }
 
+/// The path as the items bear it, in which one separator follows a name: a level more would never be reached.
+QByteArray plain(const QByteArray& path)
+{
+    QByteArray result;
+    result.reserve(path.size());
+    for (const char byte : path)
+        if (byte != '/' || !result.endsWith('/'))
+            result += byte;
+    if (result.size() > 1 && result.endsWith('/'))
+        result.chop(1);
+    return result;
+}
+
 QTreeWidgetItem* childOf(const QTreeWidgetItem& item, const QByteArray& path)
 {
     for (int i = 0; i < item.childCount(); ++i)
@@ -210,9 +223,7 @@ void FolderTreeView::reveal(const QString& folder)
     if (m_revealing)
         return;
     const QScopedValueRollback quiet(m_revealing, true);
-    QByteArray path = hostPath(folder);
-    while (path.size() > 1 && path.endsWith('/'))
-        path.chop(1);
+    const QByteArray path = plain(hostPath(folder));
     QTreeWidgetItem* item = path.startsWith('/') ? placeFor(path) : nullptr;
     if (item == nullptr) {
         setCurrentItem(m_root);

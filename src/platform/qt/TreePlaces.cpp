@@ -168,7 +168,10 @@ FolderListing readFolder(const QByteArray& path)
 
 QString folderText(const QByteArray& path)
 {
-    return NameLookup::textOf(path);
+    QStringList parts;
+    for (const QByteArray& part : path.split('/'))
+        parts += NameLookup::textOf(part);
+    return parts.join(u'/');
 }
 
 } // namespace orvantine

@@ -45,7 +45,8 @@ using FolderReader = std::function<FolderListing(const QByteArray& path)>;
 
 [[nodiscard]] FolderListing readFolder(const QByteArray& path);
 
-/// The text by which the Files service finds the name.
+/// The text by which the Files service finds the name or path. Names of several encodings may follow one another in a
+/// path, each with its own.
 [[nodiscard]] QString folderText(const QByteArray& path);
 
 } // namespace orvantine
