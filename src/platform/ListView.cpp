@@ -77,11 +77,11 @@ void ListView::clear()
 
 int ListView::append(ListItem item)
 {
-    const int row = m_sorted ? placeFor(item) : count() + 1;
-    if (m_batches > 0 && row == count() + 1) {
+    if (batching()) {
         m_rows.push_back(std::move(item));
-        return row;
+        return count();
     }
+    const int row = m_sorted ? placeFor(item) : count() + 1;
     insert(row, std::move(item));
     return row;
 }
@@ -90,7 +90,10 @@ void ListView::insert(int row, ListItem item)
 {
     if (row < 1 || row > count() + 1)
         return;
-    publish();
+    if (row > count())
+        publish();
+    else
+        row = publish(row);
     beginInsertRows({}, row - 1, row - 1);
     m_rows.insert(m_rows.begin() + (row - 1), std::move(item));
     m_published = count();
@@ -103,7 +106,7 @@ void ListView::remove(int row)
 {
     if (!has(row))
         return;
-    publish();
+    row = publish(row);
     const int selected = m_selected.value();
     if (selected == row)
         m_selected = 0;
@@ -172,9 +175,7 @@ bool ListView::select(int row)
 {
     if (!has(row))
         return false;
-    if (row > m_published)
-        publish();
-    m_selected = row;
+    m_selected = row > m_published ? publish(row) : row;
     return true;
 }
 
@@ -232,19 +233,31 @@ void ListView::noteColumnWidth(int column, Twips width)
         m_columns[static_cast<std::size_t>(column - 1)].Width = width;
 }
 
+void ListView::setSorted(bool sorted)
+{
+    if (sorted == m_sorted)
+        return;
+    publish();
+    m_sorted = sorted;
+}
+
 void ListView::sortBy(int column)
 {
+    publish();
     m_sorted = true;
     m_sortColumn = column;
-    publish();
     std::vector<std::size_t> order(m_rows.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::vector<QString> keys;
     keys.reserve(m_rows.size());
     for (const ListItem& row : m_rows)
-        keys.push_back(textAt(row, column).toCaseFolded());
+        keys.push_back(keyOf(row));
     std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+    reorder(order);
+}
 
+std::vector<int> ListView::reorder(const std::vector<std::size_t>& order)
+{
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     std::vector<ListItem> rows;
     rows.reserve(m_rows.size());
@@ -260,6 +273,7 @@ void ListView::sortBy(int column)
     if (m_selected.value() > 0)
         m_selected = newRow[static_cast<std::size_t>(m_selected.value() - 1)] + 1;
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+    return newRow;
 }
 
 ListView::Batch::~Batch()
@@ -318,17 +332,53 @@ QVariant ListView::headerData(int section, Qt::Orientation orientation, int role
     return columnText(section + 1);
 }
 
-void ListView::publish()
+int ListView::publish(int row)
 {
     if (m_firstChanged > 0) {
         const int first = std::exchange(m_firstChanged, 0);
         Q_EMIT dataChanged(index(first - 1, 0), index(m_lastChanged - 1, columns() - 1));
     }
     if (m_published == count())
-        return;
+        return row;
+    const int placed = m_published;
     beginInsertRows({}, m_published, count() - 1);
     m_published = count();
     endInsertRows();
+    return m_sorted ? placeFrom(placed, row) : row;
+}
+
+int ListView::placeFrom(int placed, int row)
+{
+    const std::size_t first = static_cast<std::size_t>(placed);
+    // The greatest key down to each row: the first row with a greater key than a given one is where these first exceed
+    // it, even if texts that changed behind the sort left the rows in no order.
+    std::vector<QString> greatest;
+    std::vector<QString> keys;
+    greatest.reserve(first);
+    for (std::size_t i = 0; i < first; ++i) {
+        QString key = keyOf(m_rows[i]);
+        greatest.push_back(i > 0 && !(greatest.back() < key) ? greatest.back() : std::move(key));
+    }
+    for (std::size_t i = first; i < m_rows.size(); ++i)
+        keys.push_back(keyOf(m_rows[i]));
+    std::vector<std::size_t> added(keys.size());
+    std::iota(added.begin(), added.end(), std::size_t{0});
+    std::stable_sort(added.begin(), added.end(), [&](std::size_t a, std::size_t b) { return keys[a] < keys[b]; });
+
+    std::vector<std::size_t> order;
+    order.reserve(m_rows.size());
+    auto next = added.cbegin();
+    for (std::size_t i = 0; i < first; ++i) {
+        for (; next != added.cend() && keys[*next] < greatest[i]; ++next)
+            order.push_back(first + *next);
+        order.push_back(i);
+    }
+    for (; next != added.cend(); ++next)
+        order.push_back(first + *next);
+    if (std::is_sorted(order.begin(), order.end()))
+        return row;
+    const std::vector<int> newRow = reorder(order);
+    return row > 0 ? newRow[static_cast<std::size_t>(row - 1)] + 1 : row;
 }
 
 void ListView::changed(int row, int column)

@@ -68,7 +68,7 @@ public:
     [[nodiscard]] QString tag(int row) const;
 
     void clear();
-    /// Adds at the end; gives the row's number.
+    /// Adds at the end, or in the place that the sort key gives the row; gives the row's number.
     int append(ListItem item);
     /// 1 to count() + 1.
     void insert(int row, ListItem item);
@@ -111,7 +111,7 @@ public:
 
     // Sorting: while Sorted is on, an added row takes the place that the sort key gives it.
     [[nodiscard]] bool sorted() const { return m_sorted; }
-    void setSorted(bool sorted) { m_sorted = sorted; }
+    void setSorted(bool sorted);
     [[nodiscard]] int sortColumn() const { return m_sortColumn; }
     /// Sorts ascending by the column's text, ignoring case, stable; the selection follows its row.
     void sortBy(int column);
@@ -134,7 +134,8 @@ public:
     std::function<std::optional<QByteArray>(int row)> DragFile;
 
     /// While one lives, appended rows, changed cells and the selection reach the views together when it ends. A change
-    /// that moves rows tells the views of what was held back first.
+    /// that moves rows tells the views of what was held back first. The rows that are appended to a sorted list stand
+    /// at its end until then, and take their places together.
     class Batch
     {
     public:
@@ -164,7 +165,13 @@ public:
     static constexpr int MissingRole = Qt::UserRole + 3;
 
 private:
-    void publish();
+    /// Gives the number that the row has afterwards.
+    int publish(int row = 0);
+    /// The rows behind the first `placed` take the places that one after the other would be given; so does `row`.
+    [[nodiscard]] int placeFrom(int placed, int row);
+    /// `order` holds the old index of each row. Gives the new index of each old one.
+    std::vector<int> reorder(const std::vector<std::size_t>& order);
+    [[nodiscard]] QString keyOf(const ListItem& item) const { return textAt(item, m_sortColumn).toCaseFolded(); }
     void changed(int row, int column);
     [[nodiscard]] int placeFor(const ListItem& item) const;
     [[nodiscard]] static QString textAt(const ListItem& item, int column);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 using namespace orvantine;
 using namespace Qt::StringLiterals;
 
@@ -168,6 +170,96 @@ TEST_F(ListViewModel, ARowOfASortedListFallsBeforeTheFirstGreaterOneThoughTextsC
     list.setSubItem(4, 1, u"a"_s);
     EXPECT_EQ(list.append(row(u"x"_s)), 1);
     EXPECT_EQ(shown(), "x y b c a");
+}
+
+TEST_F(ListViewModel, ABatchOfASortedListPlacesItsRowsAsOneAfterTheOtherWouldBe)
+{
+    std::mt19937 random(11);
+    const auto name = [&] {
+        const QString letters = u"aAbBcC"_s;
+        QString text;
+        for (int i = std::uniform_int_distribution(1, 2)(random); i > 0; --i)
+            text += letters[std::uniform_int_distribution<qsizetype>(0, letters.size() - 1)(random)];
+        return text;
+    };
+    for (int round = 0; round < 200; ++round) {
+        ListView single(controls, u"single");
+        for (const QString& column : {u"ID"_s, u"Name"_s})
+            single.addColumn(column, 900);
+        list.clear();
+        int number = 0;
+        const auto add = [&](ListView& to, const QString& text) {
+            return to.append({.Text = QString::number(number), .SubItems = {{.Text = text}, {.Text = u"1"_s}}});
+        };
+        for (ListView* each : {&list, &single})
+            each->setSorted(false);
+        for (number = 1; number <= 6; ++number) {
+            const QString text = name();
+            add(list, text);
+            add(single, text);
+        }
+        for (ListView* each : {&list, &single})
+            each->sortBy(2);
+        // Texts that change behind the sort leave the rows in no order.
+        for (int i = 0; i < round % 4; ++i) {
+            const int row = std::uniform_int_distribution(1, 6)(random);
+            const QString text = name();
+            list.setSubItem(row, 1, text);
+            single.setSubItem(row, 1, text);
+        }
+        const int selected = round % 7;
+        list.select(selected);
+        single.select(selected);
+        const QPersistentModelIndex watched = list.index(2, 1);
+        const QPersistentModelIndex expected = single.index(2, 1);
+        {
+            const ListView::Batch together(list);
+            for (; number <= 14; ++number) {
+                const QString text = name();
+                const int row = add(list, text);
+                const int place = add(single, text);
+                EXPECT_EQ(list.text(row), QString::number(number));
+                if (round % 5 == 0 && number == 9) {
+                    list.select(row);
+                    single.select(place);
+                }
+            }
+        }
+        QStringList numbers;
+        QStringList oneByOne;
+        for (int row = 1; row <= 14; ++row) {
+            numbers += list.text(row);
+            oneByOne += single.text(row);
+        }
+        ASSERT_EQ(oneByOne.join(u' ').toStdString(), numbers.join(u' ').toStdString()) << round;
+        EXPECT_EQ(14, list.rowCount());
+        EXPECT_EQ(single.selectedRow(), list.selectedRow()) << round;
+        EXPECT_EQ(expected.row(), watched.row()) << round;
+    }
+}
+
+TEST_F(ListViewModel, ARowOfASortedBatchKeepsItsNumberUntilItIsPlaced)
+{
+    for (const QString& name : {u"b"_s, u"d"_s})
+        list.append(row(name));
+    list.sortBy(2);
+    {
+        const ListView::Batch together(list);
+        list.append(row(u"c"_s));
+        EXPECT_EQ(4, list.append(row(u"a"_s)));
+        EXPECT_EQ(shown(), "b d");
+        list.remove(4);
+        EXPECT_EQ(shown(), "b c d");
+        list.append(row(u"a"_s));
+        list.insert(4, row(u"x"_s));
+        EXPECT_EQ(shown(), "x a b c d");
+        list.append(row(u"B"_s));
+        list.setSorted(false);
+        EXPECT_EQ(shown(), "B x a b c d") << "the first greater one stands at the top";
+        list.append(row(u"A"_s));
+        list.insert(8, row(u"e"_s));
+    }
+    EXPECT_EQ(shown(), "B x a b c d A e");
 }
 
 TEST_F(ListViewModel, TheSelectionMovesWithItsRow)
