@@ -15,12 +15,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// While the chosen list is read events are served: a second choice, or Cancel, would come too late.
+void enableChoice(Trackcopy& form, bool enabled)
+{
+    form.LListen.Enabled = enabled;
+    form.BReady.Enabled = enabled;
+    form.bAbbrechen.Enabled = enabled;
+}
+
 void load(Root& root)
 {
     Trackcopy& form = *root.trackcopy;
     QStringList names;
     for (int row = 1; row <= root.LListView1.count(); ++row)
         names.append(root.LListView1.subItem(row, 1));
+    enableChoice(form, true);
     form.LListen.List = names;
     form.LListen.ListIndex = names.isEmpty() ? -1 : 0;
     // While the dialog is up the sequence may open another list: the track is the one that is named.
@@ -43,6 +52,8 @@ bool openRow(Root& root, int row)
 void BReady_Click(Root& root)
 {
     Trackcopy& form = *root.trackcopy;
+    if (!form.BReady.Enabled.value())
+        return;
     const int chosen = form.LListen.ListIndex;
     // Required: no name at all is that of a row that is not there.
     const QString name = form.LListen.List.value().value(chosen);
@@ -52,7 +63,12 @@ void BReady_Click(Root& root)
         return;
     }
     // A list that could not be opened leaves the tracks of the other one in sight: they are not its own.
-    if (openRow(root, chosen + 1))
+    enableChoice(form, false);
+    const bool opened = openRow(root, chosen + 1);
+    // The end of the program takes the dialog with it.
+    if (!form.Visible.value())
+        return;
+    if (opened)
         AddPlayEntrys(root, form.tTrackname.Tag, 0);
     root.services.forms.unload(form);
 }
@@ -73,7 +89,10 @@ void setUpTrackcopy(Root& root)
     form.Load = [&root] { load(root); };
     form.BReady.Click = [&root] { BReady_Click(root); };
     form.LListen.DblClick = [&root] { BReady_Click(root); };
-    form.bAbbrechen.Click = [&root, &form] { root.services.forms.unload(form); };
+    form.bAbbrechen.Click = [&root, &form] {
+        if (form.bAbbrechen.Enabled.value())
+            root.services.forms.unload(form);
+    };
 }
 
 void mnuCopyTrack_Click(Root& root)

@@ -195,6 +195,47 @@ TEST_F(TrackcopyDialog, TheNamesAreReadAgainAtEachOpening)
     });
 }
 
+TEST_F(TrackcopyDialog, WhileTheChosenListIsReadNothingElseCanBeChosen)
+{
+    bool looked = false;
+    inDialog([&](Trackcopy& form) {
+        desktop.events().after(std::chrono::milliseconds{0}, [&] {
+            looked = true;
+            EXPECT_FALSE(form.BReady.Enabled.value());
+            EXPECT_FALSE(form.bAbbrechen.Enabled.value());
+            EXPECT_FALSE(form.LListen.Enabled.value());
+            form.LListen.DblClick();
+            form.BReady.Click();
+            form.bAbbrechen.Click();
+            EXPECT_TRUE(form.Visible.value());
+        });
+        form.LListen.ListIndex = 1;
+        form.BReady.Click();
+        EXPECT_FALSE(form.Visible.value());
+    });
+    EXPECT_TRUE(looked);
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("/m/Zwei 1.mp3\r\r\n/m/Zwei 2.mp3\r\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Zwei"_s)).toStdString());
+    inDialog([](Trackcopy& form) {
+        EXPECT_TRUE(form.BReady.Enabled.value());
+        EXPECT_TRUE(form.bAbbrechen.Enabled.value());
+        EXPECT_TRUE(form.LListen.Enabled.value());
+        form.bAbbrechen.Click();
+    });
+}
+
+TEST_F(TrackcopyDialog, ADialogThatGoesWhileTheListIsReadAddsNothing)
+{
+    const std::string before = bytes(listPath(u"Zwei"_s)).toStdString();
+    inDialog([&](Trackcopy& form) {
+        desktop.events().after(std::chrono::milliseconds{0}, [&] { desktop.forms().unload(form); });
+        form.LListen.ListIndex = 1;
+        form.BReady.Click();
+    });
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ(before, bytes(listPath(u"Zwei"_s)).toStdString());
+}
+
 TEST_F(TrackcopyDialog, ADoubleClickTakesAList)
 {
     inDialog([](Trackcopy& form) {
