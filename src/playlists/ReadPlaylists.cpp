@@ -53,6 +53,7 @@ void enterRead(Root& root)
 {
     root.LListView2.clearColumns();
     root.LListView2.clear();
+    root.LListView2.setSorted(false);
     root.tSoundzahl.Caption = u"0"_s;
     root.Pointer = MousePointer::Hourglass;
     root.LListView1.Enabled = false;
@@ -381,6 +382,7 @@ void takeTrackList(Root& root, const QString& path)
     root.finishedRead = ++root.currentRead;
     root.openPlaylist = path;
     root.foreignRows = false;
+    root.LListView2.setSorted(false);
 }
 
 void putRowsIntoField(Root& root)

@@ -64,11 +64,17 @@ void writeList(Root& root, const QString& path)
     // A file with more entries than a list can show would lose the rest: it is left alone.
     const ReadText before = root.files.readText(path);
     const bool fits = before.outcome != ReadOutcome::Failed && !exceedsCount(before.text);
-    const QString text = rowsAsText(root.LListView2);
     if (fits && Dateiexistenz::FileExists(root, path))
         root.files.clearAttributes(path);
+    const int read = root.currentRead;
+    QString text = rowsAsText(root.LListView2);
     root.services.events.yield();
-    if (fits)
+    // An event in between may have changed the rows. If it opened another list, those of this one are written as they
+    // were, unless its file has gone with it; one that was read anew shows what its file holds.
+    const bool inSight = root.openPlaylist == path;
+    if (inSight)
+        text = rowsAsText(root.LListView2);
+    if (fits && (inSight ? root.currentRead == read : Dateiexistenz::FileExists(root, path)))
         root.files.writeText(path, text);
     leaveWait(root);
 }

@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueWorld.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "playlists/AddTracks.h"
 #include "playlists/ReadPlaylists.h"
 #include "playlists/SavePlaylists.h"
 
@@ -53,6 +54,53 @@ TEST_F(NestedRead, ASaveInsideAReadWritesNothing)
         EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Eins"_s)).toStdString());
         EXPECT_EQ(2, tracks().count());
     }
+}
+
+TEST_F(NestedRead, RowsThatChangeInsideASaveAreWrittenAsTheyAreThen)
+{
+    click(1);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { AddPlayEntrys(root(), putTrack(u"neu"_s), 0); });
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n/m/neu.mp3\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_TRUE(tracks().Enabled.value());
+}
+
+TEST_F(NestedRead, AListThatIsOpenedInsideASaveOfAnotherOneHarmsNeither)
+{
+    click(1);
+    tracks().remove(1);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { click(2); });
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/Eins 2.mp3\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_EQ("/m/Zwei 1.mp3\r\n/m/Zwei 2.mp3\r\n\r\n", bytes(listPath(u"Zwei"_s)).toStdString());
+    EXPECT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
+    EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+    EXPECT_TRUE(catalogue().Enabled.value());
+}
+
+TEST_F(NestedRead, AListThatIsReadAnewInsideItsSaveShowsWhatItsFileHolds)
+{
+    click(1);
+    tracks().remove(1);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] {
+        catalogue().Tag = u"0"_s;
+        click(1);
+    });
+    SavePlayEntrys(root());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+}
+
+TEST_F(NestedRead, AListThatIsRemovedInsideItsSaveIsNotMadeAgain)
+{
+    click(1);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] {
+        desktop.disk().remove(listPath(u"Eins"_s));
+        takeTrackList(root(), {});
+        tracks().clear();
+    });
+    SavePlayEntrys(root());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Eins"_s)).toStdString());
 }
 
 TEST_F(NestedRead, ATickOfTheHousekeepingInsideAReadHarmsNothing)
