@@ -118,8 +118,11 @@ void readAgain(Root& root, int back, int top)
 {
     ListView& list = root.LListView1;
     const int row = list.selectedRow();
-    list.Tag = QString::number(row);
     QString path = list.subItem(row, 2);
+    // A list that could not be opened in the wait has left the tracks of this one in sight: they stay.
+    if (path != root.openPlaylist)
+        return;
+    list.Tag = QString::number(row);
     GetPlayEntrys(root, path);
     const int read = root.currentRead;
     root.LListView2.ShowFromRow(top);
@@ -160,6 +163,9 @@ void mnuSortierung_Click(Root& root, int index)
     if (!mayChangeTracks(root))
         return;
     const QScopedValueRollback running(root.changingTracks, true);
+    // The rows in sight may be those of another list: neither they nor their number are this one's.
+    if (!showSelectedTracks(root))
+        return;
 
     ListView& list = root.LListView1;
     const int row = list.selectedRow();
@@ -179,6 +185,8 @@ void mnuMoveEntry_Click(Root& root, int index)
     if (!mayChangeTracks(root))
         return;
     const QScopedValueRollback running(root.changingTracks, true);
+    if (!showSelectedTracks(root))
+        return;
 
     ListView& tracks = root.LListView2;
     const int row = tracks.selectedRow();
@@ -224,6 +232,9 @@ void mnuFileKill_Click(Root& root)
     ListView& tracks = root.LListView2;
     stopIfRunning(root);
 
+    // A row of another list that is still in sight would lose its name, and stay in its own file.
+    if (tracks.selectedRow() > 0 && !showSelectedTracks(root))
+        return;
     const int row = tracks.selectedRow();
     const int back = row - 1;
     const int read = root.currentRead;

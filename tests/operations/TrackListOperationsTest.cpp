@@ -76,6 +76,29 @@ protected:
             Qt::SingleShotConnection);
         root().mnuFileKill.Click();
     }
+    /// The click finds "Andere" missing, and the user leaves it at that: the tracks of "Liste" stay in sight.
+    void clickMissing()
+    {
+        desktop.disk().remove(listPath(u"Andere"_s));
+        answerMissing();
+        click(2);
+    }
+    void answerMissing()
+    {
+        desktop.messages.answer(Answer::Cancel, u" Andere"_s,
+                                u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + listPath(u"Andere"_s));
+    }
+    /// "Andere" has been emptied: it shows the first track of "Liste".
+    void clickEmptied()
+    {
+        put(listPath(u"Andere"_s), "\r\n");
+        click(2);
+        ASSERT_EQ("/m/c.mp3", column(3));
+    }
+    [[nodiscard]] std::string nameOf(const QString& track)
+    {
+        return IniFiles::ReadValue(root(), database(), u"TagInfo"_s, track).toStdString();
+    }
     void enterName(const QString& name)
     {
         desktop.messages.script({.answer = Answer::Ok,
@@ -335,6 +358,71 @@ TEST_F(TrackListOperations, AListThatIsOpenedWhileTheRowsAreNumberedEndsTheSorti
     EXPECT_TRUE(outOfWait());
 }
 
+TEST_F(TrackListOperations, ANewOrEmptyListIsNotSorted)
+{
+    open();
+    put(listPath(u"Andere"_s), "");
+    answerSort(Answer::No);
+    root().mnuSortierung[3].Click();
+    ASSERT_TRUE(tracks().sorted());
+    click(2);
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_FALSE(tracks().sorted());
+
+    click(1);
+    answerSort(Answer::No);
+    root().mnuSortierung[3].Click();
+    ASSERT_TRUE(tracks().sorted());
+    std::string expected;
+    for (int i = 1; i <= 101; ++i) {
+        const QString path = u"/neu/%1.mp3"_s.arg(i, 3, 10, QLatin1Char('0'));
+        put(path, "mp3");
+        expected += path.toStdString() + "\r\n";
+    }
+    catalogue().Drop({u"/neu"_s});
+    EXPECT_FALSE(tracks().sorted());
+    EXPECT_EQ(expected, file(u"neu"_s));
+}
+
+TEST_F(TrackListOperations, TheRowsOfAnotherListAreNeitherSortedNorMovedNorCounted)
+{
+    for (const bool emptied : {false, true}) {
+        SCOPED_TRACE(emptied);
+        open();
+        catalogue().setSubItem(2, 3, u"2"_s);
+        const std::string before = file();
+        if (emptied)
+            clickEmptied();
+        else
+            clickMissing();
+        const std::string other = file(u"Andere"_s);
+        if (emptied)
+            answerSort(Answer::No);
+        else
+            answerMissing();
+        root().mnuSortierung[1].Click();
+        EXPECT_EQ(emptied ? "" : "*c a B", names());
+        EXPECT_EQ(emptied ? "0" : "2", catalogue().subItem(2, 3).toStdString());
+
+        if (emptied) {
+            catalogue().Tag = u"0"_s;
+            click(1);
+            clickEmptied();
+        } else {
+            answerMissing();
+        }
+        catalogue().setSubItem(2, 3, u"2"_s);
+        root().mnuMoveEntry[2].Click();
+        EXPECT_EQ(emptied ? "" : "*c a B", names());
+        EXPECT_EQ(emptied ? "0" : "2", catalogue().subItem(2, 3).toStdString());
+        EXPECT_EQ(before, file());
+        EXPECT_EQ(other, file(u"Andere"_s));
+        EXPECT_TRUE(outOfWait());
+        desktop.messages.take();
+        desktop.newProcess();
+    }
+}
+
 TEST_F(TrackListOperations, TheQuestionBearsTheCaptionOfTheMainWindow)
 {
     open();
@@ -396,6 +484,22 @@ TEST_F(TrackListOperations, ATrackThatIsAddedToASortedListFallsIntoItsPlace)
     EXPECT_EQ("001 002 104 003", column(0));
     EXPECT_EQ("/m/a.mp3\r\n/m/B.mp3\r\n/m/b2.mp3\r\n/m/c.mp3\r\n", file());
     EXPECT_TRUE(tracks().sorted());
+}
+
+TEST_F(TrackListOperations, FiftyThousandTracksFallIntoTheirPlaces)
+{
+    open();
+    answerSort(Answer::No);
+    root().mnuSortierung[1].Click();
+    QStringList many;
+    for (int i = 0; i < 50'000; ++i)
+        many += u"/m/b%1.mp3"_s.arg(49'999 - i, 5, 10, QLatin1Char('0'));
+    tracks().Drop(many);
+    EXPECT_EQ(50'003, tracks().count());
+    EXPECT_EQ("b00000", tracks().subItem(3, 2).toStdString());
+    EXPECT_EQ("b49999", tracks().subItem(50'002, 2).toStdString());
+    EXPECT_EQ("c", tracks().subItem(50'003, 2).toStdString());
+    EXPECT_TRUE(file().starts_with("/m/a.mp3\r\n/m/B.mp3\r\n/m/b00000.mp3\r\n"));
 }
 
 TEST_F(TrackListOperations, TheHeadOfThePathsSortsByTheFullPathAndThatOfTheFilesByTheName)
@@ -718,6 +822,113 @@ TEST_F(TrackListOperations, ARunningPlayerIsStoppedBeforeTheQuestion)
     root().mnuFileKill.Click();
 }
 
+TEST_F(TrackListOperations, APlayerThatDoesNotRunIsNotStopped)
+{
+    open();
+    int stopped = 0;
+    root().pStopPlayer.Click = [&stopped] { ++stopped; };
+    answerRemove(Answer::Cancel);
+    root().mnuFileKill.Click();
+    EXPECT_EQ(0, stopped);
+}
+
+TEST_F(TrackListOperations, AListThatIsOpenedWhileTheQuestionIsUpLosesNothing)
+{
+    open();
+    const std::string before = file();
+    const std::string other = file(u"Andere"_s);
+    desktop.messages.script(
+        {.answer = Answer::Ok, .entered = {}, .title = u" Dateien entfernen"_s, .text = {}, .meanwhile = [this] {
+             click(2);
+         }});
+    root().mnuFileKill.Click();
+    EXPECT_EQ("*Andere 1 Andere 2", names());
+    EXPECT_EQ(before, file());
+    EXPECT_EQ(other, file(u"Andere"_s));
+}
+
+TEST_F(TrackListOperations, ATrackOfAnotherListThatIsStillInSightKeepsItsName)
+{
+    databaseNames = "/m/c.mp3=Band - C\r\n";
+    open();
+    const std::string before = file();
+    clickMissing();
+    ASSERT_EQ("*Band - C a B", names());
+    answerMissing();
+    root().mnuFileKill.Click();
+    EXPECT_EQ("*Band - C a B", names());
+    EXPECT_EQ("Band - C", nameOf(u"/m/c.mp3"_s));
+    EXPECT_EQ(before, file());
+    desktop.messages.take();
+}
+
+TEST_F(TrackListOperations, TheTrackThatAnEmptiedListShowsOfAnotherOneKeepsItsName)
+{
+    databaseNames = "/m/c.mp3=Band - C\r\n";
+    open();
+    const std::string before = file();
+    clickEmptied();
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ("", names());
+    EXPECT_EQ("Band - C", nameOf(u"/m/c.mp3"_s));
+    EXPECT_EQ(before, file());
+    EXPECT_EQ("\r\n", file(u"Andere"_s));
+}
+
+TEST_F(TrackListOperations, AMissingListThatIsClickedInTheWaitIsNotReadInThePlaceOfTheOpenOne)
+{
+    open();
+    tracks().select(2);
+    answerRemove(Answer::Ok);
+    answerMissing();
+    desktop.events().after(500ms, [&] {
+        desktop.disk().remove(listPath(u"Andere"_s));
+        click(2);
+    });
+    root().mnuFileKill.Click();
+    EXPECT_EQ("*c B", names());
+    EXPECT_EQ("/m/c.mp3\r\n/m/B.mp3\r\n", file());
+    EXPECT_EQ("(missing)", file(u"Andere"_s));
+    EXPECT_TRUE(outOfWait());
+    desktop.messages.take();
+}
+
+TEST_F(TrackListOperations, TheListThatIsReadAgainIsMarkedAsTheOneWhoseTracksAreShown)
+{
+    open();
+    click(2);
+    // The save of the database takes the mark away: seen before it.
+    const auto save = root().mnuSpeichern.Click;
+    QString mark;
+    root().mnuSpeichern.Click = [&] { mark = catalogue().Tag; };
+    catalogue().Tag = u"7"_s;
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    root().mnuSpeichern.Click = save;
+    EXPECT_EQ("2", mark.toStdString());
+}
+
+TEST_F(TrackListOperations, ANewListWhoseNameCannotBeThatOfAFileIsNotKept)
+{
+    open({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    const QString path = data() + u"Neu.tmp"_s;
+    put(path, "/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n/m/d.mp3\r\n");
+    catalogue().setSubItem(2, 2, path);
+    root().mnuLokalePlayliste.Checked = false;
+    for (const QString& name : {u"../x"_s, u"a/b"_s, u"was?"_s}) {
+        catalogue().setSubItem(2, 1, name);
+        catalogue().Tag = u"0"_s;
+        click(2);
+        forgetCalls();
+        answerRemove(Answer::Ok);
+        root().mnuFileKill.Click();
+        EXPECT_EQ("", calls({u"files.copy \""_s + path}));
+        EXPECT_EQ("(missing)", bytes(data() + u"x.m3u"_s).toStdString());
+    }
+    EXPECT_EQ("/m/d.mp3", column(3));
+}
+
 TEST_F(TrackListOperations, ANewListIsKeptUnderItsNameBeforeTheRemoval)
 {
     open();
@@ -971,6 +1182,23 @@ TEST_F(TrackListOperations, AnEmptyNameChangesNothing)
     root().mnuUmbenennen.Click();
     EXPECT_EQ("Liste", catalogue().subItem(1, 1).toStdString());
     EXPECT_EQ("", actions());
+}
+
+TEST_F(TrackListOperations, ARowThatBecameAnotherPlaylistWhileTheBoxWasUpKeepsItsName)
+{
+    for (const int changed : {1, 2}) {
+        open();
+        const QString there = catalogue().subItem(1, changed) + u'x';
+        desktop.messages.script({.answer = Answer::Ok, .entered = u"Neu"_s, .title = {}, .text = {}, .meanwhile = [&] {
+                                     catalogue().setSubItem(1, changed, there);
+                                 }});
+        forgetCalls();
+        root().mnuUmbenennen.Click();
+        EXPECT_EQ(changed == 1 ? "Listex" : "Liste", catalogue().subItem(1, 1).toStdString());
+        EXPECT_EQ("", actions());
+        desktop.messages.take();
+        desktop.newProcess();
+    }
 }
 
 TEST_F(TrackListOperations, TheCoverGetsTheNewNameAndIsShownAgain)
