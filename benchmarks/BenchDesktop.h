@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Root.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/tags/TagLibTags.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/tags/TagLibTags.h"
 #include "support/FakeDesktop.h"
 
 #include <QTemporaryDir>

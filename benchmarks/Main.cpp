@@ -1,5 +1,5 @@
 #include "Measure.h"
-#include "platform/media/MpvEngine.h"
+#include "desktop/media/MpvEngine.h"
 
 #include <QApplication>
 #include <QTimer>

@@ -1,9 +1,9 @@
 #include "BenchDesktop.h"
 #include "Measure.h"
 
+#include "desktop/qt/widgets/ReportList.h"
 #include "metadata/TagNaming.h"
 #include "metadata/TrackInformation.h"
-#include "platform/qt/ReportList.h"
 
 #include <QApplication>
 #include <QFile>

@@ -1,7 +1,7 @@
 #include "Measure.h"
 
+#include "desktop/qt/widgets/ReportList.h"
 #include "platform/ListView.h"
-#include "platform/qt/ReportList.h"
 
 #include <QApplication>
 #include <QPixmap>

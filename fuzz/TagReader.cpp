@@ -1,4 +1,4 @@
-#include "platform/tags/TrackFacts.h"
+#include "desktop/tags/TrackFacts.h"
 
 #include <cstdint>
 #include <cstdlib>

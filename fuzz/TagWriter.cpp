@@ -1,6 +1,6 @@
-#include "platform/tags/Id3v1.h"
-#include "platform/tags/TagEdit.h"
-#include "platform/tags/TrackLayout.h"
+#include "desktop/tags/Id3v1.h"
+#include "desktop/tags/TagEdit.h"
+#include "desktop/tags/TrackLayout.h"
 
 #include <algorithm>
 #include <cstdint>

@@ -1,10 +1,10 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueDatabase.h"
+#include "desktop/posix/PosixFiles.h"
 #include "operations/Eigenschaften.h"
 #include "operations/ListDrops.h"
 #include "operations/Positionen.h"
-#include "platform/posix/PosixFiles.h"
 #include "support/FakeDesktop.h"
 
 #include <QCryptographicHash>

@@ -1,6 +1,6 @@
-#include "platform/qt/CoverView.h"
+#include "desktop/qt/window/CoverView.h"
 
-#include "platform/qt/CoverPicture.h"
+#include "desktop/qt/window/CoverPicture.h"
 #include "support/FakeDesktop.h"
 
 #include <QApplication>

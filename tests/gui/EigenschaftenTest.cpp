@@ -1,10 +1,10 @@
 #include "operations/Eigenschaften.h"
 
 #include "catalogue/CatalogueDatabase.h"
+#include "desktop/qt/forms/FormWindow.h"
+#include "desktop/qt/services/QtForms.h"
+#include "desktop/qt/window/MainWindow.h"
 #include "metadata/frmID3.h"
-#include "platform/qt/FormWindow.h"
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/QtForms.h"
 #include "support/FakeDesktop.h"
 
 #include <QAction>

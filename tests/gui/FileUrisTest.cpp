@@ -1,7 +1,7 @@
-#include "platform/qt/FileUris.h"
+#include "desktop/qt/widgets/FileUris.h"
 
-#include "platform/posix/PosixFiles.h"
-#include "platform/qt/QtDesktop.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/qt/services/QtDesktop.h"
 
 #include <QClipboard>
 #include <QGuiApplication>

@@ -1,9 +1,9 @@
 #include "transfer/FolderDialogs.h"
 #include "app/Root.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/qt/FolderTreeView.h"
-#include "platform/qt/FormWindow.h"
-#include "platform/qt/QtForms.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/qt/forms/FormWindow.h"
+#include "desktop/qt/services/QtForms.h"
+#include "desktop/qt/widgets/FolderTreeView.h"
 #include "support/DesktopTest.h"
 #include "transfer/Trackcopy.h"
 

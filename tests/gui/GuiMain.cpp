@@ -1,4 +1,4 @@
-#include "platform/qt/Theme.h"
+#include "desktop/qt/widgets/Theme.h"
 
 #include <QApplication>
 

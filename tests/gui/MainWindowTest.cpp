@@ -1,7 +1,7 @@
-#include "platform/qt/MainWindow.h"
+#include "desktop/qt/window/MainWindow.h"
 
+#include "desktop/qt/widgets/ReportList.h"
 #include "gui/Sample.h"
-#include "platform/qt/ReportList.h"
 #include "support/FakeDesktop.h"
 
 #include <QAbstractButton>

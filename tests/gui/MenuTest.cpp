@@ -1,4 +1,4 @@
-#include "platform/qt/MainWindow.h"
+#include "desktop/qt/window/MainWindow.h"
 #include "support/FakeDesktop.h"
 
 #include <QAction>

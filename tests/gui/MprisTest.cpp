@@ -1,4 +1,4 @@
-#include "platform/mpris/MprisBus.h"
+#include "desktop/mpris/MprisBus.h"
 
 #include "playback/PlaybackWorld.h"
 #include "playback/PlayerControl.h"

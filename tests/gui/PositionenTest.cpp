@@ -1,7 +1,7 @@
 #include "operations/Positionen.h"
 
-#include "platform/qt/QtForms.h"
-#include "platform/qt/SortList.h"
+#include "desktop/qt/services/QtForms.h"
+#include "desktop/qt/widgets/SortList.h"
 
 #include <QAccessible>
 #include <QApplication>

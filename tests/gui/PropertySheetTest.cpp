@@ -1,5 +1,5 @@
-#include "platform/posix/PosixFiles.h"
-#include "platform/qt/QtLauncher.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/qt/services/QtLauncher.h"
 
 #include <QApplication>
 #include <QDBusConnection>

@@ -1,9 +1,9 @@
-#include "platform/posix/PosixFiles.h"
-#include "platform/qt/FolderPlaces.h"
-#include "platform/qt/QtChoosers.h"
-#include "platform/qt/QtDesktop.h"
-#include "platform/qt/QtLauncher.h"
-#include "platform/qt/QtMessages.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/qt/services/FolderPlaces.h"
+#include "desktop/qt/services/QtChoosers.h"
+#include "desktop/qt/services/QtDesktop.h"
+#include "desktop/qt/services/QtLauncher.h"
+#include "desktop/qt/services/QtMessages.h"
 
 #include <QApplication>
 #include <QDir>

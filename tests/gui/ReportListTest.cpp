@@ -1,6 +1,6 @@
-#include "platform/qt/ReportList.h"
+#include "desktop/qt/widgets/ReportList.h"
 
-#include "platform/qt/Keys.h"
+#include "desktop/qt/widgets/Keys.h"
 
 #include <QHeaderView>
 #include <QScrollBar>

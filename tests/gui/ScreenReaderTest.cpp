@@ -1,5 +1,5 @@
-#include "platform/qt/MainWindow.h"
-#include "platform/qt/ReportList.h"
+#include "desktop/qt/widgets/ReportList.h"
+#include "desktop/qt/window/MainWindow.h"
 
 #include "gui/Sample.h"
 #include "support/FakeDesktop.h"

@@ -1,5 +1,5 @@
-#include "platform/qt/FormWindow.h"
-#include "platform/qt/QtForms.h"
+#include "desktop/qt/forms/FormWindow.h"
+#include "desktop/qt/services/QtForms.h"
 
 #include <QApplication>
 #include <QInputMethodEvent>

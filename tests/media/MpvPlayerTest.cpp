@@ -1,4 +1,4 @@
-#include "platform/media/MpvPlayer.h"
+#include "desktop/media/MpvPlayer.h"
 
 #include "media/MusicFolder.h"
 #include "support/Wav.h"

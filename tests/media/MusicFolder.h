@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/posix/PosixFiles.h"
+#include "desktop/posix/PosixFiles.h"
 
 #include <QTemporaryDir>
 

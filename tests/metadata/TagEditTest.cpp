@@ -1,6 +1,6 @@
-#include "platform/tags/TagEdit.h"
+#include "desktop/tags/TagEdit.h"
 #include "TrackBytes.h"
-#include "platform/tags/Id3v1.h"
+#include "desktop/tags/Id3v1.h"
 
 #include <gtest/gtest.h>
 

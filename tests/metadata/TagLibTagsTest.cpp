@@ -1,7 +1,7 @@
-#include "platform/tags/TagLibTags.h"
+#include "desktop/tags/TagLibTags.h"
 #include "TrackBytes.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/tags/Id3v1.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/tags/Id3v1.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/tags/MpegHeader.h"
+#include "desktop/tags/MpegHeader.h"
 
 #include <QByteArray>
 

@@ -1,6 +1,6 @@
-#include "platform/tags/TrackFacts.h"
+#include "desktop/tags/TrackFacts.h"
 #include "TrackBytes.h"
-#include "platform/tags/TrackLayout.h"
+#include "desktop/tags/TrackLayout.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "platform/posix/LockInstance.h"
-#include "platform/posix/PosixVolumes.h"
-#include "platform/posix/XdgFolders.h"
+#include "desktop/posix/LockInstance.h"
+#include "desktop/posix/PosixVolumes.h"
+#include "desktop/posix/XdgFolders.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,5 +1,5 @@
-#include "platform/posix/RegSettings.h"
-#include "platform/posix/RegText.h"
+#include "desktop/posix/RegSettings.h"
+#include "desktop/posix/RegText.h"
 
 #include <QDir>
 #include <QFile>

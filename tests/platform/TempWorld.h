@@ -1,7 +1,7 @@
 #pragma once
 
 #include "FilesContract.h"
-#include "platform/posix/PosixFiles.h"
+#include "desktop/posix/PosixFiles.h"
 
 #include <QTemporaryDir>
 

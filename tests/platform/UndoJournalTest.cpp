@@ -1,5 +1,5 @@
 #include "TempWorld.h"
-#include "platform/posix/RecoveryStore.h"
+#include "desktop/posix/RecoveryStore.h"
 
 #include <QCryptographicHash>
 #include <QDir>

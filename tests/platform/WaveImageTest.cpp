@@ -1,4 +1,4 @@
-#include "platform/sound/WaveImage.h"
+#include "desktop/sound/WaveImage.h"
 
 #include "platform/Cues.h"
 #include "support/Wav.h"

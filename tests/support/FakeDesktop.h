@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Root.h"
-#include "platform/posix/PosixFiles.h"
+#include "desktop/posix/PosixFiles.h"
 #include "support/CallLog.h"
 #include "support/Complaints.h"
 #include "support/FakeDevices.h"

@@ -1,6 +1,6 @@
 #include "FilesContract.h"
-#include "platform/posix/PosixFiles.h"
-#include "platform/posix/RegSettings.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/posix/RegSettings.h"
 #include "support/LoggingFiles.h"
 #include "support/MemoryFiles.h"
 #include "support/MemorySettings.h"

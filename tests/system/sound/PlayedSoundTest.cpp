@@ -1,5 +1,5 @@
+#include "desktop/media/MpvPlayer.h"
 #include "media/MusicFolder.h"
-#include "platform/media/MpvPlayer.h"
 #include "support/Wav.h"
 #include "system/sound/SoundServer.h"
 #include "system/sound/Tones.h"

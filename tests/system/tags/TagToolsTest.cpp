@@ -1,5 +1,5 @@
-#include "platform/posix/PosixFiles.h"
-#include "platform/tags/TagLibTags.h"
+#include "desktop/posix/PosixFiles.h"
+#include "desktop/tags/TagLibTags.h"
 
 #include <QProcess>
 #include <QRegularExpression>

@@ -1,0 +1,510 @@
+#include "desktop/posix/PosixFiles.h"
+
+#include "platform/CaseFold.h"
+#include "platform/HostText.h"
+#include "platform/NamePattern.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+namespace {
+
+constexpr unsigned anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
+constexpr qint64 pageSize = 4096;
+constexpr qint64 copyChunk = qint64{1} << 20;
+// A copy over an existing file is taken through memory up to this size, so that a failure leaves the old bytes.
+constexpr qint64 copyInMemory = qint64{16} << 20;
+
+qint64 nanoseconds(const timespec& time)
+{
+    return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+FileStamp stampOf(const struct stat& info)
+{
+    FileStamp stamp;
+    stamp.device = info.st_dev;
+    stamp.inode = info.st_ino;
+    stamp.size = info.st_size;
+    stamp.modifiedNanoseconds = nanoseconds(info.st_mtim);
+    stamp.changedNanoseconds = nanoseconds(info.st_ctim);
+    return stamp;
+}
+
+bool isMissing(int error)
+{
+    return error == ENOENT || error == ENOTDIR;
+}
+
+// Never waits, not even for a pipe, and takes regular files only.
+Descriptor openRegular(const QByteArray& path, int flags, struct stat& info)
+{
+    Descriptor file(::open(path.constData(), flags | O_NONBLOCK | O_CLOEXEC | O_NOCTTY));
+    if (file.isOpen() && (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)))
+        file.close();
+    return file;
+}
+
+bool truncateTo(const Descriptor& file, qint64 size)
+{
+    int result = 0;
+    do {
+        result = ::ftruncate(file.get(), size);
+    } while (result != 0 && errno == EINTR);
+    return result == 0;
+}
+
+// Two pieces that follow one another.
+struct Pieces
+{
+    QByteArrayView head;
+    QByteArrayView rest;
+
+    [[nodiscard]] qint64 size() const { return head.size() + rest.size(); }
+    [[nodiscard]] bool write(const Descriptor& file, qint64 offset, qint64 from, qint64 to) const
+    {
+        const qint64 cut = head.size();
+        if (from < cut && !writeAt(file, offset + from, head.sliced(from, std::min(to, cut) - from)))
+            return false;
+        const qint64 start = std::max(from, cut);
+        return start >= to || writeAt(file, offset + start, rest.sliced(start - cut, to - start));
+    }
+};
+
+// What goes beyond the old end is written first: a full disk shows there, and then the old bytes still stand.
+bool rewriteTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh)
+{
+    const qint64 oldEnd = offset + old.size();
+    const qint64 common = std::min(qint64{old.size()}, fresh.size());
+    if (!fresh.write(file, offset, common, fresh.size())) {
+        static_cast<void>(truncateTo(file, oldEnd));
+        return false;
+    }
+    if (!fresh.write(file, offset, 0, common)) {
+        static_cast<void>(writeAt(file, offset, old));
+        static_cast<void>(truncateTo(file, oldEnd));
+        return false;
+    }
+    if (fresh.size() < old.size() && !truncateTo(file, offset + fresh.size())) {
+        static_cast<void>(writeAt(file, offset, old));
+        return false;
+    }
+    return true;
+}
+
+QByteArray absolute(const QByteArray& path)
+{
+    if (path.startsWith('/'))
+        return path;
+    char* const current = ::getcwd(nullptr, 0);
+    QByteArray folder(current);
+    std::free(current); // getcwd allocates with malloc
+    if (!folder.endsWith('/'))
+        folder += '/';
+    return folder + path;
+}
+
+/// Playlists and pictures: what a user cannot get back from anywhere else.
+bool isKept(const QByteArray& path)
+{
+    static const QByteArrayList endings{".m3u", ".m3u8", ".pls", ".nml", ".txt", ".jpg", ".jpeg", ".gif", ".bmp"};
+    const QByteArray name = path.right(5).toLower();
+    return std::any_of(endings.begin(), endings.end(), [&name](const QByteArray& end) { return name.endsWith(end); });
+}
+
+bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
+{
+    QByteArray chunk;
+    qint64 done = 0;
+    while (done < size) {
+        if (!readAt(from, done, std::min(copyChunk, size - done), chunk) || chunk.isEmpty() ||
+            !writeAt(to, done, chunk))
+            return false;
+        done += chunk.size();
+    }
+    return true;
+}
+
+} // namespace
+
+PosixFiles::PosixFiles(PosixFilesOptions options)
+    : m_options(std::move(options)),
+      m_names(m_options.drives),
+      m_store(m_options.recoveryFolder.toUtf8()),
+      m_journal(m_options.recoveryFolder.toUtf8()),
+      m_undo(m_options.recoveryFolder.toUtf8(), m_store)
+{
+}
+
+PosixFiles::~PosixFiles() = default;
+
+bool PosixFiles::exists(const QString& path) const
+{
+    if (path.endsWith(u'/') || path.endsWith(u'\\'))
+        return false;
+    if (m_names.find(path).error == 0)
+        return true;
+    const qsizetype cut = std::max(path.lastIndexOf(u'/'), path.lastIndexOf(u'\\')) + 1;
+    const QStringView pattern = QStringView(path).sliced(cut);
+    if (!isPattern(pattern))
+        return false;
+    const NameLookup::Found folder = m_names.find(cut > 0 ? path.left(cut) : u"."_s);
+    if (folder.error != 0 || !S_ISDIR(folder.info.st_mode))
+        return false;
+    // A folder lists itself as "." as well, so that "*" matches in an empty one.
+    const QStringList names = m_names.names(folder.path) + QStringList{u"."_s, u".."_s};
+    return std::any_of(names.begin(), names.end(),
+                       [pattern](const QString& name) { return matchesPattern(name, pattern); });
+}
+
+std::function<bool(const QString& name)> PosixFiles::namesIn(const QString& folder) const
+{
+    const NameLookup::Found found = m_names.find(folder);
+    if (found.error != 0 || !S_ISDIR(found.info.st_mode))
+        return Files::namesIn(folder);
+    return [this, folder, isKnown = m_names.keysOf(found.path)](const QString& name) {
+        // A miss is told by the listing; all else is looked up.
+        const bool plain = !name.isEmpty() && !isPattern(name) && !name.contains(u'/') && !name.contains(u'\\') &&
+                           name != u"."_s && name != u".."_s;
+        return (!plain || isKnown(NameLookup::keyOf(name))) && exists(folder + name);
+    };
+}
+
+bool PosixFiles::folderExists(const QString& path) const
+{
+    return m_names.find(path).error == 0;
+}
+
+bool PosixFiles::isFolder(const QString& path) const
+{
+    const NameLookup::Found found = m_names.find(path);
+    return found.error == 0 && S_ISDIR(found.info.st_mode);
+}
+
+std::optional<qint64> PosixFiles::size(const QString& path) const
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0 || !S_ISREG(found.info.st_mode))
+        return std::nullopt;
+    return found.info.st_size;
+}
+
+std::optional<QDateTime> PosixFiles::modified(const QString& path) const
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0)
+        return std::nullopt;
+    return QDateTime::fromMSecsSinceEpoch(nanoseconds(found.info.st_mtim) / 1'000'000);
+}
+
+std::optional<FileStamp> PosixFiles::stamp(const QString& path) const
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0)
+        return std::nullopt;
+    return stampOf(found.info);
+}
+
+std::optional<QByteArray> PosixFiles::nativePath(const QString& path) const
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0)
+        return std::nullopt;
+    return absolute(found.path);
+}
+
+QStringList PosixFiles::sortedNames(const QString& folder, bool folders, const QString& patterns) const
+{
+    const NameLookup::Found found = m_names.find(folder);
+    if (found.error != 0 || !S_ISDIR(found.info.st_mode))
+        return {};
+    std::vector<std::pair<QString, QString>> kept;
+    const QString base = folder.endsWith(u'/') || folder.endsWith(u'\\') ? folder : folder + u'/';
+    const QStringList names = m_names.names(found.path);
+    for (const QString& name : names) {
+        if (name.startsWith(u'.') || !matchesAnyPattern(name, patterns))
+            continue;
+        const NameLookup::Found entry = m_names.find(base + name);
+        if (entry.error == 0 && (folders ? S_ISDIR(entry.info.st_mode) : S_ISREG(entry.info.st_mode)))
+            kept.emplace_back(folded(name), name);
+    }
+    std::sort(kept.begin(), kept.end());
+    QStringList result;
+    result.reserve(static_cast<qsizetype>(kept.size()));
+    for (const auto& entry : kept)
+        result += entry.second;
+    return result;
+}
+
+QStringList PosixFiles::list(const QString& folder, const QString& patterns) const
+{
+    return sortedNames(folder, false, patterns);
+}
+
+QStringList PosixFiles::folders(const QString& folder) const
+{
+    return sortedNames(folder, true, u"*"_s);
+}
+
+ReadBytes PosixFiles::readBytes(const QString& path) const
+{
+    ReadBytes result;
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0) {
+        result.outcome = isMissing(found.error) ? ReadOutcome::Missing : ReadOutcome::Failed;
+        return result;
+    }
+    if (!S_ISREG(found.info.st_mode))
+        return result;
+    struct stat info = {};
+    const Descriptor file = openRegular(found.path, O_RDONLY, info);
+    if (!file.isOpen()) {
+        result.outcome = isMissing(errno) ? ReadOutcome::Missing : ReadOutcome::Failed;
+        return result;
+    }
+    if (info.st_size > m_options.maximumReadSize)
+        return result;
+    // One byte more than there should be: a file that grows meanwhile is read again to its new end.
+    qint64 wanted = info.st_size + 1;
+    do {
+        if (!readAt(file, 0, wanted, result.bytes)) {
+            result.bytes.clear();
+            return result;
+        }
+        wanted = result.bytes.size() < wanted ? 0 : wanted * 2;
+    } while (wanted > 0 && wanted <= m_options.maximumReadSize);
+    if (wanted > 0) {
+        result.bytes.clear();
+        return result;
+    }
+    result.outcome = ReadOutcome::Done;
+    return result;
+}
+
+ReadText PosixFiles::readText(const QString& path) const
+{
+    const ReadBytes read = readBytes(path);
+    return {read.outcome, decode(read.bytes)};
+}
+
+ReadText PosixFiles::readPlaylist(const QString& path)
+{
+    ReadBytes read = readBytes(path);
+    if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
+        const QByteArray fresh = adopted(read.bytes);
+        if (m_store.keep(absolute(m_names.find(path).path), read.bytes) && writeBytes(path, fresh))
+            read.bytes = fresh;
+    }
+    return {read.outcome, decode(read.bytes)};
+}
+
+void PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
+{
+    if (!old.isEmpty() && isKept(path))
+        static_cast<void>(m_store.keep(absolute(path), old));
+}
+
+std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bool mayCreate, unsigned creationMode)
+{
+    Target target;
+    const NameLookup::Found found = m_names.find(path);
+    struct stat info = {};
+    if (found.error == 0) {
+        // The mode counts even for root: taking the write protection away is a step of its own.
+        if (!S_ISREG(found.info.st_mode) || (found.info.st_mode & anyWriteBit) == 0)
+            return std::nullopt;
+        target.path = found.path;
+        target.file = openRegular(target.path, O_RDWR, info);
+        target.size = info.st_size;
+    } else if (mayCreate && isMissing(found.error)) {
+        const std::optional<QByteArray> fresh = m_names.creationPath(path);
+        if (!fresh)
+            return std::nullopt;
+        target.path = *fresh;
+        m_undo.willCreate(absolute(target.path));
+        target.file =
+            Descriptor(::open(target.path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, creationMode));
+        target.created = true;
+    }
+    if (!target.file.isOpen())
+        return std::nullopt;
+    return target;
+}
+
+bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head,
+                         QByteArrayView rest)
+{
+    const Pieces fresh{head, rest};
+    if (!target.created)
+        m_undo.willChange(target.file, absolute(target.path), offset, old);
+    // The kernel does a write inside one page, an append and a cut as a whole.
+    const bool grows = fresh.size() >= old.size();
+    const bool onePage = grows && offset / pageSize == (offset + std::max<qint64>(fresh.size(), 1) - 1) / pageSize;
+    if (onePage) {
+        const QByteArray joined = head.toByteArray() + rest.toByteArray();
+        if (writeAt(target.file, offset, joined))
+            return true;
+        static_cast<void>(writeAt(target.file, offset, old));
+        static_cast<void>(truncateTo(target.file, target.size));
+        return false;
+    }
+    const bool whole = old.isEmpty() || fresh.size() == 0;
+    if (!whole)
+        m_journal.begin(target.file, absolute(target.path), offset, head, rest,
+                        target.size + fresh.size() - old.size());
+    const bool done = rewriteTail(target.file, offset, old, fresh);
+    if (!whole)
+        m_journal.end();
+    return done;
+}
+
+bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
+{
+    const std::optional<Target> target = openTarget(path, true, 0666);
+    if (!target)
+        return false;
+    QByteArray old;
+    if (target->size > m_options.maximumReadSize || !readAt(target->file, 0, target->size, old))
+        return false;
+    if (!target->created && old == bytes)
+        return true;
+    keepOld(target->path, old);
+    const bool done = rewrite(*target, 0, old, bytes, {});
+    if (done)
+        stampNow(target->file);
+    else if (target->created)
+        ::unlink(target->path.constData());
+    return done;
+}
+
+bool PosixFiles::writeText(const QString& path, const QString& text)
+{
+    return writeBytes(path, encode(text));
+}
+
+bool PosixFiles::appendBytes(const QString& path, const QByteArray& bytes)
+{
+    const std::optional<Target> target = openTarget(path, true, 0666);
+    if (!target)
+        return false;
+    const bool done = rewrite(*target, target->size, {}, bytes, {});
+    if (done)
+        stampNow(target->file);
+    else if (target->created)
+        ::unlink(target->path.constData());
+    return done;
+}
+
+bool PosixFiles::replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes)
+{
+    const std::optional<Target> target = openTarget(path, false, 0);
+    if (!target || offset < 0 || length < 0 || offset > target->size || length > target->size - offset)
+        return false;
+    // What follows moves only if the length changes.
+    const bool moves = bytes.size() != length;
+    const qint64 oldLength = moves ? target->size - offset : length;
+    QByteArray old;
+    if (oldLength > m_options.maximumReadSize || !readAt(target->file, offset, oldLength, old) ||
+        old.size() != oldLength)
+        return false;
+    if (!moves && bytes == old)
+        return true;
+    if (!rewrite(*target, offset, old, bytes, QByteArrayView(old).sliced(length)))
+        return false;
+    stampNow(target->file);
+    return true;
+}
+
+bool PosixFiles::copy(const QString& from, const QString& to)
+{
+    const NameLookup::Found source = m_names.find(from);
+    if (source.error != 0 || !S_ISREG(source.info.st_mode))
+        return false;
+    struct stat info = {};
+    const Descriptor reading = openRegular(source.path, O_RDONLY, info);
+    if (!reading.isOpen())
+        return false;
+    const NameLookup::Found existing = m_names.find(to);
+    if (existing.error == 0 && existing.info.st_dev == info.st_dev && existing.info.st_ino == info.st_ino)
+        return true;
+    const std::optional<Target> target = openTarget(to, true, info.st_mode & 0666U);
+    if (!target)
+        return false;
+    bool done = false;
+    if (target->created || info.st_size > copyInMemory || target->size > copyInMemory) {
+        // Room first, so that a full disk leaves an existing target as it was.
+        const bool room = info.st_size <= target->size ||
+                          ::posix_fallocate(target->file.get(), target->size, info.st_size - target->size) == 0;
+        done = room && streamCopy(reading, target->file, info.st_size) && truncateTo(target->file, info.st_size);
+        if (!room)
+            static_cast<void>(truncateTo(target->file, target->size));
+    } else {
+        QByteArray fresh;
+        QByteArray old;
+        if (readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old)) {
+            if (old != fresh)
+                keepOld(target->path, old);
+            done = old == fresh || rewrite(*target, 0, old, fresh, {});
+        }
+    }
+    if (done) {
+        timespec times[2] = {};
+        times[0].tv_nsec = UTIME_OMIT;
+        times[1] = info.st_mtim;
+        ::futimens(target->file.get(), times);
+    } else if (target->created) {
+        ::unlink(target->path.constData());
+    }
+    return done;
+}
+
+bool PosixFiles::remove(const QString& path)
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0 || S_ISDIR(found.info.st_mode))
+        return false;
+    if (isKept(found.path)) {
+        const ReadBytes old = readBytes(path);
+        keepOld(found.path, old.bytes);
+    }
+    m_undo.willRemove(absolute(found.path));
+    return ::unlink(found.path.constData()) == 0;
+}
+
+bool PosixFiles::makeFolder(const QString& path)
+{
+    QString name = path;
+    while (name.size() > 1 && (name.endsWith(u'/') || name.endsWith(u'\\')))
+        name.chop(1);
+    if (m_names.find(name).error == 0)
+        return false;
+    const std::optional<QByteArray> fresh = m_names.creationPath(name);
+    return fresh && ::mkdir(fresh->constData(), 0777) == 0;
+}
+
+bool PosixFiles::clearAttributes(const QString& path)
+{
+    const NameLookup::Found found = m_names.find(path);
+    return found.error == 0 && ::chmod(found.path.constData(), (found.info.st_mode & 07777U) | S_IWUSR) == 0;
+}
+
+QByteArray PosixFiles::encode(const QString& text) const
+{
+    return m_options.codePage.encode(text);
+}
+
+QString PosixFiles::decode(const QByteArray& bytes) const
+{
+    return m_options.codePage.decode(bytes);
+}
+
+} // namespace orvantine

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "desktop/posix/Descriptor.h"
+#include "desktop/posix/NameLookup.h"
+#include "desktop/posix/RecoveryStore.h"
+#include "desktop/posix/UndoJournal.h"
+#include "desktop/posix/WriteJournal.h"
+#include "platform/CodePage.h"
+#include "platform/Files.h"
+
+#include <QMap>
+
+namespace orvantine {
+
+struct PosixFilesOptions
+{
+    CodePage codePage;
+    /// Host folders by drive letter: "C:" -> "/media/user/windows".
+    QMap<QString, QString> drives;
+    /// Whether `readPlaylist` turns the host's own text files into CR LF files.
+    bool adoptsHostTexts = true;
+    /// Made with mode 0700 when it is needed; "" for none: then nothing is adopted and nothing journalled.
+    QString recoveryFolder;
+    qint64 maximumReadSize = qint64{256} * 1024 * 1024;
+};
+
+/// The host's disk. Relative paths start from the current folder.
+class PosixFiles : public Files
+{
+public:
+    explicit PosixFiles(PosixFilesOptions options = {});
+    ~PosixFiles() override;
+
+    [[nodiscard]] std::function<bool(const QString& name)> namesIn(const QString& folder) const override;
+    [[nodiscard]] bool exists(const QString& path) const override;
+    [[nodiscard]] bool folderExists(const QString& path) const override;
+    [[nodiscard]] bool isFolder(const QString& path) const override;
+    [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
+    [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
+    [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;
+    [[nodiscard]] std::optional<QByteArray> nativePath(const QString& path) const override;
+    [[nodiscard]] QStringList list(const QString& folder, const QString& patterns) const override;
+    [[nodiscard]] QStringList folders(const QString& folder) const override;
+
+    [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
+    [[nodiscard]] ReadText readText(const QString& path) const override;
+    [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+
+    bool writeBytes(const QString& path, const QByteArray& bytes) override;
+    bool writeText(const QString& path, const QString& text) override;
+    bool appendBytes(const QString& path, const QByteArray& bytes) override;
+    bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
+    bool copy(const QString& from, const QString& to) override;
+    bool remove(const QString& path) override;
+    bool makeFolder(const QString& path) override;
+    bool clearAttributes(const QString& path) override;
+    void beginWhole() override { m_undo.begin(); }
+    void endWhole() override { m_undo.end(); }
+
+    [[nodiscard]] QByteArray encode(const QString& text) const override;
+    [[nodiscard]] QString decode(const QByteArray& bytes) const override;
+
+private:
+    /// A file open for writing; `size` is what it had when it was opened.
+    struct Target
+    {
+        Descriptor file;
+        qint64 size = 0;
+        QByteArray path;
+        bool created = false;
+    };
+
+    [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode);
+    /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
+    bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
+    /// Keeps what stands in a playlist or a picture that is about to go.
+    void keepOld(const QByteArray& path, const QByteArray& old);
+    [[nodiscard]] QStringList sortedNames(const QString& folder, bool folders, const QString& patterns) const;
+
+    PosixFilesOptions m_options;
+    NameLookup m_names;
+    RecoveryStore m_store;
+    // A write that was cut off is completed before what it was a part of is put back.
+    WriteJournal m_journal;
+    UndoJournal m_undo;
+};
+
+} // namespace orvantine

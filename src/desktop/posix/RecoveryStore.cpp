@@ -1,0 +1,134 @@
+#include "desktop/posix/RecoveryStore.h"
+
+#include "desktop/posix/Descriptor.h"
+#include "desktop/posix/PrivateFolder.h"
+
+#include <QCryptographicHash>
+#include <QHash>
+#include <QList>
+#include <QSet>
+
+#include <algorithm>
+#include <cstdio>
+#include <ctime>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace orvantine {
+namespace {
+
+constexpr qint64 longestCatalogue = qint64{16} << 20;
+
+/// One line of the store's table of contents: seconds since 1970, name of the copy, path.
+struct Entry
+{
+    qint64 seconds = 0;
+    QByteArray copy;
+    QByteArray path;
+};
+
+QByteArray lineOf(const Entry& entry)
+{
+    return QByteArray::number(entry.seconds) + '\t' + entry.copy.toPercentEncoding() + '\t' +
+           entry.path.toPercentEncoding("/") + '\n';
+}
+
+QByteArray contentsFile(const QByteArray& folder)
+{
+    return folder + "/Contents";
+}
+
+QList<Entry> readContents(const QByteArray& folder)
+{
+    const Descriptor file(::open(contentsFile(folder).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+    QByteArray text;
+    QList<Entry> entries;
+    if (!file.isOpen() || !readAt(file, 0, longestCatalogue, text))
+        return entries;
+    const QList<QByteArray> lines = text.split('\n');
+    for (const QByteArray& line : lines) {
+        const QList<QByteArray> parts = line.split('\t');
+        if (parts.size() != 3)
+            continue;
+        const QByteArray copy = QByteArray::fromPercentEncoding(parts[1]);
+        if (!copy.isEmpty() && !copy.contains('/'))
+            entries.append({parts[0].toLongLong(), copy, QByteArray::fromPercentEncoding(parts[2])});
+    }
+    return entries;
+}
+
+bool writeWhole(const QByteArray& path, const QByteArray& bytes)
+{
+    const QByteArray unfinished = path + ".neu";
+    const Descriptor file(::open(unfinished.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (file.isOpen() && writeAt(file, 0, bytes) && ::fsync(file.get()) == 0 &&
+        ::rename(unfinished.constData(), path.constData()) == 0)
+        return true;
+    ::unlink(unfinished.constData());
+    return false;
+}
+
+bool append(const QByteArray& path, const QByteArray& bytes)
+{
+    const Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600));
+    return file.isOpen() && ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size())) ==
+                                static_cast<ssize_t>(bytes.size());
+}
+
+} // namespace
+
+RecoveryStore::RecoveryStore(QByteArray folder) : m_folder(std::move(folder)) {}
+
+bool RecoveryStore::keep(const QByteArray& path, const QByteArray& bytes)
+{
+    if (m_folder.isEmpty() || !makePrivateFolder(m_folder))
+        return false;
+    const QByteArray name = path.sliced(path.lastIndexOf('/') + 1).left(120);
+    const QByteArray copy = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex() + '-' + name;
+    const QByteArray whole = m_folder + '/' + copy;
+    struct stat info = {};
+    const bool stands = ::stat(whole.constData(), &info) == 0 && info.st_size == bytes.size();
+    if (!stands && !writeWhole(whole, bytes))
+        return false;
+    append(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
+    if (!std::exchange(m_pruned, true))
+        prune();
+    return true;
+}
+
+void RecoveryStore::prune()
+{
+    const QList<Entry> entries = readContents(m_folder);
+    const qint64 oldest = ::time(nullptr) - MostSeconds;
+    QSet<QByteArray> paths;
+    QHash<QByteArray, qint64> kept;
+    qint64 total = 0;
+    QList<Entry> staying;
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+        struct stat info = {};
+        if (::stat((m_folder + '/' + entry->copy).constData(), &info) != 0)
+            continue;
+        const bool newestOfPath = !paths.contains(entry->path);
+        const qint64 more = kept.contains(entry->copy) ? 0 : info.st_size;
+        if (!newestOfPath && (entry->seconds < oldest || total + more > MostBytes))
+            continue;
+        paths.insert(entry->path);
+        kept.insert(entry->copy, info.st_size);
+        total += more;
+        staying.prepend(*entry);
+    }
+    if (staying.size() == entries.size())
+        return;
+    QByteArray text;
+    for (const Entry& entry : std::as_const(staying))
+        text += lineOf(entry);
+    if (!writeWhole(contentsFile(m_folder), text))
+        return;
+    for (const Entry& entry : entries)
+        if (!kept.contains(entry.copy))
+            ::unlink((m_folder + '/' + entry.copy).constData());
+}
+
+} // namespace orvantine

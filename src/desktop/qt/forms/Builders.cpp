@@ -1,0 +1,20 @@
+#include "desktop/qt/forms/Builders.h"
+
+#include <QHash>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+FormBuilder formBuilder(const QString& name)
+{
+    static const QHash<QString, FormBuilder> builders{
+        {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
+        {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
+        {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
+        {u"Startup"_s, buildStartup},        {u"Trackcopy"_s, buildTrackcopy},
+        {u"frmID3V1"_s, buildTagForm},       {u"frmID3V2"_s, buildOtherTagForm}};
+    return builders.value(name);
+}
+
+} // namespace orvantine

@@ -1,0 +1,118 @@
+#include "desktop/qt/forms/HelpWindow.h"
+
+#include "desktop/qt/widgets/Emblem.h"
+#include "desktop/qt/widgets/Theme.h"
+
+#include <QAction>
+#include <QFile>
+#include <QKeyEvent>
+#include <QResource>
+#include <QTextBrowser>
+#include <QToolBar>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString& contentsTopic()
+{
+    static const QString topic = u"/Inhalt.htm"_s;
+    return topic;
+}
+
+QString resourceOf(const QString& topic)
+{
+    return u":/hilfe"_s + topic;
+}
+
+} // namespace
+
+HelpWindow::HelpWindow() : m_page(new QTextBrowser(this))
+{
+    setObjectName(u"HelpWindow"_s);
+    setWindowTitle(u"Orvanten Manager – Hilfe"_s);
+    setWindowIcon(emblemIcon());
+
+    m_page->setObjectName(u"HelpPage"_s);
+    m_page->setAccessibleName(u"Hilfetext"_s);
+    m_page->setOpenExternalLinks(false);
+    m_page->setOpenLinks(true);
+    m_page->setFrameShape(QFrame::NoFrame);
+    m_page->document()->setDocumentMargin(24);
+    setCentralWidget(m_page);
+
+    auto* const bar = new QToolBar(u"Hilfe"_s, this);
+    bar->setMovable(false);
+    bar->setContextMenuPolicy(Qt::PreventContextMenu);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_back = bar->addAction(Theme::icon(u"go-previous"_s), u"Zurück"_s);
+    m_forward = bar->addAction(Theme::icon(u"go-next"_s), u"Vor"_s);
+    QAction* const contents = bar->addAction(Theme::icon(u"go-home"_s), u"Inhalt"_s);
+    m_back->setShortcut(QKeySequence(QKeySequence::Back));
+    m_forward->setShortcut(QKeySequence(QKeySequence::Forward));
+    contents->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Home));
+    addToolBar(bar);
+
+    connect(m_back, &QAction::triggered, m_page, &QTextBrowser::backward);
+    connect(m_forward, &QAction::triggered, m_page, &QTextBrowser::forward);
+    connect(contents, &QAction::triggered, this, [this] { go(contentsTopic()); });
+    connect(m_page, &QTextBrowser::backwardAvailable, m_back, &QAction::setEnabled);
+    connect(m_page, &QTextBrowser::forwardAvailable, m_forward, &QAction::setEnabled);
+    connect(m_page, &QTextBrowser::sourceChanged, this, [this] {
+        const QString title = m_page->documentTitle();
+        setWindowTitle(title.isEmpty() ? u"Orvanten Manager – Hilfe"_s : title + u" – Orvanten Manager Hilfe"_s);
+    });
+    m_back->setEnabled(false);
+    m_forward->setEnabled(false);
+    resize(760, 640);
+}
+
+HelpWindow::~HelpWindow()
+{
+    if (!m_file.isEmpty())
+        QResource::unregisterResource(m_file);
+}
+
+bool HelpWindow::showTopic(const QString& file, const QString& topic)
+{
+    if (!open(file) || !QFile::exists(resourceOf(topic)))
+        return false;
+    go(topic);
+    if (isMinimized())
+        showNormal();
+    show();
+    raise();
+    activateWindow();
+    m_page->setFocus();
+    return true;
+}
+
+bool HelpWindow::open(const QString& file)
+{
+    if (!m_file.isEmpty())
+        return QFile::exists(m_file);
+    if (file.isEmpty() || !QResource::registerResource(file))
+        return false;
+    m_file = file;
+    return true;
+}
+
+void HelpWindow::go(const QString& topic)
+{
+    QUrl page;
+    page.setScheme(u"qrc"_s);
+    page.setPath(u"/hilfe"_s + topic);
+    m_page->setSource(page);
+}
+
+void HelpWindow::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        close();
+    else
+        QMainWindow::keyPressEvent(event);
+}
+
+} // namespace orvantine

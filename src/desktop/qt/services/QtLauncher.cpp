@@ -1,0 +1,132 @@
+#include "desktop/qt/services/QtLauncher.h"
+
+#include "desktop/qt/forms/HelpWindow.h"
+#include "desktop/qt/forms/PropertiesDialog.h"
+#include "desktop/qt/services/QtMessages.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDesktopServices>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QUrl>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr std::size_t MostRecent = 20;
+constexpr int DBusTimeoutMs = 2000;
+
+/// A call to the desktop's file manager over the session bus, with a path in the host's bytes.
+bool callFileManager(const QString& method, const QByteArray& nativePath)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return false;
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, method);
+    call << QStringList{u"file://"_s + QString::fromLatin1(nativePath.toPercentEncoding("/"))} << QString();
+    const QDBusMessage reply = bus.call(call, QDBus::BlockWithGui, DBusTimeoutMs);
+    // One that takes its time to start shows the file all the same.
+    return reply.type() == QDBusMessage::ReplyMessage || reply.errorName() == u"org.freedesktop.DBus.Error.NoReply"_s;
+}
+
+} // namespace
+
+bool isTrustedProgram(const QByteArray& nativePath)
+{
+    struct stat state = {};
+    if (::stat(nativePath.constData(), &state) != 0 || !S_ISREG(state.st_mode))
+        return false;
+    if (state.st_uid != 0 && state.st_uid != ::getuid())
+        return false;
+    return (state.st_mode & (S_IWGRP | S_IWOTH)) == 0 && ::access(nativePath.constData(), X_OK) == 0;
+}
+
+QtLauncher::QtLauncher(const Files& files) : m_files(files) {}
+
+QtLauncher::~QtLauncher() = default;
+
+bool QtLauncher::start(const LaunchRequest& request)
+{
+    m_recent.push_back(request);
+    if (m_recent.size() > MostRecent)
+        m_recent.erase(m_recent.begin());
+
+    switch (request.kind) {
+    case LaunchKind::Help:
+        return showHelp(request.target, request.arguments.value(0));
+    case LaunchKind::FileManager:
+        return showFolder(request.target);
+    case LaunchKind::Properties:
+        return showProperties(request.target);
+    case LaunchKind::DefaultPlayer:
+        return openByDesktop(request.target);
+    case LaunchKind::Program:
+        return startProgram(request.target, request.arguments);
+    case LaunchKind::Link:
+        return QDesktopServices::openUrl(QUrl(request.target, QUrl::StrictMode));
+    }
+    return false;
+}
+
+void QtLauncher::closeAll()
+{
+    m_help.reset();
+}
+
+bool QtLauncher::showHelp(const QString& file, const QString& topic)
+{
+    if (!m_help)
+        m_help = std::make_unique<HelpWindow>();
+    return m_help->showTopic(hostPath(file), topic);
+}
+
+bool QtLauncher::showFolder(const QString& path)
+{
+    const std::optional<QByteArray> native = m_files.nativePath(path);
+    if (!native)
+        return false;
+    const bool folder = m_files.isFolder(path);
+    return callFileManager(folder ? u"ShowFolders"_s : u"ShowItems"_s, *native) ||
+           openByDesktop(folder ? path : QFileInfo(QFile::decodeName(*native)).path());
+}
+
+bool QtLauncher::showProperties(const QString& path)
+{
+    const std::optional<QByteArray> native = m_files.nativePath(path);
+    if (!native)
+        return false;
+    if (!callFileManager(u"ShowItemProperties"_s, *native))
+        showPropertiesDialog(*native, frontWindow());
+    return true;
+}
+
+bool QtLauncher::openByDesktop(const QString& path)
+{
+    const QString host = hostPath(path);
+    const QString opener = QStandardPaths::findExecutable(u"xdg-open"_s);
+    return !host.isEmpty() && !opener.isEmpty() && QProcess::startDetached(opener, {host});
+}
+
+bool QtLauncher::startProgram(const QString& path, const QStringList& arguments)
+{
+    const QString host = hostPath(path);
+    return !host.isEmpty() && isTrustedProgram(QFile::encodeName(host)) && QProcess::startDetached(host, arguments);
+}
+
+QString QtLauncher::hostPath(const QString& path) const
+{
+    return QFile::decodeName(m_files.nativePath(path).value_or(QByteArray()));
+}
+
+} // namespace orvantine

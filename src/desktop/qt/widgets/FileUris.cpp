@@ -1,0 +1,95 @@
+#include "desktop/qt/widgets/FileUris.h"
+
+#include "desktop/qt/widgets/TreePlaces.h"
+
+#include <QMimeData>
+#include <QSysInfo>
+
+#include <optional>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString UriList = u"text/uri-list"_s;
+/// What some file managers put on the clipboard beside the list or instead of it: a first line "copy" or "cut", then
+/// the URIs. The text stands for a time when there was no format of its own for it.
+const QString CopiedFiles = u"x-special/gnome-copied-files"_s;
+const QString CopiedFilesText = u"x-special/nautilus-clipboard\n"_s;
+
+/// Path of "file:/path", "file:///path" or "file://this-machine/path", still in percent form.
+std::optional<QByteArray> encodedPath(const QByteArray& uri)
+{
+    constexpr qsizetype Scheme = 5;
+    if (uri.left(Scheme).toLower() != "file:")
+        return std::nullopt;
+    QByteArray rest = uri.mid(Scheme);
+    if (rest.startsWith("//")) {
+        const qsizetype slash = rest.indexOf('/', 2);
+        if (slash < 0)
+            return std::nullopt;
+        const QByteArray host = rest.mid(2, slash - 2).toLower();
+        if (!host.isEmpty() && host != "localhost" && host != QSysInfo::machineHostName().toUtf8().toLower())
+            return std::nullopt;
+        rest = rest.mid(slash);
+    }
+    return rest.startsWith('/') ? std::optional(rest) : std::nullopt;
+}
+
+QString localPath(const QByteArray& uri)
+{
+    const std::optional<QByteArray> encoded = encodedPath(uri);
+    if (!encoded)
+        return {};
+    QByteArray path = QByteArray::fromPercentEncoding(*encoded);
+    if (path.contains('\0'))
+        return {};
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return folderText(path);
+}
+
+QStringList pathsOf(const QByteArray& list)
+{
+    QStringList paths;
+    // Not as QUrl, which makes question marks of bytes that are no UTF-8.
+    const QList<QByteArray> lines = list.split('\n');
+    for (const QByteArray& line : lines)
+        if (const QString path = localPath(line.trimmed()); !path.isEmpty())
+            paths += path;
+    return paths;
+}
+
+} // namespace
+
+bool mayHoldFiles(const QMimeData& data)
+{
+    return data.hasFormat(UriList);
+}
+
+QStringList localPaths(const QMimeData& data)
+{
+    return pathsOf(data.data(UriList));
+}
+
+QStringList copiedPaths(const QMimeData& data)
+{
+    if (data.hasFormat(UriList))
+        return localPaths(data);
+    if (data.hasFormat(CopiedFiles))
+        return pathsOf(data.data(CopiedFiles));
+    const QString text = data.text();
+    return text.startsWith(CopiedFilesText) ? pathsOf(text.toUtf8()) : QStringList();
+}
+
+QByteArray uriList(const QList<QByteArray>& nativePaths)
+{
+    QByteArray list;
+    for (const QByteArray& path : nativePaths)
+        list += "file://" + path.toPercentEncoding("/") + "\r\n";
+    return list;
+}
+
+} // namespace orvantine

@@ -1,0 +1,591 @@
+#include "desktop/qt/widgets/ReportList.h"
+
+#include "desktop/qt/widgets/FileUris.h"
+#include "desktop/qt/widgets/Keys.h"
+#include "desktop/qt/widgets/Theme.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+namespace orvantine {
+
+namespace {
+
+constexpr int RowPadding = 5;
+constexpr int IconSize = 16;
+constexpr std::chrono::milliseconds GreyAfter{400};
+constexpr std::chrono::milliseconds FillAfter{250};
+/// Room that the last column keeps, and that the widest one keeps when it gives way.
+constexpr int LastColumnRoom = 60;
+constexpr int WidestColumnRoom = 110;
+
+} // namespace
+
+/// Draws the cells: icon, text in the row's colour, a soft ground for the selected row.
+class ReportList::Painter final : public QStyledItemDelegate
+{
+public:
+    explicit Painter(ReportList& view) : QStyledItemDelegate(&view), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
+    {
+        return {40, std::max(QFontMetrics(m_view.font()).height(), IconSize) + 2 * RowPadding};
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const QPalette& palette = m_view.palette();
+        QRect area = option.rect.adjusted(RowPadding, 0, -RowPadding, 0);
+
+        const QString pictureName = index.data(ListView::IconNameRole).toString();
+        if (!pictureName.isEmpty() && leavesRoom(area, index)) {
+            const QRect place(area.left(), area.center().y() - IconSize / 2 + 1, IconSize, IconSize);
+            Theme::listIcon(pictureName)
+                .paint(painter, place, Qt::AlignCenter, m_view.m_greyed ? QIcon::Disabled : QIcon::Normal);
+            area.setLeft(place.right() + RowPadding);
+        }
+
+        painter->setFont(m_view.font());
+        const QColor told = Theme::textColor(static_cast<Color>(index.data(ListView::ColorRole).toUInt()), palette);
+        painter->setPen(m_view.m_greyed ? Theme::mix(told, palette.color(QPalette::Base), 0.5) : told);
+        const bool number = index.column() + 1 == m_view.numberColumn();
+        if (index.column() == m_view.keyColumn() && index.data(ListView::MissingRole).toBool())
+            area.setRight(paintMissing(*painter, area) - RowPadding);
+        const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
+        painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
+    }
+
+private:
+    /// A track number of many digits stands without its picture: cut, it would tell nothing.
+    [[nodiscard]] bool leavesRoom(const QRect& area, const QModelIndex& index) const
+    {
+        if (index.column() == m_view.keyColumn())
+            return true;
+        const int text = QFontMetrics(m_view.font()).horizontalAdvance(index.data().toString());
+        return text <= area.width() - IconSize - RowPadding + 1;
+    }
+
+    /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
+    [[nodiscard]] int paintMissing(QPainter& painter, const QRect& area) const
+    {
+        const QString words = QStringLiteral("fehlt");
+        const int width = painter.fontMetrics().horizontalAdvance(words);
+        if (width > area.width() / 2)
+            return area.right() + RowPadding;
+        const QColor red = Theme::textColor(Color::DarkRed, m_view.palette());
+        const QPen before = painter.pen();
+        painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.m_greyed ? 0.6 : 0.25));
+        painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
+        painter.setPen(before);
+        return area.right() - width;
+    }
+
+    ReportList& m_view;
+};
+
+/// Flat column heads whose texts stand over those of the cells.
+class ReportList::Head final : public QHeaderView
+{
+public:
+    explicit Head(ReportList& view) : QHeaderView(Qt::Horizontal, &view), m_view(view) {}
+
+    [[nodiscard]] QSize sizeHint() const override
+    {
+        return {QHeaderView::sizeHint().width(), QFontMetrics(font()).height() + 2 * RowPadding};
+    }
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int section) const override
+    {
+        const QColor line = Theme::lineColor(palette());
+        painter->fillRect(rect, Theme::mix(palette().color(QPalette::Active, QPalette::Base),
+                                           palette().color(QPalette::Window), 0.55));
+        painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
+        painter->fillRect(QRect(rect.right(), rect.top() + 4, 1, rect.height() - 8), line);
+        const bool number = section + 1 == m_view.numberColumn();
+        const QRect area = rect.adjusted(RowPadding, 0, -RowPadding, 0);
+        painter->setPen(Theme::dimText(palette()));
+        painter->drawText(
+            area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter),
+            painter->fontMetrics().elidedText(m_view.list().columnText(section + 1), Qt::ElideRight, area.width()));
+    }
+
+    void paintEvent(QPaintEvent* event) override
+    {
+        QPainter painter(viewport());
+        painter.fillRect(rect(), Theme::mix(palette().color(QPalette::Active, QPalette::Base),
+                                            palette().color(QPalette::Window), 0.55));
+        painter.fillRect(QRect(0, height() - 1, width(), 1), Theme::lineColor(palette()));
+        painter.end();
+        QHeaderView::paintEvent(event);
+    }
+
+private:
+    ReportList& m_view;
+};
+
+ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_list(list)
+{
+    setObjectName(list.fullName());
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setIndentation(0);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setVerticalScrollMode(ScrollPerItem);
+    setTextElideMode(Qt::ElideRight);
+    setAcceptDrops(true);
+    setDragDropMode(DropOnly);
+    setItemDelegate(new Painter(*this));
+    setHeader(new Head(*this));
+    header()->setSectionsMovable(false);
+    header()->setSectionsClickable(true);
+    header()->setHighlightSections(false);
+    header()->setMinimumSectionSize(24);
+    header()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setModel(&list);
+
+    m_fillLater.setSingleShot(true);
+    m_fillLater.setInterval(FillAfter);
+    connect(&m_fillLater, &QTimer::timeout, this, [this] { fillRoom(); });
+    m_greyLater.setSingleShot(true);
+    m_greyLater.setInterval(GreyAfter);
+    connect(&m_greyLater, &QTimer::timeout, this, [this] {
+        // A box often asks about just these rows, and tells of itself that nothing else can be clicked.
+        if (QApplication::activeModalWidget() != nullptr) {
+            m_greyLater.start();
+            return;
+        }
+        m_greyed = true;
+        viewport()->update();
+    });
+
+    // Whatever the list or the selection model make of the current row on such a change, the list's word counts.
+    connect(&list, &QAbstractItemModel::rowsInserted, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::rowsRemoved, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::layoutChanged, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::columnsInserted, this, [this] { showWidths(); });
+    connect(&list, &QAbstractItemModel::modelReset, this, [this] {
+        showWidths();
+        showSelection();
+    });
+    connect(header(), &QHeaderView::sectionResized, this,
+            [this](int section, int, int pixels) { noteWidth(section, pixels); });
+    connect(header(), &QHeaderView::sectionClicked, this, [this](int section) {
+        if (m_list.ColumnClick)
+            m_list.ColumnClick(section + 1);
+    });
+
+    list.SetFocus = [this] { setFocus(Qt::OtherFocusReason); };
+    list.EnsureVisible = [this](int row) { scrollTo(m_list.index(row - 1, keyColumn())); };
+    list.TopRow = [this] { return verticalScrollBar()->value() + 1; };
+    list.ShowFromRow = [this](int row) {
+        executeDelayedItemsLayout();
+        updateGeometries();
+        verticalScrollBar()->setValue(row - 1);
+    };
+    list.LockUpdate = [this](bool locked) { setUpdatesEnabled(!locked); };
+    list.WidthChanged = [this](int, Twips) { showWidths(); };
+    list.BatchEnded = [this] { showSelection(); };
+
+    m_bindings.watch(list.selection(), [this] { showSelection(); });
+    m_bindings.follow(list.Enabled, [this](bool enabled) { setUsable(enabled); });
+    m_bindings.follow(list.Visible, [this](bool visible) { setSeen(visible); });
+    m_bindings.watch(list.GridLines, [this] { viewport()->update(); });
+    m_bindings.watch(list.FontName, [this] { showFont(); });
+    m_bindings.watch(list.FontSize, [this] { showFont(); });
+
+    keepGround();
+    showFont();
+    showWidths();
+    showSelection();
+}
+
+ReportList::~ReportList()
+{
+    m_list.SetFocus = [] {};
+    m_list.EnsureVisible = [](int) {};
+    m_list.TopRow = [] { return 1; };
+    m_list.ShowFromRow = [](int) {};
+    m_list.LockUpdate = [](bool) {};
+    m_list.WidthChanged = [](int, Twips) {};
+    m_list.BatchEnded = [] {};
+}
+
+void ReportList::selectRowAt(const QPoint& point)
+{
+    // A menu that opens under the pressed button takes the release away.
+    m_pressedRow = 0;
+    const QModelIndex under = indexAt(point);
+    if (under.isValid())
+        m_list.select(under.row() + 1);
+}
+
+void ReportList::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (!PopUp)
+        return event->ignore();
+    QPoint point = event->pos();
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        scrollTo(currentIndex());
+        point = visualRect(currentIndex()).center();
+    }
+    selectRowAt(point);
+    PopUp(viewport()->mapToGlobal(point));
+}
+
+void ReportList::keyPressEvent(QKeyEvent* event)
+{
+    const int code = keyCodeOf(*event);
+    if (code != 0 && m_list.KeyDown && m_list.KeyDown(shiftWordOf(*event), code))
+        return;
+    if (code == 13 && event->modifiers() == (event->modifiers() & Qt::KeypadModifier)) {
+        if (m_list.selectedRow() > 0 && m_list.DblClick)
+            m_list.DblClick();
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+    if (takeSelection() && m_list.Click)
+        m_list.Click();
+}
+
+/// Until the button goes up the row is only shown as the coming one: an event in between must not find a selected row
+/// whose click was never told.
+void ReportList::mousePressEvent(QMouseEvent* event)
+{
+    m_pressedRow = indexAt(event->pos()).row() + 1;
+    m_pressedAt = event->pos();
+    QTreeView::mousePressEvent(event);
+    viewport()->update();
+}
+
+void ReportList::mouseMoveEvent(QMouseEvent* event)
+{
+    if (m_pressedRow > 0 && m_list.DragFile && event->buttons() == Qt::LeftButton) {
+        if ((event->pos() - m_pressedAt).manhattanLength() >= QApplication::startDragDistance())
+            dragFile();
+        return;
+    }
+    QTreeView::mouseMoveEvent(event);
+    if (m_pressedRow > 0) {
+        m_pressedRow = currentIndex().row() + 1;
+        viewport()->update();
+    }
+}
+
+void ReportList::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTreeView::mouseReleaseEvent(event);
+    const int row = std::exchange(m_pressedRow, 0);
+    if (row == 0)
+        return;
+    m_list.select(row);
+    showSelection();
+    if (m_list.Click)
+        m_list.Click();
+}
+
+void ReportList::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    const QModelIndex under = indexAt(event->pos());
+    if (event->button() != Qt::LeftButton || !under.isValid())
+        return;
+    m_pressedRow = 0;
+    m_list.select(under.row() + 1);
+    if (m_list.DblClick)
+        m_list.DblClick();
+}
+
+void ReportList::focusInEvent(QFocusEvent* event)
+{
+    QTreeView::focusInEvent(event);
+    if (m_list.GotFocus)
+        m_list.GotFocus();
+}
+
+void ReportList::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+void ReportList::dragMoveEvent(QDragMoveEvent* event)
+{
+    event->setDropAction(Qt::CopyAction);
+    event->setAccepted(takesDrop(*event));
+}
+
+void ReportList::dropEvent(QDropEvent* event)
+{
+    const QStringList paths = takesDrop(*event) ? localPaths(*event->mimeData()) : QStringList();
+    if (paths.isEmpty())
+        return event->ignore();
+    // Never as a move: the program that the files come from would take them away.
+    event->setDropAction(Qt::CopyAction);
+    event->accept();
+    // The handler may ask the user, and that program waits as long as this event runs.
+    QTimer::singleShot(0, this, [this, paths] {
+        if (isReachable() && m_list.Drop)
+            m_list.Drop(paths);
+    });
+}
+
+void ReportList::changeEvent(QEvent* event)
+{
+    QTreeView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        keepGround();
+    if (event->type() == QEvent::StyleChange || event->type() == QEvent::ApplicationFontChange)
+        showFont();
+}
+
+/// The scroll bar comes and goes here, also while the list is not seen yet, when the view is told of no new size.
+void ReportList::updateGeometries()
+{
+    QTreeView::updateGeometries();
+    if (!m_applyingWidths && viewport()->width() != m_filledWidth)
+        fillRoom();
+}
+
+void ReportList::resizeEvent(QResizeEvent* event)
+{
+    QTreeView::resizeEvent(event);
+    showWidths();
+}
+
+void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const QPalette& ground = palette();
+    const QRect row = option.rect;
+    if (index.row() + 1 == (m_pressedRow > 0 ? m_pressedRow : m_list.selectedRow())) {
+        const bool active = hasFocus() && isActiveWindow();
+        const QColor accent = ground.color(QPalette::Active, QPalette::Highlight);
+        painter->fillRect(row,
+                          Theme::mix(ground.color(QPalette::Active, QPalette::Base), accent, active ? 0.32 : 0.16));
+        painter->fillRect(QRect(row.left(), row.top(), active ? 3 : 2, row.height()), accent);
+    }
+
+    QStyleOptionViewItem cell(option);
+    const QColor line = Theme::lineColor(ground);
+    for (int visual = 0; visual < header()->count(); ++visual) {
+        const int section = header()->logicalIndex(visual);
+        if (header()->isSectionHidden(section))
+            continue;
+        cell.rect =
+            QRect(header()->sectionViewportPosition(section), row.top(), header()->sectionSize(section), row.height());
+        itemDelegate()->paint(painter, cell, index.siblingAtColumn(section));
+        if (m_list.GridLines.value())
+            painter->fillRect(QRect(cell.rect.right(), row.top(), 1, row.height()), line);
+    }
+    if (m_list.GridLines.value())
+        painter->fillRect(QRect(row.left(), row.bottom(), row.width(), 1), line);
+}
+
+void ReportList::showSelection()
+{
+    if (m_list.batching())
+        return;
+    const int row = m_list.selectedRow();
+    if (row < 1 || row > m_list.rowCount()) {
+        if (currentIndex().isValid())
+            selectionModel()->clear();
+    } else if (currentIndex().row() + 1 != row || !selectionModel()->isRowSelected(row - 1)) {
+        selectionModel()->setCurrentIndex(m_list.index(row - 1, keyColumn()),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    viewport()->update();
+}
+
+bool ReportList::takesDrop(const QDropEvent& event) const
+{
+    return m_list.Drop && isReachable() && event.source() != this && mayHoldFiles(*event.mimeData());
+}
+
+bool ReportList::isReachable() const
+{
+    const QWidget* const modal = QApplication::activeModalWidget();
+    return m_list.Enabled.value() && (modal == nullptr || modal == window());
+}
+
+void ReportList::dragFile()
+{
+    const int row = std::exchange(m_pressedRow, 0);
+    setState(NoState);
+    const std::optional<QByteArray> file = m_list.DragFile(row);
+    if (file) {
+        auto* const content = new QMimeData;
+        content->setData(QStringLiteral("text/uri-list"), uriList({*file}));
+        // Lives as long as the desktop needs it.
+        auto* const drag = new QDrag(this);
+        drag->setMimeData(content);
+        drag->exec(Qt::CopyAction);
+    }
+    showSelection();
+}
+
+bool ReportList::takeSelection()
+{
+    const int row = currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+    return row > 0 && row != m_list.selectedRow() && m_list.select(row);
+}
+
+void ReportList::showWidths()
+{
+    m_applyingWidths = true;
+    for (int column = 1; column <= m_list.columns(); ++column) {
+        const int pixels = pixelsOf(m_list.columnWidth(column));
+        setColumnHidden(column - 1, pixels <= 0);
+        if (pixels > 0)
+            header()->resizeSection(column - 1, pixels);
+    }
+    m_applyingWidths = false;
+    fillRoom();
+}
+
+/// The last column takes the room that is left; where there is none, the widest one gives way. The widths that the
+/// list keeps stay.
+void ReportList::fillRoom()
+{
+    int last = -1;
+    int widest = -1;
+    m_filledWidth = viewport()->width();
+    int room = m_filledWidth;
+    for (int section = 0; section < header()->count(); ++section) {
+        if (header()->isSectionHidden(section))
+            continue;
+        if (last >= 0) {
+            room -= header()->sectionSize(last);
+            if (widest < 0 || header()->sectionSize(last) > header()->sectionSize(widest))
+                widest = last;
+        }
+        last = section;
+    }
+    if (last < 0)
+        return;
+    m_applyingWidths = true;
+    if (widest >= 0 && room < LastColumnRoom) {
+        const int pixels = header()->sectionSize(widest);
+        const int less = std::clamp(pixels - WidestColumnRoom, 0, LastColumnRoom - room);
+        header()->resizeSection(widest, pixels - less);
+        room += less;
+    }
+    header()->resizeSection(last, std::max(room, LastColumnRoom));
+    setHorizontalScrollBarPolicy(room < LastColumnRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    m_applyingWidths = false;
+}
+
+void ReportList::noteWidth(int section, int pixels)
+{
+    if (m_applyingWidths || pixels <= 0)
+        return;
+    m_list.noteColumnWidth(section + 1, twipsOf(pixels));
+    // Not while the user draws the edge: it would move under the mouse.
+    m_fillLater.start();
+}
+
+void ReportList::showFont()
+{
+    QFont shown = parentWidget() != nullptr ? parentWidget()->font() : QFont();
+    if (!m_list.FontName.value().isEmpty())
+        shown.setFamily(m_list.FontName.value());
+    if (m_list.FontSize.value() > 0)
+        shown.setPointSizeF(m_list.FontSize.value());
+    setFont(shown);
+    scheduleDelayedItemsLayout();
+}
+
+/// A wait that lasts a moment must not make the lists flicker: their ground stays, grey comes later.
+void ReportList::keepGround()
+{
+    QPalette own = palette();
+    if (own.color(QPalette::Disabled, QPalette::Base) == own.color(QPalette::Active, QPalette::Base))
+        return;
+    own.setColor(QPalette::Disabled, QPalette::Base, own.color(QPalette::Active, QPalette::Base));
+    setPalette(own);
+}
+
+void ReportList::setUsable(bool usable)
+{
+    if (usable) {
+        m_greyLater.stop();
+        m_greyed = false;
+        setEnabled(true);
+        giveFocusBack();
+        return;
+    }
+    // A click that never ends counts as none.
+    m_pressedRow = 0;
+    showSelection();
+    keepFocusInMind();
+    m_greyLater.start();
+    setEnabled(false);
+}
+
+void ReportList::setSeen(bool seen)
+{
+    if (!seen)
+        keepFocusInMind();
+    setVisible(seen);
+    giveFocusBack();
+}
+
+/// A widget that is disabled or hidden would hand its focus to the next one. Behind a box the list has the focus of its
+/// window only.
+void ReportList::keepFocusInMind()
+{
+    if (window()->focusWidget() != this)
+        return;
+    m_hadFocus = true;
+    clearFocus();
+}
+
+/// Once the list can be used again, unless the user went elsewhere meanwhile.
+void ReportList::giveFocusBack()
+{
+    if (!isEnabled() || isHidden() || !std::exchange(m_hadFocus, false))
+        return;
+    const QWidget* const focused = window()->focusWidget();
+    if (focused != nullptr && focused != window())
+        return;
+    setFocus(Qt::OtherFocusReason);
+    tellFocusedRow();
+}
+
+/// A screen reader would otherwise hear of the list alone, after each row that was opened.
+void ReportList::tellFocusedRow()
+{
+    QAccessibleInterface* const face = QAccessible::queryAccessibleInterface(this);
+    const QModelIndex current = currentIndex();
+    if (!QAccessible::isActive() || face == nullptr || face->tableInterface() == nullptr || !current.isValid())
+        return;
+    QAccessibleInterface* const cell = face->tableInterface()->cellAt(current.row(), current.column());
+    if (cell == nullptr)
+        return;
+    QAccessibleEvent event(this, QAccessible::Focus);
+    event.setChild(face->indexOfChild(cell));
+    QAccessible::updateAccessibility(&event);
+}
+
+int ReportList::keyColumn() const
+{
+    int first = 0;
+    for (int column = m_list.columns(); column >= 1; --column) {
+        if (isColumnHidden(column - 1))
+            continue;
+        if (m_list.columnText(column) == QStringLiteral("Name"))
+            return column - 1;
+        first = column - 1;
+    }
+    return first;
+}
+
+} // namespace orvantine

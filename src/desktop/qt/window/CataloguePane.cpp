@@ -1,0 +1,97 @@
+#include "desktop/qt/window/CataloguePane.h"
+
+#include "app/Root.h"
+#include "desktop/qt/widgets/FlatButton.h"
+#include "desktop/qt/widgets/Labels.h"
+#include "desktop/qt/widgets/ReportList.h"
+#include "desktop/qt/widgets/Theme.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int TracksColumn = 4;
+constexpr int HeadHeight = 30;
+
+/// What to do in an empty catalogue, and with a filter that leaves nothing. The mouse reaches the list below it.
+QWidget* makeHint(Root& root, Bindings& bindings, QWidget* parent)
+{
+    auto* const hint = new QWidget(parent);
+    hint->setObjectName(root.pHinweistext.fullName());
+    hint->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* const layout = new QVBoxLayout(hint);
+    layout->setContentsMargins(Theme::Margin, Theme::Margin, Theme::Margin, Theme::Margin);
+    layout->setSpacing(Theme::Gap);
+    auto* const title = new TextLabel(TextLabel::Weight::Heading, hint);
+    title->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    auto* const text = new TextLabel(TextLabel::Weight::Dim, hint);
+    text->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    text->setLines(6);
+    layout->addStretch(2);
+    layout->addWidget(title);
+    layout->addWidget(text);
+    layout->addStretch(3);
+    bindings.follow(root.mnuFavoritenShow.Checked, [title, text](bool filtered) {
+        title->setText(filtered ? u"Keine Favoriten"_s : u"Die Orvante ist leer"_s);
+        text->setText(filtered ? u"Keine Wiedergabeliste ist als Favorit markiert. „Nur Favoriten anzeigen“ im Menü "
+                                 u"„Vorgänge“ zeigt wieder alle."_s
+                               : u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an, Strg+O durchsucht "
+                                 u"einen Ordner. Dateien lassen sich auch hierher ziehen."_s);
+    });
+    return hint;
+}
+
+} // namespace
+
+CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
+{
+    auto* const title = new ControlLabel(root.tOrvanten, TextLabel::Weight::Heading, this);
+    auto* const count = new ControlLabel(root.nAnzeige, TextLabel::Weight::Dim, this);
+    count->setWhole(true);
+    auto* const up = new ControlButton(root.bMoveUp, 28, u"Eintrag nach oben verschieben"_s, u"go-up"_s, this);
+    auto* const down = new ControlButton(root.bMoveDown, 28, u"Eintrag nach unten verschieben"_s, u"go-down"_s, this);
+    auto* const caption = new ControlLabel(root.LListenCaption, TextLabel::Weight::Dim, this);
+    caption->setLines(2);
+    m_list = new ReportList(root.LListView1, this);
+    m_list->setAccessibleName(u"Wiedergabelisten"_s);
+    m_list->setNumberColumn(TracksColumn);
+    m_hint = makeHint(root, m_bindings, m_list);
+    m_bindings.follow(root.pHinweistext.Visible, [this](bool visible) { m_hint->setVisible(visible); });
+    m_list->viewport()->installEventFilter(this);
+
+    auto* const head = new QHBoxLayout;
+    head->setSpacing(Theme::Gap);
+    head->addWidget(title);
+    head->addWidget(count);
+    head->addStretch();
+    head->addWidget(up);
+    head->addWidget(down);
+    head->addStrut(HeadHeight);
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Theme::Margin, Theme::Gap, Theme::Gap, Theme::Margin);
+    layout->setSpacing(Theme::Gap);
+    layout->addLayout(head);
+    layout->addWidget(caption);
+    layout->addWidget(m_list, 1);
+}
+
+bool CataloguePane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::Show)
+        placeHint();
+    return QWidget::eventFilter(watched, event);
+}
+
+void CataloguePane::placeHint()
+{
+    m_hint->setGeometry(m_list->viewport()->geometry());
+}
+
+} // namespace orvantine

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "desktop/qt/window/MenuBuilder.h"
+#include "platform/Bindings.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+namespace orvantine {
+
+struct Root;
+class CataloguePane;
+class PlaylistPane;
+
+/// The main window over Root. Place, size and state go both ways; the close button asks Form_QueryUnload.
+class MainWindow final : public QMainWindow
+{
+public:
+    explicit MainWindow(Root& root);
+    ~MainWindow() override;
+
+protected:
+    bool event(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void makeBusyPanel(QWidget* centre);
+    void placeBusyPanel();
+    void showPlace();
+    void showSize();
+    void showState();
+    void showVisible();
+    void minimise();
+    /// The window's own place and size go to Root.
+    void notePlace();
+
+    Root& m_root;
+    CataloguePane* m_catalogue = nullptr;
+    PlaylistPane* m_playlist = nullptr;
+    QWidget* m_busy = nullptr;
+    QTimer m_minimiseLater;
+    int m_exposeLooks = 0;
+    /// A window that is being maximised reports its new size before its new state.
+    QTimer m_noteLater;
+    bool m_noting = false;
+    bool m_closing = false;
+    MenuBuilder m_menus;
+    Bindings m_bindings;
+};
+
+} // namespace orvantine

@@ -1,0 +1,114 @@
+#include "desktop/qt/window/PlayerBar.h"
+
+#include "app/Root.h"
+#include "desktop/qt/widgets/FlatButton.h"
+#include "desktop/qt/widgets/Labels.h"
+#include "desktop/qt/widgets/Surfaces.h"
+#include "desktop/qt/widgets/Theme.h"
+#include "desktop/qt/widgets/VolumeSlider.h"
+
+#include <QHBoxLayout>
+#include <QPainter>
+#include <QVBoxLayout>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int SideButton = 34;
+constexpr int MainButton = 40;
+constexpr int VolumeWidth = 110;
+
+/// A line of text with a small icon before it, seen while the panel control is.
+QWidget* makeLine(PictureBox& panel, Label& text, const QString& icon, Bindings& bindings, QWidget* parent)
+{
+    auto* const line = new QWidget(parent);
+    line->setObjectName(panel.fullName());
+    auto* const layout = new QHBoxLayout(line);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(Theme::Gap);
+    layout->addWidget(new IconView(icon, 16, line));
+    layout->addWidget(new ControlLabel(text, TextLabel::Weight::Normal, line), 1);
+    const auto show = [line, &panel, &text] {
+        line->setVisible(panel.Visible.value() && !text.Caption.value().isEmpty());
+    };
+    bindings.watch(panel.Visible, show);
+    bindings.watch(text.Caption, show);
+    show();
+    return line;
+}
+
+} // namespace
+
+PlayerBar::PlayerBar(Root& root, QWidget* parent) : QWidget(parent), m_root(root)
+{
+    using enum FlatButton::Form;
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(Theme::Margin, Theme::Gap, Theme::Margin, Theme::Gap);
+    layout->setSpacing(4);
+    layout->addWidget(new DiscButton(root.pSymbole, root.pPausePlayer.Enabled, u"Playliste wiedergeben"_s, this));
+    layout->addSpacing(Theme::Gap);
+    layout->addWidget(
+        new ControlButton(root.pPlayBack, Flat, SideButton, u"Vorheriger Titel"_s, u"media-skip-backward"_s, this));
+    layout->addWidget(new ControlButton(root.pSoundPlayer, Strong, MainButton, u"Wiedergabe starten"_s,
+                                        u"media-playback-start"_s, this));
+    auto* const pause =
+        new ControlButton(root.pPausePlayer, Strong, MainButton, u"Pause"_s, u"media-playback-pause"_s, this);
+    layout->addWidget(pause);
+    layout->addWidget(
+        new ControlButton(root.pStopPlayer, Flat, SideButton, u"Wiedergabe stoppen"_s, u"media-playback-stop"_s, this));
+    layout->addWidget(
+        new ControlButton(root.pPlayForward, Flat, SideButton, u"Nächster Titel"_s, u"media-skip-forward"_s, this));
+    layout->addSpacing(Theme::Margin);
+    layout->addWidget(makeStatus(), 1);
+    layout->addSpacing(Theme::Margin);
+    layout->addWidget(makeVolume());
+
+    // While a track is held, the button resumes.
+    m_bindings.follow(root.mnuSoundplayer[4].Enabled, [pause](bool held) {
+        pause->setIconName(held ? u"media-playback-start"_s : u"media-playback-pause"_s);
+        pause->setAccessibleName(held ? u"Weiterspielen"_s : u"Pause"_s);
+    });
+}
+
+QWidget* PlayerBar::makeStatus()
+{
+    auto* const status = new QWidget(this);
+    auto* const layout = new QVBoxLayout(status);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(2);
+    layout->addStretch();
+    layout->addWidget(makeLine(m_root.pDateiname, m_root.tDateiname, u"media-playback-start"_s, m_bindings, status));
+    layout->addWidget(makeLine(m_root.pCopyStatus, m_root.tCopyStatus, u"document-export"_s, m_bindings, status));
+    layout->addStretch();
+    return status;
+}
+
+QWidget* PlayerBar::makeVolume()
+{
+    auto* const panel = new QWidget(this);
+    panel->setObjectName(m_root.pVolume.fullName());
+    auto* const layout = new QHBoxLayout(panel);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(Theme::Gap);
+    auto* const slider = new VolumeSlider(m_root.sVolume, panel);
+    slider->setAccessibleName(u"Lautstärke"_s);
+    slider->setToolTip(u"Lautstärke"_s);
+    slider->setFixedWidth(VolumeWidth);
+    layout->addWidget(new IconView(u"audio-volume-high"_s, 16, panel));
+    layout->addWidget(slider);
+    m_bindings.follow(m_root.pVolume.Visible, [panel](bool visible) { panel->setVisible(visible); });
+    return panel;
+}
+
+void PlayerBar::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    const QColor window = palette().color(QPalette::Window);
+    painter.fillRect(rect(), Theme::mix(window, palette().color(QPalette::WindowText), 0.04));
+    painter.fillRect(0, 0, width(), 1, Theme::lineColor(palette()));
+}
+
+} // namespace orvantine

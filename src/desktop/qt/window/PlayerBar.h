@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Bindings.h"
+
+#include <QWidget>
+
+namespace orvantine {
+
+struct Root;
+
+/// The lower edge of the window: the player's buttons, what is playing or being worked on, and the volume.
+class PlayerBar final : public QWidget
+{
+public:
+    PlayerBar(Root& root, QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    [[nodiscard]] QWidget* makeVolume();
+    [[nodiscard]] QWidget* makeStatus();
+
+    Root& m_root;
+    Bindings m_bindings;
+};
+
+} // namespace orvantine

@@ -1,0 +1,123 @@
+#include "desktop/tags/TagLibTags.h"
+
+#include "desktop/posix/AtomicReplace.h"
+#include "desktop/posix/Descriptor.h"
+#include "desktop/tags/TagEdit.h"
+
+#include <algorithm>
+#include <limits>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class FileBytes final : public ByteSource
+{
+public:
+    FileBytes(const Descriptor& file, qint64 size) : m_file(file), m_size(size) {}
+
+    [[nodiscard]] qint64 size() const override { return m_size; }
+    [[nodiscard]] QByteArray read(qint64 offset, qint64 length) const override
+    {
+        QByteArray bytes;
+        const qint64 here = std::clamp<qint64>(m_size - offset, 0, length);
+        if (offset < 0 || here == 0)
+            return {};
+        if (!readAt(m_file, offset, here, bytes)) {
+            m_failed = true;
+            bytes.clear();
+        }
+        return bytes;
+    }
+    /// A device error: what was read so far is not the whole truth.
+    [[nodiscard]] bool failed() const { return m_failed; }
+
+private:
+    const Descriptor& m_file;
+    qint64 m_size;
+    mutable bool m_failed = false;
+};
+
+qint64 nanoseconds(const timespec& time)
+{
+    return qint64{time.tv_sec} * 1000000000 + time.tv_nsec;
+}
+
+FileStamp stampOf(const struct stat& info)
+{
+    return {.device = info.st_dev,
+            .inode = info.st_ino,
+            .size = info.st_size,
+            .modifiedNanoseconds = nanoseconds(info.st_mtim),
+            .changedNanoseconds = nanoseconds(info.st_ctim)};
+}
+
+/// Applies an edit that was found for the bytes of a file.
+template <class Edit>
+bool edited(const QByteArray& path, Edit edit)
+{
+    AtomicReplace file(path);
+    if (!file.isPossible())
+        return false;
+    const FileBytes bytes(file.file(), file.size());
+    const std::optional<TagEdit> found = edit(bytes);
+    if (!found || bytes.failed())
+        return false;
+    return changesNothing(bytes, *found) || file.replace(found->keptFrom, found->keptTo, found->tail);
+}
+
+} // namespace
+
+void TagLibTags::Mp3FileInfo(const QString& path, Mp3Record& record)
+{
+    const std::optional<QByteArray> native = trackPath(path);
+    struct stat info = {};
+    // Asking first keeps a FIFO or a device from being opened.
+    if (!native || ::stat(native->constData(), &info) != 0 || !S_ISREG(info.st_mode))
+        return;
+    if (!m_known || m_known->stamp != stampOf(info)) {
+        m_known.reset();
+        const Descriptor file(::open(native->constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+        if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
+            return;
+        const FileBytes bytes(file, info.st_size);
+        std::optional<TrackFacts> facts = trackFacts(bytes);
+        if (bytes.failed())
+            return;
+        m_known = Known{.stamp = stampOf(info), .facts = std::move(facts)};
+    }
+    if (!m_known->facts)
+        return;
+    const TrackFacts& facts = *m_known->facts;
+    fill(record, facts.tag);
+    record.bitRate = static_cast<qint16>(std::min<int>(facts.bitRate, std::numeric_limits<qint16>::max()));
+    record.playingTime = facts.seconds;
+}
+
+bool TagLibTags::WriteID3V1(const QString& path, const Mp3Record& record)
+{
+    const std::optional<QByteArray> native = trackPath(path);
+    return native && edited(*native, [&record](const ByteSource& bytes) { return id3v1Edit(bytes, record); });
+}
+
+bool TagLibTags::EraseID3V2(const QString& path)
+{
+    const std::optional<QByteArray> native = trackPath(path);
+    return native && edited(*native, id3v2Removal);
+}
+
+std::optional<QByteArray> TagLibTags::trackPath(const QString& path) const
+{
+    for (const QString& foreign : {u".wav"_s, u".wma"_s}) {
+        if (path.endsWith(foreign, Qt::CaseInsensitive))
+            return std::nullopt;
+    }
+    return m_files.nativePath(path);
+}
+
+} // namespace orvantine
