@@ -6,8 +6,6 @@
 #include <array>
 #include <cstring>
 
-#include <langinfo.h>
-
 namespace orvantine {
 namespace {
 
@@ -42,13 +40,6 @@ bool hasUpperHalf(QByteArrayView bytes)
 }
 
 } // namespace
-
-CodePage CodePage::ofLocale()
-{
-    const QByteArray codeSet = QByteArray(::nl_langinfo(CODESET)).toUpper();
-    const bool oneByte = codeSet.startsWith("ISO-8859-1") || codeSet == "CP1252";
-    return oneByte ? Windows1252 : Utf8;
-}
 
 QString CodePage::decode(const QByteArray& bytes) const
 {

@@ -13,10 +13,7 @@ public:
     enum Kind { Utf8, Windows1252 };
 
     constexpr explicit(false) CodePage(Kind kind = Utf8) : m_kind(kind) {}
-    /// Windows1252 under a locale of a one-byte code set, Utf8 under any other.
-    [[nodiscard]] static CodePage ofLocale();
 
-    [[nodiscard]] Kind kind() const { return m_kind; }
     [[nodiscard]] QString decode(const QByteArray& bytes) const;
     /// Without a BOM. What does not fit into windows-1252 becomes "?", one for each character.
     [[nodiscard]] QByteArray encode(const QString& text) const;

@@ -1,16 +1,23 @@
 #pragma once
 
 #include "platform/Choosers.h"
-#include "platform/Desktop.h"
+#include "platform/Clipboard.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
+#include "platform/Fonts.h"
 #include "platform/Forms.h"
+#include "platform/Instance.h"
 #include "platform/Launcher.h"
 #include "platform/MediaPlayer.h"
 #include "platform/Messages.h"
+#include "platform/MixerDevice.h"
 #include "platform/ProfileStore.h"
+#include "platform/Screen.h"
 #include "platform/SettingsStore.h"
+#include "platform/SoundOutput.h"
 #include "platform/TagLibrary.h"
+#include "platform/TrayIcon.h"
+#include "platform/Volumes.h"
 
 namespace orvantine {
 

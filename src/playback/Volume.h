@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Desktop.h"
 #include "platform/Messages.h"
+#include "platform/MixerDevice.h"
 
 namespace orvantine {
 

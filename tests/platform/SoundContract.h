@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/MixerDevice.h"
+#include "platform/SoundOutput.h"
 
 #include <gtest/gtest.h>
 

@@ -1,15 +1,24 @@
 #pragma once
 
+#include "platform/Clipboard.h"
 #include "platform/Controls.h"
-#include "platform/Desktop.h"
+#include "platform/Fonts.h"
+#include "platform/Instance.h"
 #include "platform/Launcher.h"
+#include "platform/MixerDevice.h"
+#include "platform/Screen.h"
+#include "platform/SoundOutput.h"
 #include "platform/TagLibrary.h"
+#include "platform/TrayIcon.h"
+#include "platform/Volumes.h"
 #include "support/CallLog.h"
 
 #include <QMap>
 #include <QSet>
 #include <QStringList>
 
+#include <memory>
+#include <optional>
 #include <vector>
 
 namespace orvantine::fake {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "desktop/posix/Descriptor.h"
-#include "platform/Desktop.h"
+#include "platform/Instance.h"
 
 #include <memory>
 

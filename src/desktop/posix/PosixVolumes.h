@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/Volumes.h"
 
 #include <QMap>
 
 #include <functional>
+#include <optional>
 
 namespace orvantine {
 

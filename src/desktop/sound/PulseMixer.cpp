@@ -2,6 +2,8 @@
 
 #include "desktop/sound/PulseConnection.h"
 
+#include <QtGlobal>
+
 #include <algorithm>
 
 namespace orvantine {

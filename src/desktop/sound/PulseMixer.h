@@ -1,6 +1,8 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/MixerDevice.h"
+
+#include <memory>
 
 namespace orvantine {
 

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "platform/Desktop.h"
+#include "platform/Clipboard.h"
+#include "platform/Fonts.h"
+#include "platform/Screen.h"
+#include "platform/TrayIcon.h"
 
 #include <QSystemTrayIcon>
 
