@@ -2,6 +2,7 @@
 
 #include "desktop/qt/widgets/FileUris.h"
 #include "desktop/qt/widgets/Keys.h"
+#include "desktop/qt/widgets/ReportDrawing.h"
 #include "desktop/qt/widgets/Theme.h"
 
 #include <QAccessible>
@@ -14,14 +15,11 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 
 namespace orvantine {
 
 namespace {
 
-constexpr int RowPadding = 5;
-constexpr int IconSize = 16;
 constexpr std::chrono::milliseconds GreyAfter{400};
 constexpr std::chrono::milliseconds FillAfter{250};
 /// Room that the last column keeps, and that the widest one keeps when it gives way.
@@ -29,109 +27,6 @@ constexpr int LastColumnRoom = 60;
 constexpr int WidestColumnRoom = 110;
 
 } // namespace
-
-/// Draws the cells: icon, text in the row's colour, a soft ground for the selected row.
-class ReportList::Painter final : public QStyledItemDelegate
-{
-public:
-    explicit Painter(ReportList& view) : QStyledItemDelegate(&view), m_view(view) {}
-
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override
-    {
-        return {40, std::max(QFontMetrics(m_view.font()).height(), IconSize) + 2 * RowPadding};
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        const QPalette& palette = m_view.palette();
-        QRect area = option.rect.adjusted(RowPadding, 0, -RowPadding, 0);
-
-        const QString pictureName = index.data(ListView::IconNameRole).toString();
-        if (!pictureName.isEmpty() && leavesRoom(area, index)) {
-            const QRect place(area.left(), area.center().y() - IconSize / 2 + 1, IconSize, IconSize);
-            Theme::listIcon(pictureName)
-                .paint(painter, place, Qt::AlignCenter, m_view.m_greyed ? QIcon::Disabled : QIcon::Normal);
-            area.setLeft(place.right() + RowPadding);
-        }
-
-        painter->setFont(m_view.font());
-        const QColor told = Theme::textColor(static_cast<Color>(index.data(ListView::ColorRole).toUInt()), palette);
-        painter->setPen(m_view.m_greyed ? Theme::mix(told, palette.color(QPalette::Base), 0.5) : told);
-        const bool number = index.column() + 1 == m_view.numberColumn();
-        if (index.column() == m_view.keyColumn() && index.data(ListView::MissingRole).toBool())
-            area.setRight(paintMissing(*painter, area) - RowPadding);
-        const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
-        painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
-    }
-
-private:
-    /// A track number of many digits stands without its picture: cut, it would tell nothing.
-    [[nodiscard]] bool leavesRoom(const QRect& area, const QModelIndex& index) const
-    {
-        if (index.column() == m_view.keyColumn())
-            return true;
-        const int text = QFontMetrics(m_view.font()).horizontalAdvance(index.data().toString());
-        return text <= area.width() - IconSize - RowPadding + 1;
-    }
-
-    /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
-    [[nodiscard]] int paintMissing(QPainter& painter, const QRect& area) const
-    {
-        const QString words = QStringLiteral("fehlt");
-        const int width = painter.fontMetrics().horizontalAdvance(words);
-        if (width > area.width() / 2)
-            return area.right() + RowPadding;
-        const QColor red = Theme::textColor(Color::DarkRed, m_view.palette());
-        const QPen before = painter.pen();
-        painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.m_greyed ? 0.6 : 0.25));
-        painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
-        painter.setPen(before);
-        return area.right() - width;
-    }
-
-    ReportList& m_view;
-};
-
-/// Flat column heads whose texts stand over those of the cells.
-class ReportList::Head final : public QHeaderView
-{
-public:
-    explicit Head(ReportList& view) : QHeaderView(Qt::Horizontal, &view), m_view(view) {}
-
-    [[nodiscard]] QSize sizeHint() const override
-    {
-        return {QHeaderView::sizeHint().width(), QFontMetrics(font()).height() + 2 * RowPadding};
-    }
-
-protected:
-    void paintSection(QPainter* painter, const QRect& rect, int section) const override
-    {
-        const QColor line = Theme::lineColor(palette());
-        painter->fillRect(rect, Theme::mix(palette().color(QPalette::Active, QPalette::Base),
-                                           palette().color(QPalette::Window), 0.55));
-        painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
-        painter->fillRect(QRect(rect.right(), rect.top() + 4, 1, rect.height() - 8), line);
-        const bool number = section + 1 == m_view.numberColumn();
-        const QRect area = rect.adjusted(RowPadding, 0, -RowPadding, 0);
-        painter->setPen(Theme::dimText(palette()));
-        painter->drawText(
-            area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter),
-            painter->fontMetrics().elidedText(m_view.list().columnText(section + 1), Qt::ElideRight, area.width()));
-    }
-
-    void paintEvent(QPaintEvent* event) override
-    {
-        QPainter painter(viewport());
-        painter.fillRect(rect(), Theme::mix(palette().color(QPalette::Active, QPalette::Base),
-                                            palette().color(QPalette::Window), 0.55));
-        painter.fillRect(QRect(0, height() - 1, width(), 1), Theme::lineColor(palette()));
-        painter.end();
-        QHeaderView::paintEvent(event);
-    }
-
-private:
-    ReportList& m_view;
-};
 
 ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_list(list)
 {
@@ -146,8 +41,8 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     setTextElideMode(Qt::ElideRight);
     setAcceptDrops(true);
     setDragDropMode(DropOnly);
-    setItemDelegate(new Painter(*this));
-    setHeader(new Head(*this));
+    setItemDelegate(new ReportCells(*this));
+    setHeader(new ReportHead(*this));
     header()->setSectionsMovable(false);
     header()->setSectionsClickable(true);
     header()->setHighlightSections(false);

@@ -22,6 +22,10 @@ public:
     /// A column whose texts are numbers stands to the right. Counted from 1.
     void setNumberColumn(int column) { m_numberColumn = column; }
     [[nodiscard]] int numberColumn() const { return m_numberColumn; }
+    /// The column that tells what a row is: that of the names, else the first in sight. Counted from 0.
+    [[nodiscard]] int keyColumn() const;
+    /// True while the rows are drawn as out of use, some time after the list was disabled.
+    [[nodiscard]] bool isGreyed() const { return m_greyed; }
     /// The row under a point of the viewport becomes the selected one, as by a click without its handler.
     void selectRowAt(const QPoint& point);
     /// Opens the pop-up menu of the row that has just been selected, at a point of the screen. Null for no menu.
@@ -45,9 +49,6 @@ protected:
     [[nodiscard]] QSize minimumSizeHint() const override { return {120, 80}; }
 
 private:
-    class Painter;
-    class Head;
-
     void showSelection();
     /// The pressed row leaves the list as a file; the click that it might have become is none.
     void dragFile();
@@ -66,7 +67,6 @@ private:
     void keepFocusInMind();
     void giveFocusBack();
     void tellFocusedRow();
-    [[nodiscard]] int keyColumn() const;
 
     ListView& m_list;
     Bindings m_bindings;
