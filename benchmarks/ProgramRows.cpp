@@ -1,5 +1,6 @@
 #include "BenchDesktop.h"
 #include "Measure.h"
+#include "platform/Version.h"
 #include "support/Wav.h"
 
 #include <QCoreApplication>
@@ -259,8 +260,10 @@ Row playbackShare()
     QDir().mkpath(user.path(u"config/Orvanten Manager"_s));
     layOut(user.path(u"config/Orvanten Manager/settings.reg"_s),
            "Windows Registry Editor Version 5.00\r\n\r\n[HKEY_CURRENT_USER\\Software\\Verdanis]\r\n\r\n"
-           "[HKEY_CURRENT_USER\\Software\\Verdanis\\Orvant Manager]\r\n\"Version\"=\"2.3\"\r\n\"Info\"=\"1\"\r\n"
-           "\"Index\"=hex:01,00,00,00\r\n\"NoUpdate\"=dword:00000001\r\n");
+           "[HKEY_CURRENT_USER\\Software\\Verdanis\\Orvant Manager]\r\n\"Version\"=\"" +
+               QByteArray::number(VersionMajor) + '.' + QByteArray::number(VersionMinor) +
+               "\"\r\n\"Info\"=\"1\"\r\n"
+               "\"Index\"=hex:01,00,00,00\r\n\"NoUpdate\"=dword:00000001\r\n");
 
     const double bare = user.barePlayingShare(track);
     const double playing = user.playingShare();

@@ -19,6 +19,7 @@
 #include "desktop/sound/PulseMixer.h"
 #include "desktop/sound/PulseSound.h"
 #include "desktop/tags/TagLibTags.h"
+#include "platform/Version.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -39,10 +40,6 @@ namespace {
 
 /// Tells when the window stands: QT_LOGGING_RULES="orvantine.start=true".
 Q_LOGGING_CATEGORY(startLog, "orvantine.start", QtWarningMsg)
-
-constexpr int VersionMajor = 2;
-constexpr int VersionMinor = 3;
-constexpr int VersionRevision = 0;
 
 RegSettingsOptions settingsOptions(const XdgFolders& folders)
 {
@@ -102,11 +99,7 @@ struct Desktop
 StartContext startContext()
 {
     return {.command = QCoreApplication::arguments().mid(1).join(u' '),
-            .stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName(),
-            .versionMajor = VersionMajor,
-            .versionMinor = VersionMinor,
-            .versionRevision = VersionRevision,
-            .build = 0};
+            .stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()};
 }
 
 int run()
@@ -166,12 +159,12 @@ int run()
 int main(int argc, char** argv)
 {
     if (argc == 2 && std::string_view(argv[1]) == "--version") {
-        std::printf("Orvanten Manager %d.%d.%d\n", VersionMajor, VersionMinor, VersionRevision);
+        std::printf("Orvanten Manager %s\n", VersionText);
         return 0;
     }
 
     QCoreApplication::setApplicationName(u"Orvanten Manager"_s);
-    QCoreApplication::setApplicationVersion(u"%1.%2.%3"_s.arg(VersionMajor).arg(VersionMinor).arg(VersionRevision));
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(VersionText));
     QGuiApplication::setDesktopFileName(u"orvanten-manager"_s);
     // A menu bar outside the window would be asked for over the session bus before anything is seen.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);

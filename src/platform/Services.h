@@ -17,6 +17,7 @@
 #include "platform/SoundOutput.h"
 #include "platform/TagLibrary.h"
 #include "platform/TrayIcon.h"
+#include "platform/Version.h"
 #include "platform/Volumes.h"
 
 namespace orvantine {
@@ -47,9 +48,9 @@ struct StartContext
     QString command;
     /// Stem of the program's file, "Orvantine".
     QString stem = QStringLiteral("Orvantine");
-    int versionMajor = 2;
-    int versionMinor = 3;
-    int versionRevision = 0;
+    int versionMajor = VersionMajor;
+    int versionMinor = VersionMinor;
+    int versionRevision = VersionRevision;
     int build = 0;
 };
 
