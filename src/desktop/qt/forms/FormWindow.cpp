@@ -8,16 +8,13 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPointer>
-#include <QProgressBar>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -182,21 +179,6 @@ QCheckBox* FormWindow::addCheckBox(CheckBox& control)
     return box;
 }
 
-QRadioButton* FormWindow::addOption(OptionButton& control)
-{
-    auto* const option = new QRadioButton(this);
-    option->setAutoExclusive(true);
-    follow(control, option);
-    m_bindings.follow(control.Caption, [option](const QString& caption) { option->setText(caption.trimmed()); });
-    m_bindings.follow(control.Value, [option](bool on) {
-        if (on)
-            option->setChecked(true);
-    });
-    connect(option, &QRadioButton::toggled, this, [&control](bool on) { control.Value = on; });
-    connect(option, &QRadioButton::clicked, this, [&control] { call(control.Click); });
-    return option;
-}
-
 QListWidget* FormWindow::addListBox(ListBox& control, const QString& accessibleName)
 {
     auto* const list = new QListWidget(this);
@@ -243,45 +225,11 @@ void FormWindow::followLines(ListBox& control, QListWidget* list, const QString&
     connect(list, &QListWidget::itemDoubleClicked, this, [&control] { call(control.DblClick); });
 }
 
-QComboBox* FormWindow::addComboBox(ComboBox& control, const QString& accessibleName)
-{
-    auto* const combo = new QComboBox(this);
-    combo->setAccessibleName(accessibleName);
-    follow(control, combo);
-    m_bindings.follow(control.List, [combo, &control](const QStringList& lines) {
-        const QSignalBlocker quiet(combo);
-        combo->clear();
-        combo->addItems(lines);
-        combo->setCurrentIndex(control.ListIndex.value());
-    });
-    m_bindings.follow(control.ListIndex, [combo](int index) {
-        const QSignalBlocker quiet(combo);
-        combo->setCurrentIndex(index);
-    });
-    connect(combo, &QComboBox::activated, this, [combo, &control](int index) {
-        control.ListIndex = index;
-        control.Text = combo->itemText(index);
-        call(control.Click);
-    });
-    return combo;
-}
-
 FolderTreeView* FormWindow::addFolderTree(FolderTree& control)
 {
     auto* const tree = new FolderTreeView(control, this);
     follow(control, tree);
     return tree;
-}
-
-QProgressBar* FormWindow::addProgress(ProgressBar& control, const QString& accessibleName)
-{
-    auto* const bar = new QProgressBar(this);
-    bar->setAccessibleName(accessibleName);
-    follow(control, bar);
-    m_bindings.follow(control.Min, [bar](int least) { bar->setMinimum(least); });
-    m_bindings.follow(control.Max, [bar](int most) { bar->setMaximum(most); });
-    m_bindings.follow(control.Value, [bar](int value) { bar->setValue(value); });
-    return bar;
 }
 
 void FormWindow::reject()

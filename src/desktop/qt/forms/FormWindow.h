@@ -12,15 +12,12 @@
 #include <initializer_list>
 
 class QCheckBox;
-class QComboBox;
 class QHBoxLayout;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QListWidget;
-class QProgressBar;
 class QPushButton;
-class QRadioButton;
 class QVBoxLayout;
 
 namespace orvantine {
@@ -58,12 +55,9 @@ public:
     QLineEdit* addTextBox(TextBox& control, const QString& accessibleName);
     QPushButton* addButton(Button& control);
     QCheckBox* addCheckBox(CheckBox& control);
-    QRadioButton* addOption(OptionButton& control);
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
     SortList* addSortList(DragListBox& control, const QString& accessibleName);
-    QComboBox* addComboBox(ComboBox& control, const QString& accessibleName);
     FolderTreeView* addFolderTree(FolderTree& control);
-    QProgressBar* addProgress(ProgressBar& control, const QString& accessibleName);
 
     void reject() override;
 
