@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString addTitle = u" Sounddateien hinzufügen"_s;
+const QString AddTitle = u" Sounddateien hinzufügen"_s;
 
 /// `mnuAddSounds` on these lists.
 class AddSounds : public AddTracks
@@ -287,7 +287,7 @@ TEST_F(AddSounds, TheCountIsToldWhenTheListIsSavedAndInSightAgain)
     std::string state;
     desktop.messages.script({.answer = Answer::Ok,
                              .entered = {},
-                             .title = addTitle,
+                             .title = AddTitle,
                              .text = u"Es wurden 1 vorhandene Sounddateien nicht zur Playliste hinzugefügt.   "_s,
                              .meanwhile = [&] {
                                  state = (tracks().Visible ? "visible " : "hidden ") +

@@ -142,7 +142,7 @@ TEST_F(SavePlaylists, ARowThatChangedUnderTheQuestionIsNotRepointed)
     const QByteArray before = bytes(database());
     desktop.choosers.save(u"/x/neu.m3u"_s);
     desktop.messages.script(
-        {.answer = Answer::Ok, .entered = {}, .title = saveTitle, .text = linkQuestion, .meanwhile = [this] {
+        {.answer = Answer::Ok, .entered = {}, .title = SaveTitle, .text = LinkQuestion, .meanwhile = [this] {
              catalogue().setSubItem(1, 2, u"/l/andere.m3u"_s);
          }});
     mnuSpeichernUnter_Click(root());
@@ -170,7 +170,7 @@ TEST_F(SavePlaylists, AListTooShortIsToldUnderTheProgramsNameAndTheQuestionStill
     desktop.messages.answer(Answer::Ok, u"Orvanten Manager "_s,
                             u"Beim Einlesen oder Speichern der Playliste ist ein Fehler aufgetreten.    \n"
                             u"Die Änderungen konnten nicht erfolgreich gespeichert werden."_s);
-    desktop.messages.answer(Answer::Cancel, saveTitle, linkQuestion);
+    desktop.messages.answer(Answer::Cancel, SaveTitle, LinkQuestion);
     mnuSpeichernUnter_Click(root());
     EXPECT_EQ("(missing)", bytes(u"/x/neu.m3u"_s).toStdString());
     EXPECT_EQ("a.mp3\r\n", listBytes());
@@ -195,7 +195,7 @@ TEST_F(SavePlaylists, TheLastThreeCharactersDecideAndAnNmlInAnotherFolderIsAsked
     putFolder(u"/x"_s);
     root().mnuLokalePlayliste.Checked = true;
     desktop.choosers.save(u"/x/setnml"_s);
-    desktop.messages.answer(Answer::Cancel, saveTitle, linkQuestion);
+    desktop.messages.answer(Answer::Cancel, SaveTitle, LinkQuestion);
     mnuSpeichernUnter_Click(root());
     EXPECT_TRUE(bytes(u"/x/setnml"_s).startsWith("<?xml")) << bytes(u"/x/setnml"_s).toStdString();
     EXPECT_EQ(1U, desktop.messages.shown().size());
@@ -216,7 +216,7 @@ TEST_F(SavePlaylists, TheQuestionComesOnlyWithLocalListsAndAnotherFolder)
         root().mnuLokalePlayliste.Checked = c.local;
         desktop.choosers.save(c.target);
         if (c.asked)
-            desktop.messages.answer(Answer::Cancel, saveTitle, linkQuestion);
+            desktop.messages.answer(Answer::Cancel, SaveTitle, LinkQuestion);
         mnuSpeichernUnter_Click(root());
         EXPECT_EQ(c.asked ? 1 : 0, desktop.messages.take().size());
         EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
@@ -229,7 +229,7 @@ TEST_F(SavePlaylists, CancelKeepsThePathAndOkRepointsAndSavesTheCatalogue)
     root().mnuLokalePlayliste.Checked = true;
     const QByteArray before = bytes(database());
     desktop.choosers.save(u"/x/neu.m3u"_s);
-    desktop.messages.answer(Answer::Cancel, saveTitle, linkQuestion);
+    desktop.messages.answer(Answer::Cancel, SaveTitle, LinkQuestion);
     mnuSpeichernUnter_Click(root());
     EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
     EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
@@ -240,7 +240,7 @@ TEST_F(SavePlaylists, CancelKeepsThePathAndOkRepointsAndSavesTheCatalogue)
               boxes());
 
     desktop.choosers.save(u"/x/neu.m3u"_s);
-    desktop.messages.answer(Answer::Ok, saveTitle, linkQuestion);
+    desktop.messages.answer(Answer::Ok, SaveTitle, LinkQuestion);
     mnuSpeichernUnter_Click(root());
     // The save of the catalogue saves the open list as a local one.
     EXPECT_EQ("[Index]\r\n1a=000\r\n1b=Liste\r\n1c=/x/neu.m3u\r\n1d=3\r\n1e=\r\n1f=01.02.2003\r\n1g=\r\n",

@@ -106,7 +106,7 @@ TEST_F(SavePlaylists, AnUnreadableListIsLeftAlone)
 TEST_F(SavePlaylists, AnEmptyPathIsToldAndTheListsAreOnAgain)
 {
     catalogue().setSubItem(1, 2, {});
-    desktop.messages.answer(Answer::Ok, saveTitle, saveFailure);
+    desktop.messages.answer(Answer::Ok, SaveTitle, SaveFailure);
     forgetCalls();
     SavePlayEntrys(root());
     EXPECT_EQ("box title \" Wiedergabeliste speichern\" text \"Die Wiedergabeliste konnte nicht ordnungsgemäss "
@@ -134,7 +134,7 @@ TEST_F(SavePlaylists, WhileItLastsThePointerWaitsAndTheListsAreOff)
         catalogue().setSubItem(1, 2, {});
         seen.clear();
         desktop.messages.script(
-            {.answer = Answer::Ok, .entered = {}, .title = saveTitle, .text = saveFailure, .meanwhile = [&] {
+            {.answer = Answer::Ok, .entered = {}, .title = SaveTitle, .text = SaveFailure, .meanwhile = [&] {
                  seen = waiting();
              }});
         SavePlayEntrys(root());
@@ -160,7 +160,7 @@ TEST_F(SavePlaylists, WithLocalListsAnEmptyPathIsToldOnceAndNothingIsCopied)
 {
     root().mnuLokalePlayliste.Checked = true;
     catalogue().setSubItem(1, 2, {});
-    desktop.messages.answer(Answer::Ok, saveTitle, saveFailure);
+    desktop.messages.answer(Answer::Ok, SaveTitle, SaveFailure);
     forgetCalls();
     SavePlayEntrys(root());
     ASSERT_EQ(1U, desktop.messages.shown().size());
@@ -251,7 +251,7 @@ TEST_F(SavePlaylists, AMissingListFromElsewhereIsToldAndTheRowStays)
 {
     root().mnuLokalePlayliste.Checked = true;
     desktop.disk().remove(list);
-    desktop.messages.answer(Answer::Ok, saveTitle, saveFailure);
+    desktop.messages.answer(Answer::Ok, SaveTitle, SaveFailure);
     forgetCalls();
     SavePlayEntrys(root());
     EXPECT_EQ("box title \" Wiedergabeliste speichern\" text \"Die Wiedergabeliste konnte nicht ordnungsgemäss "
@@ -284,7 +284,7 @@ TEST_F(SavePlaylists, ACopyThatFailsStillRepointsTheRowAndWritesTheRows)
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", listBytes());
 }
 
-// Whichever single call of a save fails: the file holds the old entries or the new ones, and never nothing.
+/// Whichever single call of a save fails: the file holds the old entries or the new ones, and never nothing.
 TEST_F(SavePlaylists, NoSingleFailingCallEmptiesAList)
 {
     const std::string before = "/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n";

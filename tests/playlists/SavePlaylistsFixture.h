@@ -6,10 +6,10 @@
 
 namespace orvantine::fake {
 
-inline const QString saveTitle = QStringLiteral(" Wiedergabeliste speichern");
-inline const QString saveFailure =
+inline const QString SaveTitle = QStringLiteral(" Wiedergabeliste speichern");
+inline const QString SaveFailure =
     QStringLiteral("Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden.    ");
-inline const QString linkQuestion =
+inline const QString LinkQuestion =
     QStringLiteral("Sie haben eine vorhandene Playliste unter einer neuen Datei gespeichert.    \n"
                    "In der Datenbank wird ein Verweiss zu dieser Wiedergabeliste gesetzt.\n \n"
                    "Möchten Sie die Verknüpfung zur neuen Wiedergabeliste setzen ?");
