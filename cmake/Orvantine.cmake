@@ -2,13 +2,29 @@
 include(GoogleTest OPTIONAL)
 
 add_library(orvantine_flags INTERFACE)
-target_compile_options(orvantine_flags INTERFACE
-    -Wall -Wextra -Wno-missing-field-initializers -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast
-    -Woverloaded-virtual -Wnon-virtual-dtor -Werror -fno-omit-frame-pointer
-    # g++ 12 takes an empty std::optional for an uninitialised one when it optimises.
-    $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
-target_compile_definitions(orvantine_flags INTERFACE
-    QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+target_compile_options(
+    orvantine_flags
+    INTERFACE
+        -Wall
+        -Wextra
+        -Wno-missing-field-initializers
+        -Wpedantic
+        -Wshadow
+        -Wconversion
+        -Wsign-conversion
+        -Wold-style-cast
+        -Woverloaded-virtual
+        -Wnon-virtual-dtor
+        -Werror
+        -fno-omit-frame-pointer
+        # g++ 12 takes an empty std::optional for an uninitialised one when it optimises.
+        $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
+)
+target_compile_definitions(
+    orvantine_flags
+    INTERFACE
+        QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400
+)
 if(ORVANTINE_SANITIZE)
     target_compile_options(orvantine_flags INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=undefined)
     target_link_options(orvantine_flags INTERFACE -fsanitize=address,undefined)
