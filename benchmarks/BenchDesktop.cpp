@@ -1,5 +1,7 @@
 #include "BenchDesktop.h"
 
+#include "desktop/tags/TagLibTags.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -8,17 +10,11 @@ namespace orvantine::bench {
 using namespace Qt::StringLiterals;
 
 BenchDesktop::BenchDesktop()
-    : player(files, [](const QString&) { return true; }),
-      infoPlayer(files, [](const QString&) { return true; }),
-      services{files, profiles, settings,  messages, choosers, forms,    events, player, infoPlayer, mixer, sound,
-               tags,  tray,     clipboard, launcher, volumes,  instance, fonts,  screen, {},         {},    {}},
-      root(services)
+    : DiskDesktop(temporary.path(), [](Files& disk) { return std::make_unique<TagLibTags>(disk); })
 {
     for (const QString& name : {u"program"_s, u"data"_s, u"data/Playlisten"_s, u"data/Resource"_s})
-        QDir(folder.path()).mkpath(name);
-    services.folders.program = path(u"program"_s);
+        QDir(folder).mkpath(name);
     services.folders.applicationData = path(u"data"_s);
-    root.tDatenbank.Text = path(u"data/"_s);
     layOut(path(u"program/Orvantine.dll"_s), "marker");
 }
 

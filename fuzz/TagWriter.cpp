@@ -36,16 +36,16 @@ QByteArray sound(const QByteArray& bytes)
 /// sound, and twice is once.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    constexpr qsizetype fields = 158;
-    if (size < fields)
+    constexpr qsizetype Fields = 158;
+    if (size < Fields)
         return 0;
     const QByteArray input(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
     Mp3Record record;
-    std::memcpy(record.title, input.constData(), fields);
+    std::memcpy(record.title, input.constData(), Fields);
     record.trackFlagA = static_cast<qint16>(input[124] & 3);
     record.track = static_cast<unsigned char>(input[125]);
     record.genre = static_cast<qint16>(static_cast<unsigned char>(input[126]) * 4 - 300);
-    const QByteArray track = input.mid(fields);
+    const QByteArray track = input.mid(Fields);
 
     if (const std::optional<TagEdit> edit = id3v1Edit(MemoryBytes(track), record)) {
         const QByteArray once = applied(track, *edit);

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString fontTitle = u" Komponente hinzufügen"_s;
+const QString FontTitle = u" Komponente hinzufügen"_s;
 
 QString fontQuestion(const QString& family)
 {
@@ -82,8 +82,8 @@ TEST_F(StartUp, AMissingFontIsAskedForAndOkInstallsTheOneThatTheProgramShips)
 {
     desktop.fonts.families = {};
     put(desktop.folders.program + u"/Orvantine.sys"_s, "schrift");
-    desktop.messages.answer(Answer::Ok, fontTitle, fontQuestion(u"Maiandra GD"_s));
-    desktop.messages.answer(Answer::Ok, fontTitle, fontQuestion(u"OCR B"_s));
+    desktop.messages.answer(Answer::Ok, FontTitle, fontQuestion(u"Maiandra GD"_s));
+    desktop.messages.answer(Answer::Ok, FontTitle, fontQuestion(u"OCR B"_s));
     start();
     EXPECT_EQ("schrift", bytes(desktop.folders.windows + u"/FONTS/MAIAN.TTF"_s).toStdString());
     EXPECT_EQ("(missing)", bytes(desktop.folders.windows + u"/FONTS/OCR_B.TTF"_s).toStdString());
@@ -97,8 +97,8 @@ TEST_F(StartUp, CancelInstallsNoFont)
     desktop.fonts.families = {};
     put(desktop.folders.program + u"/Orvantine.sys"_s, "schrift");
     put(desktop.folders.program + u"/Orvantine.ttf"_s, "schrift");
-    desktop.messages.answer(Answer::Cancel, fontTitle, fontQuestion(u"Maiandra GD"_s));
-    desktop.messages.answer(Answer::Cancel, fontTitle, fontQuestion(u"OCR B"_s));
+    desktop.messages.answer(Answer::Cancel, FontTitle, fontQuestion(u"Maiandra GD"_s));
+    desktop.messages.answer(Answer::Cancel, FontTitle, fontQuestion(u"OCR B"_s));
     start();
     EXPECT_EQ("", desktop.disk().list(desktop.folders.windows + u"/FONTS"_s, u"*.*"_s).join(u' ').toStdString());
 }

@@ -6,11 +6,12 @@
 #include <QStringList>
 
 namespace orvantine {
-namespace {
 
 using namespace Qt::StringLiterals;
 
-const QStringList logicFolders{u"app"_s,        u"catalogue"_s, u"playlists"_s, u"metadata"_s, u"playback"_s,
+namespace {
+
+const QStringList LogicFolders{u"app"_s,        u"catalogue"_s, u"playlists"_s, u"metadata"_s, u"playback"_s,
                                u"operations"_s, u"search"_s,    u"transfer"_s,  u"shell"_s};
 
 /// Source files of a folder of src/, those below it included.
@@ -50,7 +51,7 @@ std::string foreignIncludes(const QString& folder, const QString& known)
 QStringList logicSources()
 {
     QStringList files;
-    for (const QString& folder : logicFolders)
+    for (const QString& folder : LogicFolders)
         files += sourcesOf(folder);
     return files;
 }

@@ -8,8 +8,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString limitTitle = u" Wiedergabelisten verwalten"_s;
-const QString limitText = u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \n"
+const QString LimitTitle = u" Wiedergabelisten verwalten"_s;
+const QString LimitText = u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \n"
                           u"Bitte löschen Sie eine der 160 Playlisten aus der Liste."_s;
 
 class CatalogueSave : public CatalogueWorld
@@ -175,7 +175,7 @@ TEST_F(CatalogueSave, AFullCatalogueIsToldAtEachSaveAndTheSaveIsDone)
     start();
     for (const QString& name : {u"Erster Name"_s, u"Zweiter Name"_s}) {
         catalogue().setSubItem(160, 1, name);
-        desktop.messages.answer(Answer::Ok, limitTitle, limitText);
+        desktop.messages.answer(Answer::Ok, LimitTitle, LimitText);
         mnuSpeichern_Click(root());
         EXPECT_EQ("box title \" Wiedergabelisten verwalten\" text \"Die maximale Anzahl von Wiedergabelisten wurde "
                   "erreicht. \\nBitte löschen Sie eine der 160 Playlisten aus der Liste.\" icon critical buttons ok "
@@ -312,7 +312,7 @@ TEST_F(CatalogueSave, ASaveInTheMiddleOfALoadWritesNothing)
     EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
 }
 
-// Whichever single call of a save fails: no list loses a track, and the section lacks one key at the most.
+/// Whichever single call of a save fails: no list loses a track, and the section lacks one key at the most.
 TEST_F(CatalogueSave, NoSingleFailingCallEmptiesAListOrTheSection)
 {
     int failing = 0;
@@ -348,7 +348,7 @@ TEST_F(CatalogueSave, NoSingleFailingCallEmptiesAListOrTheSection)
     EXPECT_GT(failing, 50);
 }
 
-// Whichever single call of a start fails: nothing but the told normalising of the open list is written.
+/// Whichever single call of a start fails: nothing but the told normalising of the open list is written.
 TEST_F(CatalogueSave, NoSingleFailingCallOfALoadChangesTheDatabaseOrAList)
 {
     // From the 60th call on the numbers behind the last row are asked for, four reads each, all alike.

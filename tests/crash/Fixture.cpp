@@ -1,11 +1,14 @@
 #include "app/Registry.h"
-#include "app/Root.h"
 #include "catalogue/CatalogueDatabase.h"
 #include "desktop/posix/PosixFiles.h"
 #include "operations/Eigenschaften.h"
 #include "operations/ListDrops.h"
 #include "operations/Positionen.h"
+<<<<<<< HEAD
 #include "support/FakeDesktop.h"
+=======
+#include "support/DiskDesktop.h"
+>>>>>>> 5437bb2
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -24,19 +27,16 @@ namespace {
 constexpr int Lists = 6;
 constexpr int NewTracks = 12;
 
-/// The logic over the real disk in one folder, with a desktop that answers every box with its first button.
-struct Machine
+/// A desktop that answers every box with its first button.
+struct Machine : fake::DiskDesktop
 {
-    explicit Machine(const QString& where) : folder(where), files({.recoveryFolder = where + u"/recovery"_s})
+    explicit Machine(const QString& where) : DiskDesktop(where)
     {
-        services.folders.program = folder + u"/program"_s;
-        services.folders.applicationData = folder;
-        root.tDatenbank.Text = data();
         settings.createKey(Hive::CurrentUser, settingsKey());
         complaints.Report = [](const QString& text) { qFatal("%s", qPrintable(text)); };
     }
 
-    [[nodiscard]] QString data() const { return folder + u"/data/"_s; }
+    [[nodiscard]] QString data() const { return path(u"data/"_s); }
 
     /// Runs a command on the loaded catalogue, whose last list is open then.
     void run(const std::function<void(Machine&)>& command)
@@ -46,33 +46,6 @@ struct Machine
         command(*this);
     }
     void answer(Answer answer) { messages.script({answer, {}, {}, {}, {}}); }
-
-    QString folder;
-    fake::CallLog log;
-    fake::Complaints complaints;
-    PosixFiles files;
-    ProfileStore profiles{files};
-    fake::MemorySettings settings{log};
-    fake::ScriptedMessages messages{log, complaints};
-    fake::ScriptedChoosers choosers{log, complaints};
-    fake::FakeForms forms{log, complaints};
-    fake::VirtualEvents events{log, complaints};
-    fake::FakePlayer player{files, [](const QString&) { return true; }};
-    fake::FakePlayer infoPlayer{files, [](const QString&) { return true; }};
-    fake::FakeMixer mixer{log};
-    fake::FakeSound sound{log};
-    fake::FakeTags tags{log};
-    fake::FakeTray tray{log};
-    fake::FakeClipboard clipboard{log};
-    fake::FakeLauncher launcher{log};
-    fake::FakeVolumes volumes{log};
-    fake::FakeInstance instance{log};
-    fake::FakeFonts fonts{log};
-    fake::FakeScreen screen;
-    Services services{files,      profiles, settings, messages, choosers, forms,     events,   player,
-                      infoPlayer, mixer,    sound,    tags,     tray,     clipboard, launcher, volumes,
-                      instance,   fonts,    screen,   {},       {},       {}};
-    Root root{services};
 };
 
 void layOut(const QString& path, const QByteArray& bytes)

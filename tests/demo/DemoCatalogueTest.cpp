@@ -8,7 +8,10 @@
 
 #include <gmock/gmock.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
+
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
@@ -212,3 +215,5 @@ TEST_F(DemoCatalogue, LeavesAFolderOfSomeoneElseAlone)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -11,7 +11,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -311,3 +312,5 @@ TEST_F(CoverPanel, AScreenReaderHearsWhetherThereIsAPicture)
 }
 
 } // namespace
+
+} // namespace orvantine

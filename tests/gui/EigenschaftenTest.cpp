@@ -16,7 +16,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -195,3 +196,5 @@ TEST(CatalogueShortcuts, StartTheirCommands)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -15,7 +15,8 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -135,3 +136,5 @@ TEST(FileUris, TheClipboardsFormsOfFileManagersAreRead)
 }
 
 } // namespace
+
+} // namespace orvantine

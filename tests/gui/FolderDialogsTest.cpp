@@ -23,7 +23,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -486,3 +487,5 @@ TEST_F(FolderFormsOnScreen, TheListOfAllPlaylistsIsReachedByKeysAndMouse)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -16,7 +16,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -208,3 +209,5 @@ TEST(FormKeys, TheFormHearsAKeyOnceWhereverTheFocusIs)
 }
 
 } // namespace
+
+} // namespace orvantine

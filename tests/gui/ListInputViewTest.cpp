@@ -18,7 +18,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -358,3 +359,5 @@ TEST_F(ListInputView, ThePopUpMenuOfTheKeyboardKeepsTheSelectedRow)
 }
 
 } // namespace
+
+} // namespace orvantine

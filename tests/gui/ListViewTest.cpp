@@ -6,7 +6,8 @@
 
 #include <random>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -299,3 +300,5 @@ TEST_F(ListViewModel, TellsAScreenReaderWhereARowStandsAndThatItsFileIsMissing)
 }
 
 } // namespace
+
+} // namespace orvantine

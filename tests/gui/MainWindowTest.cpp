@@ -19,7 +19,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -439,3 +440,5 @@ TEST_F(Window, ATextThatDoesNotFitStandsInTheToolTip)
 }
 
 } // namespace
+
+} // namespace orvantine

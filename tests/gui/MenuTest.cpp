@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -299,3 +300,5 @@ TEST_F(Menus, ACaptionShowsTheKeysThatStandBehindItsTab)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -11,9 +11,9 @@
 #include <QDeadlineTimer>
 #include <QRegularExpression>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

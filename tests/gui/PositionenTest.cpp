@@ -12,7 +12,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -290,3 +291,5 @@ TEST_F(SortDialog, TheDialogIsDrawnWithAndWithoutAMark)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -17,7 +17,8 @@
 #include <cstdio>
 #include <vector>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -155,3 +156,5 @@ TEST_F(PropertySheet, OfAFileThatIsGoneIsNotShown)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -21,7 +21,8 @@
 
 #include <sys/stat.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -305,3 +306,5 @@ TEST(Desktop, TheClipboardHoldsText)
 }
 
 } // namespace
+
+} // namespace orvantine

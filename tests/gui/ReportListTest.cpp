@@ -8,7 +8,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -314,3 +315,5 @@ TEST_F(ReportListView, ANumberThatDoesNotFitBesideItsPictureStandsWithoutIt)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -9,7 +9,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -72,3 +73,5 @@ TEST_F(ScreenReader, HearsOfTheRowAfterTheListWasOutOfReach)
 }
 
 } // namespace
+
+} // namespace orvantine

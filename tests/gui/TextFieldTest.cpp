@@ -10,7 +10,8 @@
 
 #include <gtest/gtest.h>
 
-using namespace orvantine;
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -222,3 +223,5 @@ TEST_F(TextFields, AMenuOfTheFieldIsNoWayInThatSelects)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -10,6 +10,8 @@
 
 #include <gtest/gtest.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -179,3 +181,5 @@ TEST_F(HelpPages, CloseEveryElementThatTheyOpen)
 }
 
 } // namespace
+
+} // namespace orvantine

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -19,7 +19,7 @@ bool playerLibraryIsLoaded()
     return maps.readAll().contains("/libmpv.so");
 }
 
-// A program of its own: once loaded, the library stays.
+/// A program of its own: once loaded, the library stays.
 TEST(MpvLibrary, IsLoadedAtTheFirstPlayback)
 {
     const test::MusicFolder music;

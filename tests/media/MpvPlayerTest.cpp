@@ -11,9 +11,9 @@
 #include <clocale>
 #include <cstring>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

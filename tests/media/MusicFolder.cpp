@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::test {
+
+using namespace Qt::StringLiterals;
 
 QString MusicFolder::path(const QString& name) const
 {

@@ -9,9 +9,9 @@
 
 #include <sys/stat.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

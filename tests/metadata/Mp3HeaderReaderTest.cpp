@@ -11,7 +11,7 @@ namespace {
 
 using Mp3HeaderReader = MetadataTest;
 
-const FakeTrack full{.title = u"Titel"_s,
+const FakeTrack Full{.title = u"Titel"_s,
                      .artist = u"Interpret"_s,
                      .album = u"Album"_s,
                      .year = u"1999"_s,
@@ -30,7 +30,7 @@ std::string text(const char (&field)[Width])
 
 TEST_F(Mp3HeaderReader, ShowsTheRecordOnLabelsAndInTheTagDialog)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     frmID3V1& form = *root().tagForm;
     form.ID3Genre.Text = u"leer"_s;
     root().sAnzeige[0].Visible = false;
@@ -87,7 +87,7 @@ TEST_F(Mp3HeaderReader, NullTrimTakesBlanksAndNoNul)
 
 TEST_F(Mp3HeaderReader, AFileThatCannotBeReadShowsTheOneBefore)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     ReadMp3Header(root());
     const std::string before = labels();
     addRow(music(u"b.wma"_s));
@@ -104,7 +104,7 @@ TEST_F(Mp3HeaderReader, ThePathGoesToTheLibraryWithItsQuotes)
 
 TEST_F(Mp3HeaderReader, WriteMp3TagHandsTheDialogOver)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     ReadMp3Header(root());
     frmID3V1& form = *root().tagForm;
     form.ID3Titel.Text = QString(300, u'T');
@@ -140,7 +140,7 @@ TEST_F(Mp3HeaderReader, WriteMp3TagHandsTheDialogOver)
 
 TEST_F(Mp3HeaderReader, WhatBelongsToTheLibraryPassesThrough)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     WideMp3Record& wide = root().mp3Record;
     for (int i = 0; i < wide.header.size(); ++i)
         wide.header[i] = static_cast<char>(i + 1);
@@ -174,7 +174,7 @@ TEST_F(Mp3HeaderReader, ThePathIsWrittenToWithItsQuotes)
 
 TEST_F(Mp3HeaderReader, AnEmptyGenreIsNumberNoughtAndAnEmptyText)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     ReadMp3Header(root());
     root().mp3Record.genre = 12;
     WriteMp3Tag(root());
@@ -194,7 +194,7 @@ TEST_F(Mp3HeaderReader, TrackTexts)
                           {u"7a"_s, 2, 7, "7"},    {u"x"_s, 1, 0, "0"},      {u"-3"_s, 1, 0, "-3"},
                           {u"2.5"_s, 2, 2, "2.5"}, {u" 12 "_s, 2, 12, "12"}, {u"1234567"_s, 2, 32767, "1234567"},
                           {u"0.4"_s, 2, 0, "0.4"}, {u"3.5"_s, 2, 4, "3.5"},  {u"0.6"_s, 2, 1, "0.6"}};
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     for (const Case& told : cases) {
         root().tagForm->ID3Track.Text = told.text;
         WriteMp3Tag(root());
@@ -218,7 +218,7 @@ TEST_F(Mp3HeaderReader, WithoutASelectedRowNothingIsSaid)
 
 TEST_F(Mp3HeaderReader, TheSaveOfTheDialogWritesErasesAndCloses)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     root().CurrentMp3File = u"\"/music/other.mp3\""_s;
     ReadMp3Header(root());
     root().tagForm->cmdUpdate.Click();
@@ -232,7 +232,7 @@ TEST_F(Mp3HeaderReader, TheSaveOfTheDialogWritesErasesAndCloses)
 
 TEST_F(Mp3HeaderReader, TheSaveWithoutTitleAndArtistWritesNothing)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     frmID3V1& form = *root().tagForm;
     form.ID3Titel.Text = QString();
     form.ID3Interpret.Text = QString();
@@ -245,7 +245,7 @@ TEST_F(Mp3HeaderReader, TheSaveWithoutTitleAndArtistWritesNothing)
 
 TEST_F(Mp3HeaderReader, ASaveThatFailsClosesAsUsualWithoutAWord)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     const auto save = [this] {
         ReadMp3Header(root());
         desktop.log.take();
@@ -266,7 +266,7 @@ TEST_F(Mp3HeaderReader, ASaveThatFailsClosesAsUsualWithoutAWord)
 
 TEST_F(Mp3HeaderReader, TheOtherButtonsCloseTheirDialogAndWriteNothing)
 {
-    addTrack(u"a.mp3"_s, full);
+    addTrack(u"a.mp3"_s, Full);
     root().tagForm->Load();
     root().tagForm->cmdCancel.Click();
     EXPECT_EQ("forms.unload frmID3V1", calls({u"forms.unload frmID3"_s}));

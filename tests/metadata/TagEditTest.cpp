@@ -60,7 +60,7 @@ Mp3Record readBack(const QByteArray& bytes)
     return record;
 }
 
-const QByteArray leftAlone = "(left alone)"_ba;
+const QByteArray LeftAlone = "(left alone)"_ba;
 
 } // namespace
 
@@ -207,8 +207,8 @@ TEST(WriteID3V1, WhatIsNoMp3IsLeftAlone)
                                  id3v2(100) + "junk" + sound(),
                                  id3v2(0, 1 << 20) + sound()};
     for (const QByteArray& bytes : others) {
-        EXPECT_EQ(leftAlone, written(bytes, record)) << bytes.left(40).toHex().toStdString();
-        EXPECT_EQ(leftAlone, erased(bytes)) << bytes.left(40).toHex().toStdString();
+        EXPECT_EQ(LeftAlone, written(bytes, record)) << bytes.left(40).toHex().toStdString();
+        EXPECT_EQ(LeftAlone, erased(bytes)) << bytes.left(40).toHex().toStdString();
     }
 }
 
@@ -274,7 +274,7 @@ TEST(EraseID3V2, TwiceIsOnce)
     for (const QByteArray& bytes : {id3v2(100) + sound(2), id3v2(1) + id3v2(1) + sound(3),
                                     id3v2(7) + QByteArray(50, '\0') + sound(3), sound(3)}) {
         const QByteArray once = erased(bytes);
-        ASSERT_NE(leftAlone, once);
+        ASSERT_NE(LeftAlone, once);
         EXPECT_EQ(once, erased(once));
     }
 }
@@ -290,7 +290,7 @@ TEST(EraseID3V2, ATagThatDoesNotEndInsideOrIsNotFollowedByTwoHeadsStays)
         tag + QByteArray(3000, 'x') + sound(),  id3v2(0, 90) + QByteArray(100, 'x') + sound(),
         tag + id3v2(0, 5000) + sound(3)};
     for (const QByteArray& bytes : stubborn)
-        EXPECT_EQ(leftAlone, erased(bytes)) << bytes.left(10).toHex().toStdString();
+        EXPECT_EQ(LeftAlone, erased(bytes)) << bytes.left(10).toHex().toStdString();
 }
 
 } // namespace orvantine::test

@@ -101,11 +101,11 @@ QByteArray id3v1Tag(const QByteArray& title, const QByteArray& artist, const QBy
 
 QByteArray ape(int content, bool withHead)
 {
-    constexpr quint32 hasHead = 1U << 31U;
-    constexpr quint32 isHead = 1U << 29U;
+    constexpr quint32 HasHead = 1U << 31U;
+    constexpr quint32 IsHead = 1U << 29U;
     const quint32 size = static_cast<quint32>(content) + 32;
-    const QByteArray start = withHead ? apeHead(size, hasHead | isHead) : QByteArray();
-    return start + QByteArray(content, 'i') + apeHead(size, withHead ? hasHead : 0);
+    const QByteArray start = withHead ? apeHead(size, HasHead | IsHead) : QByteArray();
+    return start + QByteArray(content, 'i') + apeHead(size, withHead ? HasHead : 0);
 }
 
 QByteArray lyrics1(const QByteArray& text)

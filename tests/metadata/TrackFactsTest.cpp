@@ -43,7 +43,7 @@ private:
     MemoryBytes m_bytes;
 };
 
-constexpr const char* noFrame = "-1 kbit/s, -1 s";
+constexpr const char* NoFrame = "-1 kbit/s, -1 s";
 
 } // namespace
 
@@ -211,10 +211,10 @@ TEST(TrackFacts, ATagWithAFooterEndsBehindIt)
 
 TEST(TrackFacts, ASizeThatCannotBeIsNotBelieved)
 {
-    constexpr qint64 mebibytes256 = (qint64{1} << 28) - 1;
-    const QByteArray liar = id3v2(0, mebibytes256);
+    constexpr qint64 Mebibytes256 = (qint64{1} << 28) - 1;
+    const QByteArray liar = id3v2(0, Mebibytes256);
     EXPECT_EQ("0 to 1024, broken", soundPlace(liar + QByteArray(1014, 'x')));
-    EXPECT_EQ(noFrame, measured(liar + QByteArray(1014, 'x')));
+    EXPECT_EQ(NoFrame, measured(liar + QByteArray(1014, 'x')));
     // The sound behind the lie is found all the same.
     EXPECT_EQ("128 kbit/s, 10 s", measured(liar + sound(384)));
 
@@ -277,7 +277,7 @@ TEST(TrackFacts, FilesBelow128BytesHaveNoTag)
     const QByteArray tag = id3v1Tag("T", "A");
     for (const int size : {0, 1, 3, 4, 9, 10, 100, 127}) {
         EXPECT_FALSE(trackFacts(MemoryBytes(tag.left(size)))->tag) << size;
-        EXPECT_EQ(noFrame, measured(tag.left(size))) << size;
+        EXPECT_EQ(NoFrame, measured(tag.left(size))) << size;
     }
     EXPECT_TRUE(trackFacts(MemoryBytes(tag))->tag);
     EXPECT_EQ("8 kbit/s, 0 s", measured(frame({.version = MpegVersion::V25, .rateIndex = 1, .sampleIndex = 2})));
@@ -285,14 +285,14 @@ TEST(TrackFacts, FilesBelow128BytesHaveNoTag)
 
 TEST(TrackFacts, BytesWithoutFramesHaveNoRateAndNoTime)
 {
-    EXPECT_EQ(noFrame, measured({}));
-    EXPECT_EQ(noFrame, measured("no sound at all"));
-    EXPECT_EQ(noFrame, measured(QByteArray(100000, '\xff')));
-    EXPECT_EQ(noFrame, measured(QByteArray(100000, '\0')));
+    EXPECT_EQ(NoFrame, measured({}));
+    EXPECT_EQ(NoFrame, measured("no sound at all"));
+    EXPECT_EQ(NoFrame, measured(QByteArray(100000, '\xff')));
+    EXPECT_EQ(NoFrame, measured(QByteArray(100000, '\0')));
     // A head alone is no frame, nor are two that do not belong together.
-    EXPECT_EQ(noFrame, measured(head({})));
-    EXPECT_EQ(noFrame, measured(frame({}).left(400)));
-    EXPECT_EQ(noFrame, measured(frame({}) + frame({.sampleIndex = 1}).left(300)));
+    EXPECT_EQ(NoFrame, measured(head({})));
+    EXPECT_EQ(NoFrame, measured(frame({}).left(400)));
+    EXPECT_EQ(NoFrame, measured(frame({}) + frame({.sampleIndex = 1}).left(300)));
 }
 
 TEST(TrackFacts, SoundBehindOtherBytesIsFound)

@@ -19,15 +19,15 @@ protected:
     [[nodiscard]] QString library() const { return desktop.folders.program + u"/Orvantine.dll"_s; }
 };
 
-const FakeTrack tagged{.title = u"Titel"_s, .artist = u"Interpret"_s};
-const char* const missingSound = "Eine Sounddatei(en) befindet sich nicht mehr am ursprünglichen Speicherordner.    \n"
+const FakeTrack Tagged{.title = u"Titel"_s, .artist = u"Interpret"_s};
+const char* const MissingSound = "Eine Sounddatei(en) befindet sich nicht mehr am ursprünglichen Speicherordner.    \n"
                                  "Möchten Sie die Eigenschaften aufrufen um den Quellordner anzupassen ?";
 
 } // namespace
 
 TEST_F(TrackInformation, ShowsTheSelectedTrackAndAsksTheLibraryTwice)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     ShowTrackInfo(root(), 1, 1);
     EXPECT_EQ("Interpret\nTitel\n\n\n\n0\n128\n00:01:00", labels());
     EXPECT_EQ(u"Interpret"_s, root().sAnzeige[2].Caption.value());
@@ -47,7 +47,7 @@ TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndStillAsksTheLibrary)
 
 TEST_F(TrackInformation, WithoutTheLibrarysFileARefreshStopsWithTheMessage)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     desktop.disk().remove(library());
     desktop.messages.answer(Answer::Ok, u" Fehlerhafte Systemdatei"_s,
                             u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s);
@@ -60,7 +60,7 @@ TEST_F(TrackInformation, WithoutTheLibrarysFileARefreshStopsWithTheMessage)
 
 TEST_F(TrackInformation, WithoutTheLibrarysFileAHiddenWindowStaysSilent)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     desktop.disk().remove(library());
     root().Visible = false;
     ShowTrackInfo(root(), 1, 1);
@@ -74,7 +74,7 @@ TEST_F(TrackInformation, AMissingTrackAsksForItsFolderAndStops)
     int opened = 0;
     root().mnuEigenschaften.Click = [&opened] { ++opened; };
     for (const Answer answer : {Answer::Ok, Answer::Cancel}) {
-        desktop.messages.answer(answer, u" Fehlerhafte Quelldatei(en)"_s, QString::fromUtf8(missingSound));
+        desktop.messages.answer(answer, u" Fehlerhafte Quelldatei(en)"_s, QString::fromUtf8(MissingSound));
         ShowTrackInfo(root(), 1, 1);
     }
     EXPECT_EQ(1, opened);
@@ -147,7 +147,7 @@ TEST_F(TrackInformation, WithoutRowsTheLabelsAreClearedAndNothingIsRead)
 
 TEST_F(TrackInformation, EachStepLooksAtTheSelectedRowAnew)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
     const auto selectInTheYield = [this] {
         tracks().select(1);
@@ -169,7 +169,7 @@ TEST_F(TrackInformation, EachStepLooksAtTheSelectedRowAnew)
 
 TEST_F(TrackInformation, TheSymbolMovesAsideForTheRate)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     root().sAnzeige[5].Caption = QString();
     ShowTrackInfo(root(), 1, 1);
     EXPECT_EQ(1560, root().pMpeg.Left.value());
@@ -179,7 +179,7 @@ TEST_F(TrackInformation, TheSymbolMovesAsideForTheRate)
 
 TEST_F(TrackInformation, WideLabelsAreLimitedToTheFrame)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     root().xpFrame1.Width = 5000;
     root().sAnzeige[1].Width = 9000;
     root().sAnzeige[2].Width = 100;
@@ -190,7 +190,7 @@ TEST_F(TrackInformation, WideLabelsAreLimitedToTheFrame)
 
 TEST_F(TrackInformation, LoadMp3TagIDStoresTheNameAndShowsIt)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     LoadMp3TagID(root());
     EXPECT_EQ(u"Interpret - Titel"_s, stored(music(u"a.mp3"_s)));
     EXPECT_EQ(u"Interpret - Titel"_s, name(1));
@@ -306,7 +306,7 @@ TEST_F(PlayedTrack, TheStemOfTheProgramIsForWritingOnly)
     desktop.context.stem = u"Anders"_s;
     desktop.newProcess();
     start();
-    addTrack(u"song.mp3"_s, tagged);
+    addTrack(u"song.mp3"_s, Tagged);
     LoadMp3TagID(root());
     EXPECT_EQ(u"Interpret - Titel"_s,
               desktop.profiles().value(data() + u"Anders.dat"_s, u"TagInfo"_s, music(u"song.mp3"_s)));
@@ -335,7 +335,7 @@ TEST_F(PlayedTrack, TheNameTakesThePlaceOfTheStatusInTheMiddleOfTheWindow)
 
 TEST_F(TrackInformation, TheHiddenPlayerMeasuresATrackWithALength)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     GetPlayTimesOLD(root());
     EXPECT_EQ("", calls({u"MediaInfo"_s}));
     tracks().setSubItem(1, 1, u"x"_s);
@@ -349,7 +349,7 @@ TEST_F(TrackInformation, TheHiddenPlayerMeasuresATrackWithALength)
 
 TEST_F(TrackInformation, AMeasuredLengthIsRoundedToTenthsAndThenToSeconds)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     tracks().setSubItem(1, 1, u"x"_s);
     desktop.mediaInfo().MediaChange = [this] { desktop.mediaInfo().pretendPlaying(); };
     const std::pair<double, const char*> cases[] = {{1.46, "0:00:02"}, {0.46, "0:00:00"},  {2.46, "0:00:02"},
@@ -365,7 +365,7 @@ TEST_F(TrackInformation, AMeasuredLengthIsRoundedToTenthsAndThenToSeconds)
 
 TEST_F(TrackInformation, TheMeasuringYieldsThreeTimesBeforeAndAfter)
 {
-    addTrack(u"a.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
     tracks().setSubItem(1, 1, u"x"_s);
     int opened = -1;
     int measured = -1;
@@ -379,8 +379,8 @@ TEST_F(TrackInformation, TheMeasuringYieldsThreeTimesBeforeAndAfter)
 
 TEST_F(TrackInformation, ShowPropertiesAsksForTheSheetOfTheFile)
 {
-    addTrack(u"a.mp3"_s, tagged);
-    addTrack(u"b.mp3"_s, tagged);
+    addTrack(u"a.mp3"_s, Tagged);
+    addTrack(u"b.mp3"_s, Tagged);
     root().mnuDateiEigenschaften.Click();
     tracks().select(1);
     root().mnuFileProperties.Click();

@@ -19,7 +19,7 @@ struct TextField
 };
 
 /// Offsets and widths as the library's form has them, told here once more.
-const TextField textFields[] = {
+const TextField TextFields[] = {
     {"title", &WideMp3Record::title, 84, 30},
     {"artist", &WideMp3Record::artist, 114, 30},
     {"album", &WideMp3Record::album, 144, 30},
@@ -61,7 +61,7 @@ Mp3Record patterned()
 TEST(WideMp3Record, EachTextStandsInItsPlaceAndNowhereElse)
 {
     const QByteArray blank = bytesOf(narrow(WideMp3Record{}));
-    for (const TextField& field : textFields) {
+    for (const TextField& field : TextFields) {
         WideMp3Record wide;
         setText(wide, field.wide, u"Ü"_s);
         EXPECT_EQ(field.width, (wide.*field.wide).size()) << field.name;
@@ -111,7 +111,7 @@ TEST(WideMp3Record, TheRestOfTheHeaderPassesThrough)
 TEST(WideMp3Record, ALongTextIsCutToTheWidthOfItsField)
 {
     WideMp3Record wide;
-    for (const TextField& field : textFields) {
+    for (const TextField& field : TextFields) {
         setText(wide, field.wide, QString(3000, u'x'));
         EXPECT_EQ(QString(field.width, u'x'), wide.*field.wide) << field.name;
         setText(wide, field.wide, u"kurz"_s);

@@ -1,8 +1,8 @@
 #include "FilesContract.h"
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 // Queries
 

@@ -17,9 +17,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 // Folders

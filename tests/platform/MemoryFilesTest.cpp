@@ -2,9 +2,10 @@
 
 #include "support/MemoryFiles.h"
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 class MemoryWorld : public FilesWorld
@@ -18,7 +19,7 @@ private:
     fake::MemoryFiles m_files;
 };
 
-// The logic is tested on the files in memory: they must do what the disk does.
+/// The logic is tested on the files in memory: they must do what the disk does.
 INSTANTIATE_TEST_SUITE_P(Fake, FilesContract,
                          testing::Values(FilesFactory{"Memory", [] { return std::make_unique<MemoryWorld>(); }}),
                          FilesContract::nameOf);

@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 TEST(NamePattern, MatchesIgnoringCase)

@@ -14,9 +14,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 INSTANTIATE_TEST_SUITE_P(Posix, FilesContract,
@@ -190,7 +191,7 @@ TEST_F(PosixFilesTest, AWriteProtectedFileIsNotWrittenUntilTheAttributeIsCleared
     EXPECT_FALSE(files().clearAttributes(at(u"fehlt"_s)));
 }
 
-// Runs in a child of its own, since the limit cannot be taken back.
+/// Runs in a child of its own, since the limit cannot be taken back.
 template <class Step>
 int withFileSizeLimit(rlim_t limit, const Step& step)
 {

@@ -5,9 +5,10 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 class ProfileStoreTest : public testing::Test
@@ -335,7 +336,7 @@ TEST_F(ProfileStoreTest, AnOutsideChangeRightAfterAnOwnWriteIsSeen)
     }
 }
 
-// A host whose times stand still while the test runs, as a stick's do for two seconds.
+/// A host whose times stand still while the test runs, as a stick's do for two seconds.
 class StillTimes : public PosixFiles
 {
 public:

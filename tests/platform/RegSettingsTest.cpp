@@ -10,14 +10,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
-const QString settingsKey = u"Software\\Verdanis\\Orvant Manager"_s;
-const QString currentVersion = u"Software\\Microsoft\\Windows\\CurrentVersion"_s;
-const QString run = currentVersion + u"\\Run"_s;
+const QString SettingsKey = u"Software\\Verdanis\\Orvant Manager"_s;
+const QString CurrentVersion = u"Software\\Microsoft\\Windows\\CurrentVersion"_s;
+const QString RunKey = CurrentVersion + u"\\Run"_s;
 
 SettingValue text(const QString& value)
 {
@@ -62,11 +63,11 @@ protected:
     }
     bool set(const QString& name, const SettingValue& value)
     {
-        return m_settings.setValue(Hive::CurrentUser, settingsKey, name, value);
+        return m_settings.setValue(Hive::CurrentUser, SettingsKey, name, value);
     }
     [[nodiscard]] std::optional<SettingValue> get(const QString& name) const
     {
-        return m_settings.value(Hive::CurrentUser, settingsKey, name);
+        return m_settings.value(Hive::CurrentUser, SettingsKey, name);
     }
 
     QTemporaryDir m_folder;
@@ -76,9 +77,9 @@ protected:
 
 TEST_F(RegSettingsTest, AKeyIsNewOnceAndReachesItsParents)
 {
-    EXPECT_FALSE(m_settings.keyExists(Hive::CurrentUser, settingsKey));
-    EXPECT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
-    EXPECT_FALSE(m_settings.createKey(Hive::CurrentUser, settingsKey.toUpper()));
+    EXPECT_FALSE(m_settings.keyExists(Hive::CurrentUser, SettingsKey));
+    EXPECT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
+    EXPECT_FALSE(m_settings.createKey(Hive::CurrentUser, SettingsKey.toUpper()));
     EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, u"software\\verdanis\\orvant manager\\"_s));
     EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, u"Software\\Verdanis"_s));
     EXPECT_FALSE(m_settings.keyExists(Hive::CurrentUser, u"Software\\Verd"_s));
@@ -94,7 +95,7 @@ TEST_F(RegSettingsTest, WithoutItsKeyAValueIsNotStored)
 
 TEST_F(RegSettingsTest, EveryTypeStandsInTheFileAtOnce)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_TRUE(set(u"Database"_s, text(u"C:\\Daten \"neu\"\\Ö\\"_s)));
     EXPECT_TRUE(set(u"Error"_s, dword(QByteArray("\x01\0\0\0", 4))));
     EXPECT_TRUE(set(u"Index"_s, binary(QByteArray("\x9f\0\0\x80", 4))));
@@ -111,7 +112,7 @@ TEST_F(RegSettingsTest, EveryTypeStandsInTheFileAtOnce)
 
 TEST_F(RegSettingsTest, EveryValueComesBackAfterARestart)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     const std::vector<std::pair<QString, SettingValue>> values = {
         {u"Text"_s, text(u"Größe = 1, [x] ; y\\"_s)},
         {u"Leer"_s, text(u""_s)},
@@ -130,15 +131,15 @@ TEST_F(RegSettingsTest, EveryValueComesBackAfterARestart)
     const RegSettings fresh(options());
     QStringList names;
     for (const auto& [name, value] : values) {
-        EXPECT_EQ(fresh.value(Hive::CurrentUser, settingsKey, name.toUpper()), value) << name.toStdString();
+        EXPECT_EQ(fresh.value(Hive::CurrentUser, SettingsKey, name.toUpper()), value) << name.toStdString();
         names += name;
     }
-    EXPECT_EQ(fresh.names(Hive::CurrentUser, settingsKey), names);
+    EXPECT_EQ(fresh.names(Hive::CurrentUser, SettingsKey), names);
 }
 
 TEST_F(RegSettingsTest, AnEqualValueIsNotWritten)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     ASSERT_TRUE(set(u"Info"_s, text(u"1"_s)));
     struct stat before = {};
     struct stat after = {};
@@ -151,43 +152,43 @@ TEST_F(RegSettingsTest, AnEqualValueIsNotWritten)
 
 TEST_F(RegSettingsTest, ARemovedValueIsGone)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     ASSERT_TRUE(set(u"Info"_s, text(u"1"_s)));
-    EXPECT_TRUE(m_settings.removeValue(Hive::CurrentUser, settingsKey, u"info"_s));
-    EXPECT_FALSE(m_settings.removeValue(Hive::CurrentUser, settingsKey, u"info"_s));
+    EXPECT_TRUE(m_settings.removeValue(Hive::CurrentUser, SettingsKey, u"info"_s));
+    EXPECT_FALSE(m_settings.removeValue(Hive::CurrentUser, SettingsKey, u"info"_s));
     EXPECT_EQ(get(u"Info"_s), std::nullopt);
-    EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, settingsKey));
+    EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, SettingsKey));
 }
 
 TEST_F(RegSettingsTest, ANameThatALineCannotHoldIsNotStored)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_FALSE(set(u"a\nb"_s, text(u"1"_s)));
     EXPECT_FALSE(m_settings.createKey(Hive::CurrentUser, u"Software\\a\r\n[HKEY_CURRENT_USER\\b"_s));
-    EXPECT_EQ(m_settings.names(Hive::CurrentUser, settingsKey), QStringList());
+    EXPECT_EQ(m_settings.names(Hive::CurrentUser, SettingsKey), QStringList());
 }
 
 TEST_F(RegSettingsTest, TheMachineWideHiveIsEmptyAndTakesNothing)
 {
     EXPECT_FALSE(m_settings.keyExists(Hive::LocalMachine, u"Software"_s));
     EXPECT_FALSE(m_settings.createKey(Hive::LocalMachine, u"Software\\x"_s));
-    EXPECT_FALSE(m_settings.setValue(Hive::LocalMachine, currentVersion, u"a"_s, text(u"1"_s)));
-    EXPECT_EQ(m_settings.value(Hive::LocalMachine, currentVersion, u"ProgramFilesDir"_s), std::nullopt);
-    EXPECT_EQ(m_settings.value(Hive::CurrentUser, currentVersion, u"ProgramFilesDir"_s), std::nullopt);
-    EXPECT_FALSE(m_settings.removeValue(Hive::LocalMachine, currentVersion, u"a"_s));
-    EXPECT_EQ(m_settings.names(Hive::LocalMachine, currentVersion), QStringList());
+    EXPECT_FALSE(m_settings.setValue(Hive::LocalMachine, CurrentVersion, u"a"_s, text(u"1"_s)));
+    EXPECT_EQ(m_settings.value(Hive::LocalMachine, CurrentVersion, u"ProgramFilesDir"_s), std::nullopt);
+    EXPECT_EQ(m_settings.value(Hive::CurrentUser, CurrentVersion, u"ProgramFilesDir"_s), std::nullopt);
+    EXPECT_FALSE(m_settings.removeValue(Hive::LocalMachine, CurrentVersion, u"a"_s));
+    EXPECT_EQ(m_settings.names(Hive::LocalMachine, CurrentVersion), QStringList());
 }
 
 TEST_F(RegSettingsTest, AnOutsideChangeIsSeenAndKept)
 {
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     ASSERT_TRUE(set(u"Info"_s, text(u"1"_s)));
     RegSettings other(options());
-    ASSERT_TRUE(other.setValue(Hive::CurrentUser, settingsKey, u"Lokal"_s, text(u"2"_s)));
+    ASSERT_TRUE(other.setValue(Hive::CurrentUser, SettingsKey, u"Lokal"_s, text(u"2"_s)));
     EXPECT_EQ(get(u"Lokal"_s), text(u"2"_s));
     ASSERT_TRUE(set(u"Info"_s, text(u"3"_s)));
-    EXPECT_EQ(other.value(Hive::CurrentUser, settingsKey, u"Info"_s), text(u"3"_s));
-    EXPECT_EQ(other.value(Hive::CurrentUser, settingsKey, u"Lokal"_s), text(u"2"_s));
+    EXPECT_EQ(other.value(Hive::CurrentUser, SettingsKey, u"Info"_s), text(u"3"_s));
+    EXPECT_EQ(other.value(Hive::CurrentUser, SettingsKey, u"Lokal"_s), text(u"2"_s));
 }
 
 TEST_F(RegSettingsTest, ALinkToTheFileStaysALink)
@@ -195,7 +196,7 @@ TEST_F(RegSettingsTest, ALinkToTheFileStaysALink)
     put("");
     ASSERT_TRUE(QFile::rename(m_file, m_folder.path() + u"/echt.reg"_s));
     ASSERT_TRUE(QFile::link(m_folder.path() + u"/echt.reg"_s, m_file));
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_TRUE(QFileInfo(m_file).isSymLink());
     EXPECT_TRUE(bytes(m_folder.path() + u"/echt.reg"_s).startsWith("Windows Registry"));
 }
@@ -223,7 +224,7 @@ TEST_F(RegSettingsTest, OfADamagedFileTheReadableLinesSurviveAndTheOldOneIsPutAs
                              "\"Info\"=\"3\"\r\n\"Lokal\"=dword:00000001\r\n");
     put("Müll");
     EXPECT_EQ(get(u"Info"_s), std::nullopt);
-    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_EQ(bytes(m_file + u".beschädigt-1"_s), damaged);
     EXPECT_EQ(bytes(m_file + u".beschädigt-2"_s), "Müll");
 }
@@ -238,7 +239,7 @@ TEST_F(RegSettingsTest, BinaryRubbishAndHugeFilesAreSurvived)
           QByteArray("\"\\"), QByteArray("[HKEY_]\n\"=\n@=hex(")}) {
         put(content);
         EXPECT_EQ(get(u"Info"_s), std::nullopt);
-        ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+        ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
         EXPECT_TRUE(set(u"Info"_s, text(u"1"_s)));
         EXPECT_EQ(get(u"Info"_s), text(u"1"_s));
     }
@@ -248,7 +249,7 @@ TEST_F(RegSettingsTest, AFolderInThePlaceOfTheFileTakesNothing)
 {
     ASSERT_TRUE(QDir().mkpath(m_file));
     EXPECT_EQ(get(u"Info"_s), std::nullopt);
-    EXPECT_FALSE(m_settings.createKey(Hive::CurrentUser, settingsKey));
+    EXPECT_FALSE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_TRUE(QFileInfo(m_file).isDir());
 }
 
@@ -274,18 +275,18 @@ TEST_F(RegSettingsTest, TheRunValueIsTheAutostartEntry)
 {
     const QString entry = m_folder.path() + u"/autostart/Orvantinen.desktop"_s;
     const QString command = u"/opt/Müsik 100%\\Orvantine.exe /hide"_s;
-    EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, run));
-    EXPECT_EQ(m_settings.value(Hive::CurrentUser, run, u"Orvantinen"_s), std::nullopt);
-    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, run, u"Orvantinen"_s, text(command)));
+    EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, RunKey));
+    EXPECT_EQ(m_settings.value(Hive::CurrentUser, RunKey, u"Orvantinen"_s), std::nullopt);
+    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, RunKey, u"Orvantinen"_s, text(command)));
     EXPECT_EQ(bytes(entry), "[Desktop Entry]\nType=Application\nName=Orvanten Manager\n"
                             "Exec=\"/usr/lib/orvanten manager/Orvantine\" /hide\n"
                             "Terminal=false\nX-GNOME-Autostart-enabled=true\n"
                             "X-Orvantine-Command=/opt/M\xc3\xbcsik 100%\\\\Orvantine.exe /hide\n");
-    EXPECT_EQ(m_settings.value(Hive::CurrentUser, run, u"orvantinen"_s), text(command));
-    EXPECT_EQ(m_settings.names(Hive::CurrentUser, run), QStringList{u"Orvantinen"_s});
-    EXPECT_TRUE(m_settings.removeValue(Hive::CurrentUser, run, u"Orvantinen"_s));
+    EXPECT_EQ(m_settings.value(Hive::CurrentUser, RunKey, u"orvantinen"_s), text(command));
+    EXPECT_EQ(m_settings.names(Hive::CurrentUser, RunKey), QStringList{u"Orvantinen"_s});
+    EXPECT_TRUE(m_settings.removeValue(Hive::CurrentUser, RunKey, u"Orvantinen"_s));
     EXPECT_EQ(bytes(entry), "<missing>");
-    EXPECT_FALSE(m_settings.removeValue(Hive::CurrentUser, run, u"Orvantinen"_s));
+    EXPECT_FALSE(m_settings.removeValue(Hive::CurrentUser, RunKey, u"Orvantinen"_s));
     EXPECT_EQ(bytes(m_file), "<missing>");
 }
 
@@ -294,7 +295,7 @@ TEST_F(RegSettingsTest, TheAutostartRunsTheProgramThatTheValueNames)
     QFile program(m_folder.path() + u"/Orv $1`\"%Ö"_s);
     ASSERT_TRUE(program.open(QIODevice::WriteOnly));
     program.close();
-    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, run, u"Orvantinen"_s,
+    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, RunKey, u"Orvantinen"_s,
                                     text(m_folder.path() + u"\\Orv $1`\"%Ö.exe /hide"_s)));
     const QByteArray entry = bytes(m_folder.path() + u"/autostart/Orvantinen.desktop"_s);
     EXPECT_TRUE(entry.contains("\nExec=\"" + m_folder.path().toUtf8() + "/Orv \\\\$1\\\\`\\\\\"%%\xc3\x96\" /hide\n"))
@@ -303,18 +304,18 @@ TEST_F(RegSettingsTest, TheAutostartRunsTheProgramThatTheValueNames)
 
 TEST_F(RegSettingsTest, AnEntryThatTheDesktopSwitchedOffCountsAsAbsent)
 {
-    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, run, u"Orvantinen"_s, text(u"/x /hide"_s)));
+    ASSERT_TRUE(m_settings.setValue(Hive::CurrentUser, RunKey, u"Orvantinen"_s, text(u"/x /hide"_s)));
     QFile entry(m_folder.path() + u"/autostart/Orvantinen.desktop"_s);
     ASSERT_TRUE(entry.open(QIODevice::Append));
     entry.write("Hidden=true\n");
     entry.close();
-    EXPECT_EQ(m_settings.value(Hive::CurrentUser, run, u"Orvantinen"_s), std::nullopt);
+    EXPECT_EQ(m_settings.value(Hive::CurrentUser, RunKey, u"Orvantinen"_s), std::nullopt);
 }
 
 TEST_F(RegSettingsTest, TheShellFoldersAreTheUsersFolders)
 {
     for (const QString& name : {u"Shell Folders"_s, u"User Shell Folders"_s}) {
-        const QString key = currentVersion + u"\\Explorer\\"_s + name;
+        const QString key = CurrentVersion + u"\\Explorer\\"_s + name;
         EXPECT_TRUE(m_settings.keyExists(Hive::CurrentUser, key));
         EXPECT_EQ(m_settings.value(Hive::CurrentUser, key, u"my music"_s), text(u"/home/ö/Musik"_s));
         EXPECT_EQ(m_settings.value(Hive::CurrentUser, key, u"Personal"_s), text(u"/home/ö/Dokumente"_s));

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Speakers = 4;
-const QList<int> linesThatAreNotThere{4104, 4100, 4101, 4098, 4105, 0};
+const QList<int> LinesThatAreNotThere{4104, 4100, 4101, 4098, 4105, 0};
 
 } // namespace
 
@@ -49,7 +49,7 @@ TEST_P(SoundContract, ALineThatIsNotThereHasNoBoundsAndReadsAsNoughtAndCannotBeS
 {
     const auto handle = world->mixer().open();
     ASSERT_TRUE(handle);
-    for (const int line : linesThatAreNotThere) {
+    for (const int line : LinesThatAreNotThere) {
         EXPECT_FALSE(handle->line(line)) << line;
         EXPECT_EQ(handle->level(line), 0) << line;
         EXPECT_FALSE(handle->setLevel(line, 0)) << line;

@@ -19,7 +19,7 @@ class TempWorld : public FilesWorld
 public:
     explicit TempWorld(PosixFilesOptions options = {}) : m_files(completed(std::move(options))) {}
 
-    // Names that are not UTF-8 are beyond QTemporaryDir.
+    /// Names that are not UTF-8 are beyond QTemporaryDir.
     ~TempWorld() override
     {
         std::error_code ignored;

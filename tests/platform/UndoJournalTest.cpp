@@ -13,9 +13,10 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 
+namespace orvantine {
+
 using namespace Qt::StringLiterals;
 
-namespace orvantine {
 namespace {
 
 class UndoJournalTest : public testing::Test
@@ -259,11 +260,11 @@ TEST_F(RecoveryStoreTest, CopiesOlderThanNinetyDaysGoButTheNewestOfAPath)
 
 TEST_F(RecoveryStoreTest, BeyondTwoHundredMegabytesTheOldestGo)
 {
-    constexpr qint64 mb = 1 << 20;
-    layOut("/a.m3u", 30, 90 * mb, 'a');
-    layOut("/a.m3u", 20, 90 * mb, 'b');
-    layOut("/a.m3u", 10, 90 * mb, 'c');
-    layOut("/b.m3u", 5, 250 * mb, 'd');
+    constexpr qint64 Megabyte = 1 << 20;
+    layOut("/a.m3u", 30, 90 * Megabyte, 'a');
+    layOut("/a.m3u", 20, 90 * Megabyte, 'b');
+    layOut("/a.m3u", 10, 90 * Megabyte, 'c');
+    layOut("/b.m3u", 5, 250 * Megabyte, 'd');
     RecoveryStore store(folder.path().toUtf8());
     ASSERT_TRUE(store.keep("/c.m3u", "neu"));
     EXPECT_FALSE(stands(0));

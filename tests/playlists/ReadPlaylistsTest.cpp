@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString hint = u"Wenn Sie der aktuellen Wiedergabeliste weitere Audiodateien hinzufügen möchten, ziehen Sie die "
+const QString Hint = u"Wenn Sie der aktuellen Wiedergabeliste weitere Audiodateien hinzufügen möchten, ziehen Sie die "
                      u"Datei(en) einfach in die Tabelle mit den Sounddateien."_s;
 
 /// Two playlists: "Liste" as the test lays it out, and "Zuerst", which is open after the start.
@@ -360,7 +360,7 @@ TEST_F(ReadPlaylists, TheDescriptionIsShownAndMarkedElseTheHint)
     EXPECT_EQ("Für die Fahrt", root().LSoundCaption.Caption.value().toStdString());
     EXPECT_EQ("1", root().LSoundCaption.Tag.toStdString());
     click(2);
-    EXPECT_EQ(hint.toStdString(), root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ(Hint.toStdString(), root().LSoundCaption.Caption.value().toStdString());
     EXPECT_EQ("0", root().LSoundCaption.Tag.toStdString());
 }
 

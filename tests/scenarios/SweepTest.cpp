@@ -10,13 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr auto settingsKeyName = u"Software\\Verdanis\\Orvant Manager";
-const QByteArray listBefore = "C:\\M\\eins.mp3\r\n#x\r\nC:\\N\\zwei.mp3\r\n";
-const QByteArray listAfter = "eins.mp3\r\nC:\\N\\zwei.mp3\r\n\r\n";
+constexpr auto SettingsKeyName = u"Software\\Verdanis\\Orvant Manager";
+const QByteArray ListBefore = "C:\\M\\eins.mp3\r\n#x\r\nC:\\N\\zwei.mp3\r\n";
+const QByteArray ListAfter = "eins.mp3\r\nC:\\N\\zwei.mp3\r\n\r\n";
 /// The neighbour was not seen as one.
-const QByteArray listAbsolute = "C:\\M\\eins.mp3\r\nC:\\N\\zwei.mp3\r\n\r\n";
+const QByteArray ListAbsolute = "C:\\M\\eins.mp3\r\nC:\\N\\zwei.mp3\r\n\r\n";
 /// Of the many questions to disk and settings every so many-th fails in turn; of all other calls each.
-constexpr int questionStep = 11;
+constexpr int QuestionStep = 11;
 
 bool isQuestion(const QString& call)
 {
@@ -36,11 +36,11 @@ public:
         MemoryFiles& disk = *desktop.memory();
         disk.put(u"C:/M/eins.mp3"_s, "1");
         disk.put(u"C:/N/zwei.mp3"_s, "2");
-        disk.put(u"C:/M/Erste.m3u"_s, listBefore);
+        disk.put(u"C:/M/Erste.m3u"_s, ListBefore);
         disk.put(database(), "[Index]\r\n1b=Fehlt\r\n1c=C:\\M\\Fehlt.m3u\r\n1d=1\r\n"
                              "2b=Erste\r\n2c=C:\\M\\Erste.m3u\r\n2d=2\r\n"
                              "[TagInfo]\r\nC:\\N\\zwei.mp3=Wir - Zwei\r\n");
-        desktop.settings.put(Hive::CurrentUser, QString::fromUtf16(settingsKeyName), u"Error"_s, dwordSetting(0));
+        desktop.settings.put(Hive::CurrentUser, QString::fromUtf16(SettingsKeyName), u"Error"_s, dwordSetting(0));
         desktop.log.failCall(failing);
     }
 
@@ -76,12 +76,12 @@ TEST(Sweep, WhicheverCallFailsTheProgramGoesOnAndNoFileIsLost)
     whole.run();
     ASSERT_TRUE(whole.desktop.events().ended());
     ASSERT_EQ(whole.desktop.complaints.texts().join(u'\n').toStdString(), "");
-    ASSERT_EQ(whole.desktop.memory()->bytes(u"C:/M/Erste.m3u"_s), listAfter);
+    ASSERT_EQ(whole.desktop.memory()->bytes(u"C:/M/Erste.m3u"_s), ListAfter);
     const QStringList calls = whole.desktop.log.lines();
     ASSERT_GT(calls.size(), 100);
 
     for (int failing = 1; failing <= calls.size(); ++failing) {
-        if (isQuestion(calls[failing - 1]) && failing % questionStep != 0)
+        if (isQuestion(calls[failing - 1]) && failing % QuestionStep != 0)
             continue;
         Sweep sweep(failing);
         sweep.run();
@@ -90,7 +90,7 @@ TEST(Sweep, WhicheverCallFailsTheProgramGoesOnAndNoFileIsLost)
 
         EXPECT_TRUE(sweep.desktop.events().ended());
         const std::optional<QByteArray> list = sweep.desktop.memory()->bytes(u"C:/M/Erste.m3u"_s);
-        EXPECT_TRUE(list == listBefore || list == listAfter || list == listAbsolute)
+        EXPECT_TRUE(list == ListBefore || list == ListAfter || list == ListAbsolute)
             << list.value_or("(missing)").toStdString();
         const QByteArray saved = sweep.desktop.memory()->bytes(sweep.database()).value_or("(missing)");
         EXPECT_TRUE(saved.contains("C:\\N\\zwei.mp3=Wir - Zwei")) << saved.toStdString();

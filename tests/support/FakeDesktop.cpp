@@ -10,9 +10,9 @@
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 FakeProcess::FakeProcess(Services processServices, std::unique_ptr<VirtualEvents> processEvents,
                          std::unique_ptr<FakeForms> processForms, std::unique_ptr<FakeTray> processTray,

@@ -7,14 +7,14 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int leftClickTwips = 7695;
-constexpr int rightClickTwips = 7740;
+constexpr int LeftClickTwips = 7695;
+constexpr int RightClickTwips = 7740;
 
 /// Ignoring case, with "/" as the separator and one at the end.
 QString comparable(const QString& path)
@@ -85,7 +85,7 @@ bool FakeTray::click(MouseButton button)
 {
     if (!m_shown)
         return false;
-    Callback(button == MouseButton::Left ? leftClickTwips : rightClickTwips);
+    Callback(button == MouseButton::Left ? LeftClickTwips : RightClickTwips);
     return true;
 }
 

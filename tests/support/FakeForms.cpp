@@ -2,9 +2,9 @@
 
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 FakeForms::FakeForms(CallLog& log, Complaints& complaints) : m_log(log), m_complaints(complaints) {}
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 FakePlayer::FakePlayer(Files& files, Log log, QString name)
     : m_files{files}, m_log{std::move(log)}, m_name{std::move(name)}

@@ -3,11 +3,10 @@
 
 #include <gmock/gmock.h>
 
-using namespace std::chrono_literals;
-
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
+using namespace std::chrono_literals;
 
 namespace {
 

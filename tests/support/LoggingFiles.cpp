@@ -1,8 +1,8 @@
 #include "support/LoggingFiles.h"
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 QStringList LoggingFiles::actions()
 {

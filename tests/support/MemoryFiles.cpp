@@ -6,9 +6,9 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

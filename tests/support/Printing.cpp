@@ -1,8 +1,8 @@
 #include "support/Printing.h"
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 QString nameOf(Color color)
 {

@@ -2,9 +2,9 @@
 
 #include <QStringDecoder>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

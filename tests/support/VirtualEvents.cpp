@@ -4,14 +4,14 @@
 #include <optional>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-// A loop that yields so often without letting time go by waits for something that will never come.
-constexpr int tooManyIdleYields = 1'000'000;
+/// A loop that yields so often without letting time go by waits for something that will never come.
+constexpr int MostIdleYields = 1'000'000;
 
 } // namespace
 
@@ -97,7 +97,7 @@ void VirtualEvents::yield(std::chrono::milliseconds atMost)
         const Time limit = m_now + atMost;
         m_now = std::max(m_now, std::min(nextDue().value_or(limit), limit));
     } else if (m_lastMove == m_now) {
-        if (++m_idleYields == tooManyIdleYields) {
+        if (++m_idleYields == MostIdleYields) {
             m_complaints.add(u"a loop yields without end while no time goes by"_s);
             m_ended = true;
             return;

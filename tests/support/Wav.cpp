@@ -25,7 +25,7 @@ QByteArray chunk(const QByteArray& name, QByteArray content)
 
 QByteArray samples(const WavSound& sound)
 {
-    constexpr double amplitude = 12000;
+    constexpr double Amplitude = 12000;
     const qint64 count = qint64{sound.samplesPerSecond} * sound.milliseconds / 1000;
     if (sound.hertz == 0)
         return QByteArray(count * 2, '\0');
@@ -33,7 +33,7 @@ QByteArray samples(const WavSound& sound)
     bytes.reserve(count * 2);
     for (qint64 i = 0; i < count; ++i) {
         const double angle = 2 * std::numbers::pi * sound.hertz * double(i) / sound.samplesPerSecond;
-        const auto sample = static_cast<qint16>(std::lround(amplitude * std::sin(angle)));
+        const auto sample = static_cast<qint16>(std::lround(Amplitude * std::sin(angle)));
         bytes.append(littleEndian(static_cast<quint16>(sample), 2));
     }
     return bytes;

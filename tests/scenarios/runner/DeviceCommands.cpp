@@ -2,9 +2,9 @@
 
 #include <array>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

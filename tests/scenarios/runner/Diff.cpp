@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 QStringList difference(const QStringList& expected, const QStringList& actual)
 {

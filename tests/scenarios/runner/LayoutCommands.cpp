@@ -9,13 +9,13 @@
 
 #include <array>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString settingsKeyName = u"Software\\Verdanis\\Orvant Manager"_s;
+const QString SettingsKeyName = u"Software\\Verdanis\\Orvant Manager"_s;
 
 /// What must be chosen before the machine comes into being.
 bool beforeTheMachine(Run& run)
@@ -288,7 +288,7 @@ std::optional<SettingValue> settingValue(Run& run, const Command& command, qsize
 void setting(Run& run, const Command& command)
 {
     Hive hive = Hive::CurrentUser;
-    QString key = settingsKeyName;
+    QString key = SettingsKeyName;
     qsizetype word = 1;
     if (command.words[1].keyword() == u"machine"_s) {
         hive = Hive::LocalMachine;

@@ -1,8 +1,8 @@
 #include "runner/Run.h"
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -13,9 +13,9 @@
 #include <array>
 #include <utility>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

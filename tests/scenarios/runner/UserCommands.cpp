@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -12,9 +12,9 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::scenario {
+
+using namespace Qt::StringLiterals;
 
 fake::FakeDesktop& World::desktop()
 {

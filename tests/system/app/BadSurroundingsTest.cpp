@@ -10,9 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -25,7 +25,7 @@ QByteArray linesOf(const QByteArray& line, int count)
 }
 
 /// What is told where there is no sound server, and nothing else.
-const QStringList noSoundServer{u" Sound und Audiowiedergabe"_s};
+const QStringList NoSoundServer{u" Sound und Audiowiedergabe"_s};
 
 class BadSurroundings : public ::testing::Test
 {
@@ -68,7 +68,7 @@ TEST_F(BadSurroundings, WithoutASoundDeviceAListIsPlayedSilently)
     program.click(u"Weiterspielen"_s);
     program.click(u"Wiedergabe stoppen"_s);
     EXPECT_TRUE(program.closes()) << program.complaints();
-    EXPECT_EQ(program.boxes(), noSoundServer);
+    EXPECT_EQ(program.boxes(), NoSoundServer);
 }
 
 TEST_F(BadSurroundings, ATrackThatNoCodecReadsEndsTheListWithoutAMessage)
@@ -83,7 +83,7 @@ TEST_F(BadSurroundings, ATrackThatNoCodecReadsEndsTheListWithoutAMessage)
         return !program.runs() || (button && button->enabled);
     }));
     EXPECT_TRUE(program.closes()) << program.complaints();
-    EXPECT_EQ(program.boxes(), noSoundServer);
+    EXPECT_EQ(program.boxes(), NoSoundServer);
 }
 
 TEST_F(BadSurroundings, WithoutAHomeFolderTheProgramStartsAndCloses)
@@ -160,9 +160,9 @@ QByteArray millionKeys()
     return "[TagInfo]\r\n" + linesOf("/music/#.mp3=Somebody - Something", 1'000'000) + "[Index]\r\n1a=000\r\n";
 }
 
-const QByteArray withNuls = QByteArrayLiteral("[Index]\r\n1a=000\r\n1b=Ei\0ns\r\n1c=/x/Eins\0.m3u\r\n\0\0\0");
-const QByteArray sectionTwice = "[Index]\r\n1a=000\r\n1b=A\r\n[Options]\r\nX=1\r\n[Index]\r\n1a=000\r\n1b=B\r\n";
-constexpr off_t oneGigabyte = off_t{1} << 30;
+const QByteArray WithNuls = QByteArrayLiteral("[Index]\r\n1a=000\r\n1b=Ei\0ns\r\n1c=/x/Eins\0.m3u\r\n\0\0\0");
+const QByteArray SectionTwice = "[Index]\r\n1a=000\r\n1b=A\r\n[Options]\r\nX=1\r\n[Index]\r\n1a=000\r\n1b=B\r\n";
+constexpr off_t OneGigabyte = off_t{1} << 30;
 
 qint64 sizeOf(const QString& path)
 {
@@ -197,20 +197,20 @@ INSTANTIATE_TEST_SUITE_P(
         BadFile{"SparseOfAGigabyte",
                 [](const Desk& desk, const QString& path) {
                     desk.write(path, {});
-                    ASSERT_EQ(::truncate(path.toUtf8().constData(), oneGigabyte), 0);
+                    ASSERT_EQ(::truncate(path.toUtf8().constData(), OneGigabyte), 0);
                 },
-                [](const QString& path) { return sizeOf(path) == oneGigabyte; }},
-        BadFile{"Nuls", [](const Desk& desk, const QString& path) { desk.write(path, withNuls); },
+                [](const QString& path) { return sizeOf(path) == OneGigabyte; }},
+        BadFile{"Nuls", [](const Desk& desk, const QString& path) { desk.write(path, WithNuls); },
                 [](const QString& path) { return Desk::bytes(path).contains("1b=Ei"); }},
         BadFile{"WithoutRights",
                 [](const Desk& desk, const QString& path) {
-                    desk.write(path, sectionTwice);
+                    desk.write(path, SectionTwice);
                     ASSERT_EQ(::chmod(path.toUtf8().constData(), 0), 0);
                 },
                 [](const QString& path) {
                     return ::chmod(path.toUtf8().constData(), 0600) == 0 && Desk::bytes(path).contains("1b=A");
                 }},
-        BadFile{"SectionTwice", [](const Desk& desk, const QString& path) { desk.write(path, sectionTwice); },
+        BadFile{"SectionTwice", [](const Desk& desk, const QString& path) { desk.write(path, SectionTwice); },
                 [](const QString& path) {
                     return Desk::bytes(path).contains("1b=A") && Desk::bytes(path).contains("1b=B");
                 }},
@@ -236,8 +236,8 @@ TEST_P(BadPlaylist, LeavesTheProgramUsableAndTheFileUnharmed)
     EXPECT_TRUE(GetParam().unharmed(list));
 }
 
-const QByteArray longLine = QByteArray(10 << 20, 'a') + ".mp3\r\n";
-const QByteArray manyLines = linesOf("/music/folder/track #.mp3", 100'000);
+const QByteArray LongLine = QByteArray(10 << 20, 'a') + ".mp3\r\n";
+const QByteArray ManyLines = linesOf("/music/folder/track #.mp3", 100'000);
 
 INSTANTIATE_TEST_SUITE_P(
     Files, BadPlaylist,
@@ -262,10 +262,10 @@ INSTANTIATE_TEST_SUITE_P(
                 }},
         BadFile{"Binary", [](const Desk& desk, const QString& path) { desk.write(path, binary()); },
                 [](const QString& path) { return sizeOf(path) >= binary().size(); }},
-        BadFile{"OneLineOfTenMegabytes", [](const Desk& desk, const QString& path) { desk.write(path, longLine); },
-                [](const QString& path) { return Desk::bytes(path).startsWith(longLine); }},
-        BadFile{"HundredThousandLines", [](const Desk& desk, const QString& path) { desk.write(path, manyLines); },
-                [](const QString& path) { return Desk::bytes(path).startsWith(manyLines); }},
+        BadFile{"OneLineOfTenMegabytes", [](const Desk& desk, const QString& path) { desk.write(path, LongLine); },
+                [](const QString& path) { return Desk::bytes(path).startsWith(LongLine); }},
+        BadFile{"HundredThousandLines", [](const Desk& desk, const QString& path) { desk.write(path, ManyLines); },
+                [](const QString& path) { return Desk::bytes(path).startsWith(ManyLines); }},
         BadFile{"WithoutRights",
                 [](const Desk& desk, const QString& path) {
                     desk.write(path, "gone.mp3\r\n");

@@ -14,9 +14,9 @@
 
 #include <sys/prctl.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

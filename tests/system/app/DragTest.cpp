@@ -10,9 +10,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -2,28 +2,28 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString server = QStringLiteral(ORVANTINE_SOUND_SERVER);
+const QString Server = QStringLiteral(ORVANTINE_SOUND_SERVER);
 
 } // namespace
 
 Ear::Ear(Desk& desk) : m_desk(desk), m_folder(desk.path(u"sound"_s)), m_recording(desk.path(u"heard.wav"_s))
 {
-    EXPECT_TRUE(desk.tool(server, {u"start"_s, m_folder}));
+    EXPECT_TRUE(desk.tool(Server, {u"start"_s, m_folder}));
     desk.environment.insert(u"PULSE_SERVER"_s, u"unix:"_s + m_folder + u"/native"_s);
     desk.environment.insert(u"PULSE_COOKIE"_s, m_folder + u"/cookie"_s);
     desk.environment.insert(u"PULSE_RUNTIME_PATH"_s, m_folder + u"/runtime"_s);
-    EXPECT_TRUE(desk.tool(server, {u"record"_s, m_folder, m_recording}));
+    EXPECT_TRUE(desk.tool(Server, {u"record"_s, m_folder, m_recording}));
 }
 
 Ear::~Ear()
 {
-    EXPECT_TRUE(m_desk.tool(server, {u"stop"_s, m_folder}));
+    EXPECT_TRUE(m_desk.tool(Server, {u"stop"_s, m_folder}));
 }
 
 sound::Recording Ear::heard() const
@@ -68,7 +68,7 @@ bool Ear::awaitTones(qsizetype count) const
 
 QList<double> Ear::allTones() const
 {
-    EXPECT_TRUE(m_desk.tool(server, {u"stop-record"_s, m_folder}));
+    EXPECT_TRUE(m_desk.tool(Server, {u"stop-record"_s, m_folder}));
     const auto all = sound::readWav(Desk::bytes(m_recording));
     EXPECT_TRUE(all);
     return all ? hertzOf(findTones(*all, table)) : QList<double>();

@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

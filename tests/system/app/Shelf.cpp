@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine::desk {
+
+using namespace Qt::StringLiterals;
 
 Shelf::Shelf(const Desk& desk, const QList<Content>& content, Way way) : m_desk(desk), m_process(desk.environment)
 {

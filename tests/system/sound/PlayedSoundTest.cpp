@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-using namespace Qt::StringLiterals;
-
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 

@@ -12,7 +12,7 @@ namespace orvantine::sound {
 namespace {
 
 /// Softer than this is silence.
-constexpr double silence = 0.003;
+constexpr double Silence = 0.003;
 
 using Spectrum = std::vector<std::complex<double>>;
 
@@ -62,7 +62,7 @@ double strongest(const float* samples, size_t count, int samplesPerSecond)
         spectrum[i] = double(samples[i]) * window;
         power += double(samples[i]) * double(samples[i]);
     }
-    if (std::sqrt(power / double(count)) < silence)
+    if (std::sqrt(power / double(count)) < Silence)
         return 0;
 
     transform(spectrum);
@@ -82,9 +82,9 @@ double strongest(const float* samples, size_t count, int samplesPerSecond)
 /// What a window holds: a tone of the table, 0 for another sound, −1 for silence.
 double heard(double hertz, const ToneTable& table)
 {
-    constexpr double nothing = -1;
+    constexpr double Nothing = -1;
     if (hertz == 0)
-        return nothing;
+        return Nothing;
     for (const double expected : table.hertz)
         if (std::abs(hertz - expected) <= table.toleranceHertz)
             return expected;

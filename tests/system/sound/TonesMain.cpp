@@ -1,6 +1,6 @@
 // Finds the tones of a recording: one line for each, "begin  hertz  seconds"; hertz is 0 for a sound that no track has.
 //
-//   orvantine_tones recorded.wav --expect 440,660,550 [--tolerance 8] [--shortest 0.12] [--order 440,550]
+//   orvantine-tones recorded.wav --expect 440,660,550 [--tolerance 8] [--shortest 0.12] [--order 440,550]
 //
 // --expect     the tones that tracks have, in Hz
 // --tolerance  how far a tone may be off, in Hz
@@ -45,7 +45,7 @@ int main(int argc, char** argv)
     QFile file{parser.positionalArguments().value(0)};
     const auto recording = file.open(QFile::ReadOnly) ? orvantine::sound::readWav(file.readAll()) : std::nullopt;
     if (!recording) {
-        QTextStream{stderr} << "orvantine_tones: no WAV file of 16 bits: " << file.fileName() << Qt::endl;
+        QTextStream{stderr} << "orvantine-tones: no WAV file of 16 bits: " << file.fileName() << Qt::endl;
         return 2;
     }
     const QList<orvantine::sound::Tone> tones =

@@ -19,14 +19,14 @@ Recording played(const QList<fake::WavSound>& sounds)
     return whole;
 }
 
-const ToneTable table{.hertz = {440, 550, 660}};
+const ToneTable Table{.hertz = {440, 550, 660}};
 
 TEST(FindTones, ListsTheTonesInTheirOrder)
 {
     const QList<Tone> tones = findTones(played({{.milliseconds = 500, .hertz = 660},
                                                 {.milliseconds = 300, .hertz = 440},
                                                 {.milliseconds = 400, .hertz = 550}}),
-                                        table);
+                                        Table);
     EXPECT_EQ(hertzOf(tones), (QList<double>{660, 440, 550}));
     EXPECT_NEAR(tones[0].seconds, 0.5, 0.1);
     EXPECT_NEAR(tones[1].beginSeconds, 0.5, 0.1);
@@ -39,34 +39,34 @@ TEST(FindTones, FindsAToneTwiceWithSilenceBetween)
     EXPECT_EQ(
         hertzOf(findTones(
             played({{.milliseconds = 300, .hertz = 440}, {.milliseconds = 400}, {.milliseconds = 300, .hertz = 440}}),
-            table)),
+            Table)),
         (QList<double>{440, 440}));
 }
 
 TEST(FindTones, MergesAToneThatGoesOn)
 {
     EXPECT_EQ(
-        hertzOf(findTones(played({{.milliseconds = 300, .hertz = 440}, {.milliseconds = 300, .hertz = 440}}), table)),
+        hertzOf(findTones(played({{.milliseconds = 300, .hertz = 440}, {.milliseconds = 300, .hertz = 440}}), Table)),
         (QList<double>{440}));
 }
 
 TEST(FindTones, MarksAToneThatNoTrackHas)
 {
     EXPECT_EQ(
-        hertzOf(findTones(played({{.milliseconds = 300, .hertz = 440}, {.milliseconds = 300, .hertz = 480}}), table)),
+        hertzOf(findTones(played({{.milliseconds = 300, .hertz = 440}, {.milliseconds = 300, .hertz = 480}}), Table)),
         (QList<double>{440, 0}));
 }
 
 TEST(FindTones, AcceptsAToneWithinTheTolerance)
 {
-    EXPECT_EQ(hertzOf(findTones(played({{.milliseconds = 300, .hertz = 445}}), table)), (QList<double>{440}));
-    EXPECT_EQ(hertzOf(findTones(played({{.milliseconds = 300, .hertz = 455}}), table)), (QList<double>{0}));
+    EXPECT_EQ(hertzOf(findTones(played({{.milliseconds = 300, .hertz = 445}}), Table)), (QList<double>{440}));
+    EXPECT_EQ(hertzOf(findTones(played({{.milliseconds = 300, .hertz = 455}}), Table)), (QList<double>{0}));
 }
 
 TEST(FindTones, FindsNothingInSilence)
 {
-    EXPECT_TRUE(findTones(played({{.milliseconds = 500}}), table).isEmpty());
-    EXPECT_TRUE(findTones({.samplesPerSecond = 44100, .samples = {}}, table).isEmpty());
+    EXPECT_TRUE(findTones(played({{.milliseconds = 500}}), Table).isEmpty());
+    EXPECT_TRUE(findTones({.samplesPerSecond = 44100, .samples = {}}, Table).isEmpty());
 }
 
 TEST(FindTones, LeavesOutAClick)
@@ -74,7 +74,7 @@ TEST(FindTones, LeavesOutAClick)
     EXPECT_EQ(hertzOf(findTones(played({{.milliseconds = 400, .hertz = 440},
                                         {.milliseconds = 20, .hertz = 660},
                                         {.milliseconds = 400, .hertz = 440}}),
-                                table)),
+                                Table)),
               (QList<double>{440}));
 }
 

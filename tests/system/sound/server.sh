@@ -1,5 +1,5 @@
 #!/bin/bash
-# A sound server of its own for tests: no card, what is played can be recorded and looked at with orvantine_tones.
+# A sound server of its own for tests: no card, what is played can be recorded and looked at with orvantine-tones.
 #
 #   server.sh start FOLDER          starts PulseAudio with a silent sink "test" and waits until it answers
 #   server.sh env FOLDER            prints the variables that lead a program to it: eval "$(server.sh env FOLDER)"
@@ -15,7 +15,7 @@
 #   server.sh record /tmp/sound /tmp/heard.wav
 #   mpv --ao=pulse a.wav b.wav
 #   server.sh stop /tmp/sound
-#   orvantine_tones /tmp/heard.wav --expect 440,660 --order 440,660
+#   orvantine-tones /tmp/heard.wav --expect 440,660 --order 440,660
 
 set -u
 

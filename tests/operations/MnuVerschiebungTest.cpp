@@ -1,0 +1,314 @@
+#include "operations/Reordering.h"
+
+#include "operations/ReorderingFixture.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+TEST_F(Reordering, AStepUpTakesDescriptionDateAndMarkAlong)
+{
+    startWith(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("*Zwei Eins Drei", names());
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2)) << "the neighbour keeps its old ID";
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
+}
+
+TEST_F(Reordering, TheDescriptionOfTheMovedListIsItsOwnThoughTheSaveNamesTracksByTheirTags)
+{
+    setting(u"AutoTag"_s, dwordSetting(1));
+    desktop.tags.tracks[u"/m/Zwei 1.mp3"_s] = {.title = u"Lied"_s, .artist = u"Wir"_s};
+    startWith(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+    EXPECT_EQ("Wir - Lied", desktop.profiles().value(database(), u"TagInfo"_s, u"/m/Zwei 1.mp3"_s).toStdString());
+}
+
+TEST_F(Reordering, TheDateIsThatWhichTheWindowShowsAfterTheWaitAndBeforeTheMove)
+{
+    startWith(2);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] { root().tDatum.Caption = u"09.09.1999"_s; });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|09.09.1999|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+}
+
+TEST_F(Reordering, TheDatabaseAndItsCopyAreNamedAfterTheProgramsFile)
+{
+    startWith(2);
+    root().services.start.stem = u"Anders"_s;
+    put(data() + u"Anders.dat"_s, bytes(database()));
+    const std::string before = databaseText();
+    const std::string copyBefore = backupText();
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(before, withoutFolder(bytes(data() + u"Anders.bak"_s)));
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1, data() + u"Anders.dat"_s));
+    openDialog([this] {
+        form().LSortView.move(0, 2);
+        confirm();
+    });
+    EXPECT_EQ("002|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(3, data() + u"Anders.dat"_s));
+    EXPECT_EQ(before, databaseText()) << "the other file is not touched";
+    EXPECT_EQ(copyBefore, backupText());
+}
+
+TEST_F(Reordering, AKeyThatCannotBeWrittenIsSkippedInAStepWithoutAMessage)
+{
+    startWith(2);
+    desktop.log.failNext(u"files.appendBytes"_s, 3);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("*Zwei Eins Drei", names());
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1)) << "the rewriting brings the key of the save";
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
+}
+
+TEST_F(Reordering, AStepTakesItsFirstStepsInTheirOrder)
+{
+    startWith(1);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] {
+        const std::string done = calls({u"settings.setValue"_s, u"files.copy"_s});
+        const std::size_t off = done.find("\"CheckEntrys\"");
+        const std::size_t copied = done.find("Orvantine.bak");
+        ASSERT_NE(off, std::string::npos) << done;
+        ASSERT_NE(copied, std::string::npos) << done;
+        EXPECT_LT(off, copied) << done;
+        EXPECT_EQ("", sounds()) << "the cue comes behind the wait";
+    });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("cue.play PLAY 6", sounds());
+}
+
+TEST_F(Reordering, AStepDownTakesDescriptionDateAndMarkAlong)
+{
+    startWith(2);
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("Eins Drei *Zwei", names());
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(1));
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(2));
+    EXPECT_EQ("002|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(3));
+}
+
+TEST_F(Reordering, AStepThatAFavouritePassesLeavesTheMarkWithIt)
+{
+    startWith(1);
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("Zwei *Eins Drei", names());
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+    EXPECT_EQ("001|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+}
+
+TEST_F(Reordering, TheButtonsDoTheSameAsTheCommands)
+{
+    startWith(2);
+    root().bMoveDown.Click();
+    EXPECT_EQ("Eins Drei *Zwei", names());
+    root().bMoveUp.Click();
+    EXPECT_EQ("Eins *Zwei Drei", names());
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2));
+}
+
+TEST_F(Reordering, AfterStepsTheCatalogueLoadsInTheNewOrder)
+{
+    startWith(3);
+    root().mnuVerschiebung[1].Click();
+    root().mnuVerschiebung[1].Click();
+    reload();
+    EXPECT_EQ("Drei Eins *Zwei", names());
+    EXPECT_EQ("Text Drei", indexValue(root(), database(), 1, 'e').toStdString());
+    EXPECT_EQ("Text Eins", indexValue(root(), database(), 2, 'e').toStdString());
+    EXPECT_EQ("Text Zwei", indexValue(root(), database(), 3, 'e').toStdString());
+}
+
+TEST_F(Reordering, TheCopyHoldsTheStateBeforeTheStep)
+{
+    startWith(2);
+    const std::string before = databaseText();
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(before, backupText());
+}
+
+TEST_F(Reordering, AStepWaitsOneSecond)
+{
+    startWith(2);
+    const auto begin = desktop.events().elapsed();
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(1000, (desktop.events().elapsed() - begin).count() / 10 * 10);
+}
+
+TEST_F(Reordering, TheCopyIsMadeBeforeTheWaitAndTheKeysAreReadBehindIt)
+{
+    startWith(2);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] {
+        EXPECT_EQ("Eins *Zwei Drei", names());
+        EXPECT_NE("(missing)", bytes(backup()).toStdString());
+        writeIndexValue(root(), database(), 1, 'e', u"später"_s);
+    });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Eins|Eins.m3u|2|später|01.01.2001||", keys(2));
+}
+
+TEST_F(Reordering, TheTopRowUpPlaysPlayAndSavesAndKeepsTheOrder)
+{
+    startWith(1);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("cue.play PLAY 6", sounds());
+    EXPECT_EQ("*Eins Zwei Drei", names());
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(1));
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2)) << "no row is harmed";
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
+    EXPECT_EQ("|||||||", keys(0)) << "the neighbour's values go to number 0";
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+}
+
+TEST_F(Reordering, TheLastRowDownPlaysStopAndSavesAndKeepsTheOrder)
+{
+    startWith(3);
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("cue.play STOP 6", sounds());
+    EXPECT_EQ("Eins Zwei *Drei", names());
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(1));
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2)) << "no row is harmed";
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
+    EXPECT_EQ("|||||||", keys(4)) << "the neighbour's values go to count + 1";
+    reload();
+    EXPECT_EQ(3, catalogue().count());
+}
+
+TEST_F(Reordering, InTheMiddleNoCueSounds)
+{
+    startWith(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("", sounds());
+}
+
+TEST_F(Reordering, TheBackupIsMadeAlsoByAnEdgeStep)
+{
+    startWith(1);
+    const std::string before = databaseText();
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(before, backupText());
+}
+
+TEST_F(Reordering, TheCheckIsOffForTheTimeOfTheMove)
+{
+    startWith(2);
+    desktop.events().after(std::chrono::milliseconds{500},
+                           [this] { EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString()); });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
+}
+
+TEST_F(Reordering, ACheckThatWasOffOrAbsentStaysOff)
+{
+    startWith(2);
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+    desktop.settings.drop(Hive::CurrentUser, u"Software\\Verdanis\\Orvant Manager"_s, u"CheckEntrys"_s);
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+}
+
+TEST_F(Reordering, AnUnmarkedDescriptionIsNotTakenAlong)
+{
+    startWith(2);
+    root().LSoundCaption.Tag = u"0"_s;
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2||02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, TheMoveMarkStandsForTheTimeOfAMoveAndTheTracksAreUnsorted)
+{
+    startWith(2);
+    tracks().setSorted(true);
+    QString during;
+    catalogue().LockUpdate = [](bool) {};
+    const auto watch = catalogue().selection().addNotifier([&] { during += root().bMoveDown.Tag; });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ(during.left(1), u"1"_s);
+    EXPECT_EQ("0", root().bMoveDown.Tag.toStdString());
+    EXPECT_FALSE(tracks().sorted());
+    EXPECT_EQ("0", catalogue().Tag.toStdString()) << "the next click loads anew";
+}
+
+TEST_F(Reordering, AStepAskedForWhileAnotherOneWaitsIsPassedOver)
+{
+    startWith(3);
+    desktop.events().after(std::chrono::milliseconds{300}, [this] { root().bMoveUp.Click(); });
+    root().bMoveUp.Click();
+    EXPECT_EQ("Eins *Drei Zwei", names());
+    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(3));
+}
+
+TEST_F(Reordering, WithoutASelectedRowNoKeyIsWritten)
+{
+    startWith(1);
+    catalogue().clearSelection();
+    desktop.messages.answer(Answer::Ok, u" Wiedergabeliste speichern"_s,
+                            u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden.    "_s);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("Eins Zwei Drei", names());
+    EXPECT_EQ("-|-|-|-|-|-|-|", keys(0));
+    EXPECT_EQ("-|-|-|-|-|-|-|", keys(-1));
+    EXPECT_EQ("", sounds());
+}
+
+TEST_F(Reordering, WithTheFavouritesFilterOnNothingIsWrittenAndTheDialogStaysAway)
+{
+    startWith(2);
+    root().mnuFavoritenShow.Tag = u"1"_s;
+    catalogue().remove(1);
+    const std::string before = databaseText();
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("Drei *Zwei", names());
+    root().mnuVerschiebung[4].Click();
+    EXPECT_EQ(before, databaseText());
+}
+
+TEST_F(Reordering, AFailingCopyLeavesTheStepToGoOn)
+{
+    startWith(2);
+    desktop.log.failNext(u"files.copy"_s);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("*Zwei Eins Drei", names());
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, OneOfAHundredAndSixtyRowsMovesWithTheLimitTold)
+{
+    QByteArray index;
+    const QString path = putList(u"Alle"_s, {putTrack(u"a"_s)});
+    for (int number = 1; number <= 160; ++number)
+        index += indexRow(number, {.name = u"L%1"_s.arg(number), .path = path, .description = u"T%1"_s.arg(number)});
+    putDatabase(index);
+    setting(u"Error"_s, dwordSetting(0));
+    start();
+    click(160);
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    desktop.messages.script({.answer = Answer::Ok,
+                             .entered = {},
+                             .title = u" Wiedergabelisten verwalten"_s,
+                             .text = {},
+                             .meanwhile = [this] {
+                                 EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+                                 EXPECT_EQ("1", root().bMoveDown.Tag.toStdString());
+                             }});
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
+    EXPECT_EQ("0", root().bMoveDown.Tag.toStdString());
+    EXPECT_EQ("158|L160|Alle.m3u|1|T160|01.02.2003||", keys(159));
+    EXPECT_EQ("158|L159|Alle.m3u|2|T159|01.02.2003||", keys(160));
+    click(160);
+    desktop.messages.answer(Answer::Ok);
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("|||||||", keys(161));
+    EXPECT_EQ("159|L159|Alle.m3u|1|T159|01.02.2003||", keys(160));
+}
+
+} // namespace orvantine::fake
