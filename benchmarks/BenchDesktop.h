@@ -1,13 +1,6 @@
 #pragma once
 
-<<<<<<< HEAD
-#include "app/Root.h"
-#include "desktop/posix/PosixFiles.h"
-#include "desktop/tags/TagLibTags.h"
-#include "support/FakeDesktop.h"
-=======
 #include "support/DiskDesktop.h"
->>>>>>> 5437bb2
 
 #include <QTemporaryDir>
 

@@ -2,12 +2,16 @@
 #include "Measure.h"
 
 #include "app/IniFiles.h"
-#include "catalogue/CatalogueDatabase.h"
-#include "catalogue/RemovePlaylists.h"
-#include "operations/Reordering.h"
-#include "operations/TrackListOperations.h"
-#include "playlists/AddSounds.h"
-#include "playlists/ReadPlaylists.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/mnuL_schen.h"
+#include "catalogue/mnuLaden.h"
+#include "catalogue/mnuSpeichern.h"
+#include "operations/mnuFileKill.h"
+#include "operations/mnuMoveEntry.h"
+#include "operations/mnuSortierung.h"
+#include "operations/mnuVerschiebung.h"
+#include "playlists/GetPlayEntrys.h"
+#include "playlists/mnuAddSounds.h"
 #include "transfer/FolderDialogs.h"
 
 #include <QDir>

@@ -2,8 +2,8 @@
 #include "Measure.h"
 
 #include "desktop/qt/widgets/ReportList.h"
-#include "metadata/TagNaming.h"
-#include "metadata/TrackInformation.h"
+#include "metadata/ShowTrackInfo.h"
+#include "metadata/mnuSetTagName.h"
 
 #include <QApplication>
 #include <QFile>

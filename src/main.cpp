@@ -20,6 +20,7 @@
 #include "desktop/sound/PulseSound.h"
 #include "desktop/tags/TagLibTags.h"
 #include "platform/Version.h"
+#include "shell/Assemble.h"
 
 #include <QApplication>
 #include <QFileInfo>
@@ -130,12 +131,12 @@ int run()
                       .start = startContext()};
 
     Root root(services);
+    assemble(root);
     MainWindow window(root);
     desktop.forms.setMainWindow(&root, &window);
-    PlayerFace face(root, [] { return QApplication::activeModalWidget() != nullptr; });
+    RemoteControl face(root, [] { return QApplication::activeModalWidget() != nullptr; });
     MprisBus bus(face, QCoreApplication::applicationName(), QGuiApplication::desktopFileName());
     QTimer::singleShot(0, &window, [&root, &window, &bus] {
-        Form_Initialize(root);
         Form_Load(root);
         // Behind the events that draw it.
         QTimer::singleShot(0, &window, [&root, &bus] {

@@ -69,4 +69,23 @@ QString without(const QString& name, int characters)
     return name.chopped(std::min<qsizetype>(characters, name.size()));
 }
 
+QString withoutQuotes(QString path)
+{
+    if (path.startsWith(u'"'))
+        path.remove(0, 1);
+    if (path.endsWith(u'"'))
+        path.chop(1);
+    return path;
+}
+
+QString compared(const QString& path)
+{
+    return QString(path).replace(u'\\', u'/').normalized(QString::NormalizationForm_C).toCaseFolded();
+}
+
+bool isSameFile(const QString& one, const QString& other)
+{
+    return one == other || compared(one) == compared(other);
+}
+
 } // namespace orvantine::FileDirPath

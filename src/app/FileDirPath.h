@@ -28,4 +28,12 @@ namespace orvantine::FileDirPath {
 /// The name less its last `characters`; "" for a shorter one.
 [[nodiscard]] QString without(const QString& name, int characters);
 
+/// Less a double quote at the beginning and one at the end.
+[[nodiscard]] QString withoutQuotes(QString path);
+
+/// The form in which two texts that name the same file are equal: case, the kind of separator and the way that an
+/// umlaut is composed do not count.
+[[nodiscard]] QString compared(const QString& path);
+[[nodiscard]] bool isSameFile(const QString& one, const QString& other);
+
 } // namespace orvantine::FileDirPath

@@ -1,15 +1,20 @@
 #include "app/FormLoad.h"
 
+#include "app/Command.h"
+#include "app/CopyToAppDataDir.h"
+#include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
+#include "app/DisabledButtons.h"
 #include "app/FileDirPath.h"
+#include "app/FormResize.h"
 #include "app/Others.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
-#include "catalogue/CatalogueView.h"
+#include "app/TooltipRegister.h"
+#include "catalogue/GetPlayListe.h"
 #include "playback/Volume.h"
 #include "shell/Dialoge.h"
-#include "shell/MainWindow.h"
 #include "shell/Startup.h"
 #include "shell/UpdateCheck.h"
 
@@ -18,18 +23,6 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Folder + separator + name, the folder standing without one.
-QString programFile(const Root& root, const QString& name)
-{
-    return FileDirPath::join(root.services.folders.program, name);
-}
-
-/// Application-data folder + "\Orvanten Manager".
-QString userFolder(const Root& root)
-{
-    return FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
-}
 
 /// True if this process may live: it holds the one lock of the user.
 bool isFirstInstance(Root& root)
@@ -43,15 +36,15 @@ bool isFirstInstance(Root& root)
     return false;
 }
 
-void takeCommand(Root& root)
+bool takeCommand(Root& root, Command& command)
 {
     root.startCommand = root.services.start.command;
     if (root.startCommand.toLower() != u"/hide"_s)
-        return;
+        return true;
     root.State = WindowState::Minimized;
     root.startCommand = u"/play"_s;
     root.hiddenStart = true;
-    root.services.events.yield();
+    return command.yield();
 }
 
 void setDefaults(Root& root)
@@ -82,16 +75,16 @@ QString versionText(const Root& root)
     return u"%1.%2"_s.arg(start.versionMajor).arg(start.versionMinor);
 }
 
-void noteVersion(Root& root)
+bool noteVersion(Root& root, Command& command)
 {
     const QString running = versionText(root);
     const Setting stored = readSetting(root, u"Version"_s);
     const QString last = stored.present ? stored.text() : u"0.00"_s;
     if (last == running)
-        return;
+        return true;
     writeSetting(root, u"Version"_s, running);
     root.Pointer = MousePointer::Hourglass;
-    Pause(root, 1.0);
+    return command.pause(1.0);
 }
 
 void resolveDataFolder(Root& root)
@@ -112,26 +105,29 @@ void resolveDataFolder(Root& root)
         ensureDataFolder(root, name);
 }
 
-void offerFont(Root& root, const QString& family, const QString& fontFile, const QString& shippedName)
+bool offerFont(Root& root, Command& command, const QString& family, const QString& fontFile, const QString& shippedName)
 {
     const QString windows = WindowsFolder(root);
     const QString target = FileDirPath::join(FileDirPath::join(windows, u"FONTS"), fontFile);
     if (Dateiexistenz::FileExists(root, target) || root.services.fonts.known(family))
-        return;
-    const Answer answer = root.services.messages.show(
-        u"Die Schriftart ''"_s + family + u"'' konnte im Windows-Ordner nicht gefunden werden.    \n"_s +
-            u"Möchten Sie diese Schriftart jetzt in Windows hinzufügen und registrieren ?"_s,
-        u" Komponente hinzufügen"_s, MessageIcon::Exclamation, MessageButtons::OkCancel);
+        return true;
+    const std::optional<Answer> answer = command.ask(
+        {.text = u"Die Schriftart ''"_s + family + u"'' konnte im Windows-Ordner nicht gefunden werden.    \n"_s +
+                 u"Möchten Sie diese Schriftart jetzt in Windows hinzufügen und registrieren ?"_s,
+         .title = u" Komponente hinzufügen"_s,
+         .icon = MessageIcon::Exclamation,
+         .buttons = MessageButtons::OkCancel});
     const QString shipped = programFile(root, shippedName);
     if (answer != Answer::Ok || !Dateiexistenz::FileExists(root, shipped))
-        return;
+        return answer.has_value();
     root.files.copy(shipped, target);
-    root.services.events.yield();
+    if (!command.yield())
+        return false;
     FontWinRegister(root, target);
-    root.services.events.yield();
+    return command.yield();
 }
 
-void applyGeometry(Root& root)
+bool applyGeometry(Root& root, Command& command)
 {
     const ScreenSize screen = root.services.screen.size();
     root.Left = (screen.width - root.Width.value()) / 2;
@@ -139,7 +135,8 @@ void applyGeometry(Root& root)
     root.pAnimations.Height = 4005;
     for (const int panel : {1, 2, 5})
         root.sAnzeige[panel].Caption = QString();
-    root.services.events.yield();
+    if (!command.yield())
+        return false;
 
     struct Measure
     {
@@ -158,11 +155,12 @@ void applyGeometry(Root& root)
     const Setting fontName = readSetting(root, u"Fontname"_s);
     const Setting fontSize = readSetting(root, u"Fontsize"_s);
     if (!fontName.present || !fontSize.present)
-        return;
+        return true;
     for (ListView* list : {&root.LListView1, &root.LListView2}) {
         list->FontName = fontName.text();
         list->FontSize = fontSize.number();
     }
+    return true;
 }
 
 void openRememberedPlaylist(Root& root)
@@ -213,68 +211,67 @@ void welcome(Root& root)
     writeSetting(root, u"Info"_s, u"1"_s);
 }
 
-void playUnattended(Root& root)
+bool playUnattended(Root& root, Command& command)
 {
     if (root.startCommand.toLower() != u"/play"_s)
-        return;
+        return true;
     root.State = WindowState::Minimized;
-    Pause(root, 1.0);
-    if (root.services.events.ended())
-        return;
+    if (!command.pause(1.0))
+        return false;
     root.mnuWiedergabe.Click();
     root.Timer1.Enabled = true;
     root.Tag = u"1"_s;
-    root.services.events.yield();
+    return command.yield();
 }
 
-} // namespace
-
-void Form_Initialize(Root&) {}
-
-void Form_Load(Root& root)
+/// The steps in their order; false if the program has ended on the way.
+bool startUp(Root& root, Command& command)
 {
     Services& services = root.services;
 
-    if (!isFirstInstance(root)) {
-        services.events.endProcess();
-        return;
-    }
-
-    takeCommand(root);
+    if (!takeCommand(root, command))
+        return false;
     DisabledButtons(root, 1);
     root.startup->RVersion.Caption = u"Version "_s + versionText(root);
     if (!root.hiddenStart)
         services.forms.show(*root.startup);
-    services.events.yield();
+    if (!command.yield())
+        return false;
 
     LoadVolume(root);
+    if (command.ended())
+        return false;
     setDefaults(root);
     ensureSettingsKey(root);
-    noteVersion(root);
+    if (!noteVersion(root, command))
+        return false;
     resolveDataFolder(root);
 
-    offerFont(root, u"Maiandra GD"_s, u"MAIAN.TTF"_s, u"Orvantine.sys"_s);
-    offerFont(root, u"OCR B"_s, u"OCR_B.TTF"_s, u"Orvantine.ttf"_s);
+    if (!offerFont(root, command, u"Maiandra GD"_s, u"MAIAN.TTF"_s, u"Orvantine.sys"_s) ||
+        !offerFont(root, command, u"OCR B"_s, u"OCR_B.TTF"_s, u"Orvantine.ttf"_s))
+        return false;
 
     if (Dateiexistenz::FileExists(root, programFile(root, u"Orvantine.dat"_s)))
         CopyToAppDataDir(root);
-    ensureDataFolder(root, u"Playlisten"_s);
+    if (command.ended())
+        return false;
+    ensurePlaylistFolder(root);
     ensureDataFolder(root, u"Resource"_s);
 
     root.pCoverBack.BackColor = 0xEBEBEB;
     root.pCoverBack.Height = root.xpFrame1.Height.value();
     root.pCoverBack.Top = root.xpFrame1.Top.value();
     root.Tag = u"0"_s;
-    services.events.yield();
+    if (!command.yield())
+        return false;
 
     if (readSetting(root, u"Error"_s).isOrAbsent(1))
         root.mnuErrorDisplay.Click();
 
     GetPlayListe(root, {});
     root.mnuLaden.Click();
-    services.events.yield();
-
-    applyGeometry(root);
+    if (!command.yield() || !applyGeometry(root, command))
+        return false;
 
     services.tray.add(u"Orvanten Manager"_s);
     root.tCopyStatus.Caption = QString();
@@ -282,63 +279,43 @@ void Form_Load(Root& root)
     root.Pointer = MousePointer::Default;
     DisabledButtons(root, 0);
     services.forms.unload(*root.startup);
-    services.events.yield();
+    if (!command.yield())
+        return false;
 
     openRememberedPlaylist(root);
+    if (command.ended())
+        return false;
     restoreMenuStates(root);
     welcome(root);
 
     TooltipRegister(root, 1);
-    services.events.yield();
+    if (!command.yield())
+        return false;
     root.LListView2.Click();
     root.LListView1.SetFocus();
-    services.events.yield();
+    if (!command.yield())
+        return false;
     UpdateCheck(root);
-
-    playUnattended(root);
-
-    root.loaded = true;
-    if (services.events.ended())
-        return;
-    // A desktop without a tray keeps a minimised window in its task bar.
-    if (root.State.value() != WindowState::Minimized || !services.tray.available())
-        root.Visible = true;
-    Form_Resize(root);
+    return playUnattended(root, command);
 }
 
-void CopyToAppDataDir(Root& root)
+} // namespace
+
+void Form_Load(Root& root)
 {
-    if (readSetting(root, u"NoDataCopy"_s).present)
+    if (!isFirstInstance(root)) {
+        root.services.events.endProcess();
         return;
-
-    for (const QString& name : {u"Orvantine.dat"_s, u"Orvantine.bak"_s}) {
-        const QString target = FileDirPath::join(userFolder(root), name);
-        if (!Dateiexistenz::FileExists(root, target) && Dateiexistenz::FileExists(root, programFile(root, name)))
-            root.files.copy(programFile(root, name), target);
     }
-
-    root.Pointer = MousePointer::Hourglass;
-    DisabledButtons(root, 1);
-
-    const QString formerPath = root.LMp3Files.Path;
-    const QString formerPattern = root.LMp3Files.Pattern;
-    for (const QString& name : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s}) {
-        ensureDataFolder(root, name);
-        root.LMp3Files.Path = programFile(root, name);
-        root.LMp3Files.Pattern = u"*.*"_s;
-        const QString target = root.tDatenbank.Text.value() + name;
-        for (const QString& file : root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern))
-            root.files.copy(FileDirPath::join(root.LMp3Files.Path, file), FileDirPath::join(target, file));
-    }
-    root.LMp3Files.Path = formerPath;
-    root.LMp3Files.Pattern = formerPattern;
-
-    root.Pointer = MousePointer::Default;
-    DisabledButtons(root, 0);
-    writeSetting(root, u"NoDataCopy"_s, qint16{1});
-    root.services.messages.show(u"Datenbanken wurden vom Installationsordner in den Benutzerordner kopiert. Die "
-                                u"Datenbank und Playlisten befinden sich nun im AppData-Roaming Verzeichnis."_s,
-                                root.Caption.value() + u' ', MessageIcon::Exclamation, MessageButtons::Ok);
+    Command command(root);
+    const bool started = startUp(root, command);
+    root.loaded = true;
+    if (!started)
+        return;
+    // A desktop without a tray keeps a minimised window in its task bar.
+    if (root.State.value() != WindowState::Minimized || !root.services.tray.available())
+        root.Visible = true;
+    Form_Resize(root);
 }
 
 void activateWindow(Root& root)

@@ -4,15 +4,9 @@ namespace orvantine {
 
 struct Root;
 
-/// Before any control exists; the desktop's controls need nothing of it.
-void Form_Initialize(Root& root);
-
 /// From the process start to a usable catalogue, in a fixed order. The window becomes visible when it has ended. A
 /// second instance ends here, without a message.
 void Form_Load(Root& root);
-
-/// Migrates data from the program's folder to the user's, once.
-void CopyToAppDataDir(Root& root);
 
 /// Brings the window back from the tray or from behind; does nothing before Form_Load has ended.
 void activateWindow(Root& root);

@@ -1,62 +1,11 @@
 #include "app/Others.h"
 
-#include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
-#include "app/FreeSpace.h"
 #include "app/Root.h"
 
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
-
-bool Dateiexistenz::FileExists(const Root& root, const QString& path)
-{
-    return root.files.exists(path);
-}
-
-bool Dateiexistenz::FolderExists(const Root& root, const QString& path)
-{
-    return root.files.folderExists(path);
-}
-
-QString FreeSpace::VolumeType(const Root& root, const QString& volume)
-{
-    return root.services.volumes.fileSystem(volume).toUpper();
-}
-
-QString FreeSpace::FreeBytes(const Root& root, const QString& volume)
-{
-    // Required: nothing on the stick's file system; the callers have values of their own for that.
-    if (VolumeType(root, volume) == u"FAT32"_s)
-        return {};
-    const std::optional<quint64> bytes = root.services.volumes.freeBytes(volume);
-    return bytes ? QString::number(*bytes) : QString();
-}
-
-QString FreeSpace::TotalBytes(const Root& root, const QString& volume)
-{
-    const std::optional<quint64> bytes = root.services.volumes.totalBytes(volume);
-    return bytes ? QString::number(*bytes) : QString();
-}
-
-void Pause(Root& root, double seconds)
-{
-    constexpr double SecondsOfDay = 86400;
-    constexpr std::chrono::milliseconds Longest{20};
-
-    Events& events = root.services.events;
-    double start = events.secondsOfDay();
-    for (;;) {
-        const double now = events.secondsOfDay();
-        if (now < start)
-            start -= SecondsOfDay;
-        const double left = seconds - (now - start);
-        if (left <= 0 || events.ended())
-            return;
-        const std::chrono::milliseconds rest{static_cast<int>(left * 1000) + 1};
-        events.yield(std::min(rest, Longest));
-    }
-}
 
 QString WindowsFolder(const Root& root)
 {
@@ -116,13 +65,6 @@ QString WinVersionen(const SystemVersion& version)
 void FontWinRegister(Root& root, const QString& path)
 {
     root.services.fonts.registerFont(path);
-}
-
-void ensureDataFolder(Root& root, const QString& name)
-{
-    const QString folder = root.tDatenbank.Text.value() + name;
-    if (!Dateiexistenz::FolderExists(root, folder))
-        root.files.makeFolder(folder);
 }
 
 } // namespace orvantine

@@ -7,9 +7,6 @@ namespace orvantine {
 struct Root;
 struct SystemVersion;
 
-/// Serves events until the seconds have gone by; the clock's wrap at midnight does no harm.
-void Pause(Root& root, double seconds);
-
 /// Without a trailing separator.
 [[nodiscard]] QString WindowsFolder(const Root& root);
 [[nodiscard]] QString TempFolder(const Root& root);
@@ -25,8 +22,5 @@ void Pause(Root& root, double seconds);
 
 /// Makes a font file usable; events are served by the caller.
 void FontWinRegister(Root& root, const QString& path);
-
-/// Creates the folder of the DataFolder if it is missing. A failure leaves all as it was.
-void ensureDataFolder(Root& root, const QString& name);
 
 } // namespace orvantine

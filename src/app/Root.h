@@ -1,12 +1,15 @@
 #pragma once
 
 #include "app/RootMenus.h"
+#include "app/RunningCommands.h"
+#include "app/TooltipsClass.h"
 #include "metadata/WideMp3Record.h"
 #include "platform/ListView.h"
 #include "platform/Services.h"
-#include "shell/TooltipsClass.h"
+#include "playlists/TrackList.h"
 
 #include <memory>
+#include <vector>
 
 namespace orvantine {
 
@@ -24,15 +27,14 @@ struct Trackcopy;
 struct frmID3V1;
 struct frmID3V2;
 
-/// The main window: every control and every named piece of state of the program, once. It has no behaviour; the
-/// handlers are free functions over it.
+/// The main window: every control and every named piece of state of the program, once. It has no behaviour: the
+/// handlers are free functions over it, and assemble() in shell/Assemble.h makes the forms and ties all together.
 ///
 /// Tag is the lifecycle and transfer marker: "0" idle, "1" long job or unattended play, "2" stop asked or backup step,
 /// "9" ending.
 struct Root : RootMenus
 {
-    explicit Root(Services& desktopServices);
-    ~Root() override;
+    explicit Root(Services& desktopServices) : RootMenus(QStringLiteral("Root")), services(desktopServices) {}
 
     Services& services;
     Files& files{services.files};
@@ -65,7 +67,7 @@ struct Root : RootMenus
     PictureBox pSymbole{controls, u"pSymbole"};
     PictureBox pVolume{controls, u"pVolume"};
     Slider sVolume{controls, u"sVolume"};
-    std::unique_ptr<clsVolume> volume;
+    std::shared_ptr<clsVolume> volume;
 
     // Moving rows. bMoveDown.Tag is the move mark, "1" for the time of a move.
     Button bMoveUp{controls, u"bMoveUp"};
@@ -118,12 +120,19 @@ struct Root : RootMenus
     // Hidden fields
     /// The DataFolder, with its trailing separator.
     TextBox tDatenbank{controls, u"tDatenbank"};
-    /// The lines of the open playlist.
+    /// The lines of the open playlist, or of one before it: see TrackList.
     TextBox tPlayliste{controls, u"tPlayliste"};
     /// Result of a folder dialog; Tag "1" chosen, "0" cancelled.
     TextBox tBrowseFolder{controls, u"tBrowseFolder"};
     FileList LMp3Files{controls, u"LMp3Files"};
     FileList LRipper{controls, u"LRipper"};
+
+    /// The tracks in sight, and whose they are.
+    TrackList trackList{LListView2, tPlayliste};
+    /// The commands at work.
+    RunningCommands commands;
+    /// The commands that are off while the catalogue is empty.
+    std::vector<MenuItem*> playlistCommands;
 
     /// The record exchanged with the tag library; never cleared between files.
     WideMp3Record mp3Record;
@@ -137,42 +146,23 @@ struct Root : RootMenus
     bool buttonsDisabled = false;
     /// Form_Load has ended.
     bool loaded = false;
-    /// Number of the read of a playlist that owns the track list; a later one takes it over.
-    int currentRead = 0;
-    /// Number of the last read whose rows stand. Until a read has ended its rows are no list that could be saved.
-    int finishedRead = 0;
-    /// Path of the playlist whose tracks stand in LListView2. No other file is ever written from these rows.
-    QString openPlaylist;
-    /// Path of the playlist whose lines tPlayliste holds: a list that is too short to be read leaves those of another.
-    QString playlistInField;
-    /// LListView2 shows rows of the list before: openPlaylist is too short to be taken in. They are never saved.
-    bool foreignRows = false;
-    /// The catalogue is being loaded: its rows are half of it.
-    bool loadingCatalogue = false;
-    /// A playlist is being moved.
-    bool reordering = false;
-    /// A command is at work on the rows of the track list.
-    bool changingTracks = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     TooltipsClass TT;
 
-    // Forms
-    std::unique_ptr<Startup> startup;
-    std::unique_ptr<Info> info;
-    std::unique_ptr<Dialoge> dialoge;
-    std::unique_ptr<Positionen> positionen;
-    std::unique_ptr<Eigenschaften> eigenschaften;
-    std::unique_ptr<FindAudio> findAudio;
-    std::unique_ptr<Suchen> suchen;
-    std::unique_ptr<FilesCopy> filesCopy;
-    std::unique_ptr<Ordner> ordner;
-    std::unique_ptr<Trackcopy> trackcopy;
-    std::unique_ptr<frmID3V1> tagForm;
-    std::unique_ptr<frmID3V2> otherTagForm;
+    // Forms: shared for the type's sake alone, since their look is nothing that everybody has to include
+    std::shared_ptr<Startup> startup;
+    std::shared_ptr<Info> info;
+    std::shared_ptr<Dialoge> dialoge;
+    std::shared_ptr<Positionen> positionen;
+    std::shared_ptr<Eigenschaften> eigenschaften;
+    std::shared_ptr<FindAudio> findAudio;
+    std::shared_ptr<Suchen> suchen;
+    std::shared_ptr<FilesCopy> filesCopy;
+    std::shared_ptr<Ordner> ordner;
+    std::shared_ptr<Trackcopy> trackcopy;
+    std::shared_ptr<frmID3V1> tagForm;
+    std::shared_ptr<frmID3V2> otherTagForm;
 };
-
-/// DataFolder + stem + ".dat" of the program's file.
-[[nodiscard]] QString databaseFile(const Root& root);
 
 } // namespace orvantine

@@ -1,8 +1,10 @@
 #include "app/SaveOptions.h"
 
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
+#include "app/PlayButtons.h"
 #include "app/Registry.h"
 #include "app/Root.h"
-#include "playback/PlayerControl.h"
 
 namespace orvantine {
 
@@ -42,13 +44,16 @@ void writeRepeatMode(Root& root)
 
 void SaveOptions(Root& root)
 {
+    Command command(root);
     stopIfRunning(root);
-    root.services.events.yield();
+    if (!command.yield())
+        return;
     root.services.mediaplayer.close();
     root.pAnimation.stop();
     root.services.tray.remove();
     root.Tag = u"1"_s;
-    root.services.events.yield();
+    if (!command.yield())
+        return;
     stopIfRunning(root);
 
     writeGeometry(root);
@@ -64,21 +69,6 @@ void SaveOptions(Root& root)
     writeFlag(root, u"Lokal"_s, root.mnuLokalePlayliste);
     writeFlag(root, u"Error"_s, root.mnuErrorDisplay);
     writeFlag(root, u"Volume"_s, root.mnuLautstärke);
-}
-
-void saveColumnWidths(Root& root)
-{
-    struct Width
-    {
-        QString name;
-        ListView& list;
-        int column;
-    };
-    for (const Width& width : {Width{u"LV_1"_s, root.LListView1, 2}, Width{u"LV_2"_s, root.LListView1, 4},
-                               Width{u"LV_4"_s, root.LListView2, 2}, Width{u"LV_5"_s, root.LListView2, 3},
-                               Width{u"LV_6"_s, root.LListView2, 4}, Width{u"LV_7"_s, root.LListView2, 5}})
-        if (width.column <= width.list.columns())
-            writeSetting(root, width.name, QString::number(width.list.columnWidth(width.column)));
 }
 
 } // namespace orvantine

@@ -1,10 +1,13 @@
 #include "app/Shutdown.h"
 
+#include "app/Command.h"
+#include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
+#include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "app/SaveOptions.h"
+#include "app/TooltipRegister.h"
 #include "metadata/frmID3.h"
-#include "playback/PlayerControl.h"
 
 namespace orvantine {
 
@@ -26,7 +29,8 @@ void Form_QueryUnload(Root& root)
     if (root.State.value() == WindowState::Minimized) {
         root.State = WindowState::Normal;
         root.Visible = true;
-        root.services.events.yield();
+        if (!Command(root).yield())
+            return;
     }
     if (root.Visible.value())
         SaveOptions(root);
@@ -40,18 +44,13 @@ void Form_QueryUnload(Root& root)
         root.services.events.endProcess();
 }
 
-void Form_Unload(Root& root)
-{
-    stopIfRunning(root);
-    root.services.tray.remove();
-    if (root.Tag != u"9"_s)
-        mnuBeenden_Click(root);
-}
-
 void mnuBeenden_Click(Root& root)
 {
     if (root.Visible.value())
         SaveOptions(root);
+    // An event inside has ended the program already.
+    if (root.services.events.ended())
+        return;
 
     const QString temporary = root.tDatenbank.Text.value() + u"Orvantine.tmp"_s;
     if (Dateiexistenz::FileExists(root, temporary))
@@ -69,8 +68,8 @@ void mnuBeenden_Click(Root& root)
     unloadTagForms(root);
     root.Tag = u"9"_s;
     TooltipRegister(root, 0);
-    root.services.events.yield();
-    root.services.events.endProcess();
+    if (Command(root).yield())
+        root.services.events.endProcess();
 }
 
 } // namespace orvantine

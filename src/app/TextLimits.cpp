@@ -1,5 +1,7 @@
 #include "app/TextLimits.h"
 
+#include <algorithm>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -26,6 +28,13 @@ QString padded(int number, int digits)
 QString dateText(const QDate& date)
 {
     return date.toString(u"dd.MM.yyyy"_s);
+}
+
+QString withoutControls(QString text)
+{
+    std::replace_if(
+        text.begin(), text.end(), [](QChar c) { return c.category() == QChar::Other_Control; }, u' ');
+    return text;
 }
 
 double leadingNumber(QStringView text)

@@ -20,4 +20,7 @@ namespace orvantine {
 /// The number at the head of a text, 0 where there is none.
 [[nodiscard]] double leadingNumber(QStringView text);
 
+/// Control characters as blanks: a name stands in one line, between tabs.
+[[nodiscard]] QString withoutControls(QString text);
+
 } // namespace orvantine

@@ -1,5 +1,6 @@
 #include "metadata/Mp3HeaderReader.h"
 
+#include "app/Columns.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "metadata/frmID3.h"
@@ -16,7 +17,7 @@ namespace {
 
 QString selectedPath(const Root& root)
 {
-    return root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+    return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
 }
 
 /// Halves go to the even neighbour; beyond the 16 bits the nearest end stands.
@@ -118,16 +119,6 @@ QString playingTimeText(int seconds)
     const int rest = seconds - hours * 3600 - minutes * 60;
     const QString text = twoDigits(hours) + u':' + twoDigits(minutes) + u':' + twoDigits(rest);
     return text == u"00:00:-01"_s ? u"00:00:00"_s : text;
-}
-
-QString withoutQuotes(const QString& path)
-{
-    QString bare = path;
-    if (bare.startsWith(u'"'))
-        bare.remove(0, 1);
-    if (bare.endsWith(u'"'))
-        bare.chop(1);
-    return bare;
 }
 
 } // namespace orvantine

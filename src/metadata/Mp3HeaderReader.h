@@ -19,7 +19,4 @@ void WriteMp3Tag(Root& root);
 /// Hours, minutes and seconds, at least two digits each; an unknown time shows as nought.
 [[nodiscard]] QString playingTimeText(int seconds);
 
-/// Less a double quote at the beginning and one at the end.
-[[nodiscard]] QString withoutQuotes(const QString& path);
-
 } // namespace orvantine

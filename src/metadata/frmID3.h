@@ -4,8 +4,6 @@
 
 namespace orvantine {
 
-struct Root;
-
 /// The tag dialog: it is loaded as the carrier of its fields and never shown.
 struct frmID3V1 : Form
 {
@@ -42,12 +40,6 @@ struct frmID3V2 : Form
     Label LEncoder{controls, u"LEncoder"};
     Button Command1{controls, u"Command1"};
 };
-
-void setUpTagForms(Root& root);
-
-/// Writes the dialog's fields into the file, takes a leading tag away and closes. With neither title nor artist the
-/// dialog stays open and nothing is written.
-void cmdUpdate_Click(Root& root);
 
 /// Selects the whole text of a field.
 void GetFocus(TextBox& field);

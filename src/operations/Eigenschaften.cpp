@@ -1,15 +1,20 @@
 #include "operations/Eigenschaften.h"
 
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
+#include "app/Help.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
-#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/CoverFiles.h"
 #include "metadata/frmID3.h"
-#include "operations/Properties.h"
+#include "operations/RepairSource.h"
 #include "playback/CoverArt.h"
-#include "playlists/ReadPlaylists.h"
-#include "shell/MainWindow.h"
+#include "playlists/PlaylistTexts.h"
 
 namespace orvantine {
 
@@ -49,13 +54,18 @@ bool keepsFocus(Root& root, TextBox& field)
     return !hasFormOfDate(field.Text);
 }
 
-QString withoutQuotes(QString text)
+/// The row of the entry that the dialog shows, the selected one first; 0 where it is gone.
+int shownRow(const Root& root)
 {
-    if (text.startsWith(u'"'))
-        text.remove(0, 1);
-    if (text.endsWith(u'"'))
-        text.chop(1);
-    return text;
+    const Eigenschaften& form = *root.eigenschaften;
+    const RowIdentity shown{.path = form.shownPath, .name = form.shownName};
+    const ListView& list = root.LListView1;
+    if (list.selectedRow() > 0 && identityOf(root, list.selectedRow()) == shown)
+        return list.selectedRow();
+    for (int row = 1; row <= list.count(); ++row)
+        if (identityOf(root, row) == shown)
+            return row;
+    return 0;
 }
 
 /// Tells what is wrong with the fields; true if nothing is.
@@ -63,14 +73,14 @@ bool accepts(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     const auto refuse = [&root](const QString& text) {
-        root.services.messages.show(text, u" Eigenschaften"_s, MessageIcon::Critical, MessageButtons::Ok);
+        Command(root).tell({.text = text, .title = u" Eigenschaften"_s, .icon = MessageIcon::Critical});
         return false;
     };
     if (form.tPlaylistname.Text.value().isEmpty())
         return refuse(u"Bitte geben Sie eine korrekte Bezeichnung für diese Wiedergabeliste ein.   "_s);
     if (!Dateiexistenz::FileExists(root, form.tPlayliste.Text)) {
         refuse(u"Die eingetragene Wiedergabeliste konnte nicht gefunden werden.   "_s);
-        form.tPlayliste.Text = root.LListView1.subItem(row, 2);
+        form.tPlayliste.Text = playlistPath(root, row);
         return false;
     }
     return true;
@@ -82,10 +92,9 @@ void movePictures(Root& root, const QString& from, const QString& to)
     // A name that would leave the folder never forms a path.
     if (FileDirPath::hasSeparator(from) || FileDirPath::hasSeparator(to))
         return;
-    const QString folder = root.tDatenbank.Text.value() + u"Resource"_s;
     for (const QString& extension : {u".jpg"_s, u".gif"_s, u".bmp"_s}) {
-        const QString old = FileDirPath::join(folder, from + extension);
-        const QString moved = FileDirPath::join(folder, to + extension);
+        const QString old = resourceFile(root, from + extension);
+        const QString moved = resourceFile(root, to + extension);
         if (!Dateiexistenz::FileExists(root, old) || !root.files.copy(old, moved))
             continue;
         // Names that differ in case alone are one file.
@@ -98,35 +107,38 @@ void takeNameAndPath(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     ListView& list = root.LListView1;
-    const bool open = list.subItem(row, 2) == root.openPlaylist;
+    const bool open = playlistPath(root, row) == root.trackList.path();
     if (open)
         root.tPlaylisteinträge.Caption = form.tPlaylistname.Text.value();
     // The tracks that are shown are those of the old file: the next click reads the new one.
-    if (open && list.subItem(row, 2) != form.tPlayliste.Text)
+    if (open && playlistPath(root, row) != form.tPlayliste.Text)
         list.Tag = u"0"_s;
-    list.setSubItem(row, 1, form.tPlaylistname.Text);
-    list.setSubItem(row, 2, form.tPlayliste.Text);
+    list.setSubItem(row, CatalogueItem::Name, form.tPlaylistname.Text);
+    list.setSubItem(row, CatalogueItem::Path, form.tPlayliste.Text);
 }
 
 void takeDescriptionAndDate(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     TextBox& description = form.tBeschreibung;
-    if (!isHint(description.Text))
+    // The window shows what is told of the selected row.
+    const bool seen = row == root.LListView1.selectedRow();
+    if (seen && !isHint(description.Text))
         root.LSoundCaption.Caption = description.Text.value();
-    root.tDatum.Caption = form.tDatum.Text.value();
+    if (seen)
+        root.tDatum.Caption = form.tDatum.Text.value();
     if (description.Text.value().contains(u"Audiodateien ihrer Playlisten hinzu"_s))
         description.Text = QString();
 
     const QString database = databaseFile(root);
-    writeIndexValue(root, database, row, 'b', form.tPlaylistname.Text);
-    writeIndexValue(root, database, row, 'c', form.tPlayliste.Text);
-    writeIndexValue(root, database, row, 'e', description.Text);
-    writeIndexValue(root, database, row, 'f', form.tDatum.Text);
+    writeIndexValue(root, database, row, EntryKey::Name, form.tPlaylistname.Text);
+    writeIndexValue(root, database, row, EntryKey::Path, form.tPlayliste.Text);
+    writeIndexValue(root, database, row, EntryKey::Description, description.Text);
+    writeIndexValue(root, database, row, EntryKey::Date, form.tDatum.Text);
 
-    if (description.Text.value().isEmpty())
+    if (seen && description.Text.value().isEmpty())
         showHintForDescription(root);
-    else if (!isHint(description.Text))
+    else if (seen && !isHint(description.Text))
         root.LSoundCaption.Tag = u"1"_s;
 }
 
@@ -165,9 +177,20 @@ void setUpEigenschaften(Root& root)
     };
     form.tDatum.Validate = [&root, &form] { return keepsFocus(root, form.tDatum); };
     form.bFindPic.Click = [&root] { Eigenschaften_bFindPic_Click(root); };
-    form.BReady.Click = [&root] { Eigenschaften_BReady_Click(root); };
+    form.BReady.Click = [&root] {
+        runCommand(root, Changes::Catalogue, [&root] { Eigenschaften_BReady_Click(root); });
+    };
     form.bAbbrechen.Click = [&root, &form] { root.services.forms.unload(form); };
     form.bHilfe.Click = [&root] { showHelp(root, u"/1.9 Eigenschaften bearbeiten.htm"); };
+}
+
+void mnuEigenschaften_Click(Root& root)
+{
+    const int track = root.LListView2.selectedRow();
+    if (root.Visible.value() && track > 0 && isTrackMissing(root, track))
+        repairSource(root, track);
+    else
+        showEigenschaften(root);
 }
 
 void showEigenschaften(Root& root)
@@ -177,13 +200,15 @@ void showEigenschaften(Root& root)
     const int row = list.selectedRow();
     if (row == 0)
         return;
-    const QString name = list.subItem(row, 1);
+    const QString name = playlistName(root, row);
     form.tName.Caption = name;
-    form.tTracks.Caption = list.subItem(row, 3) + u" Tracks"_s;
+    form.tTracks.Caption = list.subItem(row, CatalogueItem::Tracks) + u" Tracks"_s;
     form.tPlaylistname.Text = name;
-    form.tPlayliste.Text = list.subItem(row, 2);
+    form.tPlayliste.Text = playlistPath(root, row);
+    form.shownName = name;
+    form.shownPath = form.tPlayliste.Text;
     form.tDatum.Text = root.tDatum.Caption.value();
-    form.tBeschreibung.Text = indexValue(root, databaseFile(root), row, 'e');
+    form.tBeschreibung.Text = indexValue(root, databaseFile(root), row, EntryKey::Description);
     form.tAlbumCover.Text = coverFile(root, name);
     root.services.forms.show(form);
 }
@@ -191,18 +216,19 @@ void showEigenschaften(Root& root)
 void Eigenschaften_BReady_Click(Root& root)
 {
     Eigenschaften& form = *root.eigenschaften;
-    const int row = root.LListView1.selectedRow();
+    const int row = shownRow(root);
     if (row == 0)
         return root.services.forms.unload(form);
 
-    form.tPlayliste.Text = withoutQuotes(form.tPlayliste.Text);
+    form.tPlayliste.Text = FileDirPath::withoutQuotes(form.tPlayliste.Text);
+    form.tPlaylistname.Text = withoutControls(form.tPlaylistname.Text);
 
     if (!accepts(root, row))
         return;
 
     {
         const WholeChange together(root.files);
-        const QString old = root.LListView1.subItem(row, 1);
+        const QString old = playlistName(root, row);
         if (old != form.tPlaylistname.Text)
             movePictures(root, old, form.tPlaylistname.Text);
 
@@ -216,8 +242,9 @@ void Eigenschaften_bFindPic_Click(Root& root)
 {
     Eigenschaften& form = *root.eigenschaften;
     HelpDblClick(root);
-    root.services.events.yield();
-    const QString cover = coverFile(root, root.LListView1.subItem(root.LListView1.selectedRow(), 1));
+    if (!Command(root).yield())
+        return;
+    const QString cover = coverFile(root, selectedName(root));
     if (!cover.isEmpty())
         form.tAlbumCover.Text = cover;
     form.tAlbumCover.SetFocus();

@@ -6,7 +6,8 @@ namespace orvantine {
 
 struct Root;
 
-/// What the catalogue knows of one playlist. Not modal: what is accepted goes to the row that is selected by then.
+/// What the catalogue knows of one playlist. Not modal: what is accepted goes to the entry that is shown, wherever its
+/// row is by then, and nowhere if it is gone.
 struct Eigenschaften : Form
 {
     Eigenschaften();
@@ -27,9 +28,16 @@ struct Eigenschaften : Form
     Button BReady{controls, u"BReady"};
     Button bAbbrechen{controls, u"bAbbrechen"};
     Button bHilfe{controls, u"bHilfe"};
+
+    /// Path and name of the entry that is shown.
+    QString shownPath, shownName;
 };
 
 void setUpEigenschaften(Root& root);
+
+/// Opens the properties of the selected playlist. Where the selected track's file is missing, it offers to find its
+/// folder instead, for this track or for all of the list.
+void mnuEigenschaften_Click(Root& root);
 
 /// Fills the fields from the selected row and shows the form; with nothing selected it does neither.
 void showEigenschaften(Root& root);

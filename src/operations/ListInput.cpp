@@ -1,15 +1,17 @@
 #include "operations/ListInput.h"
 
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
 #include "app/Dateiexistenz.h"
+#include "app/DisabledButtons.h"
+#include "app/PlayButtons.h"
 #include "app/Root.h"
-#include "app/SaveOptions.h"
-#include "catalogue/CatalogueView.h"
-#include "metadata/TrackInformation.h"
-#include "playback/CoverArt.h"
-#include "playback/PlayerControl.h"
-#include "playback/Sequencing.h"
-#include "playlists/ReadPlaylists.h"
-#include "shell/MainWindow.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "metadata/ShowTrackInfo.h"
+#include "playback/CoverPane.h"
+#include "playback/PlaySingleTrack.h"
+#include "playlists/GetPlayEntrys.h"
 
 namespace orvantine {
 
@@ -24,18 +26,25 @@ void LListView1_Click(Root& root)
     const int row = list.selectedRow();
     if (row == 0)
         return;
-    QString path = list.subItem(row, 2);
-    if (!Dateiexistenz::FileExists(root, path) &&
-        root.services.messages.show(u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + path,
-                                    u" "_s + list.subItem(row, 1), MessageIcon::Exclamation,
-                                    MessageButtons::RetryCancel) == Answer::Cancel)
-        return;
+    QString path = playlistPath(root, row);
+    Command command(root);
+    if (!Dateiexistenz::FileExists(root, path)) {
+        const std::optional<Answer> answer =
+            command.ask({.text = u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + path,
+                         .title = u" "_s + playlistName(root, row),
+                         .icon = MessageIcon::Exclamation,
+                         .buttons = MessageButtons::RetryCancel});
+        if (!answer || answer == Answer::Cancel)
+            return;
+    }
 
     // While the box was up the sequence may have gone on to another row.
     list.select(row);
     root.LSoundCaption.Tag = u"0"_s;
     list.Tag = QString::number(row);
     GetPlayEntrys(root, path);
+    if (command.ended())
+        return;
     // A later click inside the read has opened its own row.
     if (list.Tag != QString::number(row)) {
         DisabledButtons(root, 0);
@@ -51,8 +60,8 @@ void LListView1_Click(Root& root)
 
     root.Timer2.Enabled = true;
     const QString count = QString::number(root.LListView2.count());
-    if (list.subItem(row, 3) != count)
-        list.setSubItem(row, 3, count);
+    if (list.subItem(row, CatalogueItem::Tracks) != count)
+        list.setSubItem(row, CatalogueItem::Tracks, count);
     DisabledButtons(root, 0);
 }
 
@@ -61,7 +70,9 @@ void LListView1_DblClick(Root& root)
     // Events are served inside: a click there selects another row, and this one plays.
     const int row = root.LListView1.selectedRow();
     stopIfRunning(root);
-    pSoundPlayer_Click(root);
+    root.pSoundPlayer.Click();
+    if (root.services.events.ended())
+        return;
 
     markAllFavourites(root);
     root.LListView1.setIcons(row, u"Icon_C"_s);
@@ -84,28 +95,6 @@ void LListView2_DblClick(Root& root)
 void LListView1_ColumnClick(Root& root, int)
 {
     saveColumnWidths(root);
-}
-
-void LListView2_ColumnClick(Root& root, int column)
-{
-    ListView& tracks = root.LListView2;
-    const QString header = tracks.columnText(column);
-    for (int position = 1; position <= tracks.columns(); ++position)
-        if (tracks.columnText(position) == header)
-            tracks.sortBy(position);
-}
-
-void showRowCover(Root& root, int row)
-{
-    const QString cover = coverFile(root, root.LListView1.subItem(row, 1));
-    root.pCovers.Picture = cover;
-    if (root.pCoverBack.Visible.value() == cover.isEmpty())
-        showCoverPane(root, !cover.isEmpty());
-}
-
-void noteFocus(Root& root, int list)
-{
-    root.mnuEditCopy.Tag = QString::number(list);
 }
 
 } // namespace orvantine

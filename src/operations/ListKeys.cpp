@@ -32,19 +32,6 @@ QStringView wordOf(int shift)
     }
 }
 
-template <class C>
-void press(C& control)
-{
-    if (control.Click)
-        control.Click();
-}
-
-void press(MenuItem& item)
-{
-    if (item.available())
-        item.Click();
-}
-
 void forward(Root& root)
 {
     root.services.mediaplayer.fastForward();
@@ -70,48 +57,48 @@ void previous(Root& root)
 void pauseOrResume(Root& root)
 {
     if (root.pPausePlayer.Enabled.value())
-        press(root.pPausePlayer);
+        root.pPausePlayer.Click();
 }
 
 void properties(Root& root)
 {
-    press(root.mnuEigenschaften);
+    root.mnuEigenschaften.press();
 }
 
 void playUnlessPaused(Root& root)
 {
     if (root.services.mediaplayer.status() != u"Angehalten"_s)
-        press(root.pSoundPlayer);
+        root.pSoundPlayer.Click();
 }
 
 void play(Root& root)
 {
-    press(root.pSoundPlayer);
+    root.pSoundPlayer.Click();
 }
 
 void quit(Root& root)
 {
-    press(root.mnuBeenden);
+    root.mnuBeenden.press();
 }
 
 void entryUp(Root& root)
 {
-    press(root.mnuMoveEntry[1]);
+    root.mnuMoveEntry[1].press();
 }
 
 void entryDown(Root& root)
 {
-    press(root.mnuMoveEntry[2]);
+    root.mnuMoveEntry[2].press();
 }
 
 void playlistUp(Root& root)
 {
-    press(root.mnuVerschiebung[1]);
+    root.mnuVerschiebung[1].press();
 }
 
 void playlistDown(Root& root)
 {
-    press(root.mnuVerschiebung[2]);
+    root.mnuVerschiebung[2].press();
 }
 
 void doubleClick(ListView& list)

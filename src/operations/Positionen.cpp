@@ -1,12 +1,16 @@
 #include "operations/Positionen.h"
 
+#include "app/Command.h"
+#include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
+#include "app/Help.h"
 #include "app/IniFiles.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
-#include "catalogue/CatalogueDatabase.h"
-#include "catalogue/CatalogueView.h"
-#include "shell/MainWindow.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/GetPlayListe.h"
+#include "catalogue/mnuLaden.h"
 
 namespace orvantine {
 
@@ -25,7 +29,7 @@ void load(const Root& root, Positionen& form)
     const ListView& list = root.LListView1;
     QStringList lines;
     for (int row = 1; row <= list.count(); ++row)
-        lines += list.subItem(row, 1) + u'\t' + list.subItem(row, 2) + u'\t' + QString::number(row);
+        lines += playlistName(root, row) + u'\t' + playlistPath(root, row) + u'\t' + QString::number(row);
     form.LSortView.ListIndex = -1;
     form.LSortView.List = lines;
     form.sPlaylisten.Caption = QString::number(list.count()) + u" Playlisten in der Datenbank"_s;
@@ -35,22 +39,23 @@ void load(const Root& root, Positionen& form)
 void writeRow(Root& root, int place, int number)
 {
     const QString database = databaseFile(root);
-    const QString backup = backupFile(root);
-    writeIndexValue(root, database, place + 1, 'a', padded(place, 3));
-    for (const char letter : {'b', 'c', 'd', 'e', 'f', 'g'}) {
-        QString value = indexValue(root, backup, number, letter);
-        if (letter == 'g' && value.isEmpty())
-            value = u"0"_s;
+    CatalogueEntry entry = readEntry(root, backupFile(root), number);
+    if (entry.favourite.isEmpty())
+        entry.favourite = u"0"_s;
+    writeIndexValue(root, database, place + 1, EntryKey::Id, padded(place, 3));
+    for (const auto& [letter, value] :
+         {std::pair{EntryKey::Name, entry.name}, std::pair{EntryKey::Path, entry.path},
+          std::pair{EntryKey::Tracks, entry.tracks}, std::pair{EntryKey::Description, entry.description},
+          std::pair{EntryKey::Date, entry.date}, std::pair{EntryKey::Favourite, entry.favourite}})
         if (!value.isEmpty())
             writeIndexValue(root, database, place + 1, letter, value);
-    }
 }
 
-/// Rewrites the section in the order of the lines.
-void rewriteIndex(Root& root, const QStringList& lines)
+/// Rewrites the section in the order of the lines. False if the program has ended.
+bool rewriteIndex(Root& root, Command& command, const QStringList& lines)
 {
     const QString database = databaseFile(root);
-    const WholeChange together(root.files);
+    const WholeChange together(root.files, WholeChange::Events::Served);
 
     if (Dateiexistenz::FileExists(root, backupFile(root)))
         root.files.remove(backupFile(root));
@@ -60,35 +65,36 @@ void rewriteIndex(Root& root, const QStringList& lines)
 
     // Required: deleted before the copy is read, whether there is one or not.
     IniFiles::DeleteSection(root, database, u"Index"_s);
-    root.services.events.yield();
-
+    bool goesOn = command.yield();
     for (int place = 0; place < lines.size(); ++place) {
         writeRow(root, place, sortLineOf(lines[place]).number);
-        root.services.events.yield();
+        // The catalogue is written to its end, whatever comes in between.
+        goesOn = command.yield() && goesOn;
     }
+    return goesOn;
 }
 
 void BReady_Click(Root& root, Positionen& form)
 {
-    Services& services = root.services;
-
     for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
         control->Enabled = false;
     form.Caption = u" Datensortierung"_s;
     form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
 
-    rewriteIndex(root, form.LSortView.List);
-
+    Command command(root);
     // Required: the name in the message is not that of the file.
-    services.messages.show(u"Es wurde eine Datensicherungsdatei unter ''Orvanten.bak'' erstellt.   "_s,
-                           u" Orvanten Manager"_s, MessageIcon::Information, MessageButtons::Ok);
+    if (!rewriteIndex(root, command, form.LSortView.List) ||
+        !command.ask({.text = u"Es wurde eine Datensicherungsdatei unter ''Orvanten.bak'' erstellt.   "_s,
+                      .title = u" Orvanten Manager"_s,
+                      .icon = MessageIcon::Information}))
+        return;
 
     root.LListView1.Tag = u"0"_s;
 
     GetPlayListe(root, QString());
     GetLoadListe(root);
-    services.events.yield();
-    services.forms.unload(form);
+    if (command.yield())
+        root.services.forms.unload(form);
 }
 
 } // namespace
@@ -110,7 +116,7 @@ void setUpPositionen(Root& root)
     form.bHilfe.Click = [&root] { showHelp(root, u"/3.4 Orvanten positionieren.htm"); };
     form.LSortView.DblClick = [&root, &form] {
         const QString line = form.LSortView.List.value().value(form.LSortView.ListIndex);
-        root.services.messages.show(line, u"Orvanten Manager"_s, MessageIcon::None, MessageButtons::Ok);
+        Command(root).tell({.text = line, .title = u"Orvanten Manager"_s});
     };
 }
 

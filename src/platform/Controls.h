@@ -101,13 +101,24 @@ struct MenuItem : Control
 {
     using Control::Control;
 
-    /// A command without a handler cannot be pressed, whatever Enabled says.
-    [[nodiscard]] bool available() const { return Enabled.value() && Click; }
+    /// A command without a handler cannot be pressed, whatever Enabled says, nor can a twin of one that is off.
+    [[nodiscard]] bool available() const
+    {
+        return Enabled.value() && Click && (Twin == nullptr || Twin->Enabled.value());
+    }
+    /// As a user would: nothing happens where it is not available.
+    void press() const
+    {
+        if (available())
+            Click();
+    }
 
     QProperty<QString> Caption;
     QProperty<bool> Checked{false};
     /// Portable text, "Ctrl+N"; empty for none.
     QString Shortcut;
+    /// The command of the menu bar that this one stands for; null for none.
+    MenuItem* Twin = nullptr;
     std::function<void()> Click;
 };
 

@@ -109,11 +109,17 @@ public:
 
     virtual void beginWhole() {}
     virtual void endWhole() {}
+    /// A WholeChange lives inside which no events may be served.
+    [[nodiscard]] bool inClosedChange() const { return m_closedChanges > 0; }
 
     // The code page
 
     [[nodiscard]] virtual QByteArray encode(const QString& text) const = 0;
     [[nodiscard]] virtual QString decode(const QByteArray& bytes) const = 0;
+
+private:
+    friend class WholeChange;
+    int m_closedChanges = 0;
 };
 
 /// While one lives, what is written, copied over, created and removed belongs together: if the program is killed
@@ -121,13 +127,28 @@ public:
 class WholeChange
 {
 public:
-    explicit WholeChange(Files& files) : m_files(files) { m_files.beginWhole(); }
-    ~WholeChange() { m_files.endWhole(); }
+    /// What another command writes does not belong to this change, so no events are served while one lives. A command
+    /// whose steps yield says so: nobody who changes the same runs inside its waits.
+    enum class Events { NotServed, Served };
+
+    explicit WholeChange(Files& files, Events events = Events::NotServed) : m_files(files), m_events(events)
+    {
+        if (m_events == Events::NotServed)
+            ++m_files.m_closedChanges;
+        m_files.beginWhole();
+    }
+    ~WholeChange()
+    {
+        m_files.endWhole();
+        if (m_events == Events::NotServed)
+            --m_files.m_closedChanges;
+    }
     WholeChange(const WholeChange&) = delete;
     WholeChange& operator=(const WholeChange&) = delete;
 
 private:
     Files& m_files;
+    Events m_events;
 };
 
 } // namespace orvantine

@@ -278,10 +278,9 @@ std::vector<int> ListView::reorder(const std::vector<std::size_t>& order)
 
 ListView::Batch::~Batch()
 {
-    if (--m_list.m_batches > 0)
-        return;
     m_list.publish();
-    m_list.BatchEnded();
+    if (--m_list.m_batches == 0)
+        m_list.BatchEnded();
 }
 
 int ListView::rowCount(const QModelIndex& parent) const

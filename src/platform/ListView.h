@@ -133,9 +133,9 @@ public:
     /// other programs.
     std::function<std::optional<QByteArray>(int row)> DragFile;
 
-    /// While one lives, appended rows, changed cells and the selection reach the views together when it ends. A change
-    /// that moves rows tells the views of what was held back first. The rows that are appended to a sorted list stand
-    /// at its end until then, and take their places together.
+    /// While one lives, appended rows, changed cells and the selection reach the views together when it ends. They
+    /// nest; only the selection waits for the outermost. A change that moves rows tells the views of what was held back
+    /// first. The rows that are appended to a sorted list stand at its end until then, and take their places together.
     class Batch
     {
     public:
@@ -149,6 +149,8 @@ public:
     };
 
     [[nodiscard]] bool batching() const { return m_batches > 0; }
+    /// Rows were appended that no view knows of.
+    [[nodiscard]] bool holdsBackRows() const { return m_published < count(); }
     /// Told when the last batch has ended: the selection may be shown again.
     std::function<void()> BatchEnded = [] {};
 

@@ -17,6 +17,15 @@ enum class MessageButtons : int {
 
 enum class Answer : int { Ok = 1, Cancel = 2, Abort = 3, Retry = 4, Ignore = 5, Yes = 6, No = 7 };
 
+struct Message
+{
+    /// Line feeds break lines.
+    QString text;
+    QString title;
+    MessageIcon icon = MessageIcon::None;
+    MessageButtons buttons = MessageButtons::Ok;
+};
+
 /// Modal boxes. Line feeds in a text break lines.
 class Messages
 {

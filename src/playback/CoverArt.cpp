@@ -1,14 +1,17 @@
 #include "playback/CoverArt.h"
 
-#include "app/Dateiexistenz.h"
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/Registry.h"
 #include "app/Root.h"
-#include "catalogue/CatalogueDatabase.h"
-#include "catalogue/NewPlaylist.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/CoverFiles.h"
+#include "catalogue/NewPlayliste.h"
 #include "platform/Pictures.h"
-#include "shell/FeatureTips.h"
+#include "playback/CoverPane.h"
 
 #include <utility>
 
@@ -18,37 +21,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString resourceFile(const Root& root, const QString& name)
-{
-    return FileDirPath::join(root.tDatenbank.Text.value() + u"Resource"_s, name);
-}
-
-QString selectedName(const Root& root)
-{
-    return root.LListView1.subItem(root.LListView1.selectedRow(), 1);
-}
-
 QString startFolder(const Root& root)
 {
-    QString folder = FileDirPath::FolderOf(root.LListView2.subItem(root.LListView2.selectedRow(), 3));
+    QString folder = FileDirPath::FolderOf(root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path));
     // Required: the flag's value is taken as it stands.
     if (folder.isEmpty())
         folder = readSetting(root, u"FolderView"_s).text();
     return folder.isEmpty() ? SpecialFolder(root, 5) : folder;
-}
-
-/// Copies a picture to the cover of the playlist; gives the cover's path, "" where none came into being.
-QString takeCover(Root& root, const QString& picture, const QString& playlistName)
-{
-    constexpr int ExtensionWithPoint = 4;
-    const QString name = playlistName + FileDirPath::FileNameOf(picture).right(ExtensionWithPoint);
-    if (!FileDirPath::canBeFileName(name))
-        return {};
-    const QString cover = resourceFile(root, name);
-    const WholeChange together(root.files);
-    if (Dateiexistenz::FileExists(root, picture))
-        root.files.copy(picture, cover);
-    return Dateiexistenz::FileExists(root, cover) ? cover : QString();
 }
 
 /// Loads the file anew even if one of its name is shown already: its content may be another.
@@ -59,32 +38,6 @@ void showPicture(Root& root, const QString& file)
 }
 
 } // namespace
-
-QString coverFile(const Root& root, const QString& playlistName)
-{
-    QString cover;
-    if (!FileDirPath::canBeFileName(playlistName))
-        return cover;
-    for (const QString& extension : {u".jpg"_s, u".gif"_s, u".bmp"_s}) {
-        const QString candidate = resourceFile(root, playlistName + extension);
-        if (Dateiexistenz::FileExists(root, candidate))
-            cover = candidate;
-    }
-    return cover;
-}
-
-void showCoverPane(Root& root, bool on)
-{
-    root.pCoverBack.Visible = on;
-    fitDescription(root);
-}
-
-void fitDescription(Root& root)
-{
-    constexpr Twips Margin = 855;
-    const Twips cover = root.pCoverBack.Visible.value() ? root.pCoverBack.Width.value() : 0;
-    root.LSoundCaption.Width = root.xpFrame1.Width.value() - (Margin + cover);
-}
 
 void mnuCoverShow_Click(Root& root)
 {
@@ -105,17 +58,21 @@ void mnuCoverShow_Click(Root& root)
 
 void pCovers_Click(Root& root)
 {
-    ShowFeatureTip(root, 313);
-    // Required: the guard of the commands that add playlists, although nothing is added here.
-    if (root.LListView1.count() >= MostPlaylists)
-        tellLimit(root);
+    // Without a playlist there is nothing that a cover could belong to.
     const QString name = selectedName(root);
+    if (name.isEmpty())
+        return;
+    ShowFeatureTip(root, 313);
+    Command command(root);
+    // Required: the guard of the commands that add playlists, although nothing is added here.
+    if (!mayAddRow(root, command) && command.ended())
+        return;
     const std::optional<ChosenFile> chosen =
-        root.services.choosers.openFile({.title = u" CD-Coverdatei auswählen"_s,
-                                         .folder = startFolder(root),
-                                         .fileName = {},
-                                         .filter = u"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*"_s,
-                                         .defaultExtension = u"*.jpg"_s});
+        command.openFile({.title = u" CD-Coverdatei auswählen"_s,
+                          .folder = startFolder(root),
+                          .fileName = {},
+                          .filter = u"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*"_s,
+                          .defaultExtension = u"*.jpg"_s});
     // The folder of a file at the top of the file system is "".
     if (!chosen || chosen->fileName.isEmpty())
         return;
@@ -135,12 +92,14 @@ void HelpDblClick(Root& root)
 
 void pCovers_MouseDown(Root& root, MouseButton button)
 {
-    if (button != MouseButton::Right)
-        return;
     const QString name = selectedName(root);
-    if (root.services.messages.show(u"Möchten Sie das CD-Cover für diese Wiedergabeliste wirklich löschen ?   "_s,
-                                    u" CD-Cover löschen"_s, MessageIcon::Exclamation,
-                                    MessageButtons::YesNo) != Answer::Yes)
+    if (button != MouseButton::Right || name.isEmpty())
+        return;
+    Command command(root);
+    if (command.ask({.text = u"Möchten Sie das CD-Cover für diese Wiedergabeliste wirklich löschen ?   "_s,
+                     .title = u" CD-Cover löschen"_s,
+                     .icon = MessageIcon::Exclamation,
+                     .buttons = MessageButtons::YesNo}) != Answer::Yes)
         return;
 
     const QString cover = coverFile(root, name);

@@ -6,16 +6,6 @@ namespace orvantine {
 
 struct Root;
 
-/// Path of the cover of a playlist by its display name: ".jpg", ".gif", ".bmp" in "Resource", the last hit wins. ""
-/// where there is none, and for a name that a file cannot have.
-[[nodiscard]] QString coverFile(const Root& root, const QString& playlistName);
-
-/// Shows or hides the cover pane with the width of the description beside it.
-void showCoverPane(Root& root, bool on);
-
-/// Gives the description the width that the frame and the cover pane leave.
-void fitDescription(Root& root);
-
 void mnuCoverShow_Click(Root& root);
 
 /// Chooses a picture as the cover of the selected playlist.

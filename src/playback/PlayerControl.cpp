@@ -1,8 +1,11 @@
 #include "playback/PlayerControl.h"
 
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/PlayButtons.h"
 #include "app/Root.h"
-#include "catalogue/CatalogueView.h"
-#include "playback/Sequencing.h"
+#include "catalogue/CatalogueRows.h"
+#include "playback/PlaySingleTrack.h"
 
 namespace orvantine {
 
@@ -42,8 +45,8 @@ void startList(Root& root)
     if (row == 0)
         return;
 
-    const int read = root.currentRead;
-    player.newPlaylist(list.subItem(row, 2), list.subItem(row, 3));
+    const TrackList::Hold hold = root.trackList.hold();
+    player.newPlaylist(playlistPath(root, row), list.subItem(row, CatalogueItem::Tracks));
     // The end of this list has not been seen yet, whatever became of the one before.
     root.pPausePlayer.Tag = u"0"_s;
     if (root.LListView2.count() == 1) {
@@ -59,14 +62,16 @@ void startList(Root& root)
     offerPause(root);
     if (player.status() != u"Beendet"_s)
         player.close();
-    player.setURL(list.subItem(row, 2));
+    player.setURL(playlistPath(root, row));
     root.Timer1.Enabled = true;
-    root.services.events.yield();
+    Command command(root);
+    if (!command.yield())
+        return;
 
     markAllFavourites(root);
     list.setIcons(row, u"Icon_C"_s);
     // A click while events were served has opened another list: its row stays selected.
-    if (read == root.currentRead)
+    if (hold.inSight())
         list.select(row);
 }
 
@@ -77,7 +82,7 @@ void setIdle(Root& root)
     root.Tag = u"0"_s;
     root.Timer1.Enabled = false;
     root.services.mediaplayer.close();
-    root.services.events.yield();
+    Command(root).lastYield();
 }
 
 } // namespace
@@ -113,12 +118,6 @@ void pStopPlayer_Click(Root& root)
     root.Timer1.Enabled = false;
     root.services.mediaplayer.stop();
     root.services.mediaplayer.close();
-}
-
-void stopIfRunning(Root& root)
-{
-    if (root.pPausePlayer.Enabled.value())
-        root.pStopPlayer.Click();
 }
 
 void pPlayBack_Click(Root& root)
@@ -169,13 +168,6 @@ void mnuSpecials_Click(Root& root, int index)
         playSingleTrack(root);
     else if (index == 2)
         pStopPlayer_Click(root);
-}
-
-void showRunning(Root& root, bool running)
-{
-    root.pSoundPlayer.Enabled = !running;
-    root.pPausePlayer.Enabled = running;
-    root.mnuWiedergabe.Caption = running ? u"Wiedergabe stoppen "_s : u"Wiedergabe starten "_s;
 }
 
 } // namespace orvantine

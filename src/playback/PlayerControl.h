@@ -9,8 +9,6 @@ void pSoundPlayer_Click(Root& root);
 /// Pause, or resume where that is possible.
 void pPausePlayer_Click(Root& root);
 void pStopPlayer_Click(Root& root);
-/// Presses the stop button if a title runs or is paused.
-void stopIfRunning(Root& root);
 void pPlayBack_Click(Root& root);
 void pPlayForward_Click(Root& root);
 void mnuWiedergabe_Click(Root& root);
@@ -18,8 +16,5 @@ void mnuWiedergabe_Click(Root& root);
 void mnuSoundplayer_Click(Root& root, int index);
 /// 1 plays the track, 2 stops.
 void mnuSpecials_Click(Root& root, int index);
-
-/// The pair of buttons for "nothing runs" or "something runs", with the caption of the menu.
-void showRunning(Root& root, bool running);
 
 } // namespace orvantine

@@ -1,5 +1,6 @@
 #include "playback/Tray.h"
 
+#include "app/Command.h"
 #include "app/Root.h"
 #include "playback/CoverArt.h"
 
@@ -8,12 +9,6 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-void press(MenuItem& item)
-{
-    if (item.Click)
-        item.Click();
-}
 
 void hideWindow(Root& root)
 {
@@ -27,7 +22,8 @@ void bringBack(Root& root)
     constexpr Twips SafeTop = 500;
     constexpr Twips SafeLeft = 300;
     root.services.forms.toFront(root);
-    root.services.events.yield();
+    if (!Command(root).yield())
+        return;
     const ScreenSize screen = root.services.screen.size();
     if (root.Top.value() >= screen.height)
         root.Top = SafeTop;
@@ -54,13 +50,13 @@ void pTrayicons_MouseMove(Root& root, int x)
 void pTrayicon_Click(Root& root)
 {
     if (root.tDateiname.Enabled.value())
-        press(root.mnuBeschriftung);
+        root.mnuBeschriftung.press();
 }
 
 void tPlaylisteinträge_DblClick(Root& root)
 {
     if (root.tDateiname.Enabled.value())
-        press(root.mnuUmbenennen);
+        root.mnuUmbenennen.press();
 }
 
 void pMpeg_DblClick(Root& root)

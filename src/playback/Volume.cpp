@@ -1,5 +1,6 @@
 #include "playback/Volume.h"
 
+#include "app/Command.h"
 #include "app/Root.h"
 
 #include <QLocale>
@@ -19,14 +20,10 @@ constexpr int LevelPerStep = 8000;
 
 } // namespace
 
-clsVolume::clsVolume(MixerDevice& device, Messages& messages) : m_mixer(device.open())
+clsVolume::clsVolume(MixerDevice& device) : m_mixer(device.open())
 {
-    if (!m_mixer) {
-        messages.show(u"Die Soundkarte konnte nicht gefunden oder initialisiert werden.    \n"
-                      u"Warscheinlich ist die Audiowiedergabe nicht verfügbar."_s,
-                      u" Sound und Audiowiedergabe"_s, MessageIcon::Critical, MessageButtons::Ok);
+    if (!m_mixer)
         return;
-    }
 
     for (Line* line : {&m_wave, &m_microphone, &m_waveIn, &m_midi, &m_compactDisc})
         GetVolumeControl(line->componentType, *line);
@@ -56,7 +53,14 @@ long clsVolume::GetVolumeValue(const Line& line) const
 
 void LoadVolume(Root& root)
 {
-    root.volume = std::make_unique<clsVolume>(root.services.mixer, root.services.messages);
+    root.volume = std::make_shared<clsVolume>(root.services.mixer);
+    Command command(root);
+    if (!root.volume->present() &&
+        !command.ask({.text = u"Die Soundkarte konnte nicht gefunden oder initialisiert werden.    \n"
+                              u"Warscheinlich ist die Audiowiedergabe nicht verfügbar."_s,
+                      .title = u" Sound und Audiowiedergabe"_s,
+                      .icon = MessageIcon::Critical}))
+        return;
 
     // Halves go to the even step.
     const auto step = static_cast<int>(std::nearbyint(static_cast<double>(root.volume->WaveVolume()) / LevelPerStep));

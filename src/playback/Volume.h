@@ -1,23 +1,27 @@
 #pragma once
 
-#include "platform/Messages.h"
 #include "platform/MixerDevice.h"
+
+#include <memory>
 
 namespace orvantine {
 
 struct Root;
 
-/// The lines of the mixer. Opens it when it is made, with a message if there is none, and closes it when it goes.
+/// The lines of the mixer. Opens it when it is made and closes it when it goes.
 ///
 /// The limits are those that the lines had then. A line that was not found has 0 and 0, so it reads as it may and is
 /// written with 0. Without a mixer everything reads as 0 and nothing is written.
 class clsVolume
 {
 public:
-    clsVolume(MixerDevice& device, Messages& messages);
+    explicit clsVolume(MixerDevice& device);
     ~clsVolume() = default;
     clsVolume(const clsVolume&) = delete;
     clsVolume& operator=(const clsVolume&) = delete;
+
+    /// A sound server answered.
+    [[nodiscard]] bool present() const { return m_mixer != nullptr; }
 
     // The speakers
     [[nodiscard]] long MinWaveVolume() const { return m_wave.range.minimum; }
@@ -76,8 +80,8 @@ private:
     std::unique_ptr<MixerHandle> m_mixer;
 };
 
-/// Makes the mixer object anew and puts the slider at the level of the speakers, so that a change made elsewhere on
-/// the desktop is picked up.
+/// Makes the mixer object anew, with a message if there is no mixer, and puts the slider at the level of the speakers,
+/// so that a change made elsewhere on the desktop is picked up.
 void LoadVolume(Root& root);
 
 /// The slider was moved: its text tells percent, its place becomes the level of the speakers.

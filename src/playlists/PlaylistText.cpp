@@ -11,12 +11,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int MostEntries = 32767;
+constexpr qsizetype LongestLine = 256;
 
-int countUpTo(QStringView text, int most)
+} // namespace
+
+int countEntries(QStringView text)
 {
     int count = 0;
     qsizetype start = 0;
-    for (qsizetype end = text.indexOf(u'\n'); end >= 0 && count < most; end = text.indexOf(u'\n', start)) {
+    for (qsizetype end = text.indexOf(u'\n'); end >= 0 && count < MostEntries; end = text.indexOf(u'\n', start)) {
         qsizetype first = start;
         while (first < end && text[first] == u'\r')
             ++first;
@@ -27,16 +30,22 @@ int countUpTo(QStringView text, int most)
     return count;
 }
 
-} // namespace
-
-int countEntries(QStringView text)
+qsizetype entryLines(QStringView text)
 {
-    return countUpTo(text, MostEntries);
+    qsizetype count = 0;
+    bool lineBegins = true;
+    for (const QChar c : text) {
+        const bool ends = c == u'\r' || c == u'\n';
+        if (lineBegins && !ends && c != u'#')
+            ++count;
+        lineBegins = ends;
+    }
+    return count;
 }
 
-bool exceedsCount(QStringView text)
+bool breaksLine(const QString& path)
 {
-    return countUpTo(text, MostEntries + 1) > MostEntries;
+    return path.contains(u'\r') || path.contains(u'\n');
 }
 
 QString normalisedEntries(QStringView text, const std::function<QString(const QString&)>& shorten)
@@ -113,6 +122,24 @@ QString entriesOfNml(const QString& text)
     return result.mid(1);
 }
 
+bool showsAll(const TextLines& lines, int count, QStringView entries)
+{
+    int next = 0;
+    const auto nextLine = [&] {
+        QString line;
+        while (next < count && line.isEmpty())
+            line = lines.GetTextZeile(next++);
+        return line;
+    };
+    qsizetype start = 0;
+    for (qsizetype end = entries.indexOf(u"\r\n"); end >= 0; end = entries.indexOf(u"\r\n", start)) {
+        if (nextLine() != cutTo(entries.mid(start, end - start).toString(), LongestLine))
+            return false;
+        start = end + 2;
+    }
+    return nextLine().isEmpty();
+}
+
 TextLines::TextLines(const QString& text) : m_text(text)
 {
     m_starts.push_back(0);
@@ -120,23 +147,17 @@ TextLines::TextLines(const QString& text) : m_text(text)
         m_starts.push_back(end + 2);
 }
 
-QString TextLines::line(int number) const
+QString TextLines::GetTextZeile(int line) const
 {
-    constexpr qsizetype Longest = 256;
-    if (number < 0 || number >= static_cast<int>(m_starts.size()))
+    if (line < 0 || line >= static_cast<int>(m_starts.size()))
         return {};
-    const auto index = static_cast<std::size_t>(number);
+    const auto index = static_cast<std::size_t>(line);
     const qsizetype start = m_starts[index];
     qsizetype end = index + 1 < m_starts.size() ? m_starts[index + 1] - 2 : m_text.size();
     const bool closed = index + 1 < m_starts.size();
     if (closed && end > start && m_text.at(end - 1) == u'\r')
         --end;
-    return cutTo(m_text.mid(start, end - start), Longest);
-}
-
-QString GetTextZeile(const QString& text, int line)
-{
-    return TextLines(text).line(line);
+    return cutTo(m_text.mid(start, end - start), LongestLine);
 }
 
 } // namespace orvantine

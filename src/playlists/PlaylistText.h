@@ -12,8 +12,11 @@ namespace orvantine {
 /// Saturates at 32767.
 [[nodiscard]] int countEntries(QStringView text);
 
-/// True if the text holds more entries than the count can tell.
-[[nodiscard]] bool exceedsCount(QStringView text);
+/// Lines of a playlist file that name something, however they are closed: what a write over the file would lose.
+[[nodiscard]] qsizetype entryLines(QStringView text);
+
+/// True for a path that is no entry: a playlist holds a path in a line, and the next read would split it.
+[[nodiscard]] bool breaksLine(const QString& path);
 
 /// The entries of a line-based playlist, each with CR LF: LF is dropped wherever it stands, CR closes a line, empty
 /// lines and comments go. `shorten` gives the text that stands for an entry.
@@ -33,14 +36,15 @@ public:
     explicit TextLines(const QString& text);
 
     /// 0-based; at most 256 characters, "" beyond the end.
-    [[nodiscard]] QString line(int number) const;
+    [[nodiscard]] QString GetTextZeile(int line) const;
 
 private:
     QString m_text;
     std::vector<qsizetype> m_starts;
 };
 
-/// Line of a text field by its 0-based number.
-[[nodiscard]] QString GetTextZeile(const QString& text, int line);
+/// True if the first `count` lines, as a text field gives them and less the empty ones, are the entries and there are
+/// no more. An entry that is longer than a line of the field counts as shown.
+[[nodiscard]] bool showsAll(const TextLines& lines, int count, QStringView entries);
 
 } // namespace orvantine

@@ -1,7 +1,7 @@
 #include "search/Dialogsuche.h"
 
 #include "app/Root.h"
-#include "playback/CoverArt.h"
+#include "playback/CoverPane.h"
 
 namespace orvantine {
 

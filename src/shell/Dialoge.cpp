@@ -1,5 +1,6 @@
 #include "shell/Dialoge.h"
 
+#include "app/Command.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -55,7 +56,7 @@ void setUpDialoge(Root& root)
     form.bButton[Back].Click = [&form] { showPage(form, form.page.value() - 1); };
     form.bButton[Next].Click = [&form] { showPage(form, form.page.value() + 1); };
     form.bOrdner.Click = [&root, &form] {
-        const QString folder = root.services.choosers.folder(
+        const QString folder = Command(root).folder(
             {.prompt = u"Wählen Sie den entsprechenden Zielordner oder Laufwerk ..."_s, .folder = form.tOrdner.Text});
         if (!folder.isEmpty())
             form.tOrdner.Text = folder;

@@ -11,7 +11,6 @@ struct Info : Form
 {
     Info();
 
-    PictureBox Picture{controls, u"Picture"};
     Label RName{controls, u"RName"};
     Label RVersion{controls, u"RVersion"};
     Label RWerbung{controls, u"RWerbung"};

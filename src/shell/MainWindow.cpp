@@ -1,16 +1,12 @@
 #include "shell/MainWindow.h"
 
-#include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
-#include "app/Others.h"
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
+#include "app/Help.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/SaveOptions.h"
-#include "playlists/ReadPlaylists.h"
-#include "shell/FeatureTips.h"
 #include "shell/Info.h"
-
-#include <algorithm>
 
 namespace orvantine {
 
@@ -18,63 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Twips LeastWidth = 9365;
-constexpr Twips LeastHeight = 7245;
-constexpr Twips NameWidth = 2800;
-constexpr Twips TracksWidth = 900;
-constexpr double NarrowestStored = 500;
-
 bool toggle(MenuItem& item)
 {
     item.Checked = !item.Checked.value();
     return item.Checked.value();
 }
 
-Twips storedWidth(const Root& root, const QString& name, Twips otherwise)
-{
-    const Setting stored = readSetting(root, name);
-    return stored.number() >= NarrowestStored ? stored.whole() : otherwise;
-}
-
-void storeWidth(Root& root, const QString& name, const ListView& list, int column)
-{
-    if (column <= list.columns())
-        writeSetting(root, name, QString::number(list.columnWidth(column)));
-}
-
 } // namespace
-
-void DisabledButtons(Root& root, int off)
-{
-    const bool on = off == 0;
-    for (MenuItem* menu : {&root.mnuBearbeiten, &root.mnuAnsicht, &root.mnuVerwaltung, &root.mnuHelp})
-        menu->Enabled = on;
-    root.LListView1.Enabled = on;
-    root.LListView2.Enabled = on;
-    root.pAnimations.Enabled = on;
-    root.pSymbole.Enabled = on;
-    // While something runs the play button stays off: the two buttons are always opposite.
-    root.pSoundPlayer.Enabled = on && !root.pPausePlayer.Enabled.value();
-    root.buttonsDisabled = !on;
-}
-
-void DisabledButtons(Root& root)
-{
-    DisabledButtons(root, root.buttonsDisabled ? 0 : 1);
-}
-
-void Form_Resize(Root& root)
-{
-    if (root.State.value() == WindowState::Minimized) {
-        if (root.services.tray.available())
-            root.Visible = false;
-        return;
-    }
-    if (root.State.value() == WindowState::Maximized)
-        return;
-    root.Width = std::max(root.Width.value(), LeastWidth);
-    root.Height = std::max(root.Height.value(), LeastHeight);
-}
 
 void mnuGridlines_Click(Root& root)
 {
@@ -114,34 +60,43 @@ void mnuPositionen_Click(Root& root)
 
 void mnuTrackShow_Click(Root& root)
 {
+    constexpr int Name = columnOf(CatalogueItem::Name);
+    constexpr int Tracks = columnOf(CatalogueItem::Tracks);
+    const Twips nameWidth = CatalogueColumns[Name - 1].width;
+    const Twips tracksWidth = CatalogueColumns[Tracks - 1].width;
     const bool on = toggle(root.mnuTrackShow);
-    root.LListView1.setColumnWidth(4, on ? TracksWidth : 0);
-    root.LListView1.setColumnWidth(2, on ? NameWidth : NameWidth + TracksWidth);
+    root.LListView1.setColumnWidth(Tracks, on ? tracksWidth : 0);
+    root.LListView1.setColumnWidth(Name, on ? nameWidth : nameWidth + tracksWidth);
 }
 
 void mnuOrvmenu_Click(Root& root, int index)
 {
+    constexpr int Path = columnOf(TrackItem::Path);
+    constexpr int File = columnOf(TrackItem::File);
+    const ColumnRule& path = TrackColumns[Path - 1];
+    const ColumnRule& file = TrackColumns[File - 1];
     const bool paths = index == 1;
     ListView& tracks = root.LListView2;
-    storeWidth(root, u"LV_1"_s, root.LListView1, 2);
-    storeWidth(root, u"LV_2"_s, root.LListView1, 4);
-    storeWidth(root, u"LV_4"_s, tracks, 2);
+    for (const int item : {CatalogueItem::Name, CatalogueItem::Tracks})
+        storeWidth(root, CatalogueColumns[static_cast<std::size_t>(item)].setting, root.LListView1, columnOf(item));
+    storeWidth(root, TrackColumns[TrackItem::Number].setting, tracks, columnOf(TrackItem::Number));
     // Each mode keeps a width of its own, so only that of the column in sight is stored.
-    if (tracks.columnWidth(4) > 0)
-        storeWidth(root, u"LV_6"_s, tracks, 4);
-    if (tracks.columnWidth(5) > 0)
-        storeWidth(root, u"LV_7"_s, tracks, 5);
+    if (tracks.columnWidth(Path) > 0)
+        storeWidth(root, path.setting, tracks, Path);
+    if (tracks.columnWidth(File) > 0)
+        storeWidth(root, file.setting, tracks, File);
 
     root.mnuOrvmenu[1].Checked = paths;
     root.mnuOrvmenu[2].Checked = !paths;
-    tracks.setColumnWidth(4, paths ? storedWidth(root, u"LV_6"_s, 2900) : 0);
-    tracks.setColumnWidth(5, paths ? 0 : storedWidth(root, u"LV_7"_s, 2200));
+    tracks.setColumnWidth(Path, paths ? storedWidth(root, path.setting, path.width) : 0);
+    tracks.setColumnWidth(File, paths ? 0 : storedWidth(root, file.setting, file.width));
 }
 
 void mnuSchriftarten_Click(Root& root)
 {
+    Command command(root);
     const std::optional<FontChoice> font =
-        root.services.choosers.font({root.LListView1.FontName.value(), root.LListView1.FontSize.value()});
+        command.font({root.LListView1.FontName.value(), root.LListView1.FontSize.value()});
     if (!font)
         return;
     for (ListView* list : {&root.LListView1, &root.LListView2}) {
@@ -152,36 +107,32 @@ void mnuSchriftarten_Click(Root& root)
 
 void mnuSpaltenReset_Click(Root& root)
 {
-    ShowFeatureTip(root, 510);
-    if (root.services.messages.show(u"Möchten Sie wirklich die Spaltenbreiten der Tabellen wiederherstellen ? "_s,
-                                    u" Optionen zurücksetzen"_s, MessageIcon::Question,
-                                    MessageButtons::YesNo) != Answer::Yes)
+    Command command(root);
+    if (command.ask({.text = u"Möchten Sie wirklich die Spaltenbreiten der Tabellen wiederherstellen ? "_s,
+                     .title = u" Optionen zurücksetzen"_s,
+                     .icon = MessageIcon::Question,
+                     .buttons = MessageButtons::YesNo}) != Answer::Yes)
         return;
-    root.LListView1.setColumnWidth(1, 0);
-    root.LListView1.setColumnWidth(2, NameWidth);
-    root.LListView1.setColumnWidth(3, 0);
-    root.LListView1.setColumnWidth(4, TracksWidth);
+    resetCatalogueColumnWidths(root.LListView1);
     resetTrackColumnWidths(root);
     SaveOptions(root);
     // Saving takes the tray icon away; the program goes on and keeps it.
-    root.services.tray.add(u"Orvanten Manager"_s);
+    if (!command.ended())
+        root.services.tray.add(u"Orvanten Manager"_s);
 }
 
 void mnuAddSoundfiles_Click(Root& root)
 {
-    ShowFeatureTip(root, 512);
     toggle(root.mnuAddSoundfiles);
 }
 
 void mnuErrorDisplay_Click(Root& root)
 {
-    ShowFeatureTip(root, 513);
     toggle(root.mnuErrorDisplay);
 }
 
 void mnuLokalePlayliste_Click(Root& root)
 {
-    ShowFeatureTip(root, 514);
     toggle(root.mnuLokalePlayliste);
 }
 
@@ -192,19 +143,7 @@ void mnuHilfe_Click(Root& root)
 
 void mnuInfo_Click(Root& root)
 {
-    root.services.forms.showModal(*root.info);
-}
-
-void showHelp(Root& root, const char16_t* topic)
-{
-    const QString help = FileDirPath::join(root.services.folders.program, u"Orvantine.chm");
-    if (!Dateiexistenz::FileExists(root, help))
-        return;
-    const QString name = QString::fromUtf16(topic);
-    root.services.launcher.start({.kind = LaunchKind::Help,
-                                  .command = u"hh.exe "_s + help + u"::"_s + name,
-                                  .target = help,
-                                  .arguments = {name}});
+    (void)Command(root).showModal(*root.info);
 }
 
 } // namespace orvantine

@@ -16,9 +16,13 @@ struct MenuEntry
     int level = 0;
     bool submenu = false;
     bool separator = false;
+    /// The command has a mark, and shows an empty box while it is off.
+    bool isSwitch = false;
+    /// Name in the icon theme; empty for none.
+    QStringView icon;
 };
 
-/// Gives every command its caption, shortcut and start state. Run once, before the wiring.
+/// Gives every command its caption, shortcut, start state and handler, from the one table of commands.
 void setUpMenus(Root& root);
 
 /// The menu bar from the left to the right, each menu from top to bottom.

@@ -9,7 +9,6 @@ struct Startup : Form
 {
     Startup();
 
-    PictureBox Picture{controls, u"Picture"};
     Label RTitle{controls, u"RTitle"};
     Label RVersion{controls, u"RVersion"};
     Label RStatus{controls, u"RStatus"};

@@ -4,7 +4,7 @@ namespace orvantine {
 
 struct Root;
 
-/// Starts the updater at most once in 30 days.
+/// Looks for a new version, as often as the options say.
 void UpdateCheck(Root& root);
 
 } // namespace orvantine

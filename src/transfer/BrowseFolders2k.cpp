@@ -1,5 +1,6 @@
 #include "transfer/BrowseFolders2k.h"
 
+#include "app/Command.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -8,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 QString BrowseFolders(Root& root, FolderRoot from)
 {
-    return root.services.choosers.folder(
+    return Command(root).folder(
         {.prompt = u"Wählen Sie den entsprechenden Zielordner oder Laufwerk ..."_s, .root = from, .folder = {}});
 }
 

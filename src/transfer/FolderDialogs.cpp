@@ -1,5 +1,6 @@
 #include "transfer/FolderDialogs.h"
 
+#include "app/DataFolder.h"
 #include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Others.h"

@@ -1,13 +1,11 @@
 #include "transfer/Trackcopy.h"
 
+#include "app/Columns.h"
+#include "app/Command.h"
 #include "app/Root.h"
-#include "operations/TrackListOperations.h"
-#include "playlists/AddTracks.h"
-#include "playlists/ReadPlaylists.h"
-#include "playlists/SavePlaylists.h"
-#include "shell/FeatureTips.h"
-
-#include <QScopedValueRollback>
+#include "catalogue/CatalogueRows.h"
+#include "playlists/AddPlayEntrys.h"
+#include "playlists/GetPlayEntrys.h"
 
 namespace orvantine {
 
@@ -28,25 +26,26 @@ void load(Root& root)
     Trackcopy& form = *root.trackcopy;
     QStringList names;
     for (int row = 1; row <= root.LListView1.count(); ++row)
-        names.append(root.LListView1.subItem(row, 1));
+        names.append(playlistName(root, row));
     enableChoice(form, true);
     form.LListen.List = names;
     form.LListen.ListIndex = names.isEmpty() ? -1 : 0;
     // While the dialog is up the sequence may open another list: the track is the one that is named.
-    form.tTrackname.Tag = root.LListView2.subItem(root.LListView2.selectedRow(), 3);
+    form.tTrackname.Tag = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
 }
 
 /// True if the tracks of the row are the ones that are shown.
-bool openRow(Root& root, int row)
+bool openRow(Root& root, Command& command, int row)
 {
     if (!root.LListView1.select(row))
         return false;
+    const QString path = playlistPath(root, row);
     // The mark may stand on a row whose tracks are not the ones shown.
-    if (!mayWriteSelected(root))
+    if (root.trackList.path() != path || !ownTracks(root))
         root.LListView1.Tag = u"0"_s;
     LoadPlayEntrysTmp(root);
-    root.services.events.yield();
-    return root.LListView1.selectedRow() == row && takeOwnTracks(root);
+    return command.yield() && root.LListView1.selectedRow() == row &&
+           root.trackList.path() == playlistPath(root, row) && ownTracks(root);
 }
 
 void BReady_Click(Root& root)
@@ -54,19 +53,19 @@ void BReady_Click(Root& root)
     Trackcopy& form = *root.trackcopy;
     if (!form.BReady.Enabled.value())
         return;
+    Command command(root);
     const int chosen = form.LListen.ListIndex;
     // Required: no name at all is that of a row that is not there.
     const QString name = form.LListen.List.value().value(chosen);
-    if (name == root.LListView1.subItem(root.LListView1.selectedRow(), 1)) {
-        root.services.messages.show(u"Diese Wiedergabeliste ist der Quellplayliste des markierten Soundtracks. "_s,
-                                    form.Caption.value() + u' ', MessageIcon::Critical, MessageButtons::Ok);
-        return;
-    }
+    if (name == selectedName(root))
+        return command.tell({.text = u"Diese Wiedergabeliste ist der Quellplayliste des markierten Soundtracks. "_s,
+                             .title = form.Caption.value() + u' ',
+                             .icon = MessageIcon::Critical});
     // A list that could not be opened leaves the tracks of the other one in sight: they are not its own.
     enableChoice(form, false);
-    const bool opened = openRow(root, chosen + 1);
+    const bool opened = openRow(root, command, chosen + 1);
     // The end of the program takes the dialog with it.
-    if (!form.Visible.value())
+    if (command.ended() || !form.Visible.value())
         return;
     if (opened)
         AddPlayEntrys(root, form.tTrackname.Tag, 0);
@@ -97,12 +96,8 @@ void setUpTrackcopy(Root& root)
 
 void mnuCopyTrack_Click(Root& root)
 {
-    if (!mayChangeTracks(root))
-        return;
-    const QScopedValueRollback running(root.changingTracks, true);
-    ShowFeatureTip(root, 311);
-    root.trackcopy->tTrackname.Caption = root.LListView2.subItem(root.LListView2.selectedRow(), 2);
-    root.services.forms.showModal(*root.trackcopy);
+    root.trackcopy->tTrackname.Caption = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Name);
+    (void)Command(root).showModal(*root.trackcopy);
 }
 
 } // namespace orvantine

@@ -216,7 +216,7 @@ TEST_F(Options, UnloadingStopsAndEndsUnlessItHasEnded)
     start();
     pSoundPlayer_Click(root());
     root().Visible = false;
-    Form_Unload(root());
+    Form_QueryUnload(root());
     EXPECT_EQ("9", root().Tag.toStdString());
     EXPECT_FALSE(root().pPausePlayer.Enabled.value());
     EXPECT_TRUE(desktop.events().ended());

@@ -1,3 +1,5 @@
+#include "app/Pause.h"
+#include "playlists/PlaylistText.h"
 #include "support/DesktopTest.h"
 
 #include "app/Dateiexistenz.h"

@@ -119,4 +119,30 @@ TEST(Architecture, MessagesStandInOneLiteralWhereTheyAreShown)
     EXPECT_EQ("", matches(logicSources(), u"QMessageBox|QInputDialog|qFatal|qWarning|std::cerr|printf"_s));
 }
 
+TEST(Architecture, EventsAreServedThroughTheDoorsOfACommandAlone)
+{
+    // Whoever waits is asked by the compiler what happened meanwhile, and nothing runs behind the end of the program.
+    QStringList files = logicSources();
+    files.removeIf([](const QString& file) { return file.contains(u"/app/Command."_s); });
+    ASSERT_LT(files.size(), logicSources().size());
+    QStringList others = files;
+    others.removeIf([](const QString& file) { return file.contains(u"/app/Pause."_s); });
+    EXPECT_EQ("", matches(others, u"\\bevents\\.yield\\(|\\bPause\\(|"_s
+                                  u"\\bmessages\\.(show|input)\\(|\\bchoosers\\b|\\bforms\\.showModal\\("_s));
+}
+
+TEST(Architecture, TheRowsOfTheTrackListChangeInOnePlace)
+{
+    QStringList files = logicSources();
+    files.removeIf([](const QString& file) { return file.endsWith(u"/playlists/TrackList.cpp"_s); });
+    EXPECT_EQ("", matches(files,
+                          u"\\b(LListView2|tracks|m_rows)\\.(append|insert|remove|clear|setText|setSubItem|setIcons|"_s
+                          u"setColor|setTag|sortBy|setSorted)\\("_s));
+}
+
+TEST(Architecture, WhatASubItemMeansIsSaidByItsName)
+{
+    EXPECT_EQ("", matches(logicSources(), u"\\b(subItem|setSubItem|setColor)\\([^,]*(\\([^()]*\\))?[^,]*, [0-9]"_s));
+}
+
 } // namespace orvantine

@@ -1,10 +1,10 @@
-#include "catalogue/AddPlaylists.h"
 
+#include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueWorld.h"
 
-#include "catalogue/CatalogueDatabase.h"
-#include "catalogue/NewPlaylist.h"
-#include "playlists/ReadPlaylists.h"
+#include "catalogue/NewPlayliste.h"
+#include "catalogue/mnuAddFolder.h"
+#include "catalogue/mnuSpeichern.h"
 #include "search/FindAudio.h"
 #include "search/IndexFiles.h"
 
@@ -62,7 +62,7 @@ TEST_F(AddPlaylists, ANewListGoesToTheFileAtOnceAndIsOpen)
     EXPECT_EQ("\r\n", bytes(listPath(u"Neu"_s)).toStdString());
     EXPECT_EQ(0, tracks().count());
     EXPECT_EQ(5, tracks().columns());
-    EXPECT_EQ(listPath(u"Neu"_s).toStdString(), root().openPlaylist.toStdString());
+    EXPECT_EQ(listPath(u"Neu"_s).toStdString(), root().trackList.path().toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
 }
 
@@ -116,13 +116,20 @@ TEST_F(AddPlaylists, NoneOfTheCommandsActsInTheMiddleOfALoad)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s});
     start();
-    root().loadingCatalogue = true;
-    root().mnuNeu.Click();
-    root().mnuDurchsuchen.Click();
-    root().mnuLöschen.Click();
-    root().mnuFavoritenShow.Click();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    int tried = 0;
+    desktop.events().atYield(4, [&] {
+        ++tried;
+        EXPECT_EQ(1, catalogue().count());
+        root().mnuNeu.Click();
+        root().mnuDurchsuchen.Click();
+        root().mnuLöschen.Click();
+        root().mnuFavoritenShow.Click();
+        EXPECT_EQ(1, catalogue().count());
+    });
+    root().mnuLaden.Click();
+    EXPECT_EQ(1, tried);
     EXPECT_EQ(2, catalogue().count());
-    root().loadingCatalogue = false;
 }
 
 TEST_F(AddPlaylists, TheOpenDialogStartsInFolderFiveUnlessTheFlagHasAText)

@@ -1,6 +1,7 @@
+#include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueWorld.h"
-
-#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/mnuLaden.h"
+#include "catalogue/mnuSpeichern.h"
 
 namespace orvantine::fake {
 

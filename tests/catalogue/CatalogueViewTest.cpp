@@ -1,6 +1,6 @@
 #include "catalogue/CatalogueWorld.h"
 
-#include "catalogue/CatalogueView.h"
+#include "catalogue/GetPlayListe.h"
 #include "operations/Eigenschaften.h"
 
 namespace orvantine::fake {

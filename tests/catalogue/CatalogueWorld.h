@@ -1,5 +1,6 @@
 #pragma once
 
+#include "playlists/PlaylistText.h"
 #include "support/DesktopTest.h"
 
 namespace orvantine::fake {

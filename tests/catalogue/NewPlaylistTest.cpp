@@ -1,8 +1,7 @@
-#include "catalogue/NewPlaylist.h"
 
 #include "catalogue/CatalogueWorld.h"
-
-#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/NewPlayliste.h"
+#include "catalogue/mnuSpeichern.h"
 
 namespace orvantine::fake {
 
@@ -178,7 +177,7 @@ TEST_F(NewPlaylist, TheFavouriteMarkIsThatOfThePlaceBehindTheLastRow)
     start();
     for (const QString& name : {u"Eins"_s, u"Zwei"_s, u"Drei"_s}) {
         QString path;
-        NewPlayliste(root(), path, name);
+        EXPECT_TRUE(NewPlayliste(root(), path, name));
     }
     EXPECT_EQ(lines({u"  1 \"000\" \"Eins\" \"%1\" \"0\" [icon Icon_1, 1 icon Icon_1]"_s.arg(listPath(u"Eins"_s)),
                      u"  2 \"001\" \"Zwei\" \"%1\" \"0\" [icon Icon_6, 1 icon Icon_6]"_s.arg(listPath(u"Zwei"_s)),
@@ -217,7 +216,7 @@ TEST_F(NewPlaylist, TheNewRowIsScrolledIntoSight)
     int seen = 0;
     catalogue().EnsureVisible = [&](int row) { seen = row; };
     QString path;
-    NewPlayliste(root(), path, u"Neu"_s);
+    EXPECT_TRUE(NewPlayliste(root(), path, u"Neu"_s));
     EXPECT_EQ(1, seen);
 }
 
@@ -226,7 +225,7 @@ TEST_F(NewPlaylist, TheFolderPlaylistenComesBack)
     start();
     desktop.disk().remove(data() + u"Playlisten"_s);
     QString path;
-    NewPlayliste(root(), path, u"Neu"_s);
+    EXPECT_TRUE(NewPlayliste(root(), path, u"Neu"_s));
     EXPECT_TRUE(desktop.disk().isFolder(data() + u"Playlisten"_s));
 }
 

@@ -1,4 +1,3 @@
-#include "catalogue/RemovePlaylists.h"
 
 #include "catalogue/CatalogueWorld.h"
 

@@ -1,14 +1,12 @@
 #include "app/Registry.h"
-#include "catalogue/CatalogueDatabase.h"
-#include "desktop/posix/PosixFiles.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/mnuLaden.h"
+#include "catalogue/mnuSpeichern.h"
+#include "operations/DropOnCatalogue.h"
+#include "operations/DropOnTracks.h"
 #include "operations/Eigenschaften.h"
-#include "operations/ListDrops.h"
 #include "operations/Positionen.h"
-<<<<<<< HEAD
-#include "support/FakeDesktop.h"
-=======
 #include "support/DiskDesktop.h"
->>>>>>> 5437bb2
 
 #include <QCryptographicHash>
 #include <QDir>

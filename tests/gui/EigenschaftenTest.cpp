@@ -1,6 +1,8 @@
 #include "operations/Eigenschaften.h"
+#include "app/DataFolder.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/mnuSpeichern.h"
 
-#include "catalogue/CatalogueDatabase.h"
 #include "desktop/qt/forms/FormWindow.h"
 #include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/window/MainWindow.h"

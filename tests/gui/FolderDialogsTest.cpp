@@ -4,6 +4,7 @@
 #include "desktop/qt/forms/FormWindow.h"
 #include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/widgets/FolderTreeView.h"
+#include "playlists/PlaylistText.h"
 #include "support/DesktopTest.h"
 #include "transfer/Trackcopy.h"
 

@@ -2,6 +2,7 @@
 
 #include "desktop/qt/widgets/ReportList.h"
 #include "gui/Sample.h"
+#include "playlists/PlaylistText.h"
 #include "support/FakeDesktop.h"
 
 #include <QAbstractButton>

@@ -1,4 +1,5 @@
 #include "desktop/qt/window/MainWindow.h"
+#include "playlists/PlaylistText.h"
 #include "support/FakeDesktop.h"
 
 #include <QAction>

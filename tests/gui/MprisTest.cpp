@@ -111,7 +111,7 @@ protected:
     Mpris()
     {
         startPlayback();
-        face = std::make_unique<PlayerFace>(root(), [this] { return boxOpen; });
+        face = std::make_unique<RemoteControl>(root(), [this] { return boxOpen; });
         server = std::make_unique<MprisBus>(*face, u"Orvanten Manager"_s, u"orvanten-manager"_s);
         server->start(QDBusConnection::connectToBus(address, u"server"_s));
         EXPECT_TRUE(await([this] { return !server->name().isEmpty(); }));
@@ -164,7 +164,7 @@ protected:
     QString address = qEnvironmentVariable("DBUS_SESSION_BUS_ADDRESS");
     QDBusConnection client = QDBusConnection::connectToBus(address, u"client"_s);
     bool boxOpen = false;
-    std::unique_ptr<PlayerFace> face;
+    std::unique_ptr<RemoteControl> face;
     std::unique_ptr<MprisBus> server;
     std::unique_ptr<Listener> listener;
 };

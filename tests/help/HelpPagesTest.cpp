@@ -1,3 +1,4 @@
+#include "playlists/PlaylistText.h"
 #include "shell/Menus.h"
 #include "support/FakeDesktop.h"
 

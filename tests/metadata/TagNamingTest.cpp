@@ -1,5 +1,5 @@
-#include "metadata/TagNaming.h"
 #include "MetadataTest.h"
+#include "metadata/mnuSetTagName.h"
 
 namespace orvantine::fake {
 

@@ -1,6 +1,9 @@
-#include "metadata/TrackInformation.h"
 #include "MetadataTest.h"
 #include "metadata/Mp3HeaderReader.h"
+#include "metadata/ShowTrackInfo.h"
+
+#include "app/FileDirPath.h"
+#include "playback/MediaChange.h"
 
 namespace orvantine::fake {
 
@@ -111,9 +114,9 @@ TEST_F(TrackInformation, QuotesAreTakenForTheRememberedFileAndPassedToTheLibrary
     LoadMp3Info(root());
     EXPECT_EQ(u"/music/a.mp3"_s, root().CurrentMp3File);
     EXPECT_EQ("tags.Mp3FileInfo \"\\\"/music/a.mp3\\\"\"", lines(libraryCalls()));
-    EXPECT_EQ(u"a"_s, withoutQuotes(u"\"a"_s));
-    EXPECT_EQ(u"a"_s, withoutQuotes(u"a\""_s));
-    EXPECT_EQ(u""_s, withoutQuotes(u"\""_s));
+    EXPECT_EQ(u"a"_s, FileDirPath::withoutQuotes(u"\"a"_s));
+    EXPECT_EQ(u"a"_s, FileDirPath::withoutQuotes(u"a\""_s));
+    EXPECT_EQ(u""_s, FileDirPath::withoutQuotes(u"\""_s));
 }
 
 TEST_F(TrackInformation, AQuoteGoesOnlyFromTheEndThatHasOne)

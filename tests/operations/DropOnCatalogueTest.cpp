@@ -1,9 +1,8 @@
-#include "operations/ListDrops.h"
 
+#include "catalogue/CatalogueEntry.h"
 #include "operations/ListDropsFixture.h"
 
 #include "app/IniFiles.h"
-#include "catalogue/CatalogueDatabase.h"
 #include "search/Dialogsuche.h"
 
 namespace orvantine::fake {

@@ -1,9 +1,8 @@
-#include "operations/ListDrops.h"
 
 #include "operations/ListDropsFixture.h"
 
 #include "app/IniFiles.h"
-#include "playback/Sequencing.h"
+#include "playback/Timer2.h"
 
 namespace orvantine::fake {
 
@@ -97,29 +96,30 @@ TEST_F(ListDrops, TheButtonsAreDisabledWhileTracksAreAdded)
     EXPECT_FALSE(root().buttonsDisabled);
 }
 
-TEST_F(ListDrops, TracksAreNotAddedToThoseOfAnotherList)
+TEST_F(ListDrops, BehindAMissingListThatWasCancelledADropGoesToTheListInSight)
 {
     startPlayback();
     desktop.disk().remove(listPath(u"Dritte"_s));
-    // The drop asks again: the list may have come back.
-    for (int i = 0; i < 2; ++i)
-        desktop.messages.answer(Answer::Cancel);
+    desktop.messages.answer(Answer::Cancel);
     click(3);
     tracks().Drop({putTrack(u"neu"_s)});
-    EXPECT_EQ("", added()) << "the tracks of the first list are in sight";
+    EXPECT_EQ("/m/neu.mp3", added());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/neu.mp3\r\n", file());
+    EXPECT_EQ("(missing)", file(u"Dritte"_s));
+    EXPECT_EQ("3", catalogue().subItem(1, 3).toStdString());
     EXPECT_EQ("2", catalogue().subItem(3, 3).toStdString());
-    EXPECT_EQ("2", IniFiles::ReadValue(root(), database(), u"Index"_s, u"3d"_s).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
 }
 
-TEST_F(ListDrops, ASelectedListThatIsNotInSightIsOpenedForTheDrop)
+TEST_F(ListDrops, ADropGoesToTheListInSightWhicheverRowIsSelected)
 {
     startPlayback();
     catalogue().select(2);
     tracks().Drop({putTrack(u"neu"_s)});
     EXPECT_EQ("/m/neu.mp3", added());
-    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n/m/neu.mp3\r\n", file(u"Zweite"_s));
-    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n\r\n", file());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/neu.mp3\r\n", file());
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n\r\n", file(u"Zweite"_s));
+    EXPECT_EQ("3", catalogue().subItem(1, 3).toStdString());
 }
 
 TEST_F(ListDrops, ANameWithALineEndIsNoTrackAndNoList)

@@ -1,5 +1,5 @@
-#include "operations/EditCommands.h"
 
+#include "operations/mnuEditPaste.h"
 #include "playback/PlaybackWorld.h"
 
 namespace orvantine::fake {
@@ -309,12 +309,12 @@ TEST_F(EditCommands, APasteGoesBehindTheOwnTracksOfAShortList)
     }
 }
 
-TEST_F(EditCommands, APasteOpensASelectedListThatIsNotInSight)
+TEST_F(EditCommands, APasteGoesToTheListInSightWhicheverRowIsSelected)
 {
     catalogue().select(2);
     paste(u"\"/m/Dritte 1.mp3\""_s);
-    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n/m/Dritte 1.mp3\r\n", bytes(listPath(u"Zweite"_s)).toStdString());
-    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n\r\n", file());
+    EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n/m/Dritte 1.mp3\r\n", file());
+    EXPECT_EQ("/m/Zweite 1.mp3\r\n/m/Zweite 2.mp3\r\n\r\n", bytes(listPath(u"Zweite"_s)).toStdString());
 }
 
 TEST_F(EditCommands, AnotherListThatIsOpenedWhileTheQuestionIsUpGetsNothing)

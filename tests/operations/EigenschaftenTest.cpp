@@ -1,8 +1,7 @@
 #include "operations/Eigenschaften.h"
 
 #include "operations/PropertiesFixture.h"
-
-#include "playlists/ReadPlaylists.h"
+#include "playlists/PlaylistTexts.h"
 
 namespace orvantine::fake {
 
@@ -261,16 +260,16 @@ TEST_F(Properties, ATextOfTheOtherHintIsBlanked)
     EXPECT_EQ(addTracksHint().toStdString(), root().LSoundCaption.Caption.value().toStdString());
 }
 
-TEST_F(Properties, AChangedSelectionRedirectsTheSaveToTheRowThatIsSelectedNow)
+TEST_F(Properties, WhateverIsSelectedMeanwhileTheSaveGoesToTheEntryThatIsShown)
 {
     open();
     form().tPlaylistname.Text = u"Umgeleitet"_s;
     catalogue().select(3);
     form().BReady.Click();
-    EXPECT_EQ("Erste", catalogue().subItem(1, 1).toStdString());
-    EXPECT_EQ("Umgeleitet", catalogue().subItem(3, 1).toStdString());
-    EXPECT_EQ("Umgeleitet", key(3, 'b'));
-    EXPECT_EQ("Erste", key(1, 'b'));
+    EXPECT_EQ("Umgeleitet", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Dritte", catalogue().subItem(3, 1).toStdString());
+    EXPECT_EQ("Dritte", key(3, 'b'));
+    EXPECT_EQ("Umgeleitet", key(1, 'b'));
 }
 
 TEST_F(Properties, WithNoRowLeftTheDialogOnlyCloses)

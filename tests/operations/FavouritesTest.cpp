@@ -1,4 +1,3 @@
-#include "operations/Favourites.h"
 
 #include "playback/PlaybackWorld.h"
 

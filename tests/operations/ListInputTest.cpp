@@ -3,7 +3,7 @@
 #include "playback/PlaybackWorld.h"
 
 #include "playback/PlayerControl.h"
-#include "playlists/ReadPlaylists.h"
+#include "playlists/GetPlayEntrys.h"
 
 namespace orvantine::fake {
 

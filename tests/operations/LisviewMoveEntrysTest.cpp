@@ -1,5 +1,6 @@
-#include "operations/LisviewMoveEntrys.h"
 
+#include "app/LisviewMoveEntrys.h"
+#include "playlists/PlaylistText.h"
 #include "support/Printing.h"
 
 #include <gtest/gtest.h>

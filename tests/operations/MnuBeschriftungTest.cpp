@@ -1,8 +1,6 @@
-#include "operations/Properties.h"
 
 #include "operations/PropertiesFixture.h"
-
-#include "playlists/ReadPlaylists.h"
+#include "playlists/PlaylistTexts.h"
 
 namespace orvantine::fake {
 

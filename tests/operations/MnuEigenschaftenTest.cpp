@@ -1,4 +1,3 @@
-#include "operations/Properties.h"
 
 #include "operations/PropertiesFixture.h"
 

@@ -1,4 +1,3 @@
-#include "operations/TrackListOperations.h"
 
 #include "operations/TrackListOperationsFixture.h"
 
@@ -131,18 +130,20 @@ TEST_F(TrackListOperations, AListThatIsOpenedWhileTheQuestionIsUpLosesNothing)
     EXPECT_EQ(other, file(u"Andere"_s));
 }
 
-TEST_F(TrackListOperations, ATrackOfAnotherListThatIsStillInSightKeepsItsName)
+TEST_F(TrackListOperations, ATrackOfTheListInSightIsRemovedWhicheverRowIsSelected)
 {
     databaseNames = "/m/c.mp3=Band - C\r\n";
     open();
-    const std::string before = file();
     clickMissing();
     ASSERT_EQ("*Band - C a B", names());
-    answerMissing();
+    answerRemove(Answer::Ok);
     root().mnuFileKill.Click();
-    EXPECT_EQ("*Band - C a B", names());
-    EXPECT_EQ("Band - C", nameOf(u"/m/c.mp3"_s));
-    EXPECT_EQ(before, file());
+    EXPECT_EQ("*a B", names());
+    EXPECT_EQ("", nameOf(u"/m/c.mp3"_s));
+    EXPECT_EQ("/m/a.mp3\r\n/m/B.mp3\r\n", file());
+    EXPECT_EQ("(missing)", file(u"Andere"_s));
+    EXPECT_EQ("2", catalogue().subItem(1, 3).toStdString());
+    EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
     desktop.messages.take();
 }
 
@@ -324,7 +325,7 @@ TEST_F(TrackListOperations, AListThatComesToPlaylistenIsReadAgainFromThere)
     answerRemove(Answer::Ok);
     root().mnuFileKill.Click();
     EXPECT_EQ(local.toStdString(), catalogue().subItem(2, 2).toStdString());
-    EXPECT_EQ(local.toStdString(), root().openPlaylist.toStdString());
+    EXPECT_EQ(local.toStdString(), root().trackList.path().toStdString());
     EXPECT_EQ("*a", names());
     EXPECT_EQ("/m/a.mp3\r\n", bytes(local).toStdString());
     EXPECT_EQ(before, bytes(outside).toStdString());

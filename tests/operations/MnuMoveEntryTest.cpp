@@ -1,4 +1,3 @@
-#include "operations/TrackListOperations.h"
 
 #include "operations/TrackListOperationsFixture.h"
 

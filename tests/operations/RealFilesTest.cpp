@@ -1,6 +1,5 @@
 #include "catalogue/CatalogueWorld.h"
-#include "operations/EditCommands.h"
-#include "operations/ListDrops.h"
+#include "operations/mnuEditPaste.h"
 
 #include <QFile>
 

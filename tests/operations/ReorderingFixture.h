@@ -3,9 +3,11 @@
 #include "catalogue/CatalogueWorld.h"
 
 #include "app/IniFiles.h"
-#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/mnuLaden.h"
+#include "catalogue/mnuSpeichern.h"
 #include "operations/Positionen.h"
-#include "operations/Reordering.h"
+#include "operations/mnuVerschiebung.h"
 
 #include <functional>
 

@@ -1,5 +1,7 @@
 #include "playback/CoverArt.h"
 
+#include "catalogue/CoverFiles.h"
+#include "playback/CoverPane.h"
 #include "playback/PlaybackWorld.h"
 
 #include "shell/MainWindow.h"

@@ -1,8 +1,10 @@
+#include "playback/PlaySingleTrack.h"
 #include "playback/PlaybackWorld.h"
 
 #include "playback/PlayerControl.h"
-#include "playback/Sequencing.h"
+#include "playback/Timer2.h"
 #include "shell/MainWindow.h"
+#include "shell/Timer3.h"
 
 namespace orvantine::fake {
 

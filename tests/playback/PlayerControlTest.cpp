@@ -1,5 +1,6 @@
 #include "playback/PlayerControl.h"
 
+#include "app/PlayButtons.h"
 #include "playback/PlaybackWorld.h"
 
 namespace orvantine::fake {

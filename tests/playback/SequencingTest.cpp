@@ -1,9 +1,12 @@
-#include "playback/Sequencing.h"
 
+#include "app/PlayButtons.h"
+#include "playback/PlaySingleTrack.h"
 #include "playback/PlaybackWorld.h"
 
 #include "operations/ListInput.h"
 #include "playback/PlayerControl.h"
+#include "playback/Timer1.h"
+#include "playback/Timer2.h"
 
 namespace orvantine::fake {
 

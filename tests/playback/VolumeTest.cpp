@@ -25,10 +25,7 @@ protected:
     fake::FakeMixer& mixer() { return desktop.mixer; }
 
     /// The class by itself, as its users make it.
-    std::unique_ptr<clsVolume> made()
-    {
-        return std::make_unique<clsVolume>(desktop.services().mixer, desktop.services().messages);
-    }
+    std::unique_ptr<clsVolume> made() { return std::make_unique<clsVolume>(desktop.services().mixer); }
 
     /// What the mixer was asked since the last look.
     [[nodiscard]] std::string asked()
@@ -159,9 +156,10 @@ TEST_F(MixerLines, WithoutASoundCardAreToldAndReadAsNoughtAndAreNeverWritten)
 {
     mixer().present = false;
     desktop.messages.answer(Answer::Ok);
-    const auto volume = made();
+    LoadVolume(root());
     EXPECT_EQ(boxes(), NoMixerBox);
     EXPECT_EQ(asked(), "mixer.open");
+    const auto volume = root().volume;
     EXPECT_EQ(volume->MaxWaveVolume(), 0);
     EXPECT_EQ(volume->WaveVolume(), 0);
     EXPECT_EQ(volume->LineInVolume(), 0);

@@ -1,8 +1,8 @@
-#include "playlists/AddSounds.h"
 
 #include "playlists/AddTracksFixture.h"
 
 #include "app/Registry.h"
+#include "playlists/mnuAddSounds.h"
 #include "transfer/FolderDialogs.h"
 
 #include <random>
@@ -166,18 +166,16 @@ TEST_F(AddSounds, OnlyOneOrNoValueOfFolderViewMeansTheFolder)
     }
 }
 
-TEST_F(AddSounds, WithoutASelectedPlaylistTheTracksAreShownAndTheSaveIsToldAsFailed)
+TEST_F(AddSounds, WithoutAPathTheTracksAreShownAndTheSaveIsToldAsFailed)
 {
-    tracks().clear();
-    catalogue().clearSelection();
+    catalogue().setSubItem(1, 2, QString());
+    root().trackList.close();
     const QByteArray before = bytes(list);
     desktop.messages.answer(Answer::Ok, u" Wiedergabeliste speichern"_s,
                             u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden.    "_s);
     addFolder(u"/neu"_s);
     EXPECT_EQ(4, tracks().count());
     EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
-    EXPECT_EQ("2 0 0", (catalogue().subItem(1, 3) + u' ' + catalogue().subItem(2, 3) + u' ' + catalogue().subItem(3, 3))
-                           .toStdString());
     expectWaitOver();
 }
 
@@ -334,22 +332,22 @@ TEST_F(AddSounds, ASecondRunInsideTheFirstDoesNothing)
         if (std::exchange(ran, true))
             return;
         // No dialog is scripted: one that opens is a failure.
-        desktop.events().after(std::chrono::milliseconds{0}, [this] { mnuAddSounds_Click(root()); });
+        desktop.events().after(std::chrono::milliseconds{0}, [this] { root().mnuAddSounds.Click(); });
     });
-    mnuAddSounds_Click(root());
+    root().mnuAddSounds.Click();
     EXPECT_TRUE(ran);
     EXPECT_EQ(602, tracks().count());
 }
 
-TEST_F(AddSounds, FilesAreNotAddedToTheTracksOfAnotherList)
+TEST_F(AddSounds, BehindAMissingListThatWasCancelledTheFilesGoToTheListInSight)
 {
     catalogue().setSubItem(2, 2, u"/fort/Leer.m3u"_s);
-    const std::string before = shown();
-    for (int i = 0; i < 2; ++i)
-        desktop.messages.answer(Answer::Cancel);
+    desktop.messages.answer(Answer::Cancel);
     click(2);
-    mnuAddSounds_Click(root());
-    EXPECT_EQ(before, shown());
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n",
+              bytes(list).toStdString());
+    EXPECT_EQ("(missing)", bytes(u"/fort/Leer.m3u"_s).toStdString());
     EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
 }
 
@@ -417,13 +415,15 @@ TEST_F(AddSounds, TheFilesGoBehindTheOwnTracksOfAShortList)
     EXPECT_TRUE(bytes(empty).startsWith((data() + u"Playlisten/x.mp3\r\n/neu/a.mp3\r\n"_s).toUtf8()));
 }
 
-TEST_F(AddSounds, ASelectedListThatIsNotInSightIsOpenedFirst)
+TEST_F(AddSounds, TheFilesGoToTheListInSightWhicheverRowIsSelected)
 {
-    const QByteArray before = bytes(list);
+    const QByteArray before = bytes(empty);
     catalogue().select(2);
     addFolder(u"/neu"_s);
-    EXPECT_EQ("/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n", bytes(empty).toStdString());
-    EXPECT_EQ(before.toStdString(), bytes(list).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/neu/a.mp3\r\n/neu/C.MP3\r\n/neu/d.wma\r\n/neu/e.wav\r\n",
+              bytes(list).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(empty).toStdString());
+    EXPECT_EQ("6 0", (catalogue().subItem(1, 3) + u' ' + catalogue().subItem(2, 3)).toStdString());
 }
 
 TEST_F(AddSounds, WithoutAnyKeptFolderTheTextStaysAsItWas)

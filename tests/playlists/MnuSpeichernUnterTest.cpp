@@ -1,8 +1,7 @@
-#include "playlists/SavePlaylists.h"
 
+#include "playlists/mnuSpeichernUnter.h"
+#include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlaylistsFixture.h"
-
-#include "playlists/ReadPlaylists.h"
 
 namespace orvantine::fake {
 
@@ -106,20 +105,21 @@ TEST_F(SavePlaylists, AnEmptyFolderGetsASeparatorLikeAnyOther)
     EXPECT_NE("(missing)", bytes(u"/neu.m3u"_s).toStdString());
 }
 
-TEST_F(SavePlaylists, AnNmlOfAListThatIsShownNoMoreIsNotWrittenAndNothingIsAsked)
+TEST_F(SavePlaylists, AnNmlOfAListThatIsShownNoMoreOpensItFirst)
 {
     putFolder(u"/x"_s);
-    root().mnuLokalePlayliste.Checked = true;
     const QString other = putList(u"Andere"_s, {u"/m/b.mp3"_s, u"/m/c.mp3"_s});
     ListItem row;
     row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"2"_s}};
     catalogue().append(std::move(row));
     chooseMeanwhile(u"/x/neu.nml"_s, [this] { click(2); });
     mnuSpeichernUnter_Click(root());
-    EXPECT_EQ(2, tracks().count());
-    EXPECT_EQ("(missing)", bytes(u"/x/neu.nml"_s).toStdString());
-    EXPECT_EQ("", boxes());
-    EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(3, tracks().count());
+    EXPECT_EQ(1, catalogue().selectedRow());
+    const QByteArray nml = bytes(u"/x/neu.nml"_s);
+    EXPECT_EQ(3, nml.count("<ENTRY TITLE="));
+    EXPECT_TRUE(nml.contains("<PLAYLIST TITLE=\"Liste\">")) << nml.toStdString();
+    EXPECT_TRUE(nml.contains("FILE=\"/m/a.mp3\"")) << nml.toStdString();
 }
 
 TEST_F(SavePlaylists, ARowThatChangedUnderTheDialogIsNotExported)

@@ -1,9 +1,6 @@
 #include "catalogue/CatalogueWorld.h"
-
-#include "catalogue/CatalogueDatabase.h"
-#include "playlists/AddTracks.h"
-#include "playlists/ReadPlaylists.h"
-#include "playlists/SavePlaylists.h"
+#include "playlists/AddPlayEntrys.h"
+#include "playlists/SavePlayEntrys.h"
 
 namespace orvantine::fake {
 
@@ -30,7 +27,7 @@ TEST_F(NestedRead, OfTwoReadsNestedInAYieldTheLaterOwnsTheList)
     EXPECT_EQ(2, tracks().count());
     EXPECT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
     EXPECT_EQ("/m/Zwei 2.mp3", tracks().subItem(2, 3).toStdString());
-    EXPECT_EQ(root().currentRead, root().finishedRead);
+    EXPECT_EQ(TrackList::Content::Own, root().trackList.content());
     EXPECT_TRUE(tracks().Enabled.value());
     EXPECT_TRUE(tracks().Visible.value());
 }
@@ -96,8 +93,7 @@ TEST_F(NestedRead, AListThatIsRemovedInsideItsSaveIsNotMadeAgain)
     click(1);
     desktop.events().after(std::chrono::milliseconds{0}, [&] {
         desktop.disk().remove(listPath(u"Eins"_s));
-        takeTrackList(root(), {});
-        tracks().clear();
+        root().trackList.close();
     });
     SavePlayEntrys(root());
     EXPECT_EQ("(missing)", bytes(listPath(u"Eins"_s)).toStdString());

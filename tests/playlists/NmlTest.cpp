@@ -1,7 +1,6 @@
 #include "catalogue/CatalogueWorld.h"
 
 #include "playlists/PlaylistText.h"
-#include "playlists/ReadPlaylists.h"
 
 namespace orvantine::fake {
 

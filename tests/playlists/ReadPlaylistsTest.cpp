@@ -1,8 +1,9 @@
-#include "playlists/ReadPlaylists.h"
 
+#include "app/DisabledButtons.h"
 #include "catalogue/CatalogueWorld.h"
 
-#include "catalogue/CatalogueDatabase.h"
+#include "catalogue/mnuSpeichern.h"
+#include "playlists/GetPlayEntrys.h"
 #include "shell/MainWindow.h"
 
 #include <QDir>

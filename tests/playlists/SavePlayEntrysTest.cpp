@@ -1,5 +1,5 @@
-#include "playlists/SavePlaylists.h"
 
+#include "playlists/SavePlayEntrys.h"
 #include "playlists/SavePlaylistsFixture.h"
 
 namespace orvantine::fake {
@@ -213,7 +213,7 @@ TEST_F(SavePlaylists, APathBelowTheApplicationsFolderInAnotherCaseIsALocalOne)
     const QString local = listPath(u"liste"_s);
     put(local, "/m/x.mp3\r\n");
     catalogue().setSubItem(1, 2, local.toUpper());
-    root().openPlaylist = local.toUpper();
+    root().trackList.hold().follow(local.toUpper());
     SavePlayEntrys(root());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
     EXPECT_EQ(local.toUpper().toStdString(), catalogue().subItem(1, 2).toStdString());
@@ -226,7 +226,7 @@ TEST_F(SavePlaylists, APathBelowTheApplicationsFolderWithBackslashesIsALocalOne)
     put(local, "/m/x.mp3\r\n");
     const QString told = QString(local).replace(u"/Eigen/"_s, u"\\Eigen\\"_s).replace(u"/Orvanten"_s, u"\\Orvanten"_s);
     catalogue().setSubItem(1, 2, told);
-    root().openPlaylist = told;
+    root().trackList.hold().follow(told);
     SavePlayEntrys(root());
     EXPECT_EQ(told.toStdString(), catalogue().subItem(1, 2).toStdString());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
@@ -267,7 +267,7 @@ TEST_F(SavePlaylists, AListWhosePathIsItsOwnLocalOneIsWrittenEvenWhenMissing)
 {
     const QString local = listPath(u"liste"_s);
     catalogue().setSubItem(1, 2, local);
-    root().openPlaylist = local;
+    root().trackList.hold().follow(local);
     SaveLocalEntrys(root());
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
     EXPECT_EQ(local.toStdString(), catalogue().subItem(1, 2).toStdString());

@@ -1,6 +1,7 @@
 #include "search/Dialogsuche.h"
 
 #include "playback/CoverArt.h"
+#include "playback/CoverPane.h"
 #include "playback/PlaybackWorld.h"
 
 namespace orvantine::fake {

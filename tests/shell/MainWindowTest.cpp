@@ -1,10 +1,11 @@
 #include "shell/MainWindow.h"
+#include "app/DisabledButtons.h"
+#include "app/TooltipRegister.h"
 
 #include "catalogue/CatalogueWorld.h"
 
 #include "playback/PlayerControl.h"
 #include "shell/Info.h"
-#include "shell/TooltipsClass.h"
 
 namespace orvantine::fake {
 

@@ -1,4 +1,5 @@
 #include "shell/Menus.h"
+#include "playlists/PlaylistText.h"
 
 #include "support/DesktopTest.h"
 

@@ -1,5 +1,7 @@
 #include "support/DiskDesktop.h"
 
+#include "shell/Assemble.h"
+
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,7 @@ DiskDesktop::DiskDesktop(const QString& where, const MakeTags& makeTags)
                *tags, tray,     clipboard, launcher, volumes,  instance, fonts,  screen, {},         {},    {}},
       root(services)
 {
+    assemble(root);
     services.folders.program = path(u"program"_s);
     services.folders.applicationData = folder;
     root.tDatenbank.Text = path(u"data/"_s);

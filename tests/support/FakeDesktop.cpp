@@ -1,6 +1,8 @@
 #include "support/FakeDesktop.h"
 
 #include "app/FormLoad.h"
+#include "app/FormResize.h"
+#include "shell/Assemble.h"
 #include "shell/MainWindow.h"
 
 #include <QDir>
@@ -27,6 +29,7 @@ FakeProcess::FakeProcess(Services processServices, std::unique_ptr<VirtualEvents
       services(std::move(processServices)),
       root(std::make_unique<Root>(services))
 {
+    assemble(*root);
     m_watches.push_back(root->Visible.addNotifier([this] { resized(); }));
     m_watches.push_back(root->State.addNotifier([this] { resized(); }));
     m_watches.push_back(root->Width.addNotifier([this] { resized(); }));
@@ -125,7 +128,6 @@ void FakeDesktop::newProcess()
 void FakeDesktop::start(const QString& command)
 {
     services().start.command = command;
-    Form_Initialize(root());
     Form_Load(root());
 }
 

@@ -3,6 +3,7 @@
 #include "platform/CaseFold.h"
 #include "platform/CodePage.h"
 #include "platform/Cues.h"
+#include "playlists/PlaylistText.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,3 +1,4 @@
+#include "playlists/PlaylistText.h"
 #include "support/DesktopTest.h"
 #include "support/Quoting.h"
 

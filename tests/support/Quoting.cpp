@@ -1,5 +1,7 @@
 #include "support/Quoting.h"
 
+#include "playlists/PlaylistText.h"
+
 #include <QStringDecoder>
 
 namespace orvantine::fake {

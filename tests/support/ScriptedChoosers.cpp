@@ -1,5 +1,7 @@
 #include "support/ScriptedChoosers.h"
 
+#include "playlists/PlaylistText.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -45,6 +47,8 @@ std::optional<ScriptedChoice> ScriptedChoosers::next(ChooserKind kind, const QSt
 {
     const bool works = m_log.call(u"choosers.%1 %2"_s.arg(nameOf(kind), line));
     std::optional<ScriptedChoice> choice = queue.pop();
+    if (!choice && Unscripted)
+        choice = Unscripted(kind);
     if (!choice) {
         m_complaints.add(u"a chooser came up that nobody scripted: %1 %2"_s.arg(nameOf(kind), line));
         return std::nullopt;

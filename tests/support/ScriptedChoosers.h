@@ -42,6 +42,8 @@ public:
     void complainOfUnused();
 
     ScriptQueue<ScriptedChoice> queue;
+    /// Chooses where no script waits, in the place of a complaint.
+    std::function<ScriptedChoice(ChooserKind kind)> Unscripted;
 
 private:
     std::optional<ScriptedChoice> next(ChooserKind kind, const QString& line);

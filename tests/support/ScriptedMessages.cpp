@@ -110,11 +110,17 @@ void ScriptedMessages::check(const ScriptedAnswer& script, const QString& title,
         m_complaints.add(u"a box with the text %1 came up, %2 was scripted"_s.arg(quoted(text), quoted(*script.text)));
 }
 
+std::optional<ScriptedAnswer> ScriptedMessages::next(const ShownMessage& message)
+{
+    std::optional<ScriptedAnswer> script = queue.pop();
+    return script || !Unscripted ? script : Unscripted(message);
+}
+
 Answer ScriptedMessages::show(const QString& text, const QString& title, MessageIcon icon, MessageButtons buttons)
 {
     m_log.call(u"messages.show %1 %2"_s.arg(quoted(title), quoted(text)));
     ShownMessage message{false, text, title, icon, buttons, refusing(buttons), {}, {}};
-    const std::optional<ScriptedAnswer> script = queue.pop();
+    const std::optional<ScriptedAnswer> script = next(message);
     if (!script) {
         m_complaints.add(u"a box came up that nobody scripted: title %1, text %2, icon %3, buttons %4"_s.arg(
             quoted(title), quoted(text), nameOf(icon), nameOf(buttons)));
@@ -142,7 +148,7 @@ QString ScriptedMessages::input(const QString& prompt, const QString& title, con
     message.text = prompt;
     message.title = title;
     message.defaultText = defaultText;
-    const std::optional<ScriptedAnswer> script = queue.pop();
+    const std::optional<ScriptedAnswer> script = next(message);
     if (!script) {
         m_complaints.add(u"an input box came up that nobody scripted: title %1, text %2, default %3"_s.arg(
             quoted(title), quoted(prompt), quoted(defaultText)));

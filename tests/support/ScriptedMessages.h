@@ -58,8 +58,11 @@ public:
     void complainOfUnused();
 
     ScriptQueue<ScriptedAnswer> queue;
+    /// Answers the boxes that no script waits for, in the place of a complaint.
+    std::function<ScriptedAnswer(const ShownMessage& message)> Unscripted;
 
 private:
+    std::optional<ScriptedAnswer> next(const ShownMessage& message);
     void check(const ScriptedAnswer& script, const QString& title, const QString& text);
 
     CallLog& m_log;

@@ -2,8 +2,6 @@
 
 #include "catalogue/CatalogueWorld.h"
 
-#include "playlists/ReadPlaylists.h"
-
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;

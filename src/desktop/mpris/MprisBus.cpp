@@ -195,7 +195,7 @@ const QStringList LoopNames{u"Playlist"_s, u"Track"_s, u"None"_s};
 
 } // namespace
 
-MprisBus::MprisBus(PlayerFace& face, QString identity, QString desktopEntry)
+MprisBus::MprisBus(RemoteControl& face, QString identity, QString desktopEntry)
     : m_face(face), m_identity(std::move(identity)), m_desktopEntry(std::move(desktopEntry))
 {
     qDBusRegisterMetaType<MprisPlaylist>();
@@ -291,10 +291,10 @@ QDBusMessage MprisBus::answer(const QDBusMessage& message)
     if (interface == PropertiesInterface)
         return answerProperties(message);
 
-    const std::pair<QString, bool (PlayerFace::*)()> wishes[] = {
-        {u"Next"_s, &PlayerFace::next},   {u"Previous"_s, &PlayerFace::previous},
-        {u"Pause"_s, &PlayerFace::pause}, {u"PlayPause"_s, &PlayerFace::playPause},
-        {u"Stop"_s, &PlayerFace::stop},   {u"Play"_s, &PlayerFace::play}};
+    const std::pair<QString, bool (RemoteControl::*)()> wishes[] = {
+        {u"Next"_s, &RemoteControl::next},   {u"Previous"_s, &RemoteControl::previous},
+        {u"Pause"_s, &RemoteControl::pause}, {u"PlayPause"_s, &RemoteControl::playPause},
+        {u"Stop"_s, &RemoteControl::stop},   {u"Play"_s, &RemoteControl::play}};
     for (const auto& [name, wish] : wishes)
         if (is(PlayerInterface, name)) {
             later([&face = m_face, asked = wish] { (face.*asked)(); });

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/mpris/PlayerFace.h"
+#include "playback/RemoteControl.h"
 
 #include <QDBusConnection>
 #include <QDBusVirtualObject>
@@ -17,7 +17,7 @@ namespace orvantine {
 class MprisBus final : public QDBusVirtualObject
 {
 public:
-    MprisBus(PlayerFace& face, QString identity, QString desktopEntry);
+    MprisBus(RemoteControl& face, QString identity, QString desktopEntry);
     ~MprisBus() override;
 
     /// Takes its place on the bus of the session. Does not wait for the bus.
@@ -50,7 +50,7 @@ private:
     void announceNames();
     void send(const QString& interface, const QString& member, const QVariantList& arguments);
 
-    PlayerFace& m_face;
+    RemoteControl& m_face;
     const QString m_identity;
     const QString m_desktopEntry;
     QDBusConnection m_bus{QString()};

@@ -1,5 +1,6 @@
 #include "runner/Run.h"
 
+#include "playlists/PlaylistText.h"
 #include "runner/Diff.h"
 
 #include <QRegularExpression>

@@ -1,3 +1,4 @@
+#include "playlists/PlaylistText.h"
 #include "runner/Run.h"
 
 #include "support/Printing.h"

@@ -49,8 +49,6 @@ void closeWindow(Run& run, const Command& command)
             return run.desktop().forms().unload(*form);
     }
     Form_QueryUnload(run.root());
-    if (!run.desktop().events().ended())
-        Form_Unload(run.root());
 }
 
 /// Why a user could not reach the control at present; empty if he can.

@@ -1,3 +1,4 @@
+#include "playlists/PlaylistText.h"
 #include "support/Wav.h"
 #include "system/app/Program.h"
 #include "system/app/Shelf.h"

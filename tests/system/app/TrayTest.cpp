@@ -182,7 +182,10 @@ TEST_F(Tray, AWindowThatIsMinimisedGoesToTheTrayAndComesBack)
     Program program(desk);
     ASSERT_TRUE(program.awaitWindow()) << program.complaints();
     ASSERT_TRUE(await([&] { return area.hasItem(); }));
+    // The program has shown its window; the desktop may still have to put it up.
+    ASSERT_TRUE(awaitSeen(true));
     for (int round = 0; round < 3; ++round) {
+        SCOPED_TRACE(round);
         EXPECT_TRUE(desk.tool(u"xdotool"_s, {u"windowminimize"_s, desk.window(Title)}));
         ASSERT_TRUE(awaitSeen(false));
         area.click(u"Activate"_s);

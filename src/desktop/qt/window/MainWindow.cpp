@@ -1,5 +1,6 @@
 #include "desktop/qt/window/MainWindow.h"
 
+#include "app/FormResize.h"
 #include "app/Root.h"
 #include "app/Shutdown.h"
 #include "desktop/qt/widgets/Keys.h"
@@ -31,8 +32,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr Twips LeastWidth = 9365;
-constexpr Twips LeastHeight = 7245;
 constexpr int CatalogueWidth = 276;
 constexpr std::chrono::milliseconds NoteAfter{120};
 /// How long a window that is not on the screen yet is waited for before it is minimised.

@@ -3,10 +3,8 @@
 #include "desktop/qt/widgets/Theme.h"
 
 #include <QAction>
-#include <QHash>
 #include <QMenu>
 #include <QMenuBar>
-#include <QSet>
 
 namespace orvantine {
 
@@ -27,71 +25,9 @@ QString shownCaption(const QString& caption)
 }
 
 /// Commands that have a mark show an empty box while it is off.
-bool isSwitch(const QString& name)
+void showMark(QAction& action, const MenuItem& item, bool isSwitch)
 {
-    static const QSet<QString> names{
-        u"mnuOrvmenu(1)"_s,    u"mnuOrvmenu(2)"_s,      u"mnuGridlines"_s,       u"mnuSuchDialog"_s,
-        u"mnuDatumsanzeige"_s, u"mnuLautstärke"_s,      u"mnuPositionen"_s,      u"mnuCoverShow"_s,
-        u"mnuTrackShow"_s,     u"mnuWiederholung(1)"_s, u"mnuWiederholung(2)"_s, u"mnuWiederholung(3)"_s,
-        u"mnuAddSoundfiles"_s, u"mnuErrorDisplay"_s,    u"mnuLokalePlayliste"_s, u"mnuAllesWiedergeben"_s,
-        u"mnuHandling(6)"_s,   u"mnuFavoriten"_s,       u"mnuFavoritenShow"_s};
-    return names.contains(name);
-}
-
-QString iconNameOf(const QString& name)
-{
-    static const QHash<QString, QString> names{{u"mnuDurchsuchen"_s, u"document-import"_s},
-                                               {u"mnuNeu"_s, u"document-new"_s},
-                                               {u"mnuAddFolder"_s, u"folder-open"_s},
-                                               {u"mnuAddCDs"_s, u"media-optical-audio"_s},
-                                               {u"mnuAddSounds"_s, u"audio-x-generic"_s},
-                                               {u"mnuEigenschaften"_s, u"document-properties"_s},
-                                               {u"mnuUmbenennen"_s, u"edit-rename"_s},
-                                               {u"mnuBeschriftung"_s, u"document-edit"_s},
-                                               {u"mnuVerschiebung(1)"_s, u"go-up"_s},
-                                               {u"mnuVerschiebung(2)"_s, u"go-down"_s},
-                                               {u"mnuLöschen"_s, u"edit-delete"_s},
-                                               {u"mnuWiedergabe"_s, u"media-playback-start"_s},
-                                               {u"mnuSoundplayer(1)"_s, u"media-skip-forward"_s},
-                                               {u"mnuSoundplayer(2)"_s, u"media-skip-backward"_s},
-                                               {u"mnuSoundplayer(3)"_s, u"media-playback-pause"_s},
-                                               {u"mnuSpeichernUnter"_s, u"document-export"_s},
-                                               {u"mnuFolderCheck"_s, u"folder-music"_s},
-                                               {u"mnuSpeichern"_s, u"document-save"_s},
-                                               {u"mnuPackGo"_s, u"archive-insert"_s},
-                                               {u"mnuBeenden"_s, u"application-exit"_s},
-                                               {u"mnuEditCut"_s, u"edit-cut"_s},
-                                               {u"mnuEditCopy"_s, u"edit-copy"_s},
-                                               {u"mnuEditPaste"_s, u"edit-paste"_s},
-                                               {u"mnuEditKill"_s, u"edit-delete"_s},
-                                               {u"mnuSuchen"_s, u"edit-find"_s},
-                                               {u"mnuSchriftarten"_s, u"preferences-desktop-font"_s},
-                                               {u"mnuDateiEigenschaften"_s, u"document-properties"_s},
-                                               {u"mnuMoveEntry(1)"_s, u"go-up"_s},
-                                               {u"mnuMoveEntry(2)"_s, u"go-down"_s},
-                                               {u"mnuEingangsordner"_s, u"folder-open"_s},
-                                               {u"mnuGetIDTag"_s, u"document-edit"_s},
-                                               {u"mnuFileKill"_s, u"edit-delete"_s},
-                                               {u"mnuFileSave"_s, u"document-save"_s},
-                                               {u"mnuUpdates"_s, u"internet-services"_s},
-                                               {u"mnuOptionen"_s, u"configure"_s},
-                                               {u"mnuHilfe"_s, u"help-contents"_s},
-                                               {u"mnuTastenbefehle"_s, u"input-keyboard"_s},
-                                               {u"mnuInfo"_s, u"help-about"_s},
-                                               {u"mnuSpecials(1)"_s, u"media-playback-start"_s},
-                                               {u"mnuSpecials(2)"_s, u"media-playback-stop"_s},
-                                               {u"mnuFileProperties"_s, u"document-properties"_s},
-                                               {u"mnxVerschieben(1)"_s, u"go-up"_s},
-                                               {u"mnxVerschieben(2)"_s, u"go-down"_s},
-                                               {u"mnxBearbeiten(1)"_s, u"folder-open"_s},
-                                               {u"mnxBearbeiten(5)"_s, u"document-edit"_s},
-                                               {u"mnxBearbeiten(6)"_s, u"edit-delete"_s}};
-    return names.value(name);
-}
-
-void showMark(QAction& action, const MenuItem& item)
-{
-    action.setCheckable(item.Checked.value() || isSwitch(item.fullName()));
+    action.setCheckable(item.Checked.value() || isSwitch);
     action.setChecked(item.Checked.value());
 }
 
@@ -100,7 +36,7 @@ void giveIcons(const QMenu& menu)
 {
     const QList<QAction*> actions = menu.actions();
     for (QAction* action : actions) {
-        const QString name = iconNameOf(action->objectName());
+        const QString name = action->data().toString();
         if (!name.isEmpty())
             action->setIcon(Theme::icon(name));
     }
@@ -136,7 +72,7 @@ void MenuBuilder::addEntries(const std::vector<MenuEntry>& entries, QMenuBar* ba
             follow(*menu, *entry.item);
             open[entry.level + 1] = menu;
         } else if (parent != nullptr) {
-            addCommand(*parent, *entry.item, entry.separator);
+            addCommand(*parent, entry);
         }
     }
 }
@@ -151,25 +87,29 @@ void MenuBuilder::follow(QMenu& menu, MenuItem& item)
     m_bindings.follow(item.Visible, [&menu](bool visible) { menu.menuAction()->setVisible(visible); });
 }
 
-QAction* MenuBuilder::addCommand(QMenu& menu, MenuItem& item, bool separator)
+QAction* MenuBuilder::addCommand(QMenu& menu, const MenuEntry& entry)
 {
+    MenuItem& item = *entry.item;
+    const bool isSwitch = entry.isSwitch;
     QAction* const action = menu.addAction(QString());
     action->setObjectName(item.fullName());
-    action->setSeparator(separator);
+    action->setSeparator(entry.separator);
+    action->setData(entry.icon.toString());
     action->setMenuRole(QAction::NoRole);
     m_bindings.follow(item.Visible, [action](bool visible) { action->setVisible(visible); });
-    if (separator)
+    if (entry.separator)
         return action;
 
     if (!item.Shortcut.isEmpty())
         action->setShortcut(QKeySequence(item.Shortcut, QKeySequence::PortableText));
     m_bindings.follow(item.Caption, [action](const QString& caption) { action->setText(shownCaption(caption)); });
     m_bindings.follow(item.Enabled, [action, &item](bool) { action->setEnabled(item.available()); });
-    m_bindings.follow(item.Checked, [action, &item](bool) { showMark(*action, item); });
-    QObject::connect(action, &QAction::triggered, action, [action, &item] {
-        showMark(*action, item);
-        if (item.available())
-            item.Click();
+    if (item.Twin != nullptr)
+        m_bindings.follow(item.Twin->Enabled, [action, &item](bool) { action->setEnabled(item.available()); });
+    m_bindings.follow(item.Checked, [action, &item, isSwitch](bool) { showMark(*action, item, isSwitch); });
+    QObject::connect(action, &QAction::triggered, action, [action, &item, isSwitch] {
+        showMark(*action, item, isSwitch);
+        item.press();
     });
     return action;
 }

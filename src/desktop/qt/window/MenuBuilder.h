@@ -24,7 +24,7 @@ public:
 private:
     void addEntries(const std::vector<MenuEntry>& entries, QMenuBar* bar, QMenu* popup);
     void follow(QMenu& menu, MenuItem& item);
-    QAction* addCommand(QMenu& menu, MenuItem& item, bool separator);
+    QAction* addCommand(QMenu& menu, const MenuEntry& entry);
 
     Bindings m_bindings;
 };

@@ -8,6 +8,7 @@
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/CoverView.h"
 #include "playback/CoverArt.h"
+#include "playback/CoverPane.h"
 
 #include <QContextMenuEvent>
 #include <QGridLayout>

@@ -1,0 +1,168 @@
+#include "app/Command.h"
+
+#include "app/DisabledButtons.h"
+#include "app/Root.h"
+
+#include <algorithm>
+
+namespace orvantine {
+
+/// Open while events are served.
+class Command::Door
+{
+public:
+    explicit Door(Root& root) : m_commands(root.commands)
+    {
+        // Another command would change, and a failure of ours put back, what it has nothing to do with.
+        Q_ASSERT_X(!root.files.inClosedChange(), "Command", "events are served inside a WholeChange");
+        Q_ASSERT_X(!root.LListView1.holdsBackRows() && !root.LListView2.holdsBackRows(), "Command",
+                   "events are served while rows are held back");
+        ++m_commands.m_depth;
+    }
+    ~Door() { --m_commands.m_depth; }
+    Door(const Door&) = delete;
+    Door& operator=(const Door&) = delete;
+
+private:
+    RunningCommands& m_commands;
+};
+
+Command::Command(Root& root, Changes changes) : m_root(root)
+{
+    m_root.commands.m_running.push_back({changes, m_root.commands.m_depth});
+}
+
+Command::~Command()
+{
+    if (m_wait)
+        endWait();
+    m_root.commands.m_running.pop_back();
+}
+
+void Command::wait(Wait what, MousePointer pointer)
+{
+    m_wait = what;
+    if (what != Wait::Buttons)
+        m_root.Pointer = pointer;
+    m_root.LListView1.Enabled = false;
+    m_root.LListView2.Enabled = false;
+    if (what != Wait::Lists)
+        DisabledButtons(m_root, 1);
+}
+
+void Command::endWait()
+{
+    const Wait what = m_wait.value_or(Wait::All);
+    m_wait.reset();
+    if (what != Wait::Buttons)
+        m_root.Pointer = MousePointer::Default;
+    m_root.LListView1.Enabled = true;
+    m_root.LListView2.Enabled = true;
+    if (what != Wait::Lists)
+        DisabledButtons(m_root, 0);
+}
+
+bool Command::ended() const
+{
+    return m_root.services.events.ended();
+}
+
+template <class Open>
+auto Command::behindDoor(Open open) -> std::optional<decltype(open())>
+{
+    if (ended())
+        return {};
+    const Door door(m_root);
+    auto result = open();
+    return ended() ? std::nullopt : std::optional(std::move(result));
+}
+
+bool Command::yield()
+{
+    const Door door(m_root);
+    m_root.services.events.yield();
+    return !ended();
+}
+
+void Command::lastYield()
+{
+    (void)yield();
+}
+
+bool Command::pause(double seconds)
+{
+    constexpr double SecondsOfDay = 86400;
+    constexpr std::chrono::milliseconds Longest{20};
+
+    const Door door(m_root);
+    Events& events = m_root.services.events;
+    double start = events.secondsOfDay();
+    for (;;) {
+        const double now = events.secondsOfDay();
+        if (now < start)
+            start -= SecondsOfDay;
+        const double left = seconds - (now - start);
+        if (left <= 0 || ended())
+            return !ended();
+        const std::chrono::milliseconds rest{static_cast<int>(left * 1000) + 1};
+        events.yield(std::min(rest, Longest));
+    }
+}
+
+std::optional<Answer> Command::ask(const Message& message)
+{
+    return behindDoor([this, &message] {
+        return m_root.services.messages.show(message.text, message.title, message.icon, message.buttons);
+    });
+}
+
+void Command::tell(const Message& message)
+{
+    (void)ask(message);
+}
+
+std::optional<QString> Command::enter(const QString& prompt, const QString& title, const QString& defaultText)
+{
+    return behindDoor([&] { return m_root.services.messages.input(prompt, title, defaultText); });
+}
+
+bool Command::showModal(Form& form)
+{
+    if (ended())
+        return false;
+    const Door door(m_root);
+    m_root.services.forms.showModal(form);
+    return !ended();
+}
+
+std::optional<ChosenFile> Command::openFile(const FileRequest& request)
+{
+    return behindDoor([this, &request] { return m_root.services.choosers.openFile(request); }).value_or(std::nullopt);
+}
+
+std::optional<ChosenFile> Command::saveFile(const FileRequest& request)
+{
+    return behindDoor([this, &request] { return m_root.services.choosers.saveFile(request); }).value_or(std::nullopt);
+}
+
+QString Command::folder(const FolderRequest& request)
+{
+    return behindDoor([this, &request] { return m_root.services.choosers.folder(request); }).value_or(QString());
+}
+
+std::optional<FontChoice> Command::font(const FontChoice& present)
+{
+    return behindDoor([this, &present] { return m_root.services.choosers.font(present); }).value_or(std::nullopt);
+}
+
+void runCommand(Root& root, Changes changes, const std::function<void()>& run)
+{
+    // While a list is read there are no tracks to change.
+    const bool onTracks = changes == Changes::Tracks || changes == Changes::Both;
+    if (!root.commands.admits(changes) || (onTracks && root.trackList.content() == TrackList::Content::Reading))
+        return;
+    const Command command(root, changes);
+    run();
+}
+
+} // namespace orvantine

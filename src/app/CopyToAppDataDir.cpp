@@ -1,0 +1,60 @@
+#include "app/CopyToAppDataDir.h"
+
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/Others.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+void CopyToAppDataDir(Root& root)
+{
+    if (readSetting(root, u"NoDataCopy"_s).present)
+        return;
+
+    for (const QString& name : {u"Orvantine.dat"_s, u"Orvantine.bak"_s}) {
+        const QString target = FileDirPath::join(userFolder(root), name);
+        if (!Dateiexistenz::FileExists(root, target) && Dateiexistenz::FileExists(root, programFile(root, name)))
+            root.files.copy(programFile(root, name), target);
+    }
+
+    Command command(root);
+    command.wait();
+
+    const QString formerPath = root.LMp3Files.Path;
+    const QString formerPattern = root.LMp3Files.Pattern;
+    for (const QString& name : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s}) {
+        ensureDataFolder(root, name);
+        root.LMp3Files.Path = programFile(root, name);
+        root.LMp3Files.Pattern = u"*.*"_s;
+        const QString target = root.tDatenbank.Text.value() + name;
+        for (const QString& file : root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern))
+            root.files.copy(FileDirPath::join(root.LMp3Files.Path, file), FileDirPath::join(target, file));
+    }
+    root.LMp3Files.Path = formerPath;
+    root.LMp3Files.Pattern = formerPattern;
+
+    command.endWait();
+    writeSetting(root, u"NoDataCopy"_s, qint16{1});
+    command.tell({.text = u"Datenbanken wurden vom Installationsordner in den Benutzerordner kopiert. Die "
+                          u"Datenbank und Playlisten befinden sich nun im AppData-Roaming Verzeichnis."_s,
+                  .title = root.Caption.value() + u' ',
+                  .icon = MessageIcon::Exclamation});
+}
+
+QString programFile(const Root& root, const QString& name)
+{
+    return FileDirPath::join(root.services.folders.program, name);
+}
+
+QString userFolder(const Root& root)
+{
+    return FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
+}
+
+} // namespace orvantine

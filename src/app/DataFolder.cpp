@@ -1,0 +1,79 @@
+#include "app/DataFolder.h"
+
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString ownFile(const Root& root, const QString& extension)
+{
+    return root.tDatenbank.Text.value() + root.services.start.stem + extension;
+}
+
+} // namespace
+
+QString databaseFile(const Root& root)
+{
+    return ownFile(root, u".dat"_s);
+}
+
+QString backupFile(const Root& root)
+{
+    return ownFile(root, u".bak"_s);
+}
+
+QString namedDatabaseFile(const Root& root)
+{
+    return root.tDatenbank.Text.value() + u"Orvantine.dat"_s;
+}
+
+QString namedBackupFile(const Root& root)
+{
+    return root.tDatenbank.Text.value() + u"Orvantine.bak"_s;
+}
+
+QString unnamedPlaylist(const Root& root)
+{
+    return ownFile(root, u".tmp"_s);
+}
+
+bool isUnnamed(const QString& path)
+{
+    return path.endsWith(u"tmp"_s);
+}
+
+QString playlistFolder(const Root& root)
+{
+    return root.tDatenbank.Text.value() + u"Playlisten"_s;
+}
+
+std::optional<QString> playlistFile(const Root& root, const QString& name)
+{
+    if (FileDirPath::hasSeparator(name) || name.contains(QChar(u'\0')))
+        return {};
+    return FileDirPath::join(playlistFolder(root), name + u".m3u"_s);
+}
+
+QString resourceFile(const Root& root, const QString& fileName)
+{
+    return FileDirPath::join(root.tDatenbank.Text.value() + u"Resource"_s, fileName);
+}
+
+void ensureDataFolder(Root& root, const QString& name)
+{
+    const QString folder = root.tDatenbank.Text.value() + name;
+    if (!Dateiexistenz::FolderExists(root, folder))
+        root.files.makeFolder(folder);
+}
+
+void ensurePlaylistFolder(Root& root)
+{
+    ensureDataFolder(root, u"Playlisten"_s);
+}
+
+} // namespace orvantine

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace orvantine {
+
+struct Root;
+
+// Folders and files of the DataFolder, whose path ends in a separator
+
+/// DataFolder + stem + ".dat" of the program's file.
+[[nodiscard]] QString databaseFile(const Root& root);
+/// DataFolder + stem + ".bak".
+[[nodiscard]] QString backupFile(const Root& root);
+/// The database and its copy by the name that some commands are bound to, whatever the program's file is called.
+[[nodiscard]] QString namedDatabaseFile(const Root& root);
+[[nodiscard]] QString namedBackupFile(const Root& root);
+/// DataFolder + stem + ".tmp": stands for "no file yet" in the path of a new playlist.
+[[nodiscard]] QString unnamedPlaylist(const Root& root);
+/// True for a list that stands in a file of that kind.
+[[nodiscard]] bool isUnnamed(const QString& path);
+
+/// Without a separator at its end.
+[[nodiscard]] QString playlistFolder(const Root& root);
+/// The file in "Playlisten" of a list of that name. Nothing for a name that would leave the folder.
+[[nodiscard]] std::optional<QString> playlistFile(const Root& root, const QString& name);
+/// A file of that name in "Resource".
+[[nodiscard]] QString resourceFile(const Root& root, const QString& fileName);
+
+/// Creates the folder of the DataFolder if it is missing. A failure leaves all as it was.
+void ensureDataFolder(Root& root, const QString& name);
+/// "Playlisten".
+void ensurePlaylistFolder(Root& root);
+
+} // namespace orvantine

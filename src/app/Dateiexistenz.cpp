@@ -1,0 +1,17 @@
+#include "app/Dateiexistenz.h"
+
+#include "app/Root.h"
+
+namespace orvantine::Dateiexistenz {
+
+bool FileExists(const Root& root, const QString& path)
+{
+    return root.files.exists(path);
+}
+
+bool FolderExists(const Root& root, const QString& path)
+{
+    return root.files.folderExists(path);
+}
+
+} // namespace orvantine::Dateiexistenz

@@ -1,0 +1,7 @@
+#include "app/FeatureTips.h"
+
+namespace orvantine {
+
+void ShowFeatureTip(Root&, int) {}
+
+} // namespace orvantine

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <vector>
+
+namespace orvantine {
+
+/// What a command changes as a whole, the routines that it calls included.
+enum class Changes : unsigned { Nothing = 0, Tracks = 1, Catalogue = 2, Both = 3 };
+
+/// The commands at work. Events are served in the middle of them, through doors alone (see Command); what is begun
+/// inside a door lies one level deeper than what waits there.
+class RunningCommands
+{
+public:
+    /// False while a command that changes the same waits further up. What a command calls itself is a part of it.
+    [[nodiscard]] bool admits(Changes wanted) const;
+    /// Nothing is at work.
+    [[nodiscard]] bool idle() const { return m_running.empty(); }
+
+private:
+    friend class Command;
+
+    struct Running
+    {
+        Changes changes;
+        int depth;
+    };
+    std::vector<Running> m_running;
+    /// How many doors stand open.
+    int m_depth = 0;
+};
+
+} // namespace orvantine

@@ -1,0 +1,105 @@
+#include "catalogue/mnuDurchsuchen.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Others.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/NewPlayliste.h"
+#include "playback/CoverPane.h"
+#include "playlists/GetPlayEntrys.h"
+#include "playlists/PlaylistTexts.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString startFolder(const Root& root)
+{
+    // Required: the flag's value is taken as it stands.
+    const QString folder = readSetting(root, u"FolderView"_s).text();
+    return folder.isEmpty() ? SpecialFolder(root, 5) : folder;
+}
+
+/// Path of the chosen playlist file; "" for none.
+QString choosePlaylist(Root& root, Command& command)
+{
+    constexpr int ShortestPath = 4;
+    const std::optional<ChosenFile> chosen = command.openFile({.title = u" Wiedergabeliste hinzufügen"_s,
+                                                               .folder = startFolder(root),
+                                                               .fileName = {},
+                                                               .filter = playlistFilter(),
+                                                               .defaultExtension = u"m3u"_s});
+    if (!chosen || chosen->fileName.isEmpty())
+        return {};
+    const QString path = FileDirPath::join(chosen->folder, chosen->fileName);
+    return path.size() < ShortestPath ? QString() : path;
+}
+
+/// The name that the user once gave to the list of that file; else the file's own.
+QString nameFor(const Root& root, const QString& fileName)
+{
+    const QString given = IniFiles::ReadValue(root, databaseFile(root), u"Rename"_s, fileName);
+    return given.isEmpty() ? FileDirPath::without(fileName, 4) : given;
+}
+
+/// Number of the last row with that path; 0 where something else took it away meanwhile.
+int lastRowOf(const Root& root, const QString& path)
+{
+    int row = root.LListView1.count();
+    while (row > 0 && playlistPath(root, row) != path)
+        --row;
+    return row;
+}
+
+} // namespace
+
+void mnuDurchsuchen_Click(Root& root)
+{
+    ListView& list = root.LListView1;
+    Command command(root);
+    if (!mayAddRow(root, command))
+        return;
+
+    const QString chosen = choosePlaylist(root, command);
+    if (chosen.isEmpty())
+        return;
+
+    command.wait(Wait::Buttons);
+    if (!command.yield() || !command.pause(1.0))
+        return;
+
+    QString path = chosen;
+    if (!NewPlayliste(root, path, nameFor(root, FileDirPath::FileNameOf(chosen))))
+        return;
+
+    if (!command.yield() || !command.pause(1.0))
+        return;
+    const int row = lastRowOf(root, path);
+    if (!list.select(row))
+        return;
+    list.Tag = QString::number(row);
+    GetPlayEntrys(root, path);
+    if (!command.yield())
+        return;
+
+    // What came in while events were served has opened its own list.
+    if (list.selectedRow() == row && playlistPath(root, row) == path) {
+        list.setSubItem(row, CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+        root.tPlaylisteinträge.Caption = playlistName(root, row);
+        root.tDatum.Caption = dateText(root.services.events.now().date());
+        if (!command.yield())
+            return;
+        showCover(root);
+    }
+    root.mnuSpeichern.Click();
+}
+
+} // namespace orvantine

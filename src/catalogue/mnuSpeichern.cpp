@@ -1,0 +1,120 @@
+#include "catalogue/mnuSpeichern.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/IniFiles.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/NewPlayliste.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void backUpOnceADay(Root& root)
+{
+    const QString database = databaseFile(root);
+    if (!Dateiexistenz::FileExists(root, database))
+        return;
+    const std::optional<QDateTime> changed = root.files.modified(database);
+    const QString today = dateText(root.services.events.now().date());
+    const WholeChange together(root.files);
+    if (!changed || dateText(changed->date()) != today)
+        root.files.copy(database, backupFile(root));
+    if (!Dateiexistenz::FileExists(root, backupFile(root)))
+        root.files.copy(database, backupFile(root));
+}
+
+/// A row as it is stored. Required: the extras stay with the position, as the copy of the old order has them.
+CatalogueEntry entryOf(const Root& root, int row)
+{
+    const ListView& list = root.LListView1;
+    CatalogueEntry entry = readEntry(root, backupFile(root), row);
+    entry.id = padded(row - 1, 3);
+    entry.name = list.subItem(row, CatalogueItem::Name);
+    entry.path = list.subItem(row, CatalogueItem::Path);
+    entry.tracks = list.subItem(row, CatalogueItem::Tracks);
+    return entry;
+}
+
+void writeRows(Root& root)
+{
+    const QString database = databaseFile(root);
+    ListView& list = root.LListView1;
+    const WholeChange together(root.files);
+    IniFiles::DeleteSection(root, database, u"Index"_s);
+    for (int row = 1; row <= list.count(); ++row) {
+        list.setText(row, padded(row - 1, 3));
+        list.Tag = QString::number(row);
+        writeEntry(root, database, row, entryOf(root, row));
+    }
+}
+
+} // namespace
+
+void mnuSpeichern_Click(Root& root)
+{
+    ListView& list = root.LListView1;
+    if (!isWholeCatalogue(root))
+        return;
+
+    Command command(root);
+    command.wait();
+    if (!command.yield())
+        return;
+
+    backUpOnceADay(root);
+
+    if (root.LListView2.count() > 0) {
+        if (readSetting(root, u"AutoTag"_s).is(1)) {
+            root.mnuSpeichern.Tag = u"1"_s;
+            root.mnuSetTagName.Click();
+            root.mnuSpeichern.Tag = QString();
+        }
+        if (!command.yield())
+            return;
+    }
+
+    if (list.count() >= MostPlaylists) {
+        // Required: told at each save of a full catalogue; the save goes on.
+        if (!tellLimit(command))
+            return;
+        command.endWait();
+    }
+
+    writeRows(root);
+
+    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+    if (root.mnuPositionen.Checked.value())
+        root.tSoundzahl.Visible = true;
+    root.sAnzeige[0].Width = root.xpFrame1.Width.value();
+
+    list.Tag = u"0"_s;
+    command.endWait();
+    if (!command.yield())
+        return;
+
+    if (root.mnuLokalePlayliste.Checked.value())
+        root.mnuFileSave.Click();
+    command.lastYield();
+}
+
+void writeCatalogueRows(Root& root)
+{
+    if (isWholeCatalogue(root))
+        writeRows(root);
+}
+
+void SaveDatabase(Root& root)
+{
+    mnuSpeichern_Click(root);
+}
+
+} // namespace orvantine

@@ -1,0 +1,76 @@
+#include "catalogue/mnuUmbenennen.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/CoverFiles.h"
+#include "playback/CoverPane.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// True if there was a picture, which now bears the new name.
+bool renameCover(Root& root, const QString& old, const QString& name)
+{
+    constexpr int ExtensionWithPoint = 4;
+    const QString cover = coverFile(root, old);
+    if (cover.isEmpty())
+        return false;
+    const QString file = name + cover.right(ExtensionWithPoint);
+    if (!FileDirPath::canBeFileName(file))
+        return false;
+    const QString renamed = resourceFile(root, file);
+    if (!root.files.copy(cover, renamed))
+        return false;
+    // Required: the picture of a playlist that gets the name that it has goes. Names that differ in case alone are
+    // one file, which stays.
+    if (old == name || root.files.nativePath(cover) != root.files.nativePath(renamed))
+        root.files.remove(cover);
+    return true;
+}
+
+} // namespace
+
+void mnuUmbenennen_Click(Root& root)
+{
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    if (row == 0)
+        return;
+    const RowIdentity playlist = identityOf(root, row);
+    Command command(root);
+    const QString name = withoutControls(command
+                                             .enter(u"Geben Sie einen neuen Namen für die Playliste ein:"_s,
+                                                    u" Wiedergabeliste umbenennen"_s, playlist.name)
+                                             .value_or(QString()));
+    // While the box was up another playlist may have come to the row.
+    if (name.isEmpty() || identityOf(root, row) != playlist)
+        return;
+
+    {
+        const WholeChange together(root.files, WholeChange::Events::Served);
+        list.setSubItem(row, CatalogueItem::Name, name);
+        if (playlist.path == root.trackList.path())
+            root.tPlaylisteinträge.Caption = name;
+        IniFiles::WriteValue(root, databaseFile(root), u"Rename"_s, FileDirPath::FileNameOf(playlist.path), name);
+        root.mnuSpeichern.Click();
+        if (command.ended() || !renameCover(root, playlist.name, name))
+            return;
+    }
+    // The handler passes over a playlist whose tracks are loaded; its picture is another file now.
+    const bool loaded = list.selectedRow() == row && list.Tag == QString::number(row);
+    list.Click();
+    if (loaded)
+        showRowCover(root, row);
+    command.lastYield();
+}
+
+} // namespace orvantine

@@ -1,0 +1,19 @@
+#pragma once
+
+namespace orvantine {
+
+struct Root;
+
+/// The checks and the whole display refresh for the selected track. The two arguments are accepted and not used.
+void ShowTrackInfo(Root& root, int index, int flag);
+
+/// Refreshes the labels from the selected track.
+void LoadMp3Info(Root& root);
+
+/// Reads the selected track's tag into the labels and stores it as the track's name.
+void LoadMp3TagID(Root& root);
+
+/// Measures the selected track with the hidden player. Nothing calls it.
+void GetPlayTimesOLD(Root& root);
+
+} // namespace orvantine

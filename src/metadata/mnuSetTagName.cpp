@@ -1,0 +1,112 @@
+#include "metadata/mnuSetTagName.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/FeatureTips.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/Root.h"
+#include "metadata/ShowProperties.h"
+#include "metadata/ShowTrackInfo.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Stores what the labels say of the selected track as its name.
+void nameByTag(Root& root, TrackList::Hold& hold)
+{
+    const ListView& tracks = root.LListView2;
+    const QString artist = root.sAnzeige[2].Caption;
+    if (artist.isEmpty())
+        return;
+    const QString name = artist + u" - "_s + root.sAnzeige[1].Caption.value();
+    const int row = tracks.selectedRow();
+    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, tracks.subItem(row, TrackItem::Path), name);
+    hold.setName(row, name);
+}
+
+/// Lets the view follow a loop over the rows now and then: drawing each step would take longer than the loop.
+class NowAndThen
+{
+public:
+    explicit NowAndThen(Root& root) : m_root(root), m_shown(root.services.events.secondsOfDay())
+    {
+        m_together.emplace(m_root.LListView2);
+    }
+
+    void step()
+    {
+        constexpr double Seconds = 0.1;
+        const double now = m_root.services.events.secondsOfDay();
+        if (now >= m_shown && now - m_shown < Seconds)
+            return;
+        m_shown = now;
+        m_together.reset();
+        m_together.emplace(m_root.LListView2);
+    }
+
+private:
+    Root& m_root;
+    double m_shown;
+    std::optional<ListView::Batch> m_together;
+};
+
+} // namespace
+
+void mnuSetTagName_Click(Root& root)
+{
+    if (root.mnuSpeichern.Tag != u"1"_s)
+        ShowFeatureTip(root, 410);
+    if (Dateiexistenz::FileExists(root, databaseFile(root))) {
+        // The next save takes the extras from the copy: half of one would lose them.
+        const WholeChange whole(root.files);
+        root.files.copy(namedDatabaseFile(root), namedBackupFile(root));
+    }
+
+    if (root.sAnzeige[2].Caption.value().isEmpty())
+        return;
+    const Command command(root);
+    TrackList::Hold hold = root.trackList.hold();
+    ListView& tracks = root.LListView2;
+    NowAndThen view(root);
+    nameByTag(root, hold);
+
+    const int remembered = tracks.selectedRow();
+    for (int row = 1; row <= tracks.count(); ++row) {
+        tracks.select(row);
+        // Required: a row that cannot be read leaves the labels alone and gets the name of the row before it.
+        ShowTrackInfo(root, row, 1);
+        // The labels and rows of another list have nothing to do with this one.
+        if (command.ended() || !hold.inSight())
+            return;
+        nameByTag(root, hold);
+        view.step();
+    }
+    tracks.select(remembered);
+    ShowTrackInfo(root, remembered, 1);
+}
+
+void mnuSetFileName_Click(Root& root)
+{
+    const int row = root.LListView2.selectedRow();
+    const QString path = root.LListView2.subItem(row, TrackItem::Path);
+    IniFiles::DeleteKey(root, databaseFile(root), u"TagInfo"_s, path);
+    root.trackList.hold().setName(row, FileDirPath::without(FileDirPath::FileNameOf(path), 4));
+}
+
+void mnuGetIDTag_Click(Root& root)
+{
+    LoadMp3TagID(root);
+}
+
+void mnuDateiEigenschaften_Click(Root& root)
+{
+    ShowProperties(root, root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path));
+}
+
+} // namespace orvantine

@@ -1,0 +1,66 @@
+#include "operations/mnuBeschriftung.h"
+
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/CoverFiles.h"
+#include "playlists/PlaylistTexts.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Asks whether the description is to go; takes it away.
+void removeDescription(Root& root, Command& command, int row)
+{
+    const std::optional<Answer> answer =
+        command.ask({.text = u"Möchten Sie die Beschreibung der Playliste wirklich löschen ?   "_s,
+                     .title = u" Beschreibung entfernen"_s,
+                     .icon = MessageIcon::Exclamation,
+                     .buttons = MessageButtons::YesNo});
+    if (!answer || answer == Answer::No)
+        return;
+    deleteIndexValue(root, databaseFile(root), row, EntryKey::Description);
+    showHintForDescription(root);
+}
+
+} // namespace
+
+void mnuBeschriftung_Click(Root& root)
+{
+    const ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    if (row == 0)
+        return;
+
+    const RowIdentity playlist = identityOf(root, row);
+    const QString present = isHint(root.LSoundCaption.Caption) ? QString() : root.LSoundCaption.Caption.value();
+    Command command(root);
+    const std::optional<QString> entered = command.enter(
+        u"Geben Sie bitte eine Beschreibung für die Wiedergabeliste ein:"_s, u" Beschreibung der Playliste"_s, present);
+    // While the box was up the sequence may have gone on to another row.
+    if (!entered || list.selectedRow() != row || identityOf(root, row) != playlist)
+        return;
+
+    if (entered->isEmpty() && !present.isEmpty())
+        return removeDescription(root, command, row);
+    if (entered->isEmpty())
+        return showHintForDescription(root);
+
+    writeIndexValue(root, databaseFile(root), row, EntryKey::Description, *entered);
+    root.LSoundCaption.Caption = *entered;
+    root.LSoundCaption.Tag = u"1"_s;
+
+    if (coverFile(root, playlist.name).isEmpty() &&
+        command.ask({.text = u"Möchten Sie zu dem Album ein CD-Cover hinzufügen ?   "_s,
+                     .title = u" Beschreibung der Playliste"_s,
+                     .icon = MessageIcon::Question,
+                     .buttons = MessageButtons::YesNo}) == Answer::Yes)
+        root.pCovers.Click();
+}
+
+} // namespace orvantine

@@ -1,0 +1,76 @@
+#include "operations/mnuFavoriten.h"
+
+#include "app/DataFolder.h"
+#include "app/DisabledButtons.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void hideOthers(Root& root)
+{
+    ListView& list = root.LListView1;
+    // Required: named by a constant here, whatever the program's file is called.
+    const QString file = namedDatabaseFile(root);
+    const int count = list.count();
+    int row = 1;
+    for (int number = 1; number <= count; ++number) {
+        if (indexValue(root, file, number, EntryKey::Favourite) == u"1"_s)
+            ++row;
+        else
+            list.remove(row);
+    }
+    root.nAnzeige.Caption = u"(%1)"_s.arg(list.count());
+    list.select(1);
+    // The rows have other numbers now: a click on any of them reads its list.
+    list.Tag = u"0"_s;
+}
+
+/// The reload asks nothing of lists with one name.
+void bringBack(Root& root)
+{
+    const bool asks = readSetting(root, u"CheckEntrys"_s).isOrAbsent(1);
+    writeSetting(root, u"CheckEntrys"_s, static_cast<qint16>(0));
+    root.mnuLaden.Click();
+    writeSetting(root, u"CheckEntrys"_s, static_cast<qint16>(asks ? 1 : 0));
+    if (root.services.events.ended())
+        return;
+    DisabledButtons(root, 0);
+    root.Pointer = MousePointer::Default;
+}
+
+} // namespace
+
+void mnuFavoriten_Click(Root& root)
+{
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    if (row == 0)
+        return;
+    const bool favourite = !root.mnuFavoriten.Checked.value();
+    root.mnuFavoriten.Checked = favourite;
+    list.setIcons(row, favourite ? u"Icon_6"_s : u"Icon_1"_s);
+    // Required: named by a constant here, whatever the program's file is called.
+    if (favourite)
+        writeIndexValue(root, namedDatabaseFile(root), row, EntryKey::Favourite, u"1"_s);
+    else
+        deleteIndexValue(root, namedDatabaseFile(root), row, EntryKey::Favourite);
+}
+
+void mnuFavoritenShow_Click(Root& root)
+{
+    const bool on = root.mnuFavoritenShow.Tag != u"1"_s;
+    root.mnuFavoritenShow.Tag = on ? u"1"_s : u"0"_s;
+    root.mnuFavoritenShow.Checked = on;
+    if (on)
+        hideOthers(root);
+    else
+        bringBack(root);
+}
+
+} // namespace orvantine

@@ -1,0 +1,164 @@
+#include "operations/mnuVerschiebung.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/LisviewMoveEntrys.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "operations/Positionen.h"
+#include "playback/PlayResource.h"
+
+#include <utility>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Up = 1;
+constexpr int Down = 2;
+constexpr int Dialog = 4;
+
+/// The check for doubles is off for the time of a step. Required: an absent value is not put back to 1.
+class ChecksOff
+{
+public:
+    explicit ChecksOff(Root& root) : m_root(root), m_on(readSetting(root, u"CheckEntrys"_s).is(1))
+    {
+        writeSetting(root, u"CheckEntrys"_s, qint16{0});
+    }
+    ~ChecksOff() { putBack(); }
+    ChecksOff(const ChecksOff&) = delete;
+    ChecksOff& operator=(const ChecksOff&) = delete;
+
+    void putBack()
+    {
+        if (std::exchange(m_on, false))
+            writeSetting(m_root, u"CheckEntrys"_s, qint16{1});
+    }
+    /// Required: they stay off behind the dialog.
+    void leaveOff() { m_on = false; }
+
+private:
+    Root& m_root;
+    bool m_on;
+};
+
+/// What the moved playlist takes along. Taken before the move: a reload in between reads the keys of its new number,
+/// which are not yet its own.
+struct MovedExtras
+{
+    MovedExtras(const Root& root, int row)
+        : description(root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString()),
+          date(root.tDatum.Caption.value()),
+          favourite(indexValue(root, databaseFile(root), row, EntryKey::Favourite))
+    {
+    }
+
+    QString description;
+    QString date;
+    QString favourite;
+};
+
+void writeMovedRow(Root& root, int row, const MovedExtras& extras)
+{
+    const QString database = databaseFile(root);
+    const ListView& list = root.LListView1;
+    // Required: the moved row's "a" is not written here.
+    writeIndexValue(root, database, row, EntryKey::Name, list.subItem(row, CatalogueItem::Name));
+    writeIndexValue(root, database, row, EntryKey::Path, list.subItem(row, CatalogueItem::Path));
+    writeIndexValue(root, database, row, EntryKey::Tracks, list.subItem(row, CatalogueItem::Tracks));
+    writeIndexValue(root, database, row, EntryKey::Description, extras.description);
+    writeIndexValue(root, database, row, EntryKey::Date, extras.date);
+    writeIndexValue(root, database, row, EntryKey::Favourite, extras.favourite);
+}
+
+/// One step of the selected row. Patches over what the save has just written, as that leaves description, date and
+/// mark with the position.
+void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
+{
+    ListView& list = root.LListView1;
+    const int row = list.selectedRow();
+    // Required: at the edges the cue sounds and the command goes on.
+    if (index == Up && row == 1)
+        PlayResource(root, u"Play"_s);
+    if (index == Down && row > 0 && row == list.count())
+        PlayResource(root, u"Stop"_s);
+
+    const int neighbour = index == Up ? row - 1 : row + 1;
+    const CatalogueEntry neighbourEntry = readEntry(root, databaseFile(root), neighbour);
+    const RowIdentity playlist = identityOf(root, row);
+
+    root.trackList.hold().endSorting();
+    if (!command.yield() || identityOf(root, row) != playlist)
+        return;
+    root.bMoveDown.Tag = u"1"_s;
+
+    const MovedExtras extras(root, row);
+    if (index == Up)
+        LisviewMoveEntrys::MoveUp(list, row, 1, false);
+    else
+        LisviewMoveEntrys::MoveDown(list, row, 1, false);
+    const bool moved = row > 0 && list.has(neighbour);
+
+    const int place = moved ? neighbour : row;
+    const bool whole = row > 0 && isWholeCatalogue(root);
+    const auto patch = [&] {
+        // At an edge nothing has changed places: the neighbour's number is 0 or one too many, and stays so.
+        writeEntry(root, databaseFile(root), moved ? row : neighbour, neighbourEntry);
+        writeMovedRow(root, place, extras);
+    };
+
+    const WholeChange together(root.files, WholeChange::Events::Served);
+    root.mnuSpeichern.Click();
+    root.bMoveDown.Tag = u"0"_s;
+    const bool goesOn = command.yield();
+    // Where an event has ended the program behind the save, its extras must not stay with the position.
+    const bool saved = indexValue(root, databaseFile(root), place, EntryKey::Path) == playlist.path;
+    checks.putBack();
+    if (whole && (goesOn || saved))
+        patch();
+    if (goesOn)
+        command.lastYield();
+}
+
+} // namespace
+
+void mnuVerschiebung_Click(Root& root, int index)
+{
+    ChecksOff checks(root);
+
+    if (Dateiexistenz::FileExists(root, databaseFile(root))) {
+        // The next save takes the extras from the copy: half of one would lose them.
+        const WholeChange together(root.files);
+        root.files.copy(databaseFile(root), backupFile(root));
+    }
+
+    Command command(root);
+    if (!command.pause(1.0))
+        return;
+
+    if (index != Dialog)
+        return moveOneStep(root, command, index, checks);
+    checks.leaveOff();
+    // A filter that leaves no row is no empty catalogue.
+    if (isWholeCatalogue(root) || (root.LListView1.count() == 0 && root.mnuFavoritenShow.Tag != u"1"_s))
+        (void)command.showModal(*root.positionen);
+}
+
+void bMoveUp_Click(Root& root)
+{
+    root.mnuVerschiebung[Up].Click();
+}
+
+void bMoveDown_Click(Root& root)
+{
+    root.mnuVerschiebung[Down].Click();
+}
+
+} // namespace orvantine

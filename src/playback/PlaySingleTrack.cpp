@@ -1,0 +1,66 @@
+#include "playback/PlaySingleTrack.h"
+
+#include "app/Columns.h"
+#include "app/FileDirPath.h"
+#include "app/PlayButtons.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
+#include "metadata/ShowTrackInfo.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Hands the selected track to the idle player.
+void startTrack(Root& root)
+{
+    MediaPlayer& player = root.services.mediaplayer;
+    const ListView& list = root.LListView1;
+    showRunning(root, true);
+    root.pPausePlayer.Tag = u"0"_s;
+    root.pSoundPlayer.Tag = QString::number(list.selectedRow());
+    player.close();
+    QString path = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
+    if (!FileDirPath::hasSeparator(path))
+        path = FileDirPath::FolderOf(selectedPlaylist(root)) + path;
+    player.newMedia(path);
+    player.setURL(path);
+    root.LListView2.Tag = QString::number(list.selectedRow());
+}
+
+/// A single track has no sequence.
+void leaveSequence(Root& root)
+{
+    root.LListView2.Click();
+    root.mnuSoundplayerExt.Visible = false;
+    root.Timer1.Enabled = false;
+}
+
+} // namespace
+
+void playSingleTrack(Root& root)
+{
+    // What plays is stopped and the steps run again. Events are served in them, so something may have been started
+    // meanwhile; that goes on in the end, or the two would stop one another for ever.
+    constexpr int MostRounds = 3;
+    for (int round = 0; round < MostRounds; ++round) {
+        if (root.LListView2.count() == 0)
+            return;
+        leaveSequence(root);
+        if (root.services.events.ended())
+            return;
+        if (root.pSoundPlayer.Enabled.value()) {
+            startTrack(root);
+            LoadMp3Info(root);
+            return;
+        }
+        if (round + 1 < MostRounds) {
+            showRunning(root, false);
+            root.services.mediaplayer.close();
+        }
+    }
+}
+
+} // namespace orvantine

@@ -1,0 +1,278 @@
+#include "playback/RemoteControl.h"
+
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
+#include "catalogue/CoverFiles.h"
+
+#include <QCryptographicHash>
+#include <QHash>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+template <class C>
+bool press(C& control)
+{
+    if (!control.Enabled.value() || !control.Click)
+        return false;
+    control.Click();
+    return true;
+}
+
+bool canBePressed(const MenuItem& item)
+{
+    return item.available();
+}
+
+} // namespace
+
+RemoteControl::RemoteControl(Root& root, std::function<bool()> boxOpen) : m_root(root), m_boxOpen(std::move(boxOpen))
+{
+    watch();
+}
+
+RemoteControl::~RemoteControl()
+{
+    m_root.Timer2.Tick = m_tick;
+    m_root.services.mediaplayer.MediaChange = m_mediaChange;
+}
+
+void RemoteControl::watch()
+{
+    for (Control* control : std::initializer_list<Control*>{
+             &m_root.pSoundPlayer, &m_root.pPausePlayer, &m_root.mnuSoundplayer[1], &m_root.mnuSoundplayer[2],
+             &m_root.mnuSoundplayer[3], &m_root.mnuSoundplayer[4], &m_root.mnuWiedergabe})
+        m_bindings.watch(control->Enabled, [this] { changed(); });
+    for (int mode = 1; mode <= 3; ++mode)
+        m_bindings.watch(m_root.mnuWiederholung[mode].Checked, [this] { changed(); });
+    m_bindings.watch(m_root.tDateiname.Caption, [this] { changed(); });
+    m_bindings.watch(m_root.sVolume.Value, [this] { changed(); });
+    m_bindings.watch(m_root.pCovers.Picture, [this] {
+        m_filesKnown = false;
+        changed();
+    });
+    const auto rows = [this] {
+        m_playlists.reset();
+        changed();
+    };
+    ListView& list = m_root.LListView1;
+    m_bindings.watch(list.selection(), [this] { changed(); });
+    QObject::connect(&list, &QAbstractItemModel::rowsInserted, &m_receiver, rows);
+    QObject::connect(&list, &QAbstractItemModel::rowsRemoved, &m_receiver, rows);
+    QObject::connect(&list, &QAbstractItemModel::dataChanged, &m_receiver, rows);
+    QObject::connect(&list, &QAbstractItemModel::layoutChanged, &m_receiver, rows);
+    QObject::connect(&list, &QAbstractItemModel::modelReset, &m_receiver, rows);
+
+    // The player itself tells of a new title only; whether it plays or is paused is looked at with the housekeeping.
+    m_tick = m_root.Timer2.Tick;
+    m_root.Timer2.Tick = [this, tick = m_tick] {
+        tick();
+        changed();
+    };
+    m_mediaChange = m_root.services.mediaplayer.MediaChange;
+    m_root.services.mediaplayer.MediaChange = [this, mediaChange = m_mediaChange] {
+        mediaChange();
+        changed();
+    };
+}
+
+bool RemoteControl::free() const
+{
+    return m_root.loaded && !m_root.services.events.ended() && m_root.Tag != u"9"_s && !m_boxOpen() &&
+           m_root.LListView1.Enabled.value() && !m_root.buttonsDisabled &&
+           m_root.Pointer.value() == MousePointer::Default && m_root.trackList.content() != TrackList::Content::Reading;
+}
+
+bool RemoteControl::running() const
+{
+    return m_root.pPausePlayer.Enabled.value();
+}
+
+PlaybackStatus RemoteControl::status() const
+{
+    const PlayState state = m_root.services.mediaplayer.playState();
+    if (!running() || state == PlayState::Stopped || state == PlayState::Ready)
+        return PlaybackStatus::Stopped;
+    return state == PlayState::Paused ? PlaybackStatus::Paused : PlaybackStatus::Playing;
+}
+
+std::optional<PlayedTrack> RemoteControl::track() const
+{
+    const MediaPlayer& player = m_root.services.mediaplayer;
+    const QString source = player.currentSourceURL();
+    if (status() == PlaybackStatus::Stopped || source.isEmpty())
+        return std::nullopt;
+    if (!m_filesKnown || m_knownSource != source) {
+        m_knownSource = source;
+        m_filesKnown = true;
+        const QString path = FileDirPath::hasSeparator(source) ? source : FileDirPath::FolderOf(player.URL()) + source;
+        m_file = m_root.files.nativePath(path).value_or(QByteArray());
+        const int row = m_root.pSoundPlayer.Tag.toInt();
+        const QString cover = coverFile(m_root, playlistName(m_root, row));
+        m_cover = m_root.files.nativePath(cover).value_or(QByteArray());
+    }
+    QString title = player.currentItemInfo(u"Title"_s);
+    if (title.isEmpty())
+        title = m_root.tDateiname.Caption.value();
+    return PlayedTrack{.source = source,
+                       .title = title,
+                       .artist = player.currentItemInfo(u"Artist"_s),
+                       .album = player.currentItemInfo(u"Album"_s),
+                       .file = m_file,
+                       .cover = m_cover,
+                       .microseconds = static_cast<qint64>(player.currentDuration() * 1'000'000)};
+}
+
+bool RemoteControl::canPlay() const
+{
+    return running() || (m_root.pSoundPlayer.Enabled.value() && m_root.LListView1.selectedRow() > 0);
+}
+
+bool RemoteControl::canPause() const
+{
+    return status() == PlaybackStatus::Playing && canBePressed(m_root.mnuSoundplayer[3]);
+}
+
+bool RemoteControl::canSkip() const
+{
+    return status() != PlaybackStatus::Stopped && m_root.services.mediaplayer.playlistCount() >= 2 &&
+           canBePressed(m_root.mnuSoundplayer[1]) && canBePressed(m_root.mnuSoundplayer[2]);
+}
+
+int RemoteControl::repeatMode() const
+{
+    for (const int mode : {1, 2})
+        if (m_root.mnuWiederholung[mode].Checked.value())
+            return mode;
+    return 3;
+}
+
+double RemoteControl::volume() const
+{
+    const int most = m_root.sVolume.Max.value();
+    return most > 0 ? static_cast<double>(m_root.sVolume.Value.value()) / most : 0;
+}
+
+const QList<KnownPlaylist>& RemoteControl::playlists() const
+{
+    if (!m_playlists) {
+        m_playlists.emplace();
+        QHash<QString, int> seen;
+        for (int row = 1; row <= m_root.LListView1.count(); ++row) {
+            const QString path = playlistPath(m_root, row);
+            QString id = QString::fromLatin1(QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex());
+            if (const int before = seen[id]++; before > 0)
+                id += u'_' + QString::number(before + 1);
+            m_playlists->append({.id = id, .name = playlistName(m_root, row)});
+        }
+    }
+    return *m_playlists;
+}
+
+std::optional<KnownPlaylist> RemoteControl::activePlaylist() const
+{
+    const int row = m_root.pSoundPlayer.Tag.toInt();
+    if (status() == PlaybackStatus::Stopped || row < 1 || row > playlists().size())
+        return std::nullopt;
+    return playlists()[row - 1];
+}
+
+int RemoteControl::rowOf(const QString& id) const
+{
+    const QList<KnownPlaylist>& known = playlists();
+    const auto found = std::find_if(known.begin(), known.end(), [&id](const KnownPlaylist& k) { return k.id == id; });
+    return found == known.end() ? 0 : static_cast<int>(found - known.begin()) + 1;
+}
+
+bool RemoteControl::play()
+{
+    if (!free() || !canPlay() || status() == PlaybackStatus::Playing)
+        return false;
+    // While it is paused the play button is off, and the command that goes on takes its place.
+    return running() ? press(m_root.mnuSoundplayer[4]) : press(m_root.pSoundPlayer);
+}
+
+bool RemoteControl::pause()
+{
+    return free() && canPause() && press(m_root.mnuSoundplayer[3]);
+}
+
+bool RemoteControl::playPause()
+{
+    return status() == PlaybackStatus::Playing ? pause() : play();
+}
+
+bool RemoteControl::stop()
+{
+    return free() && running() && press(m_root.pStopPlayer);
+}
+
+bool RemoteControl::next()
+{
+    return free() && canSkip() && press(m_root.mnuSoundplayer[1]);
+}
+
+bool RemoteControl::previous()
+{
+    return free() && canSkip() && press(m_root.mnuSoundplayer[2]);
+}
+
+bool RemoteControl::setRepeatMode(int mode)
+{
+    return free() && mode >= 1 && mode <= 3 && press(m_root.mnuWiederholung[mode]);
+}
+
+bool RemoteControl::setVolume(double level)
+{
+    constexpr double Tiny = 0.02;
+    Slider& slider = m_root.sVolume;
+    if (!free() || !slider.Enabled.value() || !slider.Scroll || std::isnan(level))
+        return false;
+    const double wished = std::clamp(level, 0.0, 1.0);
+    int step = static_cast<int>(std::lround(wished * slider.Max.value()));
+    const double change = wished - volume();
+    if (step == slider.Value.value() && std::abs(change) > Tiny)
+        step += change > 0 ? 1 : -1;
+    slider.Value = std::clamp(step, slider.Min.value(), slider.Max.value());
+    slider.Scroll();
+    return true;
+}
+
+bool RemoteControl::activate(const QString& id)
+{
+    ListView& list = m_root.LListView1;
+    const int row = rowOf(id);
+    if (!free() || row == 0 || !list.Click || !list.DblClick)
+        return false;
+    list.select(row);
+    list.EnsureVisible(row);
+    list.Click();
+    // The list may be missing, and the user may have left the box about it with another wish.
+    if (!free() || list.selectedRow() != row || list.Tag != QString::number(row))
+        return false;
+    list.DblClick();
+    return true;
+}
+
+bool RemoteControl::raise()
+{
+    if (m_root.services.events.ended())
+        return false;
+    m_root.services.instance.Activated();
+    return true;
+}
+
+bool RemoteControl::quit()
+{
+    return free() && press(m_root.mnuBeenden);
+}
+
+} // namespace orvantine

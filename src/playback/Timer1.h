@@ -1,0 +1,14 @@
+#pragma once
+
+namespace orvantine {
+
+struct Root;
+
+/// Checks the given repeat mode and unchecks the two others.
+void mnuWiederholung_Click(Root& root, int index);
+void mnuAllesWiedergeben_Click(Root& root);
+
+/// End-of-playlist detection and what comes next.
+void Timer1_Tick(Root& root);
+
+} // namespace orvantine

@@ -1,0 +1,131 @@
+#include "playback/Timer2.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
+#include "playlists/PlaylistTexts.h"
+
+#include <algorithm>
+#include <array>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void showRipper(Root& root)
+{
+    if (root.Timer2.Tag.toInt() != 0)
+        return;
+    const QString ripper = readSetting(root, u"Ripper"_s).text();
+    const bool known = Dateiexistenz::FileExists(root, ripper);
+    root.mnuAddCDs.Visible = known;
+    root.Trennung0X.Visible = known;
+}
+
+/// A column that was drawn too narrow gets the width of its creation back; one of width 0 is meant to be hidden.
+template <std::size_t Count>
+void restoreColumns(ListView& list, const std::array<ColumnRule, Count>& rules)
+{
+    for (int column = 1; column <= std::min(list.columns(), static_cast<int>(Count)); ++column) {
+        const Twips width = list.columnWidth(column);
+        if (width > 0 && width < NarrowestColumn)
+            list.setColumnWidth(column, rules[static_cast<std::size_t>(column - 1)].width);
+    }
+}
+
+void enableCommands(Root& root)
+{
+    const bool any = root.LListView1.count() > 0;
+    root.pSoundPlayer.Enabled = any && !root.pPausePlayer.Enabled.value();
+    root.pSymbole.Enabled = any;
+    root.pHinweistext.Visible = !any;
+    for (MenuItem* item : root.playlistCommands)
+        item->Enabled = any;
+    // A filter that leaves no row must still be taken off.
+    root.mnuFavoritenShow.Enabled = any || root.mnuFavoritenShow.Tag == u"1"_s;
+    root.mnuSoundplayerExt.Visible = root.services.mediaplayer.playlistCount() >= 2;
+}
+
+void showLabels(Root& root)
+{
+    const bool title = !root.sAnzeige[1].Caption.value().isEmpty();
+    const bool artist = !root.sAnzeige[2].Caption.value().isEmpty();
+    root.sAnzeige[5].Caption = root.sBitrate.Caption.value();
+    const bool bitRate = !root.sAnzeige[5].Caption.value().isEmpty();
+    root.sAnzeige[1].Visible = title;
+    root.sAnzeige[3].Visible = title;
+    root.sAnzeige[2].Visible = artist;
+    root.sAnzeige[4].Visible = artist;
+    root.sAnzeige[5].Visible = bitRate;
+    root.pMpeg.Visible = bitRate;
+    constexpr qsizetype TooLong = 161;
+    root.LSoundCaption.Visible = root.LSoundCaption.Caption.value().size() < TooLong;
+}
+
+/// What ends a playlist while Timer1 is off, and a single track.
+void stopAtEnd(Root& root)
+{
+    const auto ended = [&root] { return root.services.mediaplayer.status() == u"Beendet"_s; };
+    if (!root.pPausePlayer.Enabled.value() || !ended())
+        return;
+    Command command(root);
+    if (command.pause(1.0) && ended())
+        root.pStopPlayer.Click();
+}
+
+void showHint(Label& label, const QString& hint)
+{
+    if (!isSameHint(label.Caption, hint))
+        label.Caption = hint;
+}
+
+void showDescription(Root& root)
+{
+    const QString description =
+        indexValue(root, databaseFile(root), root.LListView1.selectedRow(), EntryKey::Description);
+    if (root.LListView1.count() == 0)
+        showHint(root.LSoundCaption,
+                 u"Fügen Sie eine neue Wiedergabeliste hinzu, indem Sie die m3u-Datei in die Orvante ziehen."_s);
+    else if (!description.isEmpty())
+        root.LSoundCaption.Caption = description;
+    else if (root.LListView2.count() == 0)
+        showHint(root.LSoundCaption, addTracksHint());
+}
+
+} // namespace
+
+void Timer2_Tick(Root& root)
+{
+    showRipper(root);
+
+    restoreColumns(root.LListView1, CatalogueColumns);
+    restoreColumns(root.LListView2, TrackColumns);
+
+    root.mnuCoverShow.Checked = root.pCoverBack.Visible.value();
+
+    const bool idle = root.pSoundPlayer.Enabled.value();
+    root.pPlayBack.Enabled = !idle;
+    root.pPlayForward.Enabled = !idle;
+
+    enableCommands(root);
+
+    root.pDatum.Visible = root.mnuDatumsanzeige.Checked.value() && !root.mnuPositionen.Checked.value();
+
+    showLabels(root);
+
+    stopAtEnd(root);
+
+    root.LListenCaption.Caption = root.bMoveDown.Enabled.value()
+                                      ? u"Verwenden Sie diese Cursor-Schaltflächen zum verschieben der Einträge."_s
+                                      : u"Klicken Sie das CD-Symbol um die Wiedergabe der Playliste zu starten."_s;
+
+    showDescription(root);
+}
+
+} // namespace orvantine

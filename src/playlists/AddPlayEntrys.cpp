@@ -1,0 +1,155 @@
+#include "playlists/AddPlayEntrys.h"
+
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
+#include "metadata/ShowTrackInfo.h"
+#include "playlists/GetPlayEntrys.h"
+#include "playlists/PlaylistText.h"
+#include "playlists/TrackRow.h"
+
+#include <algorithm>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Existence { Known, Asked };
+
+bool isEntry(const QString& file)
+{
+    return !file.isEmpty() && !breaksLine(file);
+}
+
+/// An empty list gets its columns anew.
+void beginList(Root& root)
+{
+    root.LListView2.clearColumns();
+    // Required: the mark goes to the last row of the catalogue, whichever is selected.
+    if (root.LListView1.count() > 0)
+        root.LListView1.Tag = QString::number(root.LListView1.count());
+    createTrackColumns(root);
+}
+
+/// A path shows its file name less four characters; a bare name loses them only where it ends in "mp3".
+QString nameOf(const QString& file)
+{
+    QString name = FileDirPath::FileNameOf(file);
+    if (FileDirPath::hasSeparator(file) || name.right(3).toLower() == u"mp3"_s)
+        return FileDirPath::without(name, 4);
+    return name;
+}
+
+void append(Root& root, TrackList::Hold& hold, const QString& file, Existence existence)
+{
+    const bool first = root.LListView2.count() == 0;
+    if (first)
+        beginList(root);
+    // Lines go behind those of the open list, never behind what the field still holds of another one.
+    if (first || !hold.linesAreOwn())
+        hold.putRowsIntoLines();
+    const QString full = fullPath(file, FileDirPath::FolderOf(root.trackList.path()));
+    hold.append(itemOf({.number = root.LListView2.count() + 1,
+                        .name = nameOf(file),
+                        .path = full,
+                        .missing = existence == Existence::Asked && !Dateiexistenz::FileExists(root, full)}));
+    hold.appendLine(file);
+}
+
+void showCount(Root& root)
+{
+    root.LListView1.setSubItem(rowInSight(root), CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+}
+
+/// A new list stands in a ".tmp" file: it moves to its place in "Playlisten".
+void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
+{
+    const int row = rowInSight(root);
+    ensurePlaylistFolder(root);
+    const std::optional<QString> own = playlistFile(root, playlistName(root, row));
+    // A link to a list that could not be written would lose the tracks at the next save.
+    if (!own || (Dateiexistenz::FileExists(root, playlist) && !root.files.copy(playlist, *own)))
+        return;
+    root.LListView1.setSubItem(row, CatalogueItem::Path, *own);
+    hold.follow(*own);
+}
+
+void writeList(Root& root, TrackList::Hold& hold)
+{
+    const QString playlist = root.trackList.path();
+    const WholeChange together(root.files);
+    const ReadText before = root.files.readText(playlist);
+    const QString text = root.tPlayliste.Text.value() + u"\r\n"_s;
+    if (before.outcome != ReadOutcome::Failed && hold.mayReplace(before.text) && root.files.writeText(playlist, text))
+        hold.written(text);
+    if (isUnnamed(playlist))
+        moveNewList(root, hold, playlist);
+}
+
+void showFirstRow(Root& root, Command& command)
+{
+    // The heading of the tracks counts them, whoever adds and whether the catalogue is saved afterwards or not.
+    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+    if (!command.yield())
+        return;
+    if (root.LListView2.count() > 0) {
+        root.LListView2.select(1);
+        ShowTrackInfo(root, 1, 1);
+    }
+    command.lastYield();
+}
+
+} // namespace
+
+void AddPlayEntrys(Root& root, const QString& file, int batch)
+{
+    Command command(root);
+    if (!isEntry(file) || command.ended())
+        return;
+    ensurePlaylistFolder(root);
+    if (!ownTracks(root))
+        return;
+    TrackList::Hold hold = root.trackList.hold();
+    append(root, hold, file, Existence::Asked);
+    if (batch != 0)
+        showCount(root);
+    else
+        writeList(root, hold);
+    showFirstRow(root, command);
+}
+
+void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
+{
+    constexpr qsizetype BetweenYields = 256;
+
+    QStringList entries;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(entries), isEntry);
+    Command command(root);
+    if (entries.isEmpty() || command.ended())
+        return;
+    ensurePlaylistFolder(root);
+    if (!ownTracks(root))
+        return;
+    TrackList::Hold hold = root.trackList.hold();
+    const Existence existence = exist ? Existence::Known : Existence::Asked;
+    for (qsizetype from = 0; from < entries.size(); from += BetweenYields) {
+        if (from > 0 && (!command.yield() || !hold.valid()))
+            return;
+        const qsizetype end = std::min(from + BetweenYields, entries.size());
+        {
+            const ListView::Batch together(root.LListView2);
+            for (qsizetype i = from; i < end; ++i)
+                append(root, hold, entries[i], existence);
+        }
+        showCount(root);
+    }
+    showFirstRow(root, command);
+}
+
+} // namespace orvantine

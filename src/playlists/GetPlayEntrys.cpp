@@ -1,0 +1,309 @@
+#include "playlists/GetPlayEntrys.h"
+
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/DisabledButtons.h"
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+#include "app/TextLimits.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+#include "metadata/ShowTrackInfo.h"
+#include "playback/CoverPane.h"
+#include "playlists/GetPlayCounts.h"
+#include "playlists/PlaylistText.h"
+#include "playlists/PlaylistTexts.h"
+#include "playlists/TextDosConvert.h"
+#include "playlists/TrackRow.h"
+
+#include <algorithm>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+enum class Companion { None, Missing, Backup };
+
+bool isNml(const QString& path)
+{
+    return path.right(3).toLower() == u"nml"_s;
+}
+
+/// Turns an NML list into an M3U list in "Playlisten", unless that stands already; gives the new path. Nothing where
+/// that list could not be made. One that is missing stays so, unless it was converted before.
+std::optional<QString> convertNml(Root& root, const QString& path)
+{
+    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
+    const QString converted = FileDirPath::join(playlistFolder(root), name);
+    if (!Dateiexistenz::FileExists(root, converted)) {
+        if (!Dateiexistenz::FileExists(root, path))
+            return path;
+        const ReadText read = root.files.readPlaylist(path);
+        const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
+        if (!read.done() || !root.files.writeText(converted, result + u"\r\n"_s))
+            return {};
+    }
+    root.LListView1.setSubItem(root.LListView1.selectedRow(), CatalogueItem::Path, converted);
+    return converted;
+}
+
+Companion companionOf(const Root& root, QString& path)
+{
+    if (Dateiexistenz::FileExists(root, path))
+        return Companion::None;
+    path.clear();
+    // Required: the path is empty by now, so a file named "bak" in the current folder is asked for.
+    return Dateiexistenz::FileExists(root, path + u"bak"_s) ? Companion::Backup : Companion::Missing;
+}
+
+bool mayAsk(const Root& root)
+{
+    return root.Visible.value() && root.mnuErrorDisplay.Checked.value();
+}
+
+/// Offers to choose the list that was moved away and brings it back to its old place.
+void offerOtherFile(Root& root, Command& command, QString& path)
+{
+    const int row = root.LListView1.selectedRow();
+    if (command.ask({.text = u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
+                             u"Möchten Sie jetzt die Wiedergabeliste im Dateisystem auswählen ?"_s,
+                     .title = u" Songinformationen"_s,
+                     .icon = MessageIcon::Question,
+                     .buttons = MessageButtons::YesNo}) != Answer::Yes)
+        return;
+
+    const std::optional<ChosenFile> chosen = command.openFile({.title = u"Datei öffnen"_s,
+                                                               .folder = FileDirPath::FolderOf(path),
+                                                               .fileName = FileDirPath::FileNameOf(path),
+                                                               .filter = playlistFilter(),
+                                                               .defaultExtension = u"m3u"_s});
+    // The folder of a file at the top of the file system is "".
+    if (!chosen || chosen->fileName.isEmpty())
+        return;
+    const QString file = FileDirPath::join(chosen->folder, chosen->fileName);
+    if (file.size() < 4)
+        return;
+
+    if (file.toLower() != path.toLower())
+        root.files.copy(file, path);
+    if (!command.yield())
+        return;
+    // While the box was up the sequence may have gone on to another row.
+    root.LListView1.select(row);
+    GetPlayEntrys(root, path);
+    markMissing(root, row, false);
+    command.lastYield();
+}
+
+void offerBackup(Root& root, Command& command, QString& path)
+{
+    if (mayAsk(root) &&
+        command.ask({.text = u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
+                             u"Eine Sicherungsdatei der Playliste ist im Ordner jedoch vorhanden.\n \n"
+                             u"Möchten Sie diese Backupdatei der Playliste wiederherstellen ?"_s,
+                     .title = u" Songinformationen"_s,
+                     .icon = MessageIcon::Exclamation,
+                     .buttons = MessageButtons::YesNo}) == Answer::Yes) {
+        root.files.copy(path + u"bak"_s, path + u"m3u"_s);
+        root.files.remove(path + u"bak"_s);
+        if (command.yield())
+            GetPlayEntrys(root, path);
+        return;
+    }
+    command.endWait();
+    DisabledButtons(root, 0);
+}
+
+/// Rows of the first `count` lines; an empty one leaves its number out.
+std::vector<ListItem> rowsOf(const Root& root, const QString& path, const TextLines& lines, int count)
+{
+    const QString folder = FileDirPath::FolderOf(path);
+    const ProfileStore::Steady names(root.services.profiles, databaseFile(root));
+    std::vector<ListItem> rows;
+    rows.reserve(static_cast<std::size_t>(count));
+    for (int i = 0; i < count; ++i) {
+        const QString line = lines.GetTextZeile(i);
+        if (line.isEmpty())
+            continue;
+        const QString full = fullPath(line, folder);
+        rows.push_back(itemOf({.number = i + 1,
+                               .name = displayName(root, line, full),
+                               .path = full,
+                               .missing = !Dateiexistenz::FileExists(root, full)}));
+    }
+    return rows;
+}
+
+void showDescription(Root& root, int number, const QString& hint)
+{
+    const QString description = indexValue(root, databaseFile(root), number, EntryKey::Description);
+    root.LSoundCaption.Tag = description.isEmpty() ? u"0"_s : u"1"_s;
+    if (!description.isEmpty())
+        root.LSoundCaption.Caption = description;
+    else if (!hint.isEmpty())
+        root.LSoundCaption.Caption = hint;
+}
+
+/// A list without a date takes that of its last track.
+void showDate(Root& root, int number)
+{
+    const QString database = databaseFile(root);
+    QString date = indexValue(root, database, number, EntryKey::Date);
+    root.tDatum.Caption = date;
+    if (!date.isEmpty())
+        return;
+    const ListView& tracks = root.LListView2;
+    const std::optional<QDateTime> changed = root.files.modified(tracks.subItem(tracks.count(), TrackItem::Path));
+    if (!changed)
+        return;
+    date = dateText(changed->date());
+    writeIndexValue(root, database, number, EntryKey::Date, date);
+    root.tDatum.Caption = date;
+}
+
+/// The list of the entries in the file, where a read could not show it: one that is too short, one that could not be
+/// read then. It stays in sight as it is where it cannot be read whole now.
+void readInPlace(Root& root)
+{
+    const QString path = root.trackList.path();
+    // The lines of an NML list are no entries.
+    const std::optional<QString> entries = isNml(path) ? std::nullopt : entriesOfFile(root, path);
+    if (!entries)
+        return;
+    const TextLines lines(*entries);
+    const int count = countEntries(*entries);
+    if (!showsAll(lines, count, *entries))
+        return;
+    const int selected = root.LListView2.selectedRow();
+    if (root.LListView2.columns() == 0)
+        createTrackColumns(root);
+    root.trackList.takeOwn(rowsOf(root, path, lines, count), *entries, count);
+    if (!root.LListView2.select(selected))
+        root.LListView2.select(1);
+}
+
+} // namespace
+
+void GetPlayEntrys(Root& root, QString& path)
+{
+    Command command(root);
+    if (path.isEmpty() || command.ended())
+        return;
+    ensurePlaylistFolder(root);
+
+    const int number = root.LListView1.selectedRow();
+    root.LListView2.clearColumns();
+    TrackList::Reading reading = root.trackList.open(path);
+    root.tSoundzahl.Caption = u"0"_s;
+    command.wait(Wait::Lists);
+    root.LListView2.Visible = false;
+    createTrackColumns(root);
+    applyStoredCatalogueWidths(root);
+
+    if (isNml(path)) {
+        const std::optional<QString> converted = convertNml(root, path);
+        if (!converted)
+            return;
+        path = *converted;
+    }
+
+    const Companion companion = companionOf(root, path);
+    if (path.isEmpty())
+        path = playlistPath(root, number);
+
+    const int count = GetPlayCounts(root, path);
+    if (command.ended())
+        return;
+    const ConvertedList converted = convertPlaylist(root, path);
+    if (reading.overtaken() || command.ended())
+        return;
+    reading.follow(path);
+
+    if (companion != Companion::None || count == 0) {
+        reading.take({}, converted.entries ? std::optional(entryLines(*converted.entries)) : std::nullopt);
+        reading.finish();
+        // The tracks stay out of sight until the next read.
+        if (companion == Companion::Missing && mayAsk(root))
+            offerOtherFile(root, command, path);
+        else if (companion == Companion::Backup)
+            offerBackup(root, command, path);
+        return;
+    }
+
+    root.LListView2.ColumnClick(1);
+    reading.endSorting();
+
+    {
+        const TextLines lines(root.tPlayliste.Text);
+        std::vector<ListItem> rows = rowsOf(root, path, lines, count);
+        // A list that is too short shows rows of the list before, or none; a line that is not the entry is not its row.
+        const bool whole = converted.entries && (converted.lines ? showsAll(lines, count, *converted.entries)
+                                                                 : rows.empty() && converted.entries->isEmpty());
+        const auto entries = static_cast<qsizetype>(rows.size());
+        reading.take(std::move(rows), whole ? std::optional(entries) : std::nullopt);
+    }
+    // Required: row 1 is selected after every load.
+    root.LListView2.select(1);
+
+    root.tPlaylisteinträge.Caption = playlistName(root, number);
+    if (!command.yield() || reading.overtaken())
+        return;
+    showCover(root);
+    showDescription(root, number, {});
+
+    command.endWait();
+    root.LListView2.Visible = true;
+    reading.finish();
+    if (!command.yield() || reading.overtaken())
+        return;
+
+    showDate(root, number);
+    showDescription(root, number, addTracksHint());
+
+    if (root.LListView2.count() > 0) {
+        root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+        if (root.mnuPositionen.Checked.value())
+            root.tSoundzahl.Visible = true;
+        ShowTrackInfo(root, root.LListView2.selectedRow(), 1);
+    }
+    command.lastYield();
+}
+
+void LoadPlayEntrysTmp(Root& root)
+{
+    root.LListView1.Click();
+}
+
+bool ownTracks(Root& root)
+{
+    if (root.trackList.content() == TrackList::Content::Stale)
+        readInPlace(root);
+    if (root.trackList.content() == TrackList::Content::None && selectedPlaylist(root).isEmpty())
+        root.trackList.begin({});
+    return root.trackList.content() == TrackList::Content::Own;
+}
+
+std::optional<int> ownSelectedRow(Root& root)
+{
+    const auto selected = [&root] { return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path); };
+    const QString track = selected();
+    if (!ownTracks(root))
+        return {};
+    return selected() == track ? root.LListView2.selectedRow() : 0;
+}
+
+bool openOwnTracks(Root& root)
+{
+    if (root.trackList.content() == TrackList::Content::None && !selectedPlaylist(root).isEmpty()) {
+        // The mark may stand on a row whose tracks are not the ones shown.
+        root.LListView1.Tag = u"0"_s;
+        LoadPlayEntrysTmp(root);
+    }
+    return ownTracks(root);
+}
+
+} // namespace orvantine

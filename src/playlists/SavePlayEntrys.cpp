@@ -1,0 +1,135 @@
+#include "playlists/SavePlayEntrys.h"
+
+#include "app/ColumnWidths.h"
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/Others.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void tellFailure(Command& command)
+{
+    command.tell({.text = u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden.    "_s,
+                  .title = u" Wiedergabeliste speichern"_s,
+                  .icon = MessageIcon::Critical});
+}
+
+bool isUserList(const Root& root, const QString& path)
+{
+    const QString own = FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
+    return FileDirPath::compared(path).startsWith(FileDirPath::compared(own));
+}
+
+/// A row of the catalogue, one that a filter hides included, has that file.
+bool isUsedByAnother(const Root& root, int row, const QString& path)
+{
+    for (int other = 1; other <= root.LListView1.count(); ++other)
+        if (other != row && FileDirPath::isSameFile(playlistPath(root, other), path))
+            return true;
+    if (isWholeCatalogue(root))
+        return false;
+    for (int number = 1; number <= MostPlaylists; ++number)
+        if (FileDirPath::isSameFile(indexValue(root, databaseFile(root), number, EntryKey::Path), path))
+            return true;
+    return false;
+}
+
+void prepareSave(Root& root)
+{
+    saveColumnWidths(root);
+    ensurePlaylistFolder(root);
+    showTrackCount(root, rowInSight(root));
+}
+
+void writeList(Root& root, Command& command)
+{
+    TrackList::Hold hold = root.trackList.hold();
+    const QString path = root.trackList.path();
+    command.wait();
+    const ReadText before = root.files.readText(path);
+    const bool readable = before.outcome != ReadOutcome::Failed;
+    if (readable && Dateiexistenz::FileExists(root, path))
+        root.files.clearAttributes(path);
+    std::optional<QString> text = readable ? hold.textFor(before.text) : std::nullopt;
+    if (!command.yield())
+        return;
+    // An event in between may have changed the rows. If it opened another list, those of this one are written as they
+    // were, unless its file has gone with it; one that was read anew shows what its file holds.
+    if (hold.inSight() && text)
+        text = hold.textFor(before.text);
+    else if (root.trackList.path() == path || !Dateiexistenz::FileExists(root, path))
+        text.reset();
+    if (text && root.files.writeText(path, *text))
+        hold.written(*text);
+    command.endWait();
+}
+
+/// Rows that nobody vouched for are not saved. Where the playlist has no path there is nowhere to write them, which is
+/// told.
+bool maySave(Root& root, Command& command)
+{
+    if (command.ended())
+        return false;
+    if (rowInSight(root) == 0 && selectedPlaylist(root).isEmpty()) {
+        prepareSave(root);
+        command.wait();
+        tellFailure(command);
+        return false;
+    }
+    return root.trackList.content() == TrackList::Content::Own;
+}
+
+void saveLocally(Root& root, Command& command)
+{
+    ensurePlaylistFolder(root);
+    const int row = rowInSight(root);
+    showTrackCount(root, row);
+    command.wait();
+
+    const QString old = root.trackList.path();
+    const QString local = FileDirPath::join(playlistFolder(root), FileDirPath::FileNameOf(old));
+    if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local)) {
+        if (!Dateiexistenz::FileExists(root, old))
+            return tellFailure(command);
+        root.LListView1.setSubItem(row, CatalogueItem::Path, local);
+        root.trackList.hold().follow(local);
+        root.files.copy(old, local);
+    }
+
+    // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.
+    prepareSave(root);
+    writeList(root, command);
+}
+
+} // namespace
+
+void SavePlayEntrys(Root& root)
+{
+    Command command(root);
+    if (!maySave(root, command))
+        return;
+    prepareSave(root);
+    // A list without a row in sight has none that could point to a copy: it is saved where it lies.
+    if (root.mnuLokalePlayliste.Checked.value() && rowInSight(root) > 0 && !isUserList(root, root.trackList.path()))
+        saveLocally(root, command);
+    else
+        writeList(root, command);
+}
+
+void SaveLocalEntrys(Root& root)
+{
+    Command command(root);
+    if (maySave(root, command))
+        saveLocally(root, command);
+}
+
+} // namespace orvantine

@@ -1,0 +1,92 @@
+#include "playlists/TextDosConvert.h"
+
+#include "app/Command.h"
+#include "app/Dateiexistenz.h"
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+#include "playlists/GetPlayCounts.h"
+#include "playlists/PlaylistText.h"
+
+#include <algorithm>
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Entries as they go to the disk: those that lie beside the playlist by their name alone.
+QString ownEntries(const Root& root, const QString& path, const QString& text)
+{
+    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
+    return normalisedEntries(text, [&](const QString& line) {
+        const QString name = FileDirPath::FileNameOf(line);
+        return isNeighbour(name) ? name : line;
+    });
+}
+
+/// The entries, unless the text has lines that are none of them.
+std::optional<QString> allOrNothing(const QString& entries, const QString& text)
+{
+    return entryLines(entries) == entryLines(text) ? std::optional(entries) : std::nullopt;
+}
+
+/// The text with its last line closed. One that holds line feeds of its own is several lines, and stays unclosed.
+QString closed(const QString& text)
+{
+    const qsizetype start = text.lastIndexOf(u'\r') + 1;
+    const bool lineFeedFirst = start > 0 && text.mid(start, 1) == u"\n"_s;
+    const QString tail = text.mid(lineFeedFirst ? start + 1 : start);
+    return tail.isEmpty() || tail.contains(u'\n') ? text : text + u"\r\n"_s;
+}
+
+} // namespace
+
+bool TextDosConvert(Root& root, const QString& path)
+{
+    const bool stands = Dateiexistenz::FileExists(root, path);
+    if (stands)
+        (void)convertPlaylist(root, path);
+    return stands;
+}
+
+ConvertedList convertPlaylist(Root& root, const QString& path)
+{
+    constexpr int ShortestList = 10;
+
+    if (!Dateiexistenz::FileExists(root, path))
+        return {.lines = {}, .entries = QString()};
+    const ReadText read = root.files.readPlaylist(path);
+    if (!read.done())
+        return {};
+    const QString out = ownEntries(root, path, read.text);
+    if (out.size() < ShortestList)
+        return {.lines = {}, .entries = allOrNothing(out, read.text)};
+
+    root.files.writeText(path, out + u"\r\n"_s);
+    Command command(root);
+    if (!command.yield())
+        return {};
+
+    const ReadText again = root.files.readPlaylist(path);
+    if (!again.done())
+        return {};
+    const QStringView kept = QStringView(again.text).chopped(std::min<qsizetype>(2, again.text.size()));
+    const QString lines = linesForField(kept, GetPlayCounts(root, path));
+    root.trackList.setLines(lines, path);
+    if (!command.yield())
+        return {};
+    // A file that could not be rewritten still holds what is not an entry.
+    return {.lines = lines, .entries = kept == out ? std::optional(out) : std::nullopt};
+}
+
+std::optional<QString> entriesOfFile(Root& root, const QString& path)
+{
+    const ReadText read = root.files.readPlaylist(path);
+    if (read.outcome == ReadOutcome::Failed)
+        return {};
+    const QString text = closed(read.text);
+    return allOrNothing(ownEntries(root, path, text), text);
+}
+
+} // namespace orvantine

@@ -1,0 +1,41 @@
+#include "playlists/TrackRow.h"
+
+#include "app/DataFolder.h"
+#include "app/FileDirPath.h"
+#include "app/IniFiles.h"
+#include "app/TextLimits.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+ListItem itemOf(const TrackRow& row)
+{
+    constexpr int FirstId = 100;
+    const QString icon = u"Icon_2"_s;
+    ListItem item;
+    item.Text = padded(row.number + FirstId, 3);
+    item.Icon = icon;
+    item.SmallIcon = icon;
+    item.SubItems = {{.Text = padded(row.number, 2), .ReportIcon = icon},
+                     {.Text = row.name},
+                     {.Text = row.path, .ForeColor = row.missing ? Color::DarkRed : Color::ButtonText},
+                     {.Text = FileDirPath::FileNameOf(row.path)}};
+    return item;
+}
+
+QString fullPath(const QString& entry, const QString& playlistFolder)
+{
+    return FileDirPath::hasSeparator(entry) ? entry : playlistFolder + entry;
+}
+
+QString displayName(const Root& root, const QString& entry, const QString& path)
+{
+    constexpr int Extension = 4;
+    QString known = IniFiles::ReadValue(root, databaseFile(root), u"TagInfo"_s, path);
+    if (!known.isEmpty())
+        return known;
+    return FileDirPath::hasSeparator(entry) ? FileDirPath::without(FileDirPath::FileNameOf(entry), Extension) : entry;
+}
+
+} // namespace orvantine

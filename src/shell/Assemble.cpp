@@ -1,0 +1,146 @@
+#include "shell/Assemble.h"
+
+#include "app/Columns.h"
+#include "app/Command.h"
+#include "app/Root.h"
+#include "metadata/TagForms.h"
+#include "metadata/frmID3.h"
+#include "operations/DropOnCatalogue.h"
+#include "operations/DropOnTracks.h"
+#include "operations/Eigenschaften.h"
+#include "operations/ListInput.h"
+#include "operations/ListKeys.h"
+#include "operations/Positionen.h"
+#include "operations/mnuEditCopy.h"
+#include "operations/mnuMoveEntry.h"
+#include "operations/mnuSortierung.h"
+#include "operations/mnuVerschiebung.h"
+#include "playback/CoverArt.h"
+#include "playback/MediaChange.h"
+#include "playback/PlayerControl.h"
+#include "playback/Timer1.h"
+#include "playback/Timer2.h"
+#include "playback/Tray.h"
+#include "playback/Volume.h"
+#include "search/FindAudio.h"
+#include "search/Suchen.h"
+#include "shell/Design.h"
+#include "shell/Dialoge.h"
+#include "shell/Info.h"
+#include "shell/Menus.h"
+#include "shell/Startup.h"
+#include "shell/Timer3.h"
+#include "transfer/FolderDialogs.h"
+#include "transfer/Trackcopy.h"
+
+namespace orvantine {
+
+namespace {
+
+using Handler = void (*)(Root&);
+
+template <class C>
+void on(C& control, Root& root, Handler handler)
+{
+    control.Click = [&root, handler] { handler(root); };
+}
+
+void wireLists(Root& root)
+{
+    on(root.LListView1, root, LListView1_Click);
+    on(root.LListView2, root, LListView2_Click);
+    on(root.bMoveUp, root, bMoveUp_Click);
+    on(root.bMoveDown, root, bMoveDown_Click);
+    on(root.bEntryUp, root, bEntryUp_Click);
+    on(root.bEntryDown, root, bEntryDown_Click);
+    root.LListView1.DblClick = [&root] { LListView1_DblClick(root); };
+    root.LListView2.DblClick = [&root] { LListView2_DblClick(root); };
+    root.LListView1.ColumnClick = [&root](int column) { LListView1_ColumnClick(root, column); };
+    root.LListView2.ColumnClick = [&root](int column) { LListView2_ColumnClick(root, column); };
+    root.LListView1.KeyDown = [&root](int shift, int code) { return LListView1_KeyDown(root, shift, code); };
+    root.LListView2.KeyDown = [&root](int shift, int code) { return LListView2_KeyDown(root, shift, code); };
+    root.LListView1.Drop = [&root](const QStringList& paths) {
+        runCommand(root, Changes::Both, [&root, &paths] { LListView1_OLEDragDrop(root, paths); });
+    };
+    root.LListView2.Drop = [&root](const QStringList& paths) {
+        runCommand(root, Changes::Both, [&root, &paths] { LListView2_OLEDragDrop(root, paths); });
+    };
+    root.LListView2.DragFile = [&root](int row) {
+        return root.files.nativePath(root.LListView2.subItem(row, TrackItem::Path));
+    };
+    root.LListView1.GotFocus = [&root] { noteFocus(root, 1); };
+    root.LListView2.GotFocus = [&root] { noteFocus(root, 2); };
+}
+
+void wirePlayer(Root& root)
+{
+    on(root.pSoundPlayer, root, pSoundPlayer_Click);
+    on(root.pSymbole, root, pSoundPlayer_Click);
+    on(root.pPausePlayer, root, pPausePlayer_Click);
+    on(root.pStopPlayer, root, pStopPlayer_Click);
+    on(root.pPlayBack, root, pPlayBack_Click);
+    on(root.pPlayForward, root, pPlayForward_Click);
+    root.pCovers.Click = [&root] { runCommand(root, Changes::Catalogue, [&root] { pCovers_Click(root); }); };
+    root.pCovers.MouseDown = [&root](MouseButton button) {
+        runCommand(root, Changes::Catalogue, [&root, button] { pCovers_MouseDown(root, button); });
+    };
+    on(root.Command1, root, Command1_Click);
+    on(root.pTrayicon, root, pTrayicon_Click);
+    root.tBeschreibung.DblClick = [&root] { pTrayicon_Click(root); };
+    root.tPlaylisteinträge.DblClick = [&root] { tPlaylisteinträge_DblClick(root); };
+    root.pMpeg.DblClick = [&root] { pMpeg_DblClick(root); };
+    root.pTrayicons.MouseMove = [&root](int x) { pTrayicons_MouseMove(root, x); };
+    root.services.tray.Callback = [&root](int x) { root.pTrayicons.MouseMove(x); };
+    root.sVolume.MouseDown = [&root] { LoadVolume(root); };
+    root.sVolume.Scroll = [&root] { sVolume_Scroll(root); };
+    root.sVolume.Click = [&root] { sVolume_Click(root); };
+    root.services.mediaplayer.MediaChange = [&root] { MediaChange(root); };
+    root.services.mediaInfo.MediaChange = [&root] { MediaChange(root); };
+}
+
+void wireTimers(Root& root)
+{
+    root.Timer1.Tick = [&root] { Timer1_Tick(root); };
+    root.Timer2.Tick = [&root] { Timer2_Tick(root); };
+    root.Timer3.Tick = [&root] { Timer3_Tick(root); };
+    for (Timer* timer : {&root.Timer1, &root.Timer2, &root.Timer3})
+        root.services.events.attach(*timer);
+}
+
+void makeForms(Root& root)
+{
+    root.startup = std::make_shared<Startup>();
+    root.info = std::make_shared<Info>();
+    root.dialoge = std::make_shared<Dialoge>();
+    root.positionen = std::make_shared<Positionen>();
+    root.eigenschaften = std::make_shared<Eigenschaften>();
+    root.findAudio = std::make_shared<FindAudio>();
+    root.suchen = std::make_shared<Suchen>();
+    root.filesCopy = std::make_shared<FilesCopy>();
+    root.ordner = std::make_shared<Ordner>();
+    root.trackcopy = std::make_shared<Trackcopy>();
+    root.tagForm = std::make_shared<frmID3V1>();
+    root.otherTagForm = std::make_shared<frmID3V2>();
+
+    setUpInfo(root);
+    setUpDialoge(root);
+    setUpPositionen(root);
+    setUpTagForms(root);
+    setUpEigenschaften(root);
+    setUpFolderDialogs(root);
+    setUpTrackcopy(root);
+}
+
+} // namespace
+
+void assemble(Root& root)
+{
+    makeForms(root);
+    setUpMenus(root);
+    design(root);
+    wireLists(root);
+    wirePlayer(root);
+    wireTimers(root);
+}
+
+} // namespace orvantine

@@ -1,7 +1,0 @@
-#include "shell/FeatureTips.h"
-
-namespace orvantine {
-
-void ShowFeatureTip(Root&, int) {}
-
-} // namespace orvantine

@@ -1,0 +1,94 @@
+#include "app/Command.h"
+
+#include "support/DesktopTest.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class Commands : public DesktopTest
+{
+protected:
+    /// Whether a command that changes this would run inside the next yield.
+    bool admittedInside(Command& command, Changes wanted)
+    {
+        bool admitted = false;
+        desktop.events().atYield(1, [&] { runCommand(root(), wanted, [&] { admitted = true; }); });
+        EXPECT_TRUE(command.yield());
+        return admitted;
+    }
+    [[nodiscard]] bool waits()
+    {
+        return root().Pointer.value() != MousePointer::Default || !catalogue().Enabled.value() ||
+               !tracks().Enabled.value() || root().buttonsDisabled;
+    }
+};
+
+} // namespace
+
+TEST_F(Commands, OneThatChangesTheSameIsPassedOverInTheWaitOfAnother)
+{
+    Command command(root(), Changes::Catalogue);
+    EXPECT_FALSE(admittedInside(command, Changes::Catalogue));
+    EXPECT_FALSE(admittedInside(command, Changes::Both));
+    EXPECT_TRUE(admittedInside(command, Changes::Tracks));
+    EXPECT_TRUE(admittedInside(command, Changes::Nothing));
+    Command part(root());
+    EXPECT_FALSE(admittedInside(part, Changes::Catalogue)) << "what waits further up counts";
+}
+
+TEST_F(Commands, WhatACommandCallsItselfIsAPartOfIt)
+{
+    const Command command(root(), Changes::Both);
+    bool ran = false;
+    runCommand(root(), Changes::Both, [&] { ran = true; });
+    EXPECT_TRUE(ran);
+    EXPECT_FALSE(root().commands.idle());
+}
+
+TEST_F(Commands, AWaitEndsWithItsCommandOnWhateverWay)
+{
+    for (const Wait what : {Wait::Buttons, Wait::Lists, Wait::All}) {
+        {
+            Command command(root());
+            command.wait(what);
+            EXPECT_TRUE(waits());
+            EXPECT_EQ(what == Wait::Lists, !root().buttonsDisabled);
+            EXPECT_EQ(what == Wait::Buttons, root().Pointer.value() == MousePointer::Default);
+        }
+        EXPECT_FALSE(waits());
+    }
+    EXPECT_TRUE(root().commands.idle());
+}
+
+TEST_F(Commands, BehindTheEndOfTheProgramNoDoorOpens)
+{
+    Command command(root());
+    desktop.events().atYield(1, [&] { desktop.events().endProcess(); });
+    EXPECT_FALSE(command.yield());
+    EXPECT_TRUE(command.ended());
+    EXPECT_FALSE(command.yield());
+    EXPECT_FALSE(command.pause(1.0));
+    // No box, chooser or form is scripted: one that came up would be a failure.
+    EXPECT_FALSE(command.ask({.text = u"?"_s, .title = u" Frage"_s}).has_value());
+    EXPECT_FALSE(command.enter(u"?"_s, u" Frage"_s).has_value());
+    EXPECT_FALSE(command.openFile({}).has_value());
+    EXPECT_FALSE(command.saveFile({}).has_value());
+    EXPECT_EQ("", command.folder({}).toStdString());
+    EXPECT_FALSE(command.font({}).has_value());
+    command.tell({.text = u"!"_s, .title = u" Meldung"_s});
+    Form form(u"Form"_s);
+    EXPECT_FALSE(command.showModal(form));
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(Commands, ABoxInWhichTheProgramEndsHasNoAnswer)
+{
+    desktop.messages.script({Answer::Yes, {}, {}, {}, [&] { desktop.events().endProcess(); }});
+    Command command(root());
+    EXPECT_FALSE(command.ask({.text = u"?"_s, .title = u" Frage"_s, .buttons = MessageButtons::YesNo}).has_value());
+}
+
+} // namespace orvantine::fake

@@ -1,0 +1,234 @@
+#include "app/Columns.h"
+#include "app/Shutdown.h"
+#include "operations/Eigenschaften.h"
+#include "operations/Positionen.h"
+#include "reentrance/World.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <vector>
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Deed
+{
+    const char* name;
+    void (*run)(World& world);
+};
+
+void properties(World& world)
+{
+    Root& root = world.root();
+    showEigenschaften(root);
+    root.eigenschaften->tBeschreibung.Text = u"Anders"_s;
+    root.eigenschaften->BReady.Click();
+}
+
+/// The commands that wait.
+const std::vector<Deed> Commands{
+    {"open", [](World& w) { w.click(2); }},
+    {"save", [](World& w) { w.root().mnuSpeichern.Click(); }},
+    {"save tracks", [](World& w) { w.root().mnuFileSave.Click(); }},
+    {"new", [](World& w) { w.root().mnuNeu.Click(); }},
+    {"import", [](World& w) { w.root().mnuDurchsuchen.Click(); }},
+    {"remove",
+     [](World& w) {
+         w.removesList = true;
+         w.root().mnuLöschen.Click();
+     }},
+    {"rename",
+     [](World& w) {
+         w.renames = true;
+         w.root().mnuUmbenennen.Click();
+     }},
+    {"describe", [](World& w) { w.root().mnuBeschriftung.Click(); }},
+    {"step down", [](World& w) { w.root().mnuVerschiebung[2].Click(); }},
+    {"order",
+     [](World& w) {
+         w.desktop.forms().whileModal(u"Positionen"_s, [&w](Form&) {
+             Positionen& form = *w.root().positionen;
+             form.LSortView.move(0, 2);
+             form.BReady.Click();
+             if (form.Visible.value())
+                 w.desktop.forms().unload(form);
+         });
+         w.root().mnuVerschiebung[4].Click();
+     }},
+    {"reload", [](World& w) { w.root().mnuLaden.Click(); }},
+    {"filter",
+     [](World& w) {
+         w.root().mnuFavoritenShow.Click();
+         w.root().mnuFavoritenShow.Click();
+     }},
+    {"sort", [](World& w) { w.root().mnuSortierung[1].Click(); }},
+    {"move track", [](World& w) { w.root().mnuMoveEntry[2].Click(); }},
+    {"remove track",
+     [](World& w) {
+         w.removesTrack = true;
+         w.root().mnuFileKill.Click();
+     }},
+    {"add folder",
+     [](World& w) {
+         w.addsTrack = true;
+         w.desktop.forms().whileModal(u"Ordner"_s, [&w](Form& form) {
+             w.root().tBrowseFolder.Text = u"/neu"_s;
+             w.root().tBrowseFolder.Tag = u"1"_s;
+             w.desktop.forms().unload(form);
+         });
+         w.root().mnuAddSounds.Click();
+     }},
+    {"paste",
+     [](World& w) {
+         w.addsTrack = true;
+         w.root().mnuEditCopy.Tag = u"2"_s;
+         w.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+         w.root().mnuEditPaste.Click();
+     }},
+    {"drop tracks",
+     [](World& w) {
+         w.addsTrack = true;
+         w.root().LListView2.Drop({u"/m/neu.mp3"_s});
+     }},
+    {"drop folder", [](World& w) { w.root().LListView1.Drop({u"/neu"_s}); }},
+    {"drop list", [](World& w) { w.root().LListView1.Drop({u"/fremd/Fremd.m3u"_s}); }},
+    {"export",
+     [](World& w) {
+         w.root().mnuSpeichernUnter.Click();
+         // The link goes where the user says.
+         w.removesList = true;
+     }},
+    {"names by tag", [](World& w) { w.root().mnuSetTagName.Click(); }},
+    {"play", [](World& w) { w.root().LListView1.DblClick(); }},
+};
+
+/// What comes in meanwhile.
+const std::vector<Deed> Interruptions{
+    {"open another list", [](World& w) { w.click(3); }},
+    {"Ctrl+S", [](World& w) { w.root().mnuSpeichern.press(); }},
+    {"new list", [](World& w) { w.root().mnuNeu.press(); }},
+    {"remove",
+     [](World& w) {
+         w.removesList = true;
+         w.root().mnuLöschen.press();
+     }},
+    {"remove track",
+     [](World& w) {
+         w.removesTrack = true;
+         w.root().mnuFileKill.press();
+     }},
+    {"move track", [](World& w) { w.root().mnuMoveEntry[2].press(); }},
+    {"step down", [](World& w) { w.root().mnuVerschiebung[2].press(); }},
+    {"reload", [](World& w) { w.root().mnuLaden.press(); }},
+    {"play", [](World& w) { w.root().pSoundPlayer.Click(); }},
+    {"stop", [](World& w) { w.root().pStopPlayer.Click(); }},
+    {"filter",
+     [](World& w) {
+         w.root().mnuFavoritenShow.press();
+         w.root().mnuFavoritenShow.press();
+     }},
+    {"properties", properties},
+    {"drop",
+     [](World& w) {
+         w.addsTrack = true;
+         w.root().LListView2.Drop({u"/m/neu.mp3"_s});
+     }},
+    {"tick", [](World& w) { w.root().Timer2.Tick(); }},
+    {"close", [](World& w) { Form_QueryUnload(w.root()); }},
+    {"end", [](World& w) { w.root().mnuBeenden.press(); }},
+};
+
+/// Where a command can be interrupted.
+struct Points
+{
+    int yields = 0;
+    int boxes = 0;
+    bool pauses = false;
+};
+
+Points pointsOf(const Deed& command)
+{
+    World world;
+    const int yields = world.desktop.events().yields();
+    const auto start = world.desktop.events().elapsed();
+    command.run(world);
+    EXPECT_EQ("", world.faults().join(u'\n').toStdString()) << command.name << ", by itself";
+    return {.yields = world.desktop.events().yields() - yields,
+            .boxes = world.boxes(),
+            .pauses = world.desktop.events().elapsed() > start};
+}
+
+/// Behind the end of the program nothing is shown, started or written, but for a catalogue that is written to its end.
+QStringList lateDeeds(World& world)
+{
+    QStringList late;
+    const QStringList lines = world.desktop.log.lines();
+    const QStringList actions = LoggingFiles::actions();
+    const qsizetype end = lines.indexOf(u"events.endProcess"_s);
+    for (qsizetype i = end + 1; end >= 0 && i < lines.size(); ++i) {
+        const QString& line = lines[i];
+        const bool acts = std::any_of(actions.begin(), actions.end(),
+                                      [&line](const QString& action) { return line.startsWith(action); });
+        if (line.startsWith(u"messages.") || line.startsWith(u"choosers.") || line.startsWith(u"forms.showModal") ||
+            (acts && !line.contains(u"Orvantine.dat"_s)))
+            late += line;
+    }
+    return late;
+}
+
+class Reentrance : public testing::TestWithParam<std::size_t>
+{
+protected:
+    static void check(World& world, const std::string& where)
+    {
+        EXPECT_EQ("", world.faults().join(u'\n').toStdString()) << where;
+        EXPECT_EQ("", lateDeeds(world).join(u'\n').toStdString()) << where;
+    }
+};
+
+} // namespace
+
+TEST_P(Reentrance, NoInterruptionCostsAListOrLeavesAWait)
+{
+    const Deed& command = Commands[GetParam()];
+    const Points points = pointsOf(command);
+    ASSERT_GT(points.yields + points.boxes, 0) << command.name;
+    // Under the sanitizers each yield is tried with some of the others only.
+    const int step = std::max(1, qEnvironmentVariableIntValue("ORVANTINE_SWEEP_STEP"));
+    int tried = 0;
+    for (const Deed& other : Interruptions) {
+        for (int yield = 1; yield <= points.yields; ++yield) {
+            if (++tried % step != 0)
+                continue;
+            World world;
+            world.desktop.events().atYield(yield, [&] { other.run(world); });
+            command.run(world);
+            check(world, std::string(other.name) + " in yield " + std::to_string(yield) + " of " + command.name);
+        }
+        for (int box = 1; box <= points.boxes; ++box) {
+            World world;
+            world.atBox(box, [&] { other.run(world); });
+            command.run(world);
+            check(world, std::string(other.name) + " in box " + std::to_string(box) + " of " + command.name);
+        }
+        if (points.pauses) {
+            World world;
+            world.desktop.events().after(std::chrono::milliseconds{500}, [&] { other.run(world); });
+            command.run(world);
+            check(world, std::string(other.name) + " in the pause of " + command.name);
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, Reentrance, testing::Range(std::size_t{0}, Commands.size()),
+                         [](const testing::TestParamInfo<std::size_t>& param) {
+                             std::string name = Commands[param.param].name;
+                             std::replace(name.begin(), name.end(), ' ', '_');
+                             return name;
+                         });
+
+} // namespace orvantine::fake
