@@ -30,6 +30,19 @@ QByteArray sound(const QByteArray& bytes)
     return bytes.mid(layout.soundBegin, bytes.size() - layout.soundBegin - (layout.hasId3v1 ? id3v1Size : 0));
 }
 
+QByteArray withoutId3v2(QByteArray bytes)
+{
+    const TrackLayout layout = trackLayout(MemoryBytes(bytes));
+    for (const ByteSpan& tag : layout.appendedId3v2)
+        bytes.remove(tag.begin, tag.end - tag.begin);
+    return bytes.mid(layout.soundBegin);
+}
+
+bool hasId3v1(const QByteArray& bytes)
+{
+    return trackLayout(MemoryBytes(bytes)).hasId3v1;
+}
+
 } // namespace
 
 /// The first 158 bytes make the record's fields, the rest is the track. Writing and erasing keep every byte of the
@@ -56,10 +69,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     if (const std::optional<TagEdit> edit = id3v2Removal(MemoryBytes(track))) {
         const QByteArray once = applied(track, *edit);
-        require(track.endsWith(once));
-        require(sound(once) == sound(track));
+        require(once == withoutId3v2(track));
         const std::optional<TagEdit> again = id3v2Removal(MemoryBytes(once));
-        require(again && changesNothing(MemoryBytes(once), *again));
+        // Bytes that only now end the file can read as a tag of version 1, with others in front of it.
+        require(again && (hasId3v1(once) != hasId3v1(track) || changesNothing(MemoryBytes(once), *again)));
     }
     return 0;
 }
