@@ -5,6 +5,7 @@
 #include "app/PlayButtons.h"
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
 
 namespace orvantine {
 
@@ -61,7 +62,7 @@ void SaveOptions(Root& root)
     writeSetting(root, u"Fontsize"_s, QString::number(qRound(root.LListView1.FontSize.value())));
     saveColumnWidths(root);
     if (root.LListView1.selectedRow() > 0)
-        writeSetting(root, u"Index"_s, static_cast<qint32>(root.LListView1.selectedRow()));
+        writeSetting(root, u"Index"_s, static_cast<qint32>(numberOf(root, root.LListView1.selectedRow())));
     writeFlag(root, u"Suche"_s, root.mnuSuchDialog);
     writeFlag(root, u"Position"_s, root.mnuPositionen);
     writeRepeatMode(root);

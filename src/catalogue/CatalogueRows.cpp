@@ -1,6 +1,7 @@
 #include "catalogue/CatalogueRows.h"
 
 #include "app/Columns.h"
+#include "app/DataFolder.h"
 #include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -51,6 +52,55 @@ int rowInSight(const Root& root)
     return 0;
 }
 
+bool isFiltered(const Root& root)
+{
+    return root.mnuFavoritenShow.Tag == u"1"_s;
+}
+
+void setFiltered(Root& root, bool on)
+{
+    root.mnuFavoritenShow.Tag = on ? u"1"_s : u"0"_s;
+    root.mnuFavoritenShow.Checked = on;
+    for (const auto& item : root.mnuVerschiebung)
+        item->Enabled = !on;
+    root.LListView1.AllowDrop = !on;
+}
+
+int numberOf(const Root& root, int row)
+{
+    const QString kept = root.LListView1.tag(row);
+    return kept.isEmpty() ? row : kept.toInt();
+}
+
+int wholeCount(const Root& root)
+{
+    if (!isFiltered(root))
+        return root.LListView1.count();
+    int number = MostPlaylists;
+    while (number > 0 && indexValue(root, databaseFile(root), number, EntryKey::Name).isEmpty())
+        --number;
+    return number;
+}
+
+void keepNumber(Root& root, int row, int number)
+{
+    root.LListView1.setTag(row, QString::number(number));
+}
+
+void setPlaylistName(Root& root, int row, const QString& name)
+{
+    root.LListView1.setSubItem(row, CatalogueItem::Name, name);
+    if (isFiltered(root))
+        writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Name, name);
+}
+
+void setPlaylistPath(Root& root, int row, const QString& path)
+{
+    root.LListView1.setSubItem(row, CatalogueItem::Path, path);
+    if (isFiltered(root))
+        writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Path, path);
+}
+
 void selectLastRow(Root& root)
 {
     root.LListView1.select(root.LListView1.count());
@@ -73,7 +123,7 @@ void markMissing(Root& root, int row, bool missing)
 
 void markFavourite(Root& root, int row)
 {
-    root.LListView1.setIcons(row, isFavourite(root, row) ? u"Icon_6"_s : u"Icon_1"_s);
+    root.LListView1.setIcons(row, isFavourite(root, numberOf(root, row)) ? u"Icon_6"_s : u"Icon_1"_s);
 }
 
 void markAllFavourites(Root& root)
@@ -84,7 +134,7 @@ void markAllFavourites(Root& root)
 
 bool isWholeCatalogue(const Root& root)
 {
-    return root.LListView1.count() > 0 && root.mnuFavoritenShow.Tag != u"1"_s;
+    return root.LListView1.count() > 0 && !isFiltered(root);
 }
 
 } // namespace orvantine

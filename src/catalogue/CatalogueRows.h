@@ -30,6 +30,22 @@ struct RowIdentity
 /// its file. 0 where there is none.
 [[nodiscard]] int rowInSight(const Root& root);
 
+/// The favourites filter hides rows: what is left is no whole catalogue.
+[[nodiscard]] bool isFiltered(const Root& root);
+/// Puts the mark of the filter, whose rows cannot be moved.
+void setFiltered(Root& root, bool on);
+/// The number of a row in section `Index`: its place, unless the filter has hidden others in front of it. 0 for a row
+/// that has none.
+[[nodiscard]] int numberOf(const Root& root, int row);
+/// Rows of the catalogue, those that the filter hides included.
+[[nodiscard]] int wholeCount(const Root& root);
+/// The row keeps this number while the filter is on.
+void keepNumber(Root& root, int row, int number);
+
+/// Another name or path for a row. Under the filter, where no save comes behind it, it is stored at once.
+void setPlaylistName(Root& root, int row, const QString& name);
+void setPlaylistPath(Root& root, int row, const QString& path);
+
 /// Selects the last row and notes that its tracks are the ones that are loaded.
 void selectLastRow(Root& root);
 
@@ -43,8 +59,7 @@ void markMissing(Root& root, int row, bool missing);
 void markFavourite(Root& root, int row);
 void markAllFavourites(Root& root);
 
-/// False for an empty list and for one that the favourites filter has made shorter: such a list must never overwrite
-/// the section `Index`.
+/// False for an empty list and under the filter: such a list must never overwrite the section `Index`.
 [[nodiscard]] bool isWholeCatalogue(const Root& root);
 
 } // namespace orvantine

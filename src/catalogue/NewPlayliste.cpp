@@ -49,17 +49,24 @@ bool mayAdd(Root& root, Command& command, const QString& name)
 void appendRow(Root& root, const QString& name, const QString& path)
 {
     ListView& list = root.LListView1;
-    const int number = list.count() + 1;
+    const int place = list.count() + 1;
+    const int number = wholeCount(root) + 1;
     const QString icon = isFavourite(root, number) ? u"Icon_6"_s : u"Icon_1"_s;
-    root.nAnzeige.Caption = u"(%1)"_s.arg(number);
+    root.nAnzeige.Caption = u"(%1)"_s.arg(place);
     root.trackList.clearLines();
 
     ListItem row;
-    row.Text = padded(number - 1, 3);
+    row.Text = padded(place - 1, 3);
     row.Icon = icon;
     row.SmallIcon = icon;
     row.SubItems = {{.Text = name, .ReportIcon = icon}, {.Text = path}, {.Text = u"0"_s}};
     list.append(std::move(row));
+    if (isFiltered(root)) {
+        // No save comes behind it: the entry would be gone with the filter.
+        keepNumber(root, place, number);
+        writeEntry(root, databaseFile(root), number,
+                   {.id = padded(number - 1, 3), .name = name, .path = path, .tracks = u"0"_s});
+    }
 }
 
 } // namespace
@@ -140,7 +147,7 @@ bool tellLimit(Command& command)
 
 bool mayAddRow(const Root& root, Command& command)
 {
-    if (root.LListView1.count() < MostPlaylists)
+    if (wholeCount(root) < MostPlaylists)
         return true;
     tellLimit(command);
     return false;

@@ -30,9 +30,12 @@ bool isSure(Command& command, const QString& name)
     return answer && answer != Answer::Cancel;
 }
 
-/// Only the last row loses its keys and its given name here; behind any other one the save closes up.
+/// Only the last row loses its keys and its given name here; behind any other one the save closes up. Under the filter
+/// of favourites the section stays as it is.
 void forgetLastRow(Root& root, int row)
 {
+    if (isFiltered(root))
+        return;
     const ListView& list = root.LListView1;
     const QString database = databaseFile(root);
     if (indexValue(root, database, row, EntryKey::Id) != list.text(list.count()))

@@ -63,6 +63,8 @@ void mnuLaden_Click(Root& root)
     Command command(root);
     command.wait(Wait::All, MousePointer::ArrowHourglass);
     list.clear();
+    if (isFiltered(root))
+        setFiltered(root, false);
     root.nAnzeige.Caption = u"(0)"_s;
     root.missingPlaylists = 0;
     if (!command.yield() || !loadRows(root, command))

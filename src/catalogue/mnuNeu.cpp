@@ -7,6 +7,8 @@
 
 namespace orvantine {
 
+using namespace Qt::StringLiterals;
+
 void mnuNeu_Click(Root& root)
 {
     Command command(root);
@@ -16,8 +18,11 @@ void mnuNeu_Click(Root& root)
     if (!NewPlayliste(root, path, {}))
         return;
     root.mnuSpeichern.Click();
-    if (!command.ended())
-        root.LListView1.Click();
+    if (command.ended())
+        return;
+    // Under the filter the save was refused, which would have left no row marked as loaded.
+    root.LListView1.Tag = u"0"_s;
+    root.LListView1.Click();
 }
 
 } // namespace orvantine

@@ -57,7 +57,7 @@ void mnuUmbenennen_Click(Root& root)
 
     {
         const WholeChange together(root.files, WholeChange::Events::Served);
-        list.setSubItem(row, CatalogueItem::Name, name);
+        setPlaylistName(root, row, name);
         if (playlist.path == root.trackList.path())
             root.tPlaylisteinträge.Caption = name;
         IniFiles::WriteValue(root, databaseFile(root), u"Rename"_s, FileDirPath::FileNameOf(playlist.path), name);

@@ -153,6 +153,8 @@ void addItem(Root& root, Command& command, const QString& item, bool folder)
 
 void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
 {
+    if (isFiltered(root))
+        return;
     Command command(root);
     bool offered = false;
     for (const QString& path : paths) {
@@ -160,9 +162,6 @@ void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
             return;
         const bool folder = root.files.isFolder(path);
         const bool list = folder || isPlaylist(path);
-        // Only the whole catalogue is stored: the entry would be gone with the filter.
-        if (list && root.mnuFavoritenShow.Tag == u"1"_s)
-            return tellFailure(command);
         if (list)
             addItem(root, command, path, folder);
         else if (!std::exchange(offered, true))

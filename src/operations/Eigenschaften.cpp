@@ -131,10 +131,11 @@ void takeDescriptionAndDate(Root& root, int row)
         description.Text = QString();
 
     const QString database = databaseFile(root);
-    writeIndexValue(root, database, row, EntryKey::Name, form.tPlaylistname.Text);
-    writeIndexValue(root, database, row, EntryKey::Path, form.tPlayliste.Text);
-    writeIndexValue(root, database, row, EntryKey::Description, description.Text);
-    writeIndexValue(root, database, row, EntryKey::Date, form.tDatum.Text);
+    const int number = numberOf(root, row);
+    writeIndexValue(root, database, number, EntryKey::Name, form.tPlaylistname.Text);
+    writeIndexValue(root, database, number, EntryKey::Path, form.tPlayliste.Text);
+    writeIndexValue(root, database, number, EntryKey::Description, description.Text);
+    writeIndexValue(root, database, number, EntryKey::Date, form.tDatum.Text);
 
     if (seen && description.Text.value().isEmpty())
         showHintForDescription(root);
@@ -208,7 +209,7 @@ void showEigenschaften(Root& root)
     form.shownName = name;
     form.shownPath = form.tPlayliste.Text;
     form.tDatum.Text = root.tDatum.Caption.value();
-    form.tBeschreibung.Text = indexValue(root, databaseFile(root), row, EntryKey::Description);
+    form.tBeschreibung.Text = indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
     form.tAlbumCover.Text = coverFile(root, name);
     root.services.forms.show(form);
 }

@@ -51,7 +51,7 @@ void LListView1_Click(Root& root)
         return;
     }
 
-    const bool favourite = isFavourite(root, row);
+    const bool favourite = isFavourite(root, numberOf(root, row));
     // Required: another mark, that of the playing playlist too, stays where the row is no favourite.
     if (favourite)
         list.setIcons(row, u"Icon_6"_s);

@@ -24,7 +24,7 @@ void removeDescription(Root& root, Command& command, int row)
                      .buttons = MessageButtons::YesNo});
     if (!answer || answer == Answer::No)
         return;
-    deleteIndexValue(root, databaseFile(root), row, EntryKey::Description);
+    deleteIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
     showHintForDescription(root);
 }
 
@@ -51,7 +51,7 @@ void mnuBeschriftung_Click(Root& root)
     if (entered->isEmpty())
         return showHintForDescription(root);
 
-    writeIndexValue(root, databaseFile(root), row, EntryKey::Description, *entered);
+    writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description, *entered);
     root.LSoundCaption.Caption = *entered;
     root.LSoundCaption.Tag = u"1"_s;
 

@@ -5,6 +5,7 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
 
 namespace orvantine {
 
@@ -21,13 +22,13 @@ void hideOthers(Root& root)
     int row = 1;
     for (int number = 1; number <= count; ++number) {
         if (indexValue(root, file, number, EntryKey::Favourite) == u"1"_s)
-            ++row;
+            keepNumber(root, row++, number);
         else
             list.remove(row);
     }
     root.nAnzeige.Caption = u"(%1)"_s.arg(list.count());
     list.select(1);
-    // The rows have other numbers now: a click on any of them reads its list.
+    // The rows have other places now: a click on any of them reads its list.
     list.Tag = u"0"_s;
 }
 
@@ -56,17 +57,17 @@ void mnuFavoriten_Click(Root& root)
     root.mnuFavoriten.Checked = favourite;
     list.setIcons(row, favourite ? u"Icon_6"_s : u"Icon_1"_s);
     // Required: named by a constant here, whatever the program's file is called.
+    const int number = numberOf(root, row);
     if (favourite)
-        writeIndexValue(root, namedDatabaseFile(root), row, EntryKey::Favourite, u"1"_s);
+        writeIndexValue(root, namedDatabaseFile(root), number, EntryKey::Favourite, u"1"_s);
     else
-        deleteIndexValue(root, namedDatabaseFile(root), row, EntryKey::Favourite);
+        deleteIndexValue(root, namedDatabaseFile(root), number, EntryKey::Favourite);
 }
 
 void mnuFavoritenShow_Click(Root& root)
 {
-    const bool on = root.mnuFavoritenShow.Tag != u"1"_s;
-    root.mnuFavoritenShow.Tag = on ? u"1"_s : u"0"_s;
-    root.mnuFavoritenShow.Checked = on;
+    const bool on = !isFiltered(root);
+    setFiltered(root, on);
     if (on)
         hideOthers(root);
     else

@@ -131,6 +131,8 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
 
 void mnuVerschiebung_Click(Root& root, int index)
 {
+    if (isFiltered(root))
+        return;
     ChecksOff checks(root);
 
     if (Dateiexistenz::FileExists(root, databaseFile(root))) {
@@ -146,8 +148,7 @@ void mnuVerschiebung_Click(Root& root, int index)
     if (index != Dialog)
         return moveOneStep(root, command, index, checks);
     checks.leaveOff();
-    // A filter that leaves no row is no empty catalogue.
-    if (isWholeCatalogue(root) || (root.LListView1.count() == 0 && root.mnuFavoritenShow.Tag != u"1"_s))
+    if (!isFiltered(root))
         (void)command.showModal(*root.positionen);
 }
 

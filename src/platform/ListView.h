@@ -129,6 +129,8 @@ public:
     std::function<bool(int shift, int keyCode)> KeyDown;
     /// Paths as the Files service names them.
     std::function<void(const QStringList& paths)> Drop;
+    /// The view takes a drop at present.
+    bool AllowDrop = true;
     /// The host's name of the file that a row stands for; nothing where there is none. The row can then be drawn to
     /// other programs.
     std::function<std::optional<QByteArray>(int row)> DragFile;

@@ -7,6 +7,7 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueEntry.h"
+#include "catalogue/CatalogueRows.h"
 #include "playlists/PlaylistTexts.h"
 
 #include <algorithm>
@@ -48,7 +49,10 @@ void enableCommands(Root& root)
     for (MenuItem* item : root.playlistCommands)
         item->Enabled = any;
     // A filter that leaves no row must still be taken off.
-    root.mnuFavoritenShow.Enabled = any || root.mnuFavoritenShow.Tag == u"1"_s;
+    const bool filtered = isFiltered(root);
+    root.mnuFavoritenShow.Enabled = any || filtered;
+    for (const int index : {1, 2, 3})
+        root.mnuVerschiebung[index].Enabled = any && !filtered;
     root.mnuSoundplayerExt.Visible = root.services.mediaplayer.playlistCount() >= 2;
 }
 
@@ -88,7 +92,7 @@ void showHint(Label& label, const QString& hint)
 void showDescription(Root& root)
 {
     const QString description =
-        indexValue(root, databaseFile(root), root.LListView1.selectedRow(), EntryKey::Description);
+        indexValue(root, databaseFile(root), numberOf(root, root.LListView1.selectedRow()), EntryKey::Description);
     if (root.LListView1.count() == 0)
         showHint(root.LSoundCaption,
                  u"Fügen Sie eine neue Wiedergabeliste hinzu, indem Sie die m3u-Datei in die Orvante ziehen."_s);

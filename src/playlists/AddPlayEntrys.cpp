@@ -76,7 +76,7 @@ void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
     // A link to a list that could not be written would lose the tracks at the next save.
     if (!own || (Dateiexistenz::FileExists(root, playlist) && !root.files.copy(playlist, *own)))
         return;
-    root.LListView1.setSubItem(row, CatalogueItem::Path, *own);
+    setPlaylistPath(root, row, *own);
     hold.follow(*own);
 }
 

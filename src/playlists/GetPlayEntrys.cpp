@@ -47,7 +47,7 @@ std::optional<QString> convertNml(Root& root, const QString& path)
         if (!read.done() || !root.files.writeText(converted, result + u"\r\n"_s))
             return {};
     }
-    root.LListView1.setSubItem(root.LListView1.selectedRow(), CatalogueItem::Path, converted);
+    setPlaylistPath(root, root.LListView1.selectedRow(), converted);
     return converted;
 }
 
@@ -253,7 +253,7 @@ void GetPlayEntrys(Root& root, QString& path)
     if (!command.yield() || reading.overtaken())
         return;
     showCover(root);
-    showDescription(root, number, {});
+    showDescription(root, numberOf(root, number), {});
 
     command.endWait();
     root.LListView2.Visible = true;
@@ -261,8 +261,8 @@ void GetPlayEntrys(Root& root, QString& path)
     if (!command.yield() || reading.overtaken())
         return;
 
-    showDate(root, number);
-    showDescription(root, number, addTracksHint());
+    showDate(root, numberOf(root, number));
+    showDescription(root, numberOf(root, number), addTracksHint());
 
     if (root.LListView2.count() > 0) {
         root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());

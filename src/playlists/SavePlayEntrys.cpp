@@ -100,7 +100,7 @@ void saveLocally(Root& root, Command& command)
     if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local)) {
         if (!Dateiexistenz::FileExists(root, old))
             return tellFailure(command);
-        root.LListView1.setSubItem(row, CatalogueItem::Path, local);
+        setPlaylistPath(root, row, local);
         root.trackList.hold().follow(local);
         root.files.copy(old, local);
     }

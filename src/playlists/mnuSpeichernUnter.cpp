@@ -108,7 +108,7 @@ void mnuSpeichernUnter_Click(Root& root)
                      .buttons = MessageButtons::OkCancel});
     if (!answer || answer == Answer::Cancel || identityOf(root, row) != playlist)
         return;
-    root.LListView1.setSubItem(row, CatalogueItem::Path, target);
+    setPlaylistPath(root, row, target);
     if (root.trackList.path() == playlist.path)
         root.trackList.hold().follow(target);
     root.mnuSpeichern.Click();

@@ -92,6 +92,7 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"app/FormLoad -> shell/Dialoge"_s,
         u"app/FormLoad -> shell/Startup"_s,
         u"app/FormLoad -> shell/UpdateCheck"_s,
+        u"app/SaveOptions -> catalogue/CatalogueRows"_s,
         u"app/Shutdown -> metadata/frmID3"_s,
         // A command on the catalogue ends with a playlist that is opened and its cover that is shown.
         u"catalogue/GetPlayListe -> playlists/GetPlayEntrys"_s,

@@ -126,6 +126,17 @@ TEST_F(ListInputView, ADisabledListTakesNothing)
     EXPECT_EQ(taken(), "") << "a command has begun before the drop could";
 }
 
+TEST_F(ListInputView, AListThatAllowsNoDropShowsSo)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/a.mp3\r\n");
+    root.LListView1.AllowDrop = false;
+    EXPECT_FALSE(enter(root.LListView1, data));
+    EXPECT_EQ(drop(root.LListView1, data), Qt::IgnoreAction);
+    QApplication::processEvents();
+    EXPECT_EQ(taken(), "");
+}
+
 TEST_F(ListInputView, NothingIsDroppedBehindAModalWindow)
 {
     QMimeData data;

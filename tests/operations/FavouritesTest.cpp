@@ -1,5 +1,9 @@
 
+#include "app/SaveOptions.h"
+#include "operations/Eigenschaften.h"
 #include "playback/PlaybackWorld.h"
+#include "playback/Timer2.h"
+#include "playlists/SavePlayEntrys.h"
 
 namespace orvantine::fake {
 
@@ -22,6 +26,31 @@ protected:
         for (int row = 1; row <= catalogue().count(); ++row)
             all += catalogue().subItem(row, 1);
         return all.join(u' ').toStdString();
+    }
+
+    void store(int number, char letter, const QString& value)
+    {
+        root().services.profiles.setValue(database(), u"Index"_s, QString::number(number) + QLatin1Char(letter), value);
+    }
+    [[nodiscard]] std::string stored(int number, char letter)
+    {
+        return root()
+            .services.profiles.value(database(), u"Index"_s, QString::number(number) + QLatin1Char(letter))
+            .toStdString();
+    }
+    [[nodiscard]] std::string entry(int number)
+    {
+        std::string all;
+        for (const char letter : std::string("abcdefg"))
+            all += stored(number, letter) + '|';
+        return all;
+    }
+
+    /// "Erste" and "Dritte" are the favourites, and alone in sight.
+    void onlyFirstAndThird()
+    {
+        store(3, 'g', u"1"_s);
+        root().mnuFavoritenShow.Click();
     }
 };
 
@@ -79,17 +108,161 @@ TEST_F(Favourites, AClickInTheFilteredListOpensTheRowThatIsSeen)
     EXPECT_EQ("Dritte 1", tracks().subItem(1, 2).toStdString());
 }
 
-TEST_F(Favourites, RowNumbersOfTheFilteredListAreThoseOfTheShrunkList)
+TEST_F(Favourites, AFilteredRowLosesItsOwnMark)
 {
-    click(3);
-    root().mnuFavoriten.Click();
-    root().mnuFavoritenShow.Click();
+    onlyFirstAndThird();
     catalogue().select(2);
     root().mnuFavoriten.Checked = true;
     root().mnuFavoriten.Click();
-    // The mark that goes is that of the second key, not that of the third playlist.
-    EXPECT_EQ("", mark(2));
-    EXPECT_EQ("1", mark(3));
+    EXPECT_EQ("", mark(3));
+    EXPECT_EQ("1", mark(1));
+}
+
+TEST_F(Favourites, AClickInTheFilteredListShowsTheDescriptionDateAndMarkOfItsOwnEntry)
+{
+    store(3, 'e', u"Von der Dritten"_s);
+    store(2, 'e', u"Von der Zweiten"_s);
+    store(3, 'f', u"03.03.2003"_s);
+    onlyFirstAndThird();
+    click(2);
+    EXPECT_EQ("Von der Dritten", root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ("03.03.2003", root().tDatum.Caption.value().toStdString());
+    EXPECT_TRUE(root().mnuFavoriten.Checked.value());
+    root().LSoundCaption.Caption = QString();
+    Timer2_Tick(root());
+    EXPECT_EQ("Von der Dritten", root().LSoundCaption.Caption.value().toStdString());
+}
+
+TEST_F(Favourites, AFilteredListWithoutADateTakesThatOfItsLastTrackUnderItsOwnNumber)
+{
+    onlyFirstAndThird();
+    store(3, 'f', QString());
+    store(2, 'f', QString());
+    click(2);
+    EXPECT_NE("", stored(3, 'f'));
+    EXPECT_EQ("", stored(2, 'f'));
+}
+
+TEST_F(Favourites, PropertiesOfAFilteredRowWriteItsOwnEntry)
+{
+    onlyFirstAndThird();
+    click(2);
+    const std::string second = entry(2);
+    root().mnuEigenschaften.Click();
+    root().eigenschaften->tPlaylistname.Text = u"Neu"_s;
+    root().eigenschaften->tBeschreibung.Text = u"Worum es geht"_s;
+    root().eigenschaften->BReady.Click();
+    EXPECT_EQ("Neu", stored(3, 'b'));
+    EXPECT_EQ(listPath(u"Dritte"_s).toStdString(), stored(3, 'c'));
+    EXPECT_EQ("Worum es geht", stored(3, 'e'));
+    EXPECT_EQ(second, entry(2));
+}
+
+TEST_F(Favourites, ADescriptionOfAFilteredRowIsItsOwn)
+{
+    onlyFirstAndThird();
+    click(2);
+    const std::string second = entry(2);
+    put(data() + u"Resource/Dritte.jpg"_s, "g");
+    desktop.messages.enter(u"Worum es geht"_s);
+    root().mnuBeschriftung.Click();
+    EXPECT_EQ("Worum es geht", stored(3, 'e'));
+    desktop.messages.enter(QString());
+    desktop.messages.answer(Answer::Yes);
+    root().mnuBeschriftung.Click();
+    EXPECT_EQ("", stored(3, 'e'));
+    EXPECT_EQ(second, entry(2));
+}
+
+TEST_F(Favourites, AFilteredRowKeepsItsNewNameAndItsCover)
+{
+    put(data() + u"Resource/Dritte.jpg"_s, "g");
+    onlyFirstAndThird();
+    click(2);
+    desktop.messages.enter(u"Andere"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("Andere", stored(3, 'b'));
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ("Erste Zweite Andere Einzeln", names());
+    click(3);
+    EXPECT_TRUE(root().pCoverBack.Visible.value());
+}
+
+TEST_F(Favourites, AListThatIsMadeUnderTheFilterComesLastInTheWholeCatalogue)
+{
+    onlyFirstAndThird();
+    const std::string before = entry(1) + entry(2) + entry(3) + entry(4);
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ("Erste Dritte Neu", names());
+    EXPECT_EQ(before, entry(1) + entry(2) + entry(3) + entry(4));
+    EXPECT_EQ("Neu", stored(5, 'b'));
+    EXPECT_EQ(listPath(u"Neu"_s).toStdString(), stored(5, 'c'));
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ("Erste Zweite Dritte Einzeln Neu", names());
+}
+
+TEST_F(Favourites, AFilteredListThatIsSavedLocallyIsFoundThereLater)
+{
+    put(u"/l/Dritte.m3u"_s, "/m/Dritte 1.mp3\r\n");
+    store(3, 'c', u"/l/Dritte.m3u"_s);
+    desktop.memory()->remove(listPath(u"Dritte"_s));
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    onlyFirstAndThird();
+    root().mnuLokalePlayliste.Checked = true;
+    click(2);
+    SavePlayEntrys(root());
+    EXPECT_EQ(listPath(u"Dritte"_s).toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ(listPath(u"Dritte"_s).toStdString(), stored(3, 'c'));
+}
+
+TEST_F(Favourites, NothingIsMovedOrDroppedUnderTheFilter)
+{
+    onlyFirstAndThird();
+    for (int index = 1; index <= 4; ++index)
+        EXPECT_FALSE(root().mnuVerschiebung[index].Enabled.value()) << index;
+    Timer2_Tick(root());
+    for (int index = 1; index <= 4; ++index)
+        EXPECT_FALSE(root().mnuVerschiebung[index].Enabled.value()) << index;
+    const std::string before = databaseText();
+    forgetCalls();
+    put(u"/l/Sommer.m3u"_s, "x");
+    catalogue().Drop({u"/l/Sommer.m3u"_s});
+    root().bMoveUp.Click();
+    EXPECT_EQ("Erste Dritte", names());
+    EXPECT_EQ(before, databaseText());
+    EXPECT_EQ("", boxes());
+    root().mnuFavoritenShow.Click();
+    for (int index = 1; index <= 4; ++index)
+        EXPECT_TRUE(root().mnuVerschiebung[index].Enabled.value()) << index;
+}
+
+TEST_F(Favourites, AListThatIsMadeUnderTheFilterShowsTheTracksOfAFileThatStood)
+{
+    put(listPath(u"Neu"_s), "/m/Erste 1.mp3\r\n");
+    onlyFirstAndThird();
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ("Erste 1", tracks().subItem(1, 2).toStdString());
+}
+
+TEST_F(Favourites, TheProgramEndsWithTheOwnNumberOfTheFilteredRow)
+{
+    onlyFirstAndThird();
+    click(2);
+    SaveOptions(root());
+    EXPECT_EQ("binary 03 00 00 00", setting(u"Index"_s).toStdString());
+}
+
+TEST_F(Favourites, AReloadTakesTheFilterOff)
+{
+    onlyFirstAndThird();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    EXPECT_EQ("Erste Zweite Dritte Einzeln", names());
+    EXPECT_EQ("0", root().mnuFavoritenShow.Tag.toStdString());
+    EXPECT_FALSE(root().mnuFavoritenShow.Checked.value());
 }
 
 TEST_F(Favourites, WithoutAFavouriteTheListIsEmpty)
