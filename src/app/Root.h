@@ -148,6 +148,8 @@ struct Root : RootMenus
     bool loaded = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
+    /// Number of the last key that a row of the catalogue was given.
+    int lastRowKey = 0;
     TooltipsClass TT;
 
     // Forms: shared for the type's sake alone, since their look is nothing that everybody has to include

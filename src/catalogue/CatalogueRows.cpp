@@ -23,7 +23,27 @@ QString playlistPath(const Root& root, int row)
 
 RowIdentity identityOf(const Root& root, int row)
 {
-    return {.path = playlistPath(root, row), .name = playlistName(root, row)};
+    return {.path = playlistPath(root, row), .name = playlistName(root, row), .key = root.LListView1.key(row)};
+}
+
+int rowOf(const Root& root, const RowIdentity& row, int hint)
+{
+    const ListView& list = root.LListView1;
+    if (!row.key.isEmpty())
+        for (int i = 1; i <= list.count(); ++i)
+            if (list.key(i) == row.key)
+                return i;
+    if (list.has(hint) && identityOf(root, hint) == row)
+        return hint;
+    for (int i = 1; i <= list.count(); ++i)
+        if (identityOf(root, i) == row)
+            return i;
+    return 0;
+}
+
+QString newRowKey(Root& root)
+{
+    return QString::number(++root.lastRowKey);
 }
 
 QString selectedPlaylist(const Root& root)
@@ -38,11 +58,8 @@ QString selectedName(const Root& root)
 
 int rowInSight(const Root& root)
 {
-    const QString& path = root.trackList.path();
-    if (path.isEmpty())
-        return 0;
     const ListView& list = root.LListView1;
-    const auto isOpen = [&root, &path](int row) { return FileDirPath::isSameFile(playlistPath(root, row), path); };
+    const auto isOpen = [&root](int row) { return root.trackList.isOf(playlistPath(root, row)); };
     for (const int row : {list.selectedRow(), list.Tag.toInt()})
         if (list.has(row) && isOpen(row))
             return row;
@@ -68,8 +85,8 @@ void setFiltered(Root& root, bool on)
 
 int numberOf(const Root& root, int row)
 {
-    const QString kept = root.LListView1.tag(row);
-    return kept.isEmpty() ? row : kept.toInt();
+    const int kept = root.LListView1.number(row);
+    return kept > 0 ? kept : row;
 }
 
 int wholeCount(const Root& root)
@@ -80,11 +97,6 @@ int wholeCount(const Root& root)
     while (number > 0 && indexValue(root, databaseFile(root), number, EntryKey::Name).isEmpty())
         --number;
     return number;
-}
-
-void keepNumber(Root& root, int row, int number)
-{
-    root.LListView1.setTag(row, QString::number(number));
 }
 
 void setPlaylistName(Root& root, int row, const QString& name)
@@ -101,17 +113,45 @@ void setPlaylistPath(Root& root, int row, const QString& path)
         writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Path, path);
 }
 
+bool labelsTellOf(const Root& root, int row)
+{
+    return root.trackList.path().isEmpty() || rowInSight(root) == row;
+}
+
 void selectLastRow(Root& root)
 {
     root.LListView1.select(root.LListView1.count());
     root.LListView1.Tag = QString::number(root.LListView1.count());
 }
 
+void setTrackCount(Root& root, int row)
+{
+    root.LListView1.setSubItem(row, CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+}
+
 void showTrackCount(Root& root, int row)
 {
-    const int count = root.LListView2.count();
-    if (leadingNumber(root.LListView1.subItem(row, CatalogueItem::Tracks)) != count)
-        root.LListView1.setSubItem(row, CatalogueItem::Tracks, QString::number(count));
+    if (leadingNumber(root.LListView1.subItem(row, CatalogueItem::Tracks)) != root.LListView2.count())
+        setTrackCount(root, row);
+}
+
+void showTrackHeading(Root& root)
+{
+    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+}
+
+bool isUsedByAnother(const Root& root, int row, const QString& path)
+{
+    for (int other = 1; other <= root.LListView1.count(); ++other)
+        if (other != row && FileDirPath::isSameFile(playlistPath(root, other), path))
+            return true;
+    if (!isFiltered(root))
+        return false;
+    for (int number = 1; number <= MostPlaylists; ++number)
+        if (number != numberOf(root, row) &&
+            FileDirPath::isSameFile(indexValue(root, databaseFile(root), number, EntryKey::Path), path))
+            return true;
+    return false;
 }
 
 void markMissing(Root& root, int row, bool missing)
@@ -121,9 +161,14 @@ void markMissing(Root& root, int row, bool missing)
     root.LListView1.setColor(row, CatalogueItem::Tracks, color);
 }
 
+QString favouriteIcon(bool favourite)
+{
+    return favourite ? u"Icon_6"_s : u"Icon_1"_s;
+}
+
 void markFavourite(Root& root, int row)
 {
-    root.LListView1.setIcons(row, isFavourite(root, numberOf(root, row)) ? u"Icon_6"_s : u"Icon_1"_s);
+    root.LListView1.setIcons(row, favouriteIcon(isFavourite(root, numberOf(root, row))));
 }
 
 void markAllFavourites(Root& root)

@@ -16,10 +16,16 @@ struct RowIdentity
 {
     QString path;
     QString name;
+    /// Stays with the row until the catalogue is loaded again; "" where nobody gave it one.
+    QString key;
 
-    bool operator==(const RowIdentity&) const = default;
+    bool operator==(const RowIdentity& other) const { return path == other.path && name == other.name; }
 };
 [[nodiscard]] RowIdentity identityOf(const Root& root, int row);
+/// Where the row is now: by its key, or else by path and name, the row `hint` first. 0 where it has gone.
+[[nodiscard]] int rowOf(const Root& root, const RowIdentity& row, int hint);
+/// A key that no row has had.
+[[nodiscard]] QString newRowKey(Root& root);
 
 /// Path of the selected playlist; "" where none is selected.
 [[nodiscard]] QString selectedPlaylist(const Root& root);
@@ -39,22 +45,31 @@ void setFiltered(Root& root, bool on);
 [[nodiscard]] int numberOf(const Root& root, int row);
 /// Rows of the catalogue, those that the filter hides included.
 [[nodiscard]] int wholeCount(const Root& root);
-/// The row keeps this number while the filter is on.
-void keepNumber(Root& root, int row, int number);
 
 /// Another name or path for a row. Under the filter, where no save comes behind it, it is stored at once.
 void setPlaylistName(Root& root, int row, const QString& name);
 void setPlaylistPath(Root& root, int row, const QString& path);
 
+/// What the labels say of a list, description and date above all, is said of that row. True where no list is in sight.
+[[nodiscard]] bool labelsTellOf(const Root& root, int row);
+
 /// Selects the last row and notes that its tracks are the ones that are loaded.
 void selectLastRow(Root& root);
 
-/// Puts the number of tracks into the row's cell, unless it is told there already.
+/// Puts the number of tracks in sight into the row's cell; `showTrackCount` unless that number stands there already.
+void setTrackCount(Root& root, int row);
 void showTrackCount(Root& root, int row);
+
+/// The heading of the tracks counts them.
+void showTrackHeading(Root& root);
+
+/// Another row has that file, one that the filter hides included.
+[[nodiscard]] bool isUsedByAnother(const Root& root, int row, const QString& path);
 
 /// Colours name and track count of a row: dark red for a missing playlist file, else the text colour.
 void markMissing(Root& root, int row, bool missing);
 
+[[nodiscard]] QString favouriteIcon(bool favourite);
 /// Gives the row the icon of a favourite, if its key says so, or that of any other playlist.
 void markFavourite(Root& root, int row);
 void markAllFavourites(Root& root);

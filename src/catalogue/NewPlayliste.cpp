@@ -10,6 +10,7 @@
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
+#include "catalogue/PlaylistTexts.h"
 
 namespace orvantine {
 
@@ -51,7 +52,7 @@ void appendRow(Root& root, const QString& name, const QString& path)
     ListView& list = root.LListView1;
     const int place = list.count() + 1;
     const int number = wholeCount(root) + 1;
-    const QString icon = isFavourite(root, number) ? u"Icon_6"_s : u"Icon_1"_s;
+    const QString icon = favouriteIcon(isFavourite(root, number));
     root.nAnzeige.Caption = u"(%1)"_s.arg(place);
     root.trackList.clearLines();
 
@@ -59,11 +60,12 @@ void appendRow(Root& root, const QString& name, const QString& path)
     row.Text = padded(place - 1, 3);
     row.Icon = icon;
     row.SmallIcon = icon;
+    row.Extras = std::make_shared<const ListExtras>(ListExtras{.Key = newRowKey(root), .Tag = {}, .ToolTipText = {}});
     row.SubItems = {{.Text = name, .ReportIcon = icon}, {.Text = path}, {.Text = u"0"_s}};
     list.append(std::move(row));
     if (isFiltered(root)) {
         // No save comes behind it: the entry would be gone with the filter.
-        keepNumber(root, place, number);
+        list.setNumber(place, number);
         writeEntry(root, databaseFile(root), number,
                    {.id = padded(number - 1, 3), .name = name, .path = path, .tracks = u"0"_s});
     }
@@ -120,7 +122,7 @@ bool NewPlayliste(Root& root, QString& path, QString name)
     // The sequence may have opened another list meanwhile: its tracks are not those of the new one. Those of a file
     // that stands have not been read: a save before they are would empty it.
     root.trackList.begin(path, stands ? TrackList::Content::Stale : TrackList::Content::Own);
-    root.LListView2.Visible = true;
+    showHintForDescription(root);
 
     root.tPlaylisteinträge.Caption = name;
     root.tDatum.Caption = dateText(root.services.events.now().date());

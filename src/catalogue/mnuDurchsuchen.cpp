@@ -11,9 +11,9 @@
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/NewPlayliste.h"
+#include "catalogue/PlaylistTexts.h"
 #include "playback/CoverPane.h"
 #include "playlists/GetPlayEntrys.h"
-#include "playlists/PlaylistTexts.h"
 
 namespace orvantine {
 
@@ -92,7 +92,7 @@ void mnuDurchsuchen_Click(Root& root)
 
     // What came in while events were served has opened its own list.
     if (list.selectedRow() == row && playlistPath(root, row) == path) {
-        list.setSubItem(row, CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+        setTrackCount(root, row);
         root.tPlaylisteinträge.Caption = playlistName(root, row);
         root.tDatum.Caption = dateText(root.services.events.now().date());
         if (!command.yield())

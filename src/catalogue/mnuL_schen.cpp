@@ -50,18 +50,13 @@ void removeCover(Root& root, const QString& name)
         root.files.remove(cover);
 }
 
-/// Another row has the same file. Events are served at each; nothing where the program has ended.
+/// Another row has the same file. Events are served at each in sight; nothing where the program has ended.
 std::optional<bool> isUsedElsewhere(Root& root, Command& command, const QString& path, int row)
 {
-    bool used = false;
-    for (int i = 1; i <= root.LListView1.count(); ++i) {
-        if (i == row || !FileDirPath::isSameFile(playlistPath(root, i), path))
-            continue;
-        used = true;
-        if (!command.yield())
+    for (int i = 1; i <= root.LListView1.count(); ++i)
+        if (i != row && FileDirPath::isSameFile(playlistPath(root, i), path) && !command.yield())
             return {};
-    }
-    return used;
+    return isUsedByAnother(root, row, path);
 }
 
 /// A playlist elsewhere on the disk stays where it is; only its reference goes.
@@ -123,7 +118,7 @@ void mnuL_schen(Root& root)
     removeRow(root, row, playlist.path, *usedElsewhere);
     clearPanels(root);
     if (list.count() == 0)
-        return;
+        return showCoverPane(root, false);
 
     selectLastRow(root);
     QString opened = playlistPath(root, list.count());

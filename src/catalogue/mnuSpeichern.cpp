@@ -91,7 +91,7 @@ void mnuSpeichern_Click(Root& root)
 
     writeRows(root);
 
-    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+    showTrackHeading(root);
     if (root.mnuPositionen.Checked.value())
         root.tSoundzahl.Visible = true;
     root.sAnzeige[0].Width = root.xpFrame1.Width.value();

@@ -32,7 +32,7 @@ bool renameCover(Root& root, const QString& old, const QString& name)
         return false;
     // Required: the picture of a playlist that gets the name that it has goes. Names that differ in case alone are
     // one file, which stays.
-    if (old == name || root.files.nativePath(cover) != root.files.nativePath(renamed))
+    if (old == name || !FileDirPath::isSameFile(cover, renamed))
         root.files.remove(cover);
     return true;
 }
@@ -58,7 +58,7 @@ void mnuUmbenennen_Click(Root& root)
     {
         const WholeChange together(root.files, WholeChange::Events::Served);
         setPlaylistName(root, row, name);
-        if (playlist.path == root.trackList.path())
+        if (root.trackList.isOf(playlist.path))
             root.tPlaylisteinträge.Caption = name;
         IniFiles::WriteValue(root, databaseFile(root), u"Rename"_s, FileDirPath::FileNameOf(playlist.path), name);
         root.mnuSpeichern.Click();

@@ -59,7 +59,7 @@ void openNewRow(Root& root, QString path)
     list.select(row);
     GetPlayEntrys(root, path);
     if (list.selectedRow() == row && playlistPath(root, row) == path)
-        list.setSubItem(row, CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+        setTrackCount(root, row);
 }
 
 RowIdentity selectedEntry(const Root& root)
@@ -70,7 +70,7 @@ RowIdentity selectedEntry(const Root& root)
 /// The entry is selected and the rows in sight are its tracks.
 bool isOpen(Root& root, const RowIdentity& entry)
 {
-    return selectedEntry(root) == entry && root.trackList.path() == entry.path && ownTracks(root);
+    return selectedEntry(root) == entry && root.trackList.isOf(entry.path) && ownTracks(root);
 }
 
 /// The entry that was added, nothing where it failed.

@@ -87,13 +87,13 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
     ListView& list = root.LListView1;
     Command command(root);
 
-    if (list.count() == 0 && command.ask({.text = u"Im Orvanten-Manager sind keine Playlisten vorhanden. \n"
-                                                  u"Möchten Sie eine neue Wiedergabeliste hinzufügen ?"_s,
-                                          .title = u" Keine Wiedergabeliste"_s,
-                                          .icon = MessageIcon::Exclamation,
-                                          .buttons = MessageButtons::YesNo}) == Answer::Yes)
+    if (wholeCount(root) == 0 && command.ask({.text = u"Im Orvanten-Manager sind keine Playlisten vorhanden. \n"
+                                                      u"Möchten Sie eine neue Wiedergabeliste hinzufügen ?"_s,
+                                              .title = u" Keine Wiedergabeliste"_s,
+                                              .icon = MessageIcon::Exclamation,
+                                              .buttons = MessageButtons::YesNo}) == Answer::Yes)
         root.mnuNeu.press();
-    if (list.selectedRow() == 0 || command.ended())
+    if ((list.selectedRow() == 0 && root.trackList.path().isEmpty()) || command.ended())
         return;
 
     if (!std::all_of(paths.begin(), paths.end(), [&root](const QString& path) { return isAudio(root, path); }))

@@ -11,10 +11,10 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
+#include "catalogue/PlaylistTexts.h"
 #include "metadata/frmID3.h"
 #include "operations/RepairSource.h"
 #include "playback/CoverArt.h"
-#include "playlists/PlaylistTexts.h"
 
 namespace orvantine {
 
@@ -54,18 +54,14 @@ bool keepsFocus(Root& root, TextBox& field)
     return !hasFormOfDate(field.Text);
 }
 
-/// The row of the entry that the dialog shows, the selected one first; 0 where it is gone.
-int shownRow(const Root& root)
+/// A save or another command may have changed the entry since: what was not typed over stays as it is now.
+void followEntry(const Root& root, int row)
 {
-    const Eigenschaften& form = *root.eigenschaften;
-    const RowIdentity shown{.path = form.shownPath, .name = form.shownName};
-    const ListView& list = root.LListView1;
-    if (list.selectedRow() > 0 && identityOf(root, list.selectedRow()) == shown)
-        return list.selectedRow();
-    for (int row = 1; row <= list.count(); ++row)
-        if (identityOf(root, row) == shown)
-            return row;
-    return 0;
+    Eigenschaften& form = *root.eigenschaften;
+    if (form.tPlaylistname.Text == form.shown.name)
+        form.tPlaylistname.Text = playlistName(root, row);
+    if (form.tPlayliste.Text == form.shown.path)
+        form.tPlayliste.Text = playlistPath(root, row);
 }
 
 /// Tells what is wrong with the fields; true if nothing is.
@@ -98,7 +94,7 @@ void movePictures(Root& root, const QString& from, const QString& to)
         if (!Dateiexistenz::FileExists(root, old) || !root.files.copy(old, moved))
             continue;
         // Names that differ in case alone are one file.
-        if (root.files.nativePath(old) != root.files.nativePath(moved))
+        if (!FileDirPath::isSameFile(old, moved))
             root.files.remove(old);
     }
 }
@@ -107,7 +103,7 @@ void takeNameAndPath(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     ListView& list = root.LListView1;
-    const bool open = playlistPath(root, row) == root.trackList.path();
+    const bool open = root.trackList.isOf(playlistPath(root, row));
     if (open)
         root.tPlaylisteinträge.Caption = form.tPlaylistname.Text.value();
     // The tracks that are shown are those of the old file: the next click reads the new one.
@@ -115,6 +111,8 @@ void takeNameAndPath(Root& root, int row)
         list.Tag = u"0"_s;
     list.setSubItem(row, CatalogueItem::Name, form.tPlaylistname.Text);
     list.setSubItem(row, CatalogueItem::Path, form.tPlayliste.Text);
+    // It was looked for before.
+    markMissing(root, row, false);
 }
 
 void takeDescriptionAndDate(Root& root, int row)
@@ -188,10 +186,10 @@ void setUpEigenschaften(Root& root)
 void mnuEigenschaften_Click(Root& root)
 {
     const int track = root.LListView2.selectedRow();
-    if (root.Visible.value() && track > 0 && isTrackMissing(root, track))
-        repairSource(root, track);
-    else
-        showEigenschaften(root);
+    if (!root.Visible.value() || track == 0 || !isTrackMissing(root, track))
+        return showEigenschaften(root);
+    // Only the repair changes tracks: the dialog may come up while another command waits.
+    runCommand(root, Changes::Tracks, [&root, track] { repairSource(root, track); });
 }
 
 void showEigenschaften(Root& root)
@@ -206,9 +204,10 @@ void showEigenschaften(Root& root)
     form.tTracks.Caption = list.subItem(row, CatalogueItem::Tracks) + u" Tracks"_s;
     form.tPlaylistname.Text = name;
     form.tPlayliste.Text = playlistPath(root, row);
-    form.shownName = name;
-    form.shownPath = form.tPlayliste.Text;
-    form.tDatum.Text = root.tDatum.Caption.value();
+    form.shown = identityOf(root, row);
+    form.tDatum.Text = labelsTellOf(root, row)
+                           ? root.tDatum.Caption.value()
+                           : indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Date);
     form.tBeschreibung.Text = indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
     form.tAlbumCover.Text = coverFile(root, name);
     root.services.forms.show(form);
@@ -217,10 +216,11 @@ void showEigenschaften(Root& root)
 void Eigenschaften_BReady_Click(Root& root)
 {
     Eigenschaften& form = *root.eigenschaften;
-    const int row = shownRow(root);
+    const int row = rowOf(root, form.shown, root.LListView1.selectedRow());
     if (row == 0)
         return root.services.forms.unload(form);
 
+    followEntry(root, row);
     form.tPlayliste.Text = FileDirPath::withoutQuotes(form.tPlayliste.Text);
     form.tPlaylistname.Text = withoutControls(form.tPlaylistname.Text);
 

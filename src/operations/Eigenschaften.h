@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/CatalogueRows.h"
 #include "platform/Form.h"
 
 namespace orvantine {
@@ -29,8 +30,8 @@ struct Eigenschaften : Form
     Button bAbbrechen{controls, u"bAbbrechen"};
     Button bHilfe{controls, u"bHilfe"};
 
-    /// Path and name of the entry that is shown.
-    QString shownPath, shownName;
+    /// The entry that is shown.
+    RowIdentity shown;
 };
 
 void setUpEigenschaften(Root& root);

@@ -59,9 +59,7 @@ void LListView1_Click(Root& root)
     showRowCover(root, row);
 
     root.Timer2.Enabled = true;
-    const QString count = QString::number(root.LListView2.count());
-    if (list.subItem(row, CatalogueItem::Tracks) != count)
-        list.setSubItem(row, CatalogueItem::Tracks, count);
+    setTrackCount(root, row);
     DisabledButtons(root, 0);
 }
 

@@ -29,7 +29,8 @@ void load(const Root& root, Positionen& form)
     const ListView& list = root.LListView1;
     QStringList lines;
     for (int row = 1; row <= list.count(); ++row)
-        lines += playlistName(root, row) + u'\t' + playlistPath(root, row) + u'\t' + QString::number(row);
+        lines += withoutControls(playlistName(root, row)) + u'\t' + withoutControls(playlistPath(root, row)) + u'\t' +
+                 QString::number(row);
     form.LSortView.ListIndex = -1;
     form.LSortView.List = lines;
     form.sPlaylisten.Caption = QString::number(list.count()) + u" Playlisten in der Datenbank"_s;

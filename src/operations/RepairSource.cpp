@@ -77,8 +77,9 @@ void repairSource(Root& root, int track)
     if (root.mnuErrorDisplay.Checked.value())
         ShowFeatureTip(root, 715);
 
-    // Rows that are not the list's own are read again, and may be others then.
-    if (ownTracks(root) && pathOf(root, track) != path)
+    // Rows that are not the list's own are read again, and may be others then. Nothing can be put right in those that
+    // cannot be read.
+    if (!ownTracks(root) || pathOf(root, track) != path)
         return;
     TrackList::Hold hold = root.trackList.hold();
     Command command(root);

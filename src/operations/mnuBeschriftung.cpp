@@ -6,7 +6,7 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 namespace orvantine {
 
@@ -17,12 +17,13 @@ namespace {
 /// Asks whether the description is to go; takes it away.
 void removeDescription(Root& root, Command& command, int row)
 {
+    const RowIdentity playlist = identityOf(root, row);
     const std::optional<Answer> answer =
         command.ask({.text = u"Möchten Sie die Beschreibung der Playliste wirklich löschen ?   "_s,
                      .title = u" Beschreibung entfernen"_s,
                      .icon = MessageIcon::Exclamation,
                      .buttons = MessageButtons::YesNo});
-    if (!answer || answer == Answer::No)
+    if (!answer || answer == Answer::No || identityOf(root, row) != playlist)
         return;
     deleteIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
     showHintForDescription(root);

@@ -22,7 +22,7 @@ void hideOthers(Root& root)
     int row = 1;
     for (int number = 1; number <= count; ++number) {
         if (indexValue(root, file, number, EntryKey::Favourite) == u"1"_s)
-            keepNumber(root, row++, number);
+            list.setNumber(row++, number);
         else
             list.remove(row);
     }
@@ -55,7 +55,7 @@ void mnuFavoriten_Click(Root& root)
         return;
     const bool favourite = !root.mnuFavoriten.Checked.value();
     root.mnuFavoriten.Checked = favourite;
-    list.setIcons(row, favourite ? u"Icon_6"_s : u"Icon_1"_s);
+    list.setIcons(row, favouriteIcon(favourite));
     // Required: named by a constant here, whatever the program's file is called.
     const int number = numberOf(root, row);
     if (favourite)

@@ -70,8 +70,13 @@ void readAgain(Root& root, Command& command, int back, int top)
 {
     const int selected = root.LListView1.selectedRow();
     const int row = rowInSight(root);
-    if (row == 0)
-        return;
+    if (row == 0) {
+        // The filter hides the row of the list in sight.
+        root.trackList.doubt();
+        if (ownTracks(root) && back != 0)
+            root.LListView2.select(back);
+        return showFrom(root.LListView2, top);
+    }
     QString path = root.trackList.path();
     root.LListView1.Tag = QString::number(row);
     root.LListView1.select(row);
@@ -83,7 +88,7 @@ void readAgain(Root& root, Command& command, int back, int top)
     if (!command.yield())
         return;
     // A click inside the read, or behind it, has opened a list of its own.
-    if (!hold.inSight() || root.trackList.path() != path)
+    if (!hold.inSight() || !root.trackList.isOf(path))
         return;
     if (back != 0)
         root.LListView2.select(back);
@@ -101,6 +106,7 @@ void mnuFileKill_Click(Root& root)
     if (!own)
         return;
     const int row = *own;
+    const QString track = tracks.subItem(row, TrackItem::Path);
     const int back = row - 1;
     TrackList::Hold hold = root.trackList.hold();
     Command command(root);
@@ -108,7 +114,7 @@ void mnuFileKill_Click(Root& root)
     if (!isSure(command) || row == 0)
         return;
     // While the box was up another list may have been opened, or the row have moved.
-    if (!hold.valid() || !tracks.has(row))
+    if (!hold.valid() || tracks.subItem(row, TrackItem::Path) != track)
         return;
 
     const int top = tracks.TopRow();

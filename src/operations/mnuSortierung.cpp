@@ -34,7 +34,7 @@ bool renumber(const Root& root, Command& command, TrackList::Hold& hold)
 
 void saveSorted(Root& root, Command& command, const TrackList::Hold& hold)
 {
-    if (rowInSight(root) == 0 && selectedPlaylist(root).isEmpty())
+    if (!hasPlace(root))
         return command.tell({.text = u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden. "_s,
                              .title = u" Wiedergabeliste speichern"_s,
                              .icon = MessageIcon::Critical});

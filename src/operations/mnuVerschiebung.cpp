@@ -54,10 +54,16 @@ private:
 struct MovedExtras
 {
     MovedExtras(const Root& root, int row)
-        : description(root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString()),
-          date(root.tDatum.Caption.value()),
-          favourite(indexValue(root, databaseFile(root), row, EntryKey::Favourite))
     {
+        const CatalogueEntry entry = readEntry(root, databaseFile(root), row);
+        favourite = entry.favourite;
+        if (labelsTellOf(root, row)) {
+            description = root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString();
+            date = root.tDatum.Caption.value();
+        } else {
+            description = entry.description;
+            date = entry.date;
+        }
     }
 
     QString description;
@@ -94,12 +100,13 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
     const CatalogueEntry neighbourEntry = readEntry(root, databaseFile(root), neighbour);
     const RowIdentity playlist = identityOf(root, row);
 
+    const MovedExtras extras(root, row);
+
     root.trackList.hold().endSorting();
     if (!command.yield() || identityOf(root, row) != playlist)
         return;
     root.bMoveDown.Tag = u"1"_s;
 
-    const MovedExtras extras(root, row);
     if (index == Up)
         LisviewMoveEntrys::MoveUp(list, row, 1, false);
     else
@@ -109,8 +116,10 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
     const int place = moved ? neighbour : row;
     const bool whole = row > 0 && isWholeCatalogue(root);
     const auto patch = [&] {
-        // At an edge nothing has changed places: the neighbour's number is 0 or one too many, and stays so.
-        writeEntry(root, databaseFile(root), moved ? row : neighbour, neighbourEntry);
+        // At an edge nothing has changed places: the neighbour's number is 0 or one too many, and stays so. An entry
+        // that could not be read never replaces the one that the save has just written.
+        if (!moved || !neighbourEntry.path.isEmpty())
+            writeEntry(root, databaseFile(root), moved ? row : neighbour, neighbourEntry);
         writeMovedRow(root, place, extras);
     };
 

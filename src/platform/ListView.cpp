@@ -65,6 +65,18 @@ QString ListView::tag(int row) const
     return extras ? extras->Tag : QString();
 }
 
+QString ListView::key(int row) const
+{
+    const auto& extras = item(row).Extras;
+    return extras ? extras->Key : QString();
+}
+
+int ListView::number(int row) const
+{
+    const auto& extras = item(row).Extras;
+    return extras ? extras->Number : 0;
+}
+
 void ListView::clear()
 {
     m_selected = 0;
@@ -163,11 +175,21 @@ void ListView::setIcons(int row, const QString& icon)
 
 void ListView::setTag(int row, const QString& tag)
 {
+    changeExtras(row, [&tag](ListExtras& extras) { extras.Tag = tag; });
+}
+
+void ListView::setNumber(int row, int number)
+{
+    changeExtras(row, [number](ListExtras& extras) { extras.Number = number; });
+}
+
+void ListView::changeExtras(int row, const std::function<void(ListExtras&)>& change)
+{
     if (!has(row))
         return;
     ListItem& item = m_rows[static_cast<std::size_t>(row - 1)];
     ListExtras extras = item.Extras ? *item.Extras : ListExtras();
-    extras.Tag = tag;
+    change(extras);
     item.Extras = std::make_shared<const ListExtras>(std::move(extras));
 }
 

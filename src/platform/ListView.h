@@ -14,6 +14,8 @@ struct ListExtras
     QString Key;
     QString Tag;
     QString ToolTipText;
+    /// Of the entry that the row stands for, where that is not its place; else 0.
+    int Number = 0;
 };
 
 struct ListSubItem
@@ -66,6 +68,8 @@ public:
     [[nodiscard]] QString subItem(int row, int sub) const;
     [[nodiscard]] Color color(int row, int sub) const;
     [[nodiscard]] QString tag(int row) const;
+    [[nodiscard]] QString key(int row) const;
+    [[nodiscard]] int number(int row) const;
 
     void clear();
     /// Adds at the end, or in the place that the sort key gives the row; gives the row's number.
@@ -80,6 +84,7 @@ public:
     /// Small icon of the row and report icon of its first sub-item.
     void setIcons(int row, const QString& icon);
     void setTag(int row, const QString& tag);
+    void setNumber(int row, int number);
 
     // Selection; 0 is no row
     [[nodiscard]] int selectedRow() const { return m_selected.value(); }
@@ -171,6 +176,7 @@ public:
 private:
     /// Gives the number that the row has afterwards.
     int publish(int row = 0);
+    void changeExtras(int row, const std::function<void(ListExtras&)>& change);
     /// The rows behind the first `placed` take the places that one after the other would be given; so does `row`.
     [[nodiscard]] int placeFrom(int placed, int row);
     /// `order` holds the old index of each row. Gives the new index of each old one.

@@ -8,7 +8,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 #include <algorithm>
 #include <array>

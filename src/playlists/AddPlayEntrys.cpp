@@ -62,11 +62,6 @@ void append(Root& root, TrackList::Hold& hold, const QString& file, Existence ex
     hold.appendLine(file);
 }
 
-void showCount(Root& root)
-{
-    root.LListView1.setSubItem(rowInSight(root), CatalogueItem::Tracks, QString::number(root.LListView2.count()));
-}
-
 /// A new list stands in a ".tmp" file: it moves to its place in "Playlisten".
 void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
 {
@@ -95,7 +90,7 @@ void writeList(Root& root, TrackList::Hold& hold)
 void showFirstRow(Root& root, Command& command)
 {
     // The heading of the tracks counts them, whoever adds and whether the catalogue is saved afterwards or not.
-    root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+    showTrackHeading(root);
     if (!command.yield())
         return;
     if (root.LListView2.count() > 0) {
@@ -118,7 +113,7 @@ void AddPlayEntrys(Root& root, const QString& file, int batch)
     TrackList::Hold hold = root.trackList.hold();
     append(root, hold, file, Existence::Asked);
     if (batch != 0)
-        showCount(root);
+        setTrackCount(root, rowInSight(root));
     else
         writeList(root, hold);
     showFirstRow(root, command);
@@ -147,7 +142,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
             for (qsizetype i = from; i < end; ++i)
                 append(root, hold, entries[i], existence);
         }
-        showCount(root);
+        setTrackCount(root, rowInSight(root));
     }
     showFirstRow(root, command);
 }

@@ -10,11 +10,11 @@
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
+#include "catalogue/PlaylistTexts.h"
 #include "metadata/ShowTrackInfo.h"
 #include "playback/CoverPane.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/PlaylistText.h"
-#include "playlists/PlaylistTexts.h"
 #include "playlists/TextDosConvert.h"
 #include "playlists/TrackRow.h"
 
@@ -65,10 +65,23 @@ bool mayAsk(const Root& root)
     return root.Visible.value() && root.mnuErrorDisplay.Checked.value();
 }
 
+/// Where the chosen file brings the list back to: its old place, or that of an M3U list where an NML list was missing
+/// and another kind was chosen.
+QString restoredPlace(Root& root, int row, const QString& path, const QString& chosen)
+{
+    if (!isNml(path) || isNml(chosen))
+        return path;
+    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
+    const QString place = FileDirPath::join(playlistFolder(root), name);
+    setPlaylistPath(root, row, place);
+    return place;
+}
+
 /// Offers to choose the list that was moved away and brings it back to its old place.
 void offerOtherFile(Root& root, Command& command, QString& path)
 {
     const int row = root.LListView1.selectedRow();
+    const RowIdentity playlist = identityOf(root, row);
     if (command.ask({.text = u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \n"
                              u"Möchten Sie jetzt die Wiedergabeliste im Dateisystem auswählen ?"_s,
                      .title = u" Songinformationen"_s,
@@ -88,14 +101,19 @@ void offerOtherFile(Root& root, Command& command, QString& path)
     if (file.size() < 4)
         return;
 
-    if (file.toLower() != path.toLower())
+    // While the box was up the row may have gone, or its list come back.
+    const int place = rowOf(root, playlist, row);
+    if (place == 0)
+        return;
+    path = restoredPlace(root, place, path, file);
+    if (!FileDirPath::isSameFile(file, path) && !Dateiexistenz::FileExists(root, path))
         root.files.copy(file, path);
     if (!command.yield())
         return;
-    // While the box was up the sequence may have gone on to another row.
-    root.LListView1.select(row);
+    root.LListView1.select(place);
     GetPlayEntrys(root, path);
-    markMissing(root, row, false);
+    if (!command.ended() && root.trackList.isOf(path))
+        markMissing(root, place, !Dateiexistenz::FileExists(root, path));
     command.lastYield();
 }
 
@@ -154,7 +172,8 @@ void showDate(Root& root, int number)
     const QString database = databaseFile(root);
     QString date = indexValue(root, database, number, EntryKey::Date);
     root.tDatum.Caption = date;
-    if (!date.isEmpty())
+    // A command that waits with the catalogue half written has the last word.
+    if (!date.isEmpty() || !root.commands.admits(Changes::Catalogue))
         return;
     const ListView& tracks = root.LListView2;
     const std::optional<QDateTime> changed = root.files.modified(tracks.subItem(tracks.count(), TrackItem::Path));
@@ -163,6 +182,16 @@ void showDate(Root& root, int number)
     date = dateText(changed->date());
     writeIndexValue(root, database, number, EntryKey::Date, date);
     root.tDatum.Caption = date;
+}
+
+/// What is known of a list that has no tracks to show. The labels never stay those of the list before.
+void showEntry(Root& root, int row)
+{
+    if (row == 0)
+        return;
+    root.tPlaylisteinträge.Caption = playlistName(root, row);
+    showDescription(root, numberOf(root, row), addTracksHint());
+    root.tDatum.Caption = indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Date);
 }
 
 /// The list of the entries in the file, where a read could not show it: one that is too short, one that could not be
@@ -182,8 +211,19 @@ void readInPlace(Root& root)
     if (root.LListView2.columns() == 0)
         createTrackColumns(root);
     root.trackList.takeOwn(rowsOf(root, path, lines, count), *entries, count);
+    root.LListView2.Visible = true;
+    showTrackHeading(root);
     if (!root.LListView2.select(selected))
         root.LListView2.select(1);
+}
+
+bool hasGrown(Root& root)
+{
+    const QString& path = root.trackList.path();
+    if (path.isEmpty() || !Dateiexistenz::FileExists(root, path))
+        return false;
+    const ReadText file = root.files.readText(path);
+    return file.outcome != ReadOutcome::Failed && !root.trackList.hold().mayReplace(file.text);
 }
 
 } // namespace
@@ -207,7 +247,7 @@ void GetPlayEntrys(Root& root, QString& path)
     if (isNml(path)) {
         const std::optional<QString> converted = convertNml(root, path);
         if (!converted)
-            return;
+            return showEntry(root, number);
         path = *converted;
     }
 
@@ -215,8 +255,11 @@ void GetPlayEntrys(Root& root, QString& path)
     if (path.isEmpty())
         path = playlistPath(root, number);
 
+    const RowIdentity playlist = identityOf(root, number);
+    // Events are served from here on, and one of them may move the row.
+    const auto row = [&root, &playlist, number] { return number > 0 ? rowOf(root, playlist, number) : 0; };
     const int count = GetPlayCounts(root, path);
-    if (command.ended())
+    if (reading.overtaken() || command.ended())
         return;
     const ConvertedList converted = convertPlaylist(root, path);
     if (reading.overtaken() || command.ended())
@@ -224,8 +267,9 @@ void GetPlayEntrys(Root& root, QString& path)
     reading.follow(path);
 
     if (companion != Companion::None || count == 0) {
-        reading.take({}, converted.entries ? std::optional(entryLines(*converted.entries)) : std::nullopt);
+        reading.take({}, converted.entries && entryLines(*converted.entries) == 0);
         reading.finish();
+        showEntry(root, row());
         // The tracks stay out of sight until the next read.
         if (companion == Companion::Missing && mayAsk(root))
             offerOtherFile(root, command, path);
@@ -234,7 +278,6 @@ void GetPlayEntrys(Root& root, QString& path)
         return;
     }
 
-    root.LListView2.ColumnClick(1);
     reading.endSorting();
 
     {
@@ -243,17 +286,16 @@ void GetPlayEntrys(Root& root, QString& path)
         // A list that is too short shows rows of the list before, or none; a line that is not the entry is not its row.
         const bool whole = converted.entries && (converted.lines ? showsAll(lines, count, *converted.entries)
                                                                  : rows.empty() && converted.entries->isEmpty());
-        const auto entries = static_cast<qsizetype>(rows.size());
-        reading.take(std::move(rows), whole ? std::optional(entries) : std::nullopt);
+        reading.take(std::move(rows), whole);
     }
     // Required: row 1 is selected after every load.
     root.LListView2.select(1);
 
-    root.tPlaylisteinträge.Caption = playlistName(root, number);
+    root.tPlaylisteinträge.Caption = playlistName(root, row());
     if (!command.yield() || reading.overtaken())
         return;
     showCover(root);
-    showDescription(root, numberOf(root, number), {});
+    showDescription(root, numberOf(root, row()), {});
 
     command.endWait();
     root.LListView2.Visible = true;
@@ -261,11 +303,12 @@ void GetPlayEntrys(Root& root, QString& path)
     if (!command.yield() || reading.overtaken())
         return;
 
-    showDate(root, numberOf(root, number));
-    showDescription(root, numberOf(root, number), addTracksHint());
+    if (row() > 0)
+        showDate(root, numberOf(root, row()));
+    showDescription(root, numberOf(root, row()), addTracksHint());
 
     if (root.LListView2.count() > 0) {
-        root.tSoundzahl.Caption = u"(%1)"_s.arg(root.LListView2.count());
+        showTrackHeading(root);
         if (root.mnuPositionen.Checked.value())
             root.tSoundzahl.Visible = true;
         ShowTrackInfo(root, root.LListView2.selectedRow(), 1);
@@ -280,6 +323,9 @@ void LoadPlayEntrysTmp(Root& root)
 
 bool ownTracks(Root& root)
 {
+    // A file that somebody else has added to since holds more than is in sight.
+    if (root.trackList.content() == TrackList::Content::Own && hasGrown(root))
+        root.trackList.doubt();
     if (root.trackList.content() == TrackList::Content::Stale)
         readInPlace(root);
     if (root.trackList.content() == TrackList::Content::None && selectedPlaylist(root).isEmpty())

@@ -7,7 +7,6 @@
 #include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/Root.h"
-#include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 
 namespace orvantine {
@@ -27,20 +26,6 @@ bool isUserList(const Root& root, const QString& path)
 {
     const QString own = FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
     return FileDirPath::compared(path).startsWith(FileDirPath::compared(own));
-}
-
-/// A row of the catalogue, one that a filter hides included, has that file.
-bool isUsedByAnother(const Root& root, int row, const QString& path)
-{
-    for (int other = 1; other <= root.LListView1.count(); ++other)
-        if (other != row && FileDirPath::isSameFile(playlistPath(root, other), path))
-            return true;
-    if (isWholeCatalogue(root))
-        return false;
-    for (int number = 1; number <= MostPlaylists; ++number)
-        if (FileDirPath::isSameFile(indexValue(root, databaseFile(root), number, EntryKey::Path), path))
-            return true;
-    return false;
 }
 
 void prepareSave(Root& root)
@@ -66,7 +51,7 @@ void writeList(Root& root, Command& command)
     // were, unless its file has gone with it; one that was read anew shows what its file holds.
     if (hold.inSight() && text)
         text = hold.textFor(before.text);
-    else if (root.trackList.path() == path || !Dateiexistenz::FileExists(root, path))
+    else if (root.trackList.isOf(path) || !Dateiexistenz::FileExists(root, path))
         text.reset();
     if (text && root.files.writeText(path, *text))
         hold.written(*text);
@@ -79,7 +64,7 @@ bool maySave(Root& root, Command& command)
 {
     if (command.ended())
         return false;
-    if (rowInSight(root) == 0 && selectedPlaylist(root).isEmpty()) {
+    if (!hasPlace(root)) {
         prepareSave(root);
         command.wait();
         tellFailure(command);
@@ -100,9 +85,11 @@ void saveLocally(Root& root, Command& command)
     if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local)) {
         if (!Dateiexistenz::FileExists(root, old))
             return tellFailure(command);
-        setPlaylistPath(root, row, local);
-        root.trackList.hold().follow(local);
-        root.files.copy(old, local);
+        // A list that could not be copied stays, and is saved, where it lies.
+        if (root.files.copy(old, local)) {
+            setPlaylistPath(root, row, local);
+            root.trackList.hold().follow(local);
+        }
     }
 
     // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.
@@ -111,6 +98,12 @@ void saveLocally(Root& root, Command& command)
 }
 
 } // namespace
+
+bool hasPlace(const Root& root)
+{
+    return rowInSight(root) > 0 || !selectedPlaylist(root).isEmpty() ||
+           (isFiltered(root) && !root.trackList.path().isEmpty());
+}
 
 void SavePlayEntrys(Root& root)
 {

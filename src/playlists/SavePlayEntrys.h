@@ -9,6 +9,9 @@ struct Root;
 /// of them, are not written.
 void SavePlayEntrys(Root& root);
 
+/// There is a file to save to: that of a row, or that of the list in sight whose row the filter hides.
+[[nodiscard]] bool hasPlace(const Root& root);
+
 /// Copies the playlist file into "Playlisten", points its row at the copy and saves it there. A copy that would take
 /// the place of another row's file is not made: the list is saved where it lies.
 void SaveLocalEntrys(Root& root);

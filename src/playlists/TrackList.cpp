@@ -1,6 +1,7 @@
 #include "playlists/TrackList.h"
 
 #include "app/Columns.h"
+#include "app/FileDirPath.h"
 #include "app/LisviewMoveEntrys.h"
 #include "app/TextLimits.h"
 #include "playlists/PlaylistText.h"
@@ -159,24 +160,30 @@ void TrackList::Reading::follow(const QString& path)
 
 void TrackList::Reading::endSorting()
 {
-    if (!overtaken())
-        m_list.m_rows.setSorted(false);
+    if (overtaken())
+        return;
+    m_list.m_rows.sortBy(1);
+    m_list.m_rows.setSorted(false);
 }
 
-void TrackList::Reading::take(std::vector<ListItem> rows, std::optional<qsizetype> entries)
+void TrackList::Reading::take(std::vector<ListItem> rows, bool vouched)
 {
     if (overtaken())
         return;
-    const auto count = static_cast<qsizetype>(rows.size());
+    m_list.m_entries = vouched ? static_cast<qsizetype>(rows.size()) : 0;
     m_list.setRows(std::move(rows));
-    m_verdict = entries == count ? Content::Own : Content::Stale;
-    m_list.m_entries = entries.value_or(0);
+    m_verdict = vouched ? Content::Own : Content::Stale;
 }
 
 void TrackList::Reading::finish()
 {
     if (!overtaken() && m_list.m_content == Content::Reading)
         m_list.m_content = m_verdict;
+}
+
+bool TrackList::isOf(const QString& path) const
+{
+    return !m_path.isEmpty() && FileDirPath::isSameFile(m_path, path);
 }
 
 TrackList::Reading TrackList::open(const QString& path)
@@ -193,6 +200,12 @@ void TrackList::begin(const QString& path, Content content)
 void TrackList::close()
 {
     empty({}, Content::None);
+}
+
+void TrackList::doubt()
+{
+    if (m_content == Content::Own)
+        m_content = Content::Stale;
 }
 
 void TrackList::takeOwn(std::vector<ListItem> rows, const QString& lines, qsizetype entries)

@@ -85,10 +85,10 @@ public:
         [[nodiscard]] bool overtaken() const { return m_list.m_number != m_number; }
         /// The path that the read has found to be the list's.
         void follow(const QString& path);
+        /// Leaves the list sorted by its first column, and the sorting off.
         void endSorting();
-        /// Puts the rows into the empty list. They are vouched for if they are as many as the entries of the file,
-        /// nothing where those could not be counted.
-        void take(std::vector<ListItem> rows, std::optional<qsizetype> entries);
+        /// Puts the rows into the empty list. They are vouched for if they are all that the file holds.
+        void take(std::vector<ListItem> rows, bool vouched);
         /// The rows stand, and may be changed and saved from now on.
         void finish();
 
@@ -108,6 +108,8 @@ public:
 
     /// "" where none is in sight, and for tracks without a playlist.
     [[nodiscard]] const QString& path() const { return m_path; }
+    /// The list in sight is the one of that file.
+    [[nodiscard]] bool isOf(const QString& path) const;
     [[nodiscard]] Content content() const { return m_content; }
     [[nodiscard]] Hold hold() { return {*this, m_number}; }
 
@@ -117,6 +119,8 @@ public:
     void begin(const QString& path, Content content = Content::Own);
     /// None is in sight any more.
     void close();
+    /// The file has become another one: what is in sight is not all of it any more.
+    void doubt();
     /// Puts the list's own rows in the place of those that were stale. What was held stays held.
     void takeOwn(std::vector<ListItem> rows, const QString& lines, qsizetype entries);
 

@@ -87,7 +87,11 @@ qsizetype addFolder(Root& root, Command& command, const TrackList::Hold& hold)
         return 0;
 
     IniFiles::WriteValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s, folder);
-    const QString text = root.files.readPlaylist(root.trackList.path()).text;
+    const ReadText read = root.files.readPlaylist(root.trackList.path());
+    // Of a list that cannot be read nobody knows what it holds.
+    if (read.outcome == ReadOutcome::Failed)
+        return 0;
+    const QString& text = read.text;
     root.LMp3Files.Path = folder;
     root.LMp3Files.Pattern = u"*.mp3;*.wma;*.wav"_s;
     const QStringList names = root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern);
@@ -105,7 +109,7 @@ qsizetype addFolder(Root& root, Command& command, const TrackList::Hold& hold)
     }
     command.endWait();
     if (hold.valid())
-        root.LListView1.setSubItem(rowInSight(root), CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+        setTrackCount(root, rowInSight(root));
     return names.size() - absent.size();
 }
 
@@ -127,7 +131,7 @@ void addFile(Root& root, Command& command, const TrackList::Hold& hold)
 void mnuAddSounds_Click(Root& root)
 {
     Command command(root);
-    if (root.LListView1.count() == 0)
+    if (wholeCount(root) == 0)
         return command.tell({.text =
                                  u"Bevor Sie Dateien einfügen können, müssen Sie eine Wiedergabeliste hinzufügen.    \n"
                                  u"Wählen Sie im Menü den Eintrag ''Neue Playliste'' oder ''Liste hinzufügen'' aus."_s,
@@ -135,6 +139,7 @@ void mnuAddSounds_Click(Root& root)
                              .icon = MessageIcon::Critical});
     if (!openOwnTracks(root))
         return;
+    const TrackList::Hold hold = root.trackList.hold();
     const bool folderMode = readSetting(root, u"FolderView"_s).isOrAbsent(1);
     takeStartFolder(root);
     root.LListView2.Enabled = false;
@@ -143,7 +148,6 @@ void mnuAddSounds_Click(Root& root)
     if (!command.yield())
         return;
 
-    const TrackList::Hold hold = root.trackList.hold();
     qsizetype present = 0;
     if (folderMode)
         present = addFolder(root, command, hold);
@@ -153,7 +157,8 @@ void mnuAddSounds_Click(Root& root)
         return;
 
     // Required: the list is saved, whether something was added or not.
-    SavePlayEntrys(root);
+    if (hold.valid())
+        SavePlayEntrys(root);
     root.LListView2.Visible = true;
     command.endWait();
 

@@ -7,8 +7,8 @@
 #include "app/Others.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "catalogue/PlaylistTexts.h"
 #include "playlists/GetPlayEntrys.h"
-#include "playlists/PlaylistTexts.h"
 #include "playlists/TextDosConvert.h"
 
 namespace orvantine {
@@ -37,16 +37,19 @@ QString nmlOf(const Root& root, const QString& title)
 /// The rows in sight are the tracks of the playlist. Another list is opened for it.
 bool showTracks(Root& root, const RowIdentity& playlist, int row)
 {
-    if (root.trackList.path() != playlist.path || root.trackList.content() == TrackList::Content::None) {
+    if (!root.trackList.isOf(playlist.path) || root.trackList.content() == TrackList::Content::None) {
         if (!root.LListView1.select(row))
             return false;
         root.LListView1.Tag = u"0"_s;
         LoadPlayEntrysTmp(root);
     }
-    return ownTracks(root) && root.trackList.path() == playlist.path;
+    // Required: what is in sight goes out, not what lies on the disk now.
+    const bool own = root.trackList.content() == TrackList::Content::Own || ownTracks(root);
+    return own && root.trackList.isOf(playlist.path);
 }
 
-/// False where the program has ended, or where the tracks of the list cannot be shown; a failure was told.
+/// True if the file was made, or a failure was told. False where the program has ended, the tracks of the list cannot
+/// be shown or the file cannot be written.
 bool exportTo(Root& root, Command& command, const RowIdentity& playlist, int row, const QString& target)
 {
     root.trackList.clearLines();
@@ -62,13 +65,11 @@ bool exportTo(Root& root, Command& command, const RowIdentity& playlist, int row
                   .icon = MessageIcon::Exclamation})
             .has_value();
     if (target.right(3).toLower() != u"nml"_s) {
-        root.files.writeText(target, *converted.lines + u"\r\n"_s);
-        return true;
+        return root.files.writeText(target, *converted.lines + u"\r\n"_s);
     }
     if (!showTracks(root, playlist, row) || command.ended())
         return false;
-    root.files.writeText(target, nmlOf(root, playlist.name));
-    return true;
+    return root.files.writeText(target, nmlOf(root, playlist.name));
 }
 
 } // namespace
@@ -109,7 +110,7 @@ void mnuSpeichernUnter_Click(Root& root)
     if (!answer || answer == Answer::Cancel || identityOf(root, row) != playlist)
         return;
     setPlaylistPath(root, row, target);
-    if (root.trackList.path() == playlist.path)
+    if (root.trackList.isOf(playlist.path))
         root.trackList.hold().follow(target);
     root.mnuSpeichern.Click();
 }

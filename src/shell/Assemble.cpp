@@ -56,7 +56,9 @@ void wireLists(Root& root)
     root.LListView1.DblClick = [&root] { LListView1_DblClick(root); };
     root.LListView2.DblClick = [&root] { LListView2_DblClick(root); };
     root.LListView1.ColumnClick = [&root](int column) { LListView1_ColumnClick(root, column); };
-    root.LListView2.ColumnClick = [&root](int column) { LListView2_ColumnClick(root, column); };
+    root.LListView2.ColumnClick = [&root](int column) {
+        runCommand(root, Changes::Tracks, [&root, column] { LListView2_ColumnClick(root, column); });
+    };
     root.LListView1.KeyDown = [&root](int shift, int code) { return LListView1_KeyDown(root, shift, code); };
     root.LListView2.KeyDown = [&root](int shift, int code) { return LListView2_KeyDown(root, shift, code); };
     root.LListView1.Drop = [&root](const QStringList& paths) {

@@ -3,7 +3,7 @@
 #include "app/ColumnWidths.h"
 #include "app/Root.h"
 #include "playback/CoverPane.h"
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 namespace orvantine {
 

@@ -9,9 +9,27 @@
 
 namespace orvantine {
 
+namespace {
+
+/// All but its place and its caption a row has from the command that it stands for.
+void takeFromTwin(CommandRow& row, const std::vector<CommandRow>& bar)
+{
+    for (const CommandRow& twin : bar) {
+        if (twin.item != row.twin)
+            continue;
+        row.run = twin.run;
+        row.index = twin.index;
+        row.changes = twin.changes;
+        row.tip = twin.tip;
+        row.icon = twin.icon;
+    }
+}
+
+} // namespace
+
 std::vector<CommandRow> popupRows(Root& r)
 {
-    return {
+    std::vector<CommandRow> rows{
         {.level = 0, .item = &r.mnuSpecial, .caption = u"Spezial ", .start = Hidden, .shown = Submenu},
         {.level = 1,
          .item = &r.mnuSpecials[1],
@@ -28,28 +46,11 @@ std::vector<CommandRow> popupRows(Root& r)
         {.level = 1,
          .item = &r.mnuFileProperties,
          .caption = u"&Eigenschaften",
-         .run = plain<mnuDateiEigenschaften_Click>,
-         .tip = 715,
          .shown = NeedsPlaylist,
-         .icon = u"document-properties",
          .twin = &r.mnuDateiEigenschaften},
         {.level = 1, .item = &r.mnxVerschiebung, .caption = u"T&rack verschieben ", .shown = Submenu},
-        {.level = 2,
-         .item = &r.mnxVerschieben[1],
-         .caption = u"Aufwärts ",
-         .run = mnuMoveEntry_Click,
-         .index = 1,
-         .changes = Changes::Tracks,
-         .icon = u"go-up",
-         .twin = &r.mnuMoveEntry[1]},
-        {.level = 2,
-         .item = &r.mnxVerschieben[2],
-         .caption = u"Abwärts ",
-         .run = mnuMoveEntry_Click,
-         .index = 2,
-         .changes = Changes::Tracks,
-         .icon = u"go-down",
-         .twin = &r.mnuMoveEntry[2]},
+        {.level = 2, .item = &r.mnxVerschieben[1], .caption = u"Aufwärts ", .twin = &r.mnuMoveEntry[1]},
+        {.level = 2, .item = &r.mnxVerschieben[2], .caption = u"Abwärts ", .twin = &r.mnuMoveEntry[2]},
         {.level = 1, .item = &r.Trennung82, .caption = Line},
         {.level = 1, .item = &r.mnxBearbeiten[0], .caption = u"&Win-Mediaplayer senden ", .shown = Submenu},
         {.level = 2,
@@ -66,67 +67,33 @@ std::vector<CommandRow> popupRows(Root& r)
          .item = &r.mnxBearbeiten[1],
          .caption = u"&Eingangsordner öffnen ... ",
          .shown = NeedsPlaylist,
-         .icon = u"folder-open",
          .twin = &r.mnuEingangsordner},
         {.level = 1,
          .item = &r.mnxBearbeiten[2],
          .caption = u"&Kopiere Trackinformation ",
-         .run = plain<mnuCopyTrack_Click>,
-         .changes = Changes::Tracks,
-         .tip = 311,
          .shown = NeedsPlaylist,
          .twin = &r.mnuCopyTrack},
         {.level = 1,
          .item = &r.mnxBearbeiten[3],
          .caption = u"&Filename als Soundname ",
-         .run = plain<mnuSetFileName_Click>,
-         .changes = Changes::Tracks,
          .shown = NeedsPlaylist,
          .twin = &r.mnuSetFileName},
         {.level = 1,
          .item = &r.mnxBearbeiten[4],
          .caption = u"&Tag-ID als Soundname ",
-         .run = plain<mnuSetTagName_Click>,
-         .changes = Changes::Both,
          .shown = NeedsPlaylist,
          .twin = &r.mnuSetTagName},
-        {.level = 1,
-         .item = &r.mnxBearbeiten[5],
-         .caption = u"&Mp3-Tag bearbeiten ... ",
-         .run = plain<mnuGetIDTag_Click>,
-         .changes = Changes::Tracks,
-         .tip = 411,
-         .icon = u"document-edit",
-         .twin = &r.mnuGetIDTag},
-        {.level = 1,
-         .item = &r.mnxBearbeiten[6],
-         .caption = u"&Sounddatei entfernen ",
-         .run = plain<mnuFileKill_Click>,
-         .changes = Changes::Both,
-         .icon = u"edit-delete",
-         .twin = &r.mnuFileKill},
-        {.level = 1,
-         .item = &r.mnxSpecials[1],
-         .caption = u"&Namen sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 1,
-         .changes = Changes::Tracks,
-         .twin = &r.mnuSortierung[1]},
-        {.level = 1,
-         .item = &r.mnxSpecials[2],
-         .caption = u"&Dateinamen sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 2,
-         .changes = Changes::Tracks,
-         .twin = &r.mnuSortierung[2]},
-        {.level = 1,
-         .item = &r.mnxSpecials[3],
-         .caption = u"N&ummer sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 3,
-         .changes = Changes::Tracks,
-         .twin = &r.mnuSortierung[3]},
+        {.level = 1, .item = &r.mnxBearbeiten[5], .caption = u"&Mp3-Tag bearbeiten ... ", .twin = &r.mnuGetIDTag},
+        {.level = 1, .item = &r.mnxBearbeiten[6], .caption = u"&Sounddatei entfernen ", .twin = &r.mnuFileKill},
+        {.level = 1, .item = &r.mnxSpecials[1], .caption = u"&Namen sortieren ", .twin = &r.mnuSortierung[1]},
+        {.level = 1, .item = &r.mnxSpecials[2], .caption = u"&Dateinamen sortieren ", .twin = &r.mnuSortierung[2]},
+        {.level = 1, .item = &r.mnxSpecials[3], .caption = u"N&ummer sortieren ", .twin = &r.mnuSortierung[3]},
     };
+    const std::vector<CommandRow> bar = barRows(r);
+    for (CommandRow& row : rows)
+        if (row.twin != nullptr)
+            takeFromTwin(row, bar);
+    return rows;
 }
 
 } // namespace orvantine

@@ -41,11 +41,11 @@ bool openRow(Root& root, Command& command, int row)
         return false;
     const QString path = playlistPath(root, row);
     // The mark may stand on a row whose tracks are not the ones shown.
-    if (root.trackList.path() != path || !ownTracks(root))
+    if (!root.trackList.isOf(path) || !ownTracks(root))
         root.LListView1.Tag = u"0"_s;
     LoadPlayEntrysTmp(root);
-    return command.yield() && root.LListView1.selectedRow() == row &&
-           root.trackList.path() == playlistPath(root, row) && ownTracks(root);
+    return command.yield() && root.LListView1.selectedRow() == row && root.trackList.isOf(playlistPath(root, row)) &&
+           ownTracks(root);
 }
 
 void BReady_Click(Root& root)
@@ -67,8 +67,11 @@ void BReady_Click(Root& root)
     // The end of the program takes the dialog with it.
     if (command.ended() || !form.Visible.value())
         return;
-    if (opened)
+    if (opened) {
         AddPlayEntrys(root, form.tTrackname.Tag, 0);
+        // The read of a list without entries left the tracks out of sight.
+        root.LListView2.Visible = true;
+    }
     root.services.forms.unload(form);
 }
 
@@ -86,8 +89,9 @@ void setUpTrackcopy(Root& root)
 {
     Trackcopy& form = *root.trackcopy;
     form.Load = [&root] { load(root); };
-    form.BReady.Click = [&root] { BReady_Click(root); };
-    form.LListen.DblClick = [&root] { BReady_Click(root); };
+    const auto accept = [&root] { runCommand(root, Changes::Tracks, [&root] { BReady_Click(root); }); };
+    form.BReady.Click = accept;
+    form.LListen.DblClick = accept;
     form.bAbbrechen.Click = [&root, &form] {
         if (form.bAbbrechen.Enabled.value())
             root.services.forms.unload(form);

@@ -99,7 +99,6 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"catalogue/GetPlayListe -> playlists/GetPlayCounts"_s,
         u"catalogue/mnuDurchsuchen -> playback/CoverPane"_s,
         u"catalogue/mnuDurchsuchen -> playlists/GetPlayEntrys"_s,
-        u"catalogue/mnuDurchsuchen -> playlists/PlaylistTexts"_s,
         u"catalogue/mnuL_schen -> playback/CoverPane"_s,
         u"catalogue/mnuL_schen -> playlists/GetPlayEntrys"_s,
         u"catalogue/mnuLaden -> playlists/GetPlayEntrys"_s,

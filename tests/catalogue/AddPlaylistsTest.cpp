@@ -402,4 +402,23 @@ TEST_F(AddPlaylists, TheFinderComesUpModalAndAfresh)
     EXPECT_EQ("forms.unload FindAudio\nforms.showModal FindAudio\nforms.unload FindAudio", calls({u"forms"_s}));
 }
 
+TEST_F(AddPlaylists, AFileNameLosesItsLastFourCharactersWhateverItsEnding)
+{
+    start();
+    root().mnuLokalePlayliste.Checked = false;
+    desktop.choosers.open(putOther(u"Andere.m3u8"_s));
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("Andere.", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("/m/Andere.m3u8", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(2, tracks().count());
+}
+
+TEST_F(AddPlaylists, AControlCharacterInANameBecomesABlank)
+{
+    start();
+    desktop.messages.enter(u"a\tb\nc"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ("a b c", catalogue().subItem(1, 1).toStdString());
+}
+
 } // namespace orvantine::fake

@@ -383,4 +383,34 @@ TEST_F(CatalogueSave, NoSingleFailingCallOfALoadChangesTheDatabaseOrAList)
     EXPECT_GT(failing, LastAlike);
 }
 
+TEST_F(CatalogueSave, WithAutoTagTheCopyIsRenewedSoAnEditOfTheDayStays)
+{
+    putExtras(2);
+    put(backup(), "[Index]\r\n1e=alt\r\n");
+    setting(u"AutoTag"_s, dwordSetting(1));
+    start();
+    writeIndexValue(root(), database(), 1, 'e', u"Neuer Text"_s);
+    mnuSpeichern_Click(root());
+    EXPECT_EQ("Neuer Text", indexValue(root(), database(), 1, 'e').toStdString());
+}
+
+TEST_F(CatalogueSave, TheFirstPanelIsFittedToTheFrame)
+{
+    putExtras(2);
+    start();
+    root().xpFrame1.Width = 6543;
+    root().sAnzeige[0].Width = 1;
+    mnuSpeichern_Click(root());
+    EXPECT_EQ(6543, root().sAnzeige[0].Width.value());
+}
+
+TEST_F(CatalogueSave, ThePublicEntryWritesTheWholeCatalogue)
+{
+    putExtras(2);
+    start();
+    catalogue().setSubItem(1, 1, u"Anders"_s);
+    SaveDatabase(root());
+    EXPECT_EQ("Anders", indexValue(root(), database(), 1, 'b').toStdString());
+}
+
 } // namespace orvantine::fake

@@ -337,4 +337,76 @@ TEST_F(RemovePlaylists, TheRowThatWasAskedForGoesWhereverTheSelectionWandered)
     EXPECT_EQ("Drei", catalogue().subItem(2, 1).toStdString());
 }
 
+TEST_F(RemovePlaylists, TheLastThreeCharactersOfTheNameMakeRoomForBak)
+{
+    const QString path = data() + u"Playlisten/Über.m3u8"_s;
+    put(path, (putTrack(u"a"_s) + u"\r\n\r\n"_s).toUtf8());
+    putDatabase(indexRow(1, {.name = u"Über"_s, .path = path}));
+    start();
+    const QByteArray before = bytes(path);
+    remove(1);
+    EXPECT_FALSE(exists(path));
+    EXPECT_EQ(before.toStdString(), bytes(data() + u"Playlisten/Über.mbak"_s).toStdString());
+}
+
+TEST_F(RemovePlaylists, AListInASubfolderOfPlaylistenStaysAndItsCopyIsMadeNextToIt)
+{
+    const QString path = data() + u"Playlisten/Alt/Eins.m3u"_s;
+    put(path, (putTrack(u"a"_s) + u"\r\n\r\n"_s).toUtf8());
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = path}));
+    start();
+    const QByteArray before = bytes(path);
+    remove(1);
+    EXPECT_EQ(before.toStdString(), bytes(path).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(data() + u"Playlisten/Alt/Eins.bak"_s).toStdString());
+    EXPECT_FALSE(exists(data() + u"Playlisten/Eins.bak"_s));
+}
+
+TEST_F(RemovePlaylists, AFileThatAnotherRowUsesInAnotherSpellingStays)
+{
+    for (const QString& other : {u"Playlisten/GRO\u0308ßE.m3u"_s, u"Playlisten\\Größe.m3u"_s}) {
+        SCOPED_TRACE(other.toStdString());
+        desktop.newProcess();
+        const QString path = putList(u"Größe"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+        putDatabase(indexRow(1, {.name = u"Eins"_s, .path = path}) +
+                    indexRow(2, {.name = u"Auch"_s, .path = data() + other}));
+        start();
+        remove(1);
+        EXPECT_EQ("Größe.m3u", desktop.disk().list(data() + u"Playlisten"_s, u"*.*"_s).join(u' ').toStdString());
+    }
+}
+
+TEST_F(RemovePlaylists, AFileThatAHiddenRowUsesStays)
+{
+    const QString path = putList(u"Beide"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = path, .favourite = u"1"_s}) +
+                indexRow(2, {.name = u"Auch"_s, .path = path}));
+    start();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(1, catalogue().count());
+    remove(1);
+    EXPECT_TRUE(exists(path));
+    EXPECT_FALSE(exists(data() + u"Playlisten/Beide.bak"_s));
+}
+
+TEST_F(RemovePlaylists, TheCopyStillHoldsTheKeysAndTheGivenNameOfTheLastRow)
+{
+    putThree();
+    put(database(), bytes(database()) + "[Rename]\r\nDrei.m3u=Drei\r\n");
+    const std::string before = databaseText();
+    remove(3);
+    EXPECT_EQ(before, backupText());
+}
+
+TEST_F(RemovePlaylists, TheRemovalOfTheOnlyListHidesTheCover)
+{
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)})}));
+    put(data() + u"Resource/Eins.jpg"_s, "g");
+    start();
+    click(1);
+    ASSERT_TRUE(root().pCoverBack.Visible.value());
+    remove(1);
+    EXPECT_FALSE(root().pCoverBack.Visible.value());
+}
+
 } // namespace orvantine::fake

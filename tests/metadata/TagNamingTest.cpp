@@ -214,4 +214,15 @@ TEST_F(TagNaming, SavingTheCatalogueWithAutoTagNamesTheOpenList)
     EXPECT_EQ("", boxes());
 }
 
+TEST_F(TagNaming, OnlyTheNamingOfTheWholeListCopiesTheDatabase)
+{
+    put(database(), "[TagInfo]\r\n/music/a.mp3=Alt\r\n");
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    desktop.log.take();
+    root().mnuSetFileName.Click();
+    root().mnuGetIDTag.Click();
+    EXPECT_EQ("", calls({u"files.copy"_s}));
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.bak"_s));
+}
+
 } // namespace orvantine::fake

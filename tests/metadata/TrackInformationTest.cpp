@@ -403,4 +403,12 @@ TEST_F(DesignTime, TheFixedCaptionsOfTheTrackDisplay)
     EXPECT_EQ(u"0 kBit (VBR)"_s, root().sAnzeige[5].Caption.value());
 }
 
+TEST_F(TrackInformation, LoadMp3TagIDAsksTheLibraryOnceForTheDialogAndTwiceForTheLabels)
+{
+    addTrack(u"a.mp3"_s, Tagged);
+    LoadMp3TagID(root());
+    EXPECT_EQ("tags.Mp3FileInfo \"/music/a.mp3\"\ntags.Mp3FileInfo \"/music/a.mp3\"\ntags.Mp3FileInfo \"/music/a.mp3\"",
+              lines(libraryCalls()));
+}
+
 } // namespace orvantine::fake

@@ -1,7 +1,7 @@
 #include "operations/Eigenschaften.h"
 
 #include "operations/PropertiesFixture.h"
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 namespace orvantine::fake {
 
@@ -360,6 +360,104 @@ TEST_F(Properties, ThePictureButtonClicksTheCoverAndTakesTheLastPictureThatIsThe
     EXPECT_EQ(1, clicks);
     EXPECT_EQ(1, focused);
     EXPECT_EQ((data() + u"Resource/Erste.gif"_s).toStdString(), form().tAlbumCover.Text.value().toStdString());
+}
+
+TEST_F(Properties, OfAnEmptyNameAndAMissingFileTheNameIsToldFirstAndAlone)
+{
+    open();
+    form().tPlaylistname.Text = QString();
+    form().tPlayliste.Text = u"/m/nirgends.m3u"_s;
+    refuse(noName);
+    form().BReady.Click();
+    EXPECT_EQ("/m/nirgends.m3u", form().tPlayliste.Text.value().toStdString());
+    form().tPlaylistname.Text = u"Erste"_s;
+    refuse(noFile);
+    form().BReady.Click();
+    EXPECT_EQ(listPath(u"Erste"_s).toStdString(), form().tPlayliste.Text.value().toStdString());
+}
+
+TEST_F(Properties, PicturesOfAnUnchangedNameAreNotTouched)
+{
+    for (const QString& extension : {u"jpg"_s, u"gif"_s, u"bmp"_s})
+        put(data() + u"Resource/Erste."_s + extension, extension.toUtf8());
+    open();
+    form().BReady.Click();
+    EXPECT_EQ("", calls({u"files.copy"_s, u"files.remove"_s}));
+    for (const QString& extension : {u"jpg"_s, u"gif"_s, u"bmp"_s})
+        EXPECT_EQ(extension.toUtf8(), bytes(data() + u"Resource/Erste."_s + extension));
+}
+
+TEST_F(Properties, APlaylistThatIsSetRightIsRedNoMore)
+{
+    desktop.disk().remove(listPath(u"Erste"_s));
+    catalogue().setColor(1, 1, Color::DarkRed);
+    catalogue().setColor(1, 3, Color::DarkRed);
+    open();
+    form().tPlayliste.Text = listPath(u"Zweite"_s);
+    form().BReady.Click();
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 1));
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 3));
+}
+
+TEST_F(Properties, AnEntryThatGotAnotherPathOrNameMeanwhileKeepsItUnlessItWasTypedOver)
+{
+    open();
+    form().tBeschreibung.Text = u"Text"_s;
+    catalogue().setSubItem(1, 2, listPath(u"Dritte"_s));
+    catalogue().setSubItem(1, 1, u"Umbenannt"_s);
+    form().BReady.Click();
+    EXPECT_EQ("Umbenannt", key(1, 'b'));
+    EXPECT_EQ(listPath(u"Dritte"_s).toStdString(), key(1, 'c'));
+    EXPECT_EQ("Text", key(1, 'e'));
+    EXPECT_FALSE(form().Visible.value());
+}
+
+TEST_F(Properties, OfTwoAlikeRowsTheOneThatIsShownIsWritten)
+{
+    for (const int item : {1, 2})
+        catalogue().setSubItem(2, item, catalogue().subItem(1, item));
+    open();
+    form().tBeschreibung.Text = u"Text"_s;
+    catalogue().select(2);
+    form().BReady.Click();
+    EXPECT_EQ("Text", key(1, 'e'));
+    EXPECT_EQ("", key(2, 'e'));
+}
+
+/// Whichever single call of the acceptance fails: the picture is there under one of its names, the others keep theirs.
+TEST_F(Properties, NoSingleFailingCallOfTheDialogLosesAPictureOrAnotherEntry)
+{
+    for (const QString& name : {u"Neu"_s, u"ERSTE"_s}) {
+        int failing = 0;
+        for (bool reached = true; reached;) {
+            ++failing;
+            SCOPED_TRACE(name.toStdString() + ' ' + std::to_string(failing));
+            desktop.newProcess();
+            desktop.disk().remove(data() + u"Resource/Neu.jpg"_s);
+            startPlayback();
+            put(data() + u"Resource/Erste.jpg"_s, "j");
+            open();
+            form().tPlaylistname.Text = name;
+            form().tBeschreibung.Text = u"Text"_s;
+            // A playlist that cannot be looked for is told as missing.
+            desktop.messages.answer(Answer::Ok);
+            const int begin = desktop.log.calls();
+            desktop.log.failCall(begin + failing);
+            form().BReady.Click();
+            reached = desktop.log.calls() >= begin + failing;
+            desktop.log.failCall(0);
+            desktop.messages.queue.clear();
+            desktop.messages.take();
+
+            EXPECT_TRUE(bytes(data() + u"Resource/Erste.jpg"_s) == "j" || bytes(data() + u"Resource/Neu.jpg"_s) == "j");
+            EXPECT_EQ("Zweite Dritte Einzeln", key(2, 'b') + ' ' + key(3, 'b') + ' ' + key(4, 'b'));
+            if (form().Visible.value())
+                form().bAbbrechen.Click();
+            if (HasFailure())
+                return;
+        }
+        EXPECT_GT(failing, 10);
+    }
 }
 
 } // namespace orvantine::fake

@@ -297,4 +297,20 @@ TEST_F(ListInput, LoadPlayEntrysTmpIsTheClick)
     EXPECT_EQ(1, clicks);
 }
 
+TEST_F(ListInput, AColumnClickOfTheTracksSortsAndWritesNoWidths)
+{
+    tracks().setColumnWidth(3, 3333);
+    forgetCalls();
+    tracks().ColumnClick(3);
+    EXPECT_EQ(3, tracks().sortColumn());
+    EXPECT_EQ("", calls({u"settings.setValue"_s}));
+}
+
+TEST_F(ListInput, AClickComparesTheTracksCellAsAText)
+{
+    catalogue().setSubItem(2, 3, u"02"_s);
+    click(2);
+    EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
+}
+
 } // namespace orvantine::fake

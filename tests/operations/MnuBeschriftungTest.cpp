@@ -1,6 +1,6 @@
 
 #include "operations/PropertiesFixture.h"
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 namespace orvantine::fake {
 

@@ -128,4 +128,38 @@ TEST_F(Properties, AnotherListThatOpensWhileTheChooserIsUpKeepsItsTracks)
     EXPECT_EQ("/m/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n\r\n", bytes(listPath(u"Erste"_s)).toStdString());
 }
 
+TEST_F(Properties, ARepairLeavesNumbersNamesFilesAndStoredNamesAsTheyWere)
+{
+    root().services.profiles.setValue(database(), u"TagInfo"_s, u"/m/Erste 1.mp3"_s, u"Wir - Eins"_s);
+    catalogue().Tag = u"0"_s;
+    click(1);
+    tracks().setSubItem(1, 4, u"0:03:25"_s);
+    lose(u"Erste 1"_s);
+    lose(u"Erste 2"_s);
+    put(u"/neu/Erste 1.mp3"_s, "x");
+    markRed();
+    const std::string before = databaseText();
+    answerMissing(Answer::Retry, u"Erste 1.mp3"_s);
+    desktop.choosers.chooseFolder(u"/neu"_s);
+    answerAll(Answer::Ok);
+    root().mnuEigenschaften.Click();
+    EXPECT_EQ("> 1 \"101\" \"01\" \"Wir - Eins\" \"/neu/Erste 1.mp3\" \"0:03:25\" [icon Icon_2, 1 icon Icon_2]\n"
+              "  2 \"102\" \"02\" \"Erste 2\" \"/neu/Erste 2.mp3\" \"Erste 2.mp3\" [icon Icon_2, 1 icon Icon_2]",
+              rows(tracks()));
+    EXPECT_EQ(before, databaseText());
+}
+
+TEST_F(Properties, TheRepairIsWrittenToTheListInSightWhicheverRowIsSelected)
+{
+    lose(u"Erste 1"_s);
+    put(u"/neu/Erste 1.mp3"_s, "x");
+    catalogue().select(2);
+    const QByteArray other = bytes(listPath(u"Zweite"_s));
+    answerMissing(Answer::Retry, u"Erste 1.mp3"_s);
+    desktop.choosers.chooseFolder(u"/neu"_s);
+    root().mnuEigenschaften.Click();
+    EXPECT_EQ("/neu/Erste 1.mp3\r\n/m/Erste 2.mp3\r\n", bytes(listPath(u"Erste"_s)).toStdString());
+    EXPECT_EQ(other, bytes(listPath(u"Zweite"_s)));
+}
+
 } // namespace orvantine::fake

@@ -262,7 +262,7 @@ TEST_F(TrackListOperations, AnotherListThatIsOpenedInsideTheReloadKeepsItsSelect
     open();
     removeLastWhileTheReload([this] { click(2); });
     EXPECT_EQ("*Andere 1 Andere 2", names());
-    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n\r\n", file());
+    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n", file());
     EXPECT_TRUE(outOfWait());
 }
 
@@ -274,7 +274,7 @@ TEST_F(TrackListOperations, TheRowsOfAnotherListKeepTheirSelectionThoughItsRowIs
         catalogue().select(1);
     });
     EXPECT_EQ("*Andere 1 Andere 2", names());
-    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n\r\n", file());
+    EXPECT_EQ("/m/c.mp3\r\n/m/a.mp3\r\n", file());
 }
 
 TEST_F(TrackListOperations, UntilTheReloadRowOneIsSelectedAndNoNumberIsNew)

@@ -309,4 +309,55 @@ TEST_F(Reordering, OneOfAHundredAndSixtyRowsMovesWithTheLimitTold)
     EXPECT_EQ("159|L159|Alle.m3u|1|T159|01.02.2003||", keys(160));
 }
 
+TEST_F(Reordering, AStepWithoutADatabaseLosesNoList)
+{
+    startWith(2);
+    desktop.disk().remove(database());
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("*Zwei Eins Drei", names());
+    EXPECT_EQ("Zwei", key(1, 'b'));
+    EXPECT_EQ("Eins", key(2, 'b'));
+    EXPECT_EQ("Drei", key(3, 'b'));
+}
+
+TEST_F(Reordering, AListThatIsNotInSightMovesWithItsOwnDescriptionAndDate)
+{
+    startWith(1);
+    catalogue().select(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, AnEmptyListMovesWithItsOwnDescriptionAndDate)
+{
+    startWith(1);
+    put(listPath(u"Zwei"_s), "\r\n");
+    click(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|1|Text Zwei|02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, AMissingListThatWasCancelledMovesWithItsOwnDescriptionAndDate)
+{
+    startWith(1);
+    desktop.disk().remove(listPath(u"Zwei"_s));
+    desktop.messages.answer(Answer::Cancel);
+    click(2);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, AListThatIsOpenedInsideAStepGivesNothingToTheMovedOne)
+{
+    for (int at = 1; at <= 3; ++at) {
+        SCOPED_TRACE(at);
+        desktop.newProcess();
+        startWith(2);
+        desktop.events().atYield(at, [this] { click(3); });
+        root().mnuVerschiebung[1].Click();
+        EXPECT_EQ("Text Zwei", key(1, 'e'));
+        EXPECT_EQ("02.01.2001", key(1, 'f'));
+    }
+}
+
 } // namespace orvantine::fake

@@ -250,4 +250,29 @@ TEST_F(Reordering, AllOfAHundredAndSixtyRowsGetTheirKeys)
     EXPECT_EQ(160, catalogue().count());
 }
 
+TEST_F(Reordering, OtherSectionsStayByteForByteUnderANewOrder)
+{
+    startWith(1);
+    const QByteArray others = "; von Hand\r\n[TagInfo]\r\n/m/Eins 1.mp3=Wir - Lied\r\n[Rename]\r\nEins.m3u=Eins\r\n"
+                              "[Options]\r\nSoundfiles=/m\r\n[Finder]\r\n01=suche\r\n";
+    put(database(), others + bytes(database()));
+    openDialog([this] {
+        form().LSortView.move(2, 0);
+        confirm();
+    });
+    EXPECT_TRUE(databaseText().starts_with(others.toStdString())) << databaseText();
+    EXPECT_EQ("000|Drei|Drei.m3u|2|Text Drei|03.01.2001|0|", keys(1));
+}
+
+TEST_F(Reordering, ATabInAPathLosesNoList)
+{
+    startWith(1);
+    catalogue().setSubItem(2, 2, u"/m/a\tb.m3u"_s);
+    catalogue().setSubItem(3, 1, u"Dr\tei"_s);
+    openDialog([this] { confirm(); });
+    EXPECT_EQ("Eins", key(1, 'b'));
+    EXPECT_EQ("Zwei", key(2, 'b'));
+    EXPECT_EQ("Drei", key(3, 'b'));
+}
+
 } // namespace orvantine::fake

@@ -55,6 +55,11 @@ protected:
         return text.remove(data() + QStringLiteral("Playlisten/")).toStdString();
     }
 
+    [[nodiscard]] std::string key(int number, char letter)
+    {
+        return indexValue(root(), database(), number, letter).toStdString();
+    }
+
     [[nodiscard]] std::string names()
     {
         QStringList texts;

@@ -2,6 +2,7 @@
 #include "playlists/AddPlayEntrys.h"
 #include "playlists/AddTracksFixture.h"
 #include "playlists/mnuSpeichernUnter.h"
+#include "playlists/SavePlayEntrys.h"
 
 namespace orvantine::fake {
 
@@ -381,6 +382,49 @@ TEST_F(AddTracks, TheRestIsLeftOutWhereAnotherListIsOpenedMeanwhile)
     AddPlayEntrys(root(), files);
     EXPECT_EQ(0, tracks().count());
     EXPECT_EQ("", bytes(empty).toStdString());
+}
+
+TEST_F(AddTracks, AnAddedTrackIsNamedByItsFileThoughTheDatabaseKnowsAName)
+{
+    const QString track = putTrack(u"c"_s);
+    desktop.profiles().setValue(database(), u"TagInfo"_s, track, u"Wir - Lied"_s);
+    AddPlayEntrys(root(), track, 1);
+    AddPlayEntrys(root(), QStringList{track});
+    AddPlayEntrys(root(), track, 0);
+    for (const int row : {3, 4, 5})
+        EXPECT_EQ("c", tracks().subItem(row, 2).toStdString()) << row;
+    catalogue().Tag = u"0"_s;
+    click(1);
+    EXPECT_EQ("Wir - Lied", tracks().subItem(3, 2).toStdString()) << "the next read takes it";
+}
+
+TEST_F(AddTracks, AWriteTakesTheLinesThatWereLastReadNotTheOrderOfTheRows)
+{
+    tracks().setSubItem(1, 2, u"z"_s);
+    tracks().ColumnClick(3);
+    ASSERT_EQ("/m/b.mp3", tracks().subItem(1, 3).toStdString());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ("/m/a.mp3\r\r\n/m/b.mp3\r\r\n/m/c.mp3\r\n\r\n", bytes(list).toStdString());
+}
+
+TEST_F(AddTracks, TheCountGoesToTheRowAndTheDatabaseStaysByteForByte)
+{
+    const QByteArray before = bytes(database());
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    AddPlayEntrys(root(), putTrack(u"d"_s), 0);
+    AddPlayEntrys(root(), QStringList{putTrack(u"e"_s)});
+    EXPECT_EQ("5", catalogue().subItem(1, 3).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(AddTracks, ATrackComesBehindWhatSomebodyElseHasAddedToTheFile)
+{
+    put(list, "/m/a.mp3\r\n/m/b.mp3\r\n/m/fremd.mp3\r\n");
+    AddPlayEntrys(root(), putTrack(u"c"_s), 1);
+    EXPECT_EQ("/m/fremd.mp3", tracks().subItem(3, 3).toStdString());
+    EXPECT_EQ("/m/c.mp3", tracks().subItem(4, 3).toStdString());
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/fremd.mp3\r\n/m/c.mp3\r\n", bytes(list).toStdString());
 }
 
 } // namespace orvantine::fake

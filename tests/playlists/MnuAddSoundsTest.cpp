@@ -550,4 +550,28 @@ TEST_F(AddSounds, TheSearchForPresentNamesGivesWhatAPlainTextSearchGives)
     }
 }
 
+TEST_F(AddSounds, TheIndexKeepsItsCountAndTheListIsSavedOnce)
+{
+    forgetCalls();
+    addFolder(u"/neu"_s);
+    EXPECT_EQ("6", catalogue().subItem(1, 3).toStdString());
+    EXPECT_EQ("2", desktop.profiles().value(database(), u"Index"_s, u"1d"_s).toStdString());
+    EXPECT_EQ(1, desktop.log.linesOf({u"files.writeText \""_s + list}).size());
+}
+
+TEST_F(AddSounds, MarkAndFolderAreBothNeeded)
+{
+    for (const auto& [mark, folder] : {std::pair{u"1"_s, QString()}, std::pair{u"0"_s, u"/neu"_s}}) {
+        desktop.forms().whileModal(u"Ordner"_s, [this, mark = mark, folder = folder](Form& form) {
+            root().tBrowseFolder.Tag = mark;
+            root().tBrowseFolder.Text = folder;
+            desktop.forms().unload(form);
+        });
+        mnuAddSounds_Click(root());
+        EXPECT_EQ("", option(u"Soundfiles"_s));
+        EXPECT_EQ(2, tracks().count());
+        expectWaitOver();
+    }
+}
+
 } // namespace orvantine::fake

@@ -543,4 +543,53 @@ TEST_F(ReadBackup, AFileNamedBakInTheCurrentFolderBringsTheOtherQuestion)
     }
 }
 
+/// Whatever keeps a read from showing all of a list: no save, local or not, writes over its file.
+TEST_F(ReadPlaylists, AListThatWasNotReadWholeIsNeverSaved)
+{
+    struct Case
+    {
+        const char* what;
+        QByteArray bytes;
+        int failingRead;
+        bool missingAtTheClick;
+    };
+    const QByteArray whole = "/m/erstes.mp3\r\n/m/zweites.mp3\r\n\r\n";
+    for (const bool local : {false, true}) {
+        for (const Case& one : {Case{"first read", whole, 1, false}, Case{"second read", whole, 2, false},
+                                Case{"third read", whole, 3, false}, Case{"fourth read", whole, 4, false},
+                                Case{"CR only", "/m/erstes.mp3\r/m/zweites.mp3\r", 0, false},
+                                Case{"CR and CR LF", "/m/erstes.mp3\r/m/zweites.mp3\r\n", 0, false},
+                                Case{"missing at the click", whole, 0, true}}) {
+            SCOPED_TRACE(std::string(one.what) + (local ? ", local" : ""));
+            desktop.newProcess();
+            const QString path = u"/l/Liste.m3u"_s;
+            put(path, one.bytes);
+            putDatabase(indexRow(1, {.name = u"Liste"_s, .path = path, .tracks = u"2"_s}) +
+                        indexRow(2, {.name = u"Andere"_s, .path = putList(u"Andere"_s, {putTrack(u"x"_s)})}));
+            setting(u"Error"_s, dwordSetting(0));
+            start();
+            root().mnuErrorDisplay.Checked = false;
+            root().mnuLokalePlayliste.Checked = local;
+            if (one.missingAtTheClick) {
+                desktop.disk().remove(path);
+                desktop.messages.answer(Answer::Retry);
+            }
+            if (one.failingRead > 0)
+                desktop.log.failNext(u"files.readPlaylist"_s, one.failingRead);
+            click(1);
+            if (one.missingAtTheClick)
+                put(path, one.bytes);
+            desktop.log.failCall(0);
+            root().mnuFileSave.Click();
+            root().mnuSpeichern.Click();
+
+            QByteArray entries;
+            for (const QByteArray& name : {QByteArray("/m/erstes.mp3"), QByteArray("/m/zweites.mp3")}) {
+                EXPECT_TRUE(bytes(catalogue().subItem(1, 2)).contains(name)) << name.toStdString();
+                EXPECT_TRUE(bytes(path).contains(name)) << name.toStdString();
+            }
+        }
+    }
+}
+
 } // namespace orvantine::fake

@@ -274,14 +274,51 @@ TEST_F(SavePlaylists, AListWhosePathIsItsOwnLocalOneIsWrittenEvenWhenMissing)
     EXPECT_EQ("", boxes());
 }
 
-TEST_F(SavePlaylists, ACopyThatFailsStillRepointsTheRowAndWritesTheRows)
+TEST_F(SavePlaylists, AListThatCannotBeCopiedIsSavedWhereItLies)
 {
     root().mnuLokalePlayliste.Checked = true;
+    tracks().remove(2);
     desktop.log.failNext(u"files.copy"_s);
     SavePlayEntrys(root());
-    EXPECT_EQ(listPath(u"liste"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
-    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n", bytes(listPath(u"liste"_s)).toStdString());
-    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", listBytes());
+    EXPECT_EQ("/l/liste.m3u", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("(missing)", bytes(listPath(u"liste"_s)).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n", listBytes());
+}
+
+TEST_F(SavePlaylists, ALocalCopyNeverTakesTheFileOfAnotherRow)
+{
+    const QString other = listPath(u"liste"_s);
+    put(other, "/m/c.mp3\r\n\r\n");
+    ListItem row;
+    row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"1"_s}};
+    catalogue().append(std::move(row));
+    root().mnuLokalePlayliste.Checked = true;
+    tracks().remove(2);
+    SavePlayEntrys(root());
+    EXPECT_EQ("/l/liste.m3u", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n", listBytes());
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(other).toStdString());
+}
+
+TEST_F(SavePlaylists, AListWithUmlautsIsCopiedOnceAndIsALocalOneFromThenOnInWhateverForm)
+{
+    desktop.newProcess();
+    open(u"/l/Größe ÄÖÜ.m3u"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    const QString local = listPath(u"Größe ÄÖÜ"_s);
+    tracks().remove(1);
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
+    EXPECT_EQ(local.toStdString(), catalogue().subItem(1, 2).toStdString());
+
+    const QString other = listPath(u"GRO\u0308ßE A\u0308O\u0308U\u0308"_s);
+    catalogue().setSubItem(1, 2, other);
+    root().trackList.hold().follow(other);
+    tracks().remove(1);
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/c.mp3\r\n", bytes(local).toStdString());
+    EXPECT_EQ(other.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("Größe ÄÖÜ.m3u", desktop.disk().list(data() + u"Playlisten"_s, u"*.*"_s).join(u' ').toStdString());
 }
 
 /// Whichever single call of a save fails: the file holds the old entries or the new ones, and never nothing.
@@ -309,9 +346,12 @@ TEST_F(SavePlaylists, NoSingleFailingCallEmptiesAList)
             expectWaitOver();
 
             const std::string now = listBytes();
-            EXPECT_TRUE(now == before || (!local && now == after)) << now;
+            EXPECT_TRUE(now == before || now == after) << now;
             const std::string copy = bytes(listPath(u"liste"_s)).toStdString();
             EXPECT_TRUE(copy == "(missing)" || (local && (copy == before || copy == after))) << copy;
+            if (local && now == after) {
+                EXPECT_EQ("/l/liste.m3u", catalogue().subItem(1, 2).toStdString());
+            }
             if (HasFailure())
                 return;
         }

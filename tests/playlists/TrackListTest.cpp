@@ -27,7 +27,7 @@ protected:
     void read(const QString& file, const QStringList& paths, std::optional<qsizetype> entries)
     {
         TrackList::Reading reading = list.open(file);
-        reading.take(rowsOf(paths), entries);
+        reading.take(rowsOf(paths), entries == paths.size());
     }
     [[nodiscard]] std::string text(const QString& file)
     {
@@ -90,7 +90,7 @@ TEST_F(TrackListAlone, OfTwoReadsTheLaterOwnsTheList)
     TrackList::Reading first = list.open(u"/l/a.m3u"_s);
     read(u"/l/b.m3u"_s, {u"/m/b.mp3"_s}, 1);
     EXPECT_TRUE(first.overtaken());
-    first.take(rowsOf({u"/m/a.mp3"_s}), 1);
+    first.take(rowsOf({u"/m/a.mp3"_s}), true);
     first.follow(u"/l/c.m3u"_s);
     first.finish();
     EXPECT_EQ("/l/b.m3u", list.path().toStdString());

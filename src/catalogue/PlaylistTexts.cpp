@@ -1,4 +1,4 @@
-#include "playlists/PlaylistTexts.h"
+#include "catalogue/PlaylistTexts.h"
 
 #include "app/Root.h"
 
