@@ -27,6 +27,17 @@ private:
     RunningCommands& m_commands;
 };
 
+namespace {
+
+/// What a person is asked stands beside lists as they are now.
+void showLists(Root& root)
+{
+    root.LListView1.showNow();
+    root.LListView2.showNow();
+}
+
+} // namespace
+
 Command::Command(Root& root, Changes changes) : m_root(root)
 {
     m_root.commands.m_running.push_back({changes, m_root.commands.m_depth});
@@ -72,6 +83,7 @@ auto Command::behindDoor(Open open) -> std::optional<decltype(open())>
 {
     if (ended())
         return {};
+    showLists(m_root);
     const Door door(m_root);
     auto result = open();
     return ended() ? std::nullopt : std::optional(std::move(result));
@@ -130,6 +142,7 @@ bool Command::showModal(Form& form)
 {
     if (ended())
         return false;
+    showLists(m_root);
     const Door door(m_root);
     m_root.services.forms.showModal(form);
     return !ended();

@@ -298,6 +298,14 @@ std::vector<int> ListView::reorder(const std::vector<std::size_t>& order)
     return newRow;
 }
 
+void ListView::showNow()
+{
+    if (m_batches == 0)
+        return;
+    publish();
+    BatchEnded();
+}
+
 ListView::Batch::~Batch()
 {
     m_list.publish();

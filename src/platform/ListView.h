@@ -157,6 +157,8 @@ public:
 
     [[nodiscard]] bool batching() const { return m_batches > 0; }
     /// Rows were appended that no view knows of.
+    /// The views get at once what a Batch holds back, which goes on.
+    void showNow();
     [[nodiscard]] bool holdsBackRows() const { return m_published < count(); }
     /// Told when the last batch has ended: the selection may be shown again.
     std::function<void()> BatchEnded = [] {};

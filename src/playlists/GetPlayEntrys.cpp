@@ -296,6 +296,8 @@ void GetPlayEntrys(Root& root, QString& path)
         return;
     showCover(root);
     showDescription(root, numberOf(root, row()), {});
+    // Of one list with the description: an event may ask for both.
+    root.tDatum.Caption = indexValue(root, databaseFile(root), numberOf(root, row()), EntryKey::Date);
 
     command.endWait();
     root.LListView2.Visible = true;
@@ -345,6 +347,9 @@ std::optional<int> ownSelectedRow(Root& root)
 bool openOwnTracks(Root& root)
 {
     if (root.trackList.content() == TrackList::Content::None && !selectedPlaylist(root).isEmpty()) {
+        // Which row a command on the catalogue leaves selected is not for the user to know while it waits.
+        if (!root.commands.admits(Changes::Catalogue))
+            return false;
         // The mark may stand on a row whose tracks are not the ones shown.
         root.LListView1.Tag = u"0"_s;
         LoadPlayEntrysTmp(root);

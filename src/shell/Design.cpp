@@ -2,8 +2,8 @@
 
 #include "app/ColumnWidths.h"
 #include "app/Root.h"
-#include "playback/CoverPane.h"
 #include "catalogue/PlaylistTexts.h"
+#include "playback/CoverPane.h"
 
 namespace orvantine {
 

@@ -1,4 +1,5 @@
 #include "MetadataTest.h"
+#include "app/Command.h"
 #include "metadata/mnuSetTagName.h"
 
 namespace orvantine::fake {
@@ -223,6 +224,25 @@ TEST_F(TagNaming, OnlyTheNamingOfTheWholeListCopiesTheDatabase)
     root().mnuGetIDTag.Click();
     EXPECT_EQ("", calls({u"files.copy"_s}));
     EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.bak"_s));
+}
+
+TEST_F(TagNaming, TheViewFollowsWhenABoxComesUp)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
+    tracks().select(1);
+    tracks().Click();
+    int shown = 0;
+    tracks().BatchEnded = [&shown] { ++shown; };
+    int atTheBox = -1;
+    {
+        const ListView::Batch together(tracks());
+        desktop.messages.answer(Answer::Ok);
+        Command(root()).tell({.text = u"?"_s, .title = u"!"_s});
+        atTheBox = shown;
+    }
+    desktop.messages.take();
+    EXPECT_EQ(1, atTheBox);
 }
 
 } // namespace orvantine::fake

@@ -25,6 +25,7 @@ void properties(World& world)
 {
     Root& root = world.root();
     showEigenschaften(root);
+    world.describes = true;
     root.eigenschaften->tBeschreibung.Text = u"Anders"_s;
     root.eigenschaften->BReady.Click();
 }
@@ -41,12 +42,12 @@ const std::vector<Deed> Commands{
          w.removesList = true;
          w.root().mnuLöschen.Click();
      }},
-    {"rename",
+    {"rename", [](World& w) { w.root().mnuUmbenennen.Click(); }},
+    {"describe",
      [](World& w) {
-         w.renames = true;
-         w.root().mnuUmbenennen.Click();
+         w.describes = true;
+         w.root().mnuBeschriftung.Click();
      }},
-    {"describe", [](World& w) { w.root().mnuBeschriftung.Click(); }},
     {"step down", [](World& w) { w.root().mnuVerschiebung[2].Click(); }},
     {"order",
      [](World& w) {
@@ -74,7 +75,7 @@ const std::vector<Deed> Commands{
      }},
     {"add folder",
      [](World& w) {
-         w.addsTrack = true;
+         w.addsTrack();
          w.desktop.forms().whileModal(u"Ordner"_s, [&w](Form& form) {
              w.root().tBrowseFolder.Text = u"/neu"_s;
              w.root().tBrowseFolder.Tag = u"1"_s;
@@ -84,14 +85,14 @@ const std::vector<Deed> Commands{
      }},
     {"paste",
      [](World& w) {
-         w.addsTrack = true;
+         w.addsTrack();
          w.root().mnuEditCopy.Tag = u"2"_s;
          w.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
          w.root().mnuEditPaste.Click();
      }},
     {"drop tracks",
      [](World& w) {
-         w.addsTrack = true;
+         w.addsTrack();
          w.root().LListView2.Drop({u"/m/neu.mp3"_s});
      }},
     {"drop folder", [](World& w) { w.root().LListView1.Drop({u"/neu"_s}); }},
@@ -103,6 +104,7 @@ const std::vector<Deed> Commands{
          w.removesList = true;
      }},
     {"names by tag", [](World& w) { w.root().mnuSetTagName.Click(); }},
+    {"name by tag", [](World& w) { w.root().mnuGetIDTag.Click(); }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
 };
 
@@ -134,8 +136,17 @@ const std::vector<Deed> Interruptions{
     {"properties", properties},
     {"drop",
      [](World& w) {
-         w.addsTrack = true;
+         w.addsTrack();
          w.root().LListView2.Drop({u"/m/neu.mp3"_s});
+     }},
+    {"save tracks", [](World& w) { w.root().mnuFileSave.press(); }},
+    {"sort by a head", [](World& w) { w.root().LListView2.ColumnClick(3); }},
+    {"paste",
+     [](World& w) {
+         w.addsTrack();
+         w.root().mnuEditCopy.Tag = u"2"_s;
+         w.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+         w.root().mnuEditPaste.press();
      }},
     {"tick", [](World& w) { w.root().Timer2.Tick(); }},
     {"close", [](World& w) { Form_QueryUnload(w.root()); }},

@@ -1,7 +1,6 @@
 #include "reentrance/World.h"
 
 #include "app/DataFolder.h"
-#include "catalogue/CatalogueEntry.h"
 
 #include <algorithm>
 
@@ -15,6 +14,17 @@ const QMap<QString, QStringList> Tracks{{u"Alpha"_s, {u"/m/a1.mp3"_s, u"/m/a2.mp
                                         {u"Beta"_s, {u"/m/b1.mp3"_s, u"/m/b2.mp3"_s}},
                                         {u"Gamma"_s, {u"/m/c1.mp3"_s, u"/m/c2.mp3"_s}}};
 const QString Added = u"/m/neu.mp3"_s;
+
+QString textOf(const QString& list)
+{
+    return u"Text zu "_s + list;
+}
+
+/// Each list has a day of its own.
+QString dateOf(const QString& list)
+{
+    return u"%1.02.2003"_s.arg(static_cast<int>(list[0].unicode()) - u'A' + 10);
+}
 
 } // namespace
 
@@ -57,8 +67,8 @@ World::World()
         key('b', name);
         key('c', listPath(name));
         key('d', QString::number(Tracks[name].size()));
-        key('e', u"Text zu "_s + name);
-        key('f', u"01.02.2003"_s);
+        key('e', textOf(name));
+        key('f', dateOf(name));
         key('g', u"0"_s);
     }
     put(data() + u"Orvantine.dat"_s, "[Index]\r\n" + index);
@@ -97,11 +107,6 @@ QString World::listPath(const QString& name) const
     return data() + u"Playlisten/"_s + name + u".m3u"_s;
 }
 
-QByteArray World::bytes(const QString& path)
-{
-    return desktop.memory()->bytes(path).value_or(QByteArray());
-}
-
 std::optional<QStringList> World::entries(const QString& name)
 {
     const std::optional<QByteArray> text = desktop.memory()->bytes(listPath(name));
@@ -111,22 +116,18 @@ std::optional<QStringList> World::entries(const QString& name)
     return lines;
 }
 
-QStringList World::storedPaths()
+QList<CatalogueEntry> World::stored()
 {
-    QStringList paths;
+    QList<CatalogueEntry> entries;
     for (int number = 1; number <= MostPlaylists; ++number)
-        if (const CatalogueEntry entry = readEntry(root(), databaseFile(root()), number); !entry.name.isEmpty())
-            paths += entry.path;
-    return paths;
+        if (!indexValue(root(), databaseFile(root()), number, EntryKey::Name).isEmpty())
+            entries += readEntry(root(), databaseFile(root()), number);
+    return entries;
 }
 
-QMap<QString, QString> World::descriptions()
+void World::addsTrack()
 {
-    QMap<QString, QString> texts;
-    for (int number = 1; number <= MostPlaylists; ++number)
-        if (const CatalogueEntry entry = readEntry(root(), databaseFile(root()), number); !entry.name.isEmpty())
-            texts.insert(entry.path, entry.description);
-    return texts;
+    m_addsTo += root().trackList.path();
 }
 
 void World::click(int row)
@@ -143,24 +144,40 @@ void World::atBox(int number, std::function<void()> action)
 QStringList World::faults()
 {
     QStringList found;
-    const QStringList stored = storedPaths();
+    QStringList paths;
+    // Description and date by path
+    QMap<QString, QString> extras;
+    for (const CatalogueEntry& entry : stored()) {
+        paths += entry.path;
+        extras.insert(entry.path, entry.description + u' ' + entry.date);
+    }
     for (const QString& name : Tracks.keys()) {
         const std::optional<QStringList> now = entries(name);
         if (!now) {
             if (!removesList)
                 found += u"the file of %1 is gone"_s.arg(name);
-            else if (stored.contains(listPath(name)))
+            else if (paths.contains(listPath(name)))
                 found += u"the file of %1 is gone, and its row stands"_s.arg(name);
             continue;
         }
-        if (stored.count(listPath(name)) != 1 && !(removesList && !stored.contains(listPath(name))))
-            found += u"%1 stands %2 times in the catalogue"_s.arg(name).arg(stored.count(listPath(name)));
+        if (paths.count(listPath(name)) != 1 && !(removesList && !paths.contains(listPath(name))))
+            found += u"%1 stands %2 times in the catalogue"_s.arg(name).arg(paths.count(listPath(name)));
         QStringList left = Tracks[name];
         for (const QString& entry : *now)
-            if (!left.removeOne(entry) && !(addsTrack && entry.endsWith(u"neu.mp3"_s)))
+            if (!left.removeOne(entry) && !(m_addsTo.contains(listPath(name)) && entry.endsWith(u"neu.mp3"_s)))
                 found += u"%1 holds %2"_s.arg(name, entry);
         if (left.size() > (removesTrack ? 1 : 0))
             found += u"%1 lost %2"_s.arg(name, left.join(u' '));
+    }
+    // A removal shifts them, as told.
+    if (removesList)
+        extras.clear();
+    for (const QString& name : Tracks.keys()) {
+        const QString own = textOf(name) + u' ' + dateOf(name);
+        const QString now = extras.value(listPath(name), own);
+        const bool given = describes && (now.startsWith(u"Anders "_s) || now.startsWith(u"Neuer Name "_s));
+        if (now != own && !given)
+            found += u"%1 is described as \"%2\""_s.arg(name, now);
     }
     if (desktop.events().ended())
         return found;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/CatalogueEntry.h"
 #include "support/FakeDesktop.h"
 
 #include <QMap>
@@ -17,13 +18,10 @@ public:
     Root& root() { return desktop.root(); }
     [[nodiscard]] QString data() const;
     [[nodiscard]] QString listPath(const QString& name) const;
-    [[nodiscard]] QByteArray bytes(const QString& path);
     /// Entries of a list's file, in their order; nothing for a file that is not there.
     [[nodiscard]] std::optional<QStringList> entries(const QString& name);
-    /// Paths of the section `Index`, in the order of their numbers.
-    [[nodiscard]] QStringList storedPaths();
-    /// Description by path.
-    [[nodiscard]] QMap<QString, QString> descriptions();
+    /// What the section `Index` holds, in the order of the numbers.
+    [[nodiscard]] QList<CatalogueEntry> stored();
 
     void click(int row);
 
@@ -37,8 +35,10 @@ public:
     /// What the commands of this run may do.
     bool removesTrack = false;
     bool removesList = false;
-    bool addsTrack = false;
-    bool renames = false;
+    /// A text that the user gives comes to one of the lists.
+    bool describes = false;
+    /// The new track may come to the list that is in sight now.
+    void addsTrack();
 
     FakeDesktop desktop;
 
@@ -47,6 +47,7 @@ private:
     void box();
 
     int m_boxes = 0;
+    QStringList m_addsTo;
     QMap<int, std::function<void()>> m_atBox;
 };
 

@@ -302,7 +302,8 @@ void ReportList::showSelection()
 
 bool ReportList::takesDrop(const QDropEvent& event) const
 {
-    return m_list.Drop && m_list.AllowDrop && isReachable() && event.source() != this && mayHoldFiles(*event.mimeData());
+    return m_list.Drop && m_list.AllowDrop && isReachable() && event.source() != this &&
+           mayHoldFiles(*event.mimeData());
 }
 
 bool ReportList::isReachable() const
