@@ -39,6 +39,11 @@ bool hasUpperHalf(QByteArrayView bytes)
     return std::any_of(bytes.cbegin() + i, bytes.cend(), [](char byte) { return (byte & 0x80) != 0; });
 }
 
+bool isValidUtf8(QByteArrayView bytes)
+{
+    return QUtf8StringView(bytes.data(), bytes.size()).isValidUtf8();
+}
+
 } // namespace
 
 QString CodePage::decode(const QByteArray& bytes) const
@@ -46,9 +51,17 @@ QString CodePage::decode(const QByteArray& bytes) const
     QByteArrayView view(bytes);
     if (view.startsWith("\xef\xbb\xbf"))
         view = view.sliced(3);
-    if (QUtf8StringView(view.data(), view.size()).isValidUtf8())
+    if (isValidUtf8(view))
         return QString::fromUtf8(view);
-    return fromWindows1252(view);
+    QString text;
+    text.reserve(view.size());
+    while (!view.isEmpty()) {
+        const auto end = std::find_if(view.begin(), view.end(), [](char byte) { return byte == '\r' || byte == '\n'; });
+        const QByteArrayView line = view.first(end == view.end() ? view.size() : end - view.begin() + 1);
+        view = view.sliced(line.size());
+        text += isValidUtf8(line) ? QString::fromUtf8(line) : fromWindows1252(line);
+    }
+    return text;
 }
 
 QByteArray CodePage::encode(const QString& text) const

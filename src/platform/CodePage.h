@@ -6,7 +6,8 @@
 namespace orvantine {
 
 /// The one place where texts become bytes and bytes become texts. Reading does not depend on the kind: a BOM is
-/// dropped, valid UTF-8 is taken as UTF-8, anything else as windows-1252.
+/// dropped, valid UTF-8 is taken as UTF-8. In any other text each line speaks for itself: it is UTF-8 if it is valid,
+/// else windows-1252, so that one old line does not spoil the names in the others.
 class CodePage
 {
 public:

@@ -29,6 +29,13 @@ TEST(CodePage, AnythingElseIsWindows1252)
     EXPECT_EQ(CodePage().decode("\xed\xa0\x80"), u"í\u00a0€"_s); // a surrogate is no valid UTF-8
 }
 
+TEST(CodePage, OneOldLineDoesNotSpoilTheOthers)
+{
+    EXPECT_EQ(CodePage().decode("K\xc3\xb6ln\r\nM\xfcller\nSm\xc3\xb8r"), u"Köln\r\nMüller\nSmør"_s);
+    EXPECT_EQ(CodePage().decode("\xef\xbb\xbf\xc3\xb6\r\xf6"), u"ö\rö"_s);
+    EXPECT_EQ(CodePage().decode("\xf6\n\n\r\n\xc3\n"), u"ö\n\n\r\nÃ\n"_s);
+}
+
 TEST(CodePage, EveryByteSurvivesAsWindows1252)
 {
     QByteArray all;
