@@ -1,6 +1,5 @@
 #include "app/Others.h"
 
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -15,16 +14,6 @@ QString WindowsFolder(const Root& root)
 QString TempFolder(const Root& root)
 {
     return root.services.folders.temp;
-}
-
-QString TempFileName(Root& root)
-{
-    for (int number = 1; number <= 0xFFFF; ++number) {
-        const QString name = FileDirPath::join(TempFolder(root), u"ORV%1.tmp"_s.arg(number, 4, 16, QLatin1Char('0')));
-        if (!root.files.exists(name))
-            return root.files.writeBytes(name, {}) ? name : QString();
-    }
-    return {};
 }
 
 QString SpecialFolder(const Root& root, int csidl)

@@ -11,9 +11,6 @@ struct SystemVersion;
 [[nodiscard]] QString WindowsFolder(const Root& root);
 [[nodiscard]] QString TempFolder(const Root& root);
 
-/// Name of a new file in the temp folder; "" on failure.
-[[nodiscard]] QString TempFileName(Root& root);
-
 /// 26 application data, 5 documents; "" for any other and where there is none.
 [[nodiscard]] QString SpecialFolder(const Root& root, int csidl);
 
