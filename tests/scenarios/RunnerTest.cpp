@@ -2,6 +2,7 @@
 #include "runner/Diff.h"
 #include "runner/Run.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -246,6 +247,17 @@ TEST(Runner, WhatTheMachineIsMadeWithCountsWhereverItStands)
 {
     EXPECT_EQ(printed(run("common\nfile C:\\a\nend\nscenario eins\nstart\ndrive C: c\nexpect tree c\n\"a\"\nend\n")),
               "");
+}
+
+TEST(Runner, ARelativePathOfTheProgramStaysOnTheMachine)
+{
+    const QString folder = QDir::currentPath();
+    const QStringList before = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden);
+    const FileResult result = run("scenario a\n  setting Database sz \"x\"\n  start\n  enter \"Neu\"\n  press mnuNeu\n"
+                                  "  expect bytes xPlaylisten/Neu.m3u\n    \"\\r\\n\"\n  end\n");
+    EXPECT_EQ(printed(result), "");
+    EXPECT_EQ(QDir::currentPath(), folder);
+    EXPECT_EQ(QDir(folder).entryList(QDir::AllEntries | QDir::Hidden), before);
 }
 
 TEST(Runner, SettingsKeepTheirTypes)

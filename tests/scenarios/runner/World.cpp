@@ -10,16 +10,26 @@
 #include "transfer/FolderDialogs.h"
 #include "transfer/Trackcopy.h"
 
+#include <QDir>
+
 #include <algorithm>
 
 namespace orvantine::scenario {
 
 using namespace Qt::StringLiterals;
 
+World::~World()
+{
+    if (m_desktop)
+        QDir::setCurrent(m_folderBefore);
+}
+
 fake::FakeDesktop& World::desktop()
 {
     if (!m_desktop) {
+        m_folderBefore = QDir::currentPath();
         m_desktop = std::make_unique<fake::FakeDesktop>(options);
+        QDir::setCurrent(m_desktop->base);
         Made(*m_desktop);
     }
     return *m_desktop;

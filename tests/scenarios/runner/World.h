@@ -6,10 +6,16 @@
 namespace orvantine::scenario {
 
 /// The machine that a scenario runs on: a fake desktop over the real files of a temporary folder. It comes into being
-/// with the first command that needs it; before that its code page, drives and the like can be chosen.
+/// with the first command that needs it; before that its code page, drives and the like can be chosen. From then on its
+/// folder is the current one, so that a relative path that the program forms stays on the machine.
 class World
 {
 public:
+    World() = default;
+    ~World();
+    World(const World&) = delete;
+    World& operator=(const World&) = delete;
+
     fake::DesktopOptions options = [] {
         fake::DesktopOptions real;
         real.disk = fake::DiskKind::TemporaryFolder;
@@ -35,6 +41,7 @@ private:
     [[nodiscard]] QList<std::pair<QString, QString>> placeholders();
 
     std::unique_ptr<fake::FakeDesktop> m_desktop;
+    QString m_folderBefore;
 };
 
 /// A word as expectations compare it: quoted in one way only, placeholders by their names.
