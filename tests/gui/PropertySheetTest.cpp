@@ -6,6 +6,7 @@
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -52,6 +53,8 @@ public:
         return true;
     }
 
+    [[nodiscard]] bool works() const { return m_works; }
+
     QStringList asked;
 
 private:
@@ -79,26 +82,37 @@ protected:
             std::remove(path.constData());
     }
 
-    /// Asks for the property sheet; gives what the own dialog says, "" where none came.
-    QString sheetOf(const QString& path)
+    [[nodiscard]] static QDialog* sheet()
     {
-        QString said;
-        QTimer look;
-        look.setInterval(5);
-        QObject::connect(&look, &QTimer::timeout, &look, [&said] {
-            auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (dialog == nullptr)
-                return;
-            QStringList lines{dialog->windowTitle()};
-            const auto labels = dialog->findChildren<QLabel*>();
-            for (const QLabel* label : labels)
-                lines << label->text();
-            said = lines.join(u'\n');
-            dialog->findChild<QPushButton*>()->click();
-        });
-        look.start();
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* window : windows)
+            if (window->objectName() == u"FileProperties"_s)
+                return qobject_cast<QDialog*>(window);
+        return nullptr;
+    }
+    /// Asks for the property sheet; gives what the own dialog says, "" where none came.
+    QString sheetOf(const QString& path, const FileManager* manager = nullptr)
+    {
+        bool served = false;
+        QTimer::singleShot(0, [&served] { served = true; });
         shown = launcher.start({.kind = LaunchKind::Properties, .command = {}, .target = path, .arguments = {}});
-        return said;
+        EXPECT_FALSE(served) << "events are served in no door";
+        QElapsedTimer waiting;
+        const auto answered = [manager] { return manager != nullptr && manager->works() && !manager->asked.isEmpty(); };
+        for (waiting.start(); shown && sheet() == nullptr && !answered() && waiting.elapsed() < 2000;)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 10);
+        QDialog* const dialog = sheet();
+        if (dialog == nullptr)
+            return {};
+        EXPECT_FALSE(dialog->isModal());
+        QStringList lines{dialog->windowTitle()};
+        const auto labels = dialog->findChildren<QLabel*>();
+        for (const QLabel* label : labels)
+            lines << label->text();
+        dialog->findChild<QPushButton*>()->click();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(sheet(), nullptr);
+        return lines.join(u'\n');
     }
 
     QTemporaryDir folder;
@@ -112,7 +126,7 @@ TEST_F(PropertySheet, IsAskedOfTheFileManager)
 {
     make("Über 100% #1.mp3");
     FileManager manager(true);
-    EXPECT_EQ(sheetOf(folder.filePath(u"Über 100% #1.mp3"_s)), QString());
+    EXPECT_EQ(sheetOf(folder.filePath(u"Über 100% #1.mp3"_s), &manager), QString());
     EXPECT_TRUE(shown);
     EXPECT_EQ(manager.asked,
               QStringList{u"ShowItemProperties file://%1/%C3%9Cber%20100%25%20%231.mp3"_s.arg(folder.path())});
@@ -123,7 +137,7 @@ TEST_F(PropertySheet, ANameThatIsNotUtf8GoesOutByteForByte)
     make("\xdc"
          "ber.mp3");
     FileManager manager(true);
-    sheetOf(folder.filePath(u"Über.mp3"_s));
+    EXPECT_EQ(sheetOf(folder.filePath(u"Über.mp3"_s), &manager), QString());
     EXPECT_EQ(manager.asked, QStringList{u"ShowItemProperties file://%1/%DCber.mp3"_s.arg(folder.path())});
 }
 
@@ -143,14 +157,14 @@ TEST_F(PropertySheet, IsADialogOfOursWhereTheFileManagerRefuses)
     make("\xdc"
          "ber.mp3");
     FileManager manager(false);
-    EXPECT_TRUE(sheetOf(folder.filePath(u"Über.mp3"_s)).contains(u"(1.234 Bytes)"_s));
+    EXPECT_TRUE(sheetOf(folder.filePath(u"Über.mp3"_s), &manager).contains(u"(1.234 Bytes)"_s));
     EXPECT_EQ(manager.asked.size(), 1);
 }
 
 TEST_F(PropertySheet, OfAFileThatIsGoneIsNotShown)
 {
     FileManager manager(true);
-    EXPECT_EQ(sheetOf(folder.filePath(u"fehlt.mp3"_s)), QString());
+    EXPECT_EQ(sheetOf(folder.filePath(u"fehlt.mp3"_s), &manager), QString());
     EXPECT_FALSE(shown);
     EXPECT_EQ(manager.asked, QStringList());
 }

@@ -52,22 +52,23 @@ QString rightsText(const QByteArray& path)
 
 } // namespace
 
-void showPropertiesDialog(const QByteArray& nativePath, QWidget* parent)
+QDialog* showPropertiesDialog(const QByteArray& nativePath, QWidget* parent)
 {
     struct stat file = {};
     ::stat(nativePath.constData(), &file);
     const QString path = QFile::decodeName(nativePath);
     const qsizetype nameStart = path.lastIndexOf(u'/') + 1;
     const QString name = path.mid(nameStart);
-    QDialog dialog(parent);
-    dialog.setObjectName(u"FileProperties"_s);
-    dialog.setWindowTitle(u"Eigenschaften von %1"_s.arg(name));
+    auto* const dialog = new QDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setObjectName(u"FileProperties"_s);
+    dialog->setWindowTitle(u"Eigenschaften von %1"_s.arg(name));
 
     auto* const rows = new QFormLayout;
     rows->setHorizontalSpacing(16);
     rows->setVerticalSpacing(6);
     const auto addRow = [&](const QString& caption, const QString& value) {
-        auto* const label = new QLabel(value, &dialog);
+        auto* const label = new QLabel(value, dialog);
         label->setTextFormat(Qt::PlainText);
         label->setTextInteractionFlags(Qt::TextSelectableByMouse);
         label->setWordWrap(true);
@@ -81,19 +82,20 @@ void showPropertiesDialog(const QByteArray& nativePath, QWidget* parent)
     addRow(u"Letzter Zugriff:"_s, timeText(file.st_atim));
     addRow(u"Rechte:"_s, rightsText(nativePath));
 
-    auto* const buttons = new QDialogButtonBox(&dialog);
+    auto* const buttons = new QDialogButtonBox(dialog);
     QPushButton* const close = buttons->addButton(u"&Schließen"_s, QDialogButtonBox::RejectRole);
     close->setDefault(true);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
 
-    auto* const layout = new QVBoxLayout(&dialog);
+    auto* const layout = new QVBoxLayout(dialog);
     layout->setContentsMargins(16, 16, 16, 16);
     layout->setSpacing(16);
     layout->addLayout(rows);
     layout->addStretch();
     layout->addWidget(buttons);
-    dialog.resize(440, dialog.sizeHint().height());
-    dialog.exec();
+    dialog->resize(440, dialog->sizeHint().height());
+    dialog->show();
+    return dialog;
 }
 
 } // namespace orvantine

@@ -6,12 +6,15 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QUrl>
+
+#include <utility>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -24,21 +27,6 @@ namespace {
 
 constexpr std::size_t MostRecent = 20;
 constexpr int DBusTimeoutMs = 2000;
-
-/// A call to the desktop's file manager over the session bus, with a path in the host's bytes.
-bool callFileManager(const QString& method, const QByteArray& nativePath)
-{
-    const QDBusConnection bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
-        return false;
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
-                                       u"org.freedesktop.FileManager1"_s, method);
-    call << QStringList{u"file://"_s + QString::fromLatin1(nativePath.toPercentEncoding("/"))} << QString();
-    const QDBusMessage reply = bus.call(call, QDBus::BlockWithGui, DBusTimeoutMs);
-    // One that takes its time to start shows the file all the same.
-    return reply.type() == QDBusMessage::ReplyMessage || reply.errorName() == u"org.freedesktop.DBus.Error.NoReply"_s;
-}
 
 } // namespace
 
@@ -82,6 +70,8 @@ bool QtLauncher::start(const LaunchRequest& request)
 void QtLauncher::closeAll()
 {
     m_help.reset();
+    for (const QPointer<QDialog>& sheet : std::exchange(m_sheets, {}))
+        delete sheet;
 }
 
 bool QtLauncher::showHelp(const QString& file, const QString& topic)
@@ -97,8 +87,9 @@ bool QtLauncher::showFolder(const QString& path)
     if (!native)
         return false;
     const bool folder = m_files.isFolder(path);
-    return callFileManager(folder ? u"ShowFolders"_s : u"ShowItems"_s, *native) ||
-           openByDesktop(folder ? path : QFileInfo(QFile::decodeName(*native)).path());
+    return askFileManager(
+        folder ? u"ShowFolders"_s : u"ShowItems"_s, *native,
+        [this, shown = folder ? path : QFileInfo(QFile::decodeName(*native)).path()] { return openByDesktop(shown); });
 }
 
 bool QtLauncher::showProperties(const QString& path)
@@ -106,8 +97,30 @@ bool QtLauncher::showProperties(const QString& path)
     const std::optional<QByteArray> native = m_files.nativePath(path);
     if (!native)
         return false;
-    if (!callFileManager(u"ShowItemProperties"_s, *native))
-        showPropertiesDialog(*native, frontWindow());
+    return askFileManager(u"ShowItemProperties"_s, *native, [this, path = *native] {
+        std::erase(m_sheets, nullptr);
+        m_sheets.emplace_back(showPropertiesDialog(path, frontWindow()));
+        return true;
+    });
+}
+
+bool QtLauncher::askFileManager(const QString& method, const QByteArray& nativePath,
+                                const std::function<bool()>& otherwise)
+{
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        return otherwise();
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(u"org.freedesktop.FileManager1"_s, u"/org/freedesktop/FileManager1"_s,
+                                       u"org.freedesktop.FileManager1"_s, method);
+    call << QStringList{u"file://"_s + QString::fromLatin1(nativePath.toPercentEncoding("/"))} << QString();
+    auto* const question = new QDBusPendingCallWatcher(bus.asyncCall(call, DBusTimeoutMs), &m_questions);
+    QObject::connect(question, &QDBusPendingCallWatcher::finished, question, [question, otherwise] {
+        // One that takes its time to start shows the file all the same.
+        if (question->isError() && question->error().type() != QDBusError::NoReply)
+            otherwise();
+        question->deleteLater();
+    });
     return true;
 }
 

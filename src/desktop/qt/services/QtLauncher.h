@@ -3,6 +3,11 @@
 #include "platform/Files.h"
 #include "platform/Launcher.h"
 
+#include <QDialog>
+#include <QObject>
+#include <QPointer>
+
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -10,7 +15,8 @@ namespace orvantine {
 
 class HelpWindow;
 
-/// Hands files to the desktop: its file manager, its programs, its browser; help stands in a window of ours.
+/// Hands files to the desktop: its file manager, its programs, its browser; help stands in a window of ours. Serves no
+/// events: what the desktop answers later is dealt with then.
 class QtLauncher final : public Launcher
 {
 public:
@@ -21,7 +27,7 @@ public:
 
     /// The latest requests, the last one at the end.
     [[nodiscard]] const std::vector<LaunchRequest>& recent() const { return m_recent; }
-    /// Closes the help window.
+    /// Closes the help window and the property sheets.
     void closeAll();
 
 private:
@@ -30,10 +36,16 @@ private:
     bool showProperties(const QString& path);
     bool openByDesktop(const QString& path);
     bool startProgram(const QString& path, const QStringList& arguments);
+    /// Asks the desktop's file manager, with a path in the host's bytes. `otherwise` is for one that refuses, later, or
+    /// that is not there.
+    bool askFileManager(const QString& method, const QByteArray& nativePath, const std::function<bool()>& otherwise);
     [[nodiscard]] QString hostPath(const QString& path) const;
 
     const Files& m_files;
     std::unique_ptr<HelpWindow> m_help;
+    std::vector<QPointer<QDialog>> m_sheets;
+    /// Owns the questions that are not answered yet.
+    QObject m_questions;
     std::vector<LaunchRequest> m_recent;
 };
 
