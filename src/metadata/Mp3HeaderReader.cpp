@@ -20,11 +20,13 @@ QString selectedPath(const Root& root)
     return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
 }
 
-/// Halves go to the even neighbour; beyond the 16 bits the nearest end stands.
-qint16 rounded(double number)
+/// Halves go to the even neighbour. A number that does not fit into 16 bits leaves the field as it is.
+void setRounded(qint16& field, double number)
 {
     using Limits = std::numeric_limits<qint16>;
-    return static_cast<qint16>(std::clamp<double>(std::nearbyint(number), Limits::min(), Limits::max()));
+    const double whole = std::nearbyint(number);
+    if (whole >= Limits::min() && whole <= Limits::max())
+        field = static_cast<qint16>(whole);
 }
 
 QString twoDigits(int number)
@@ -36,10 +38,12 @@ QString twoDigits(int number)
 
 void ReadMp3Header(Root& root)
 {
-    // Two calls with the record in the library's form, and back.
-    Mp3Record record = narrow(root.mp3Record);
-    root.services.tags.Mp3FileInfo(selectedPath(root), record);
-    root.mp3Record = widen(record);
+    if (root.LListView2.selectedRow() > 0) {
+        // Two calls with the record in the library's form, and back.
+        Mp3Record record = narrow(root.mp3Record);
+        root.services.tags.Mp3FileInfo(selectedPath(root), record);
+        root.mp3Record = widen(record);
+    }
     const WideMp3Record& tag = root.mp3Record;
 
     root.sTitle.Caption = NullTrim(tag.title);
@@ -48,7 +52,8 @@ void ReadMp3Header(Root& root)
     root.sKommentar.Caption = NullTrim(tag.comment);
     root.sTrack.Caption = QString::number(tag.track);
     root.sJahr.Caption = NullTrim(tag.year);
-    root.sBitrate.Caption = QString::number(tag.bitRate);
+    // An unknown rate is not shown.
+    root.sBitrate.Caption = tag.bitRate > 0 ? QString::number(tag.bitRate) : QString();
 
     frmID3V1& form = *root.tagForm;
     form.ID3Titel.Text = NullTrim(tag.title);
@@ -80,8 +85,8 @@ void WriteMp3Tag(Root& root)
     setText(tag, &WideMp3Record::title, title);
     setText(tag, &WideMp3Record::comment, comment);
     setText(tag, &WideMp3Record::year, year);
-    tag.genre = rounded(leadingNumber(genre));
-    tag.bitRate = rounded(leadingNumber(bitRate));
+    setRounded(tag.genre, leadingNumber(genre));
+    setRounded(tag.bitRate, leadingNumber(bitRate));
 
     setText(tag, &WideMp3Record::extendedArtist, artist);
     setText(tag, &WideMp3Record::extendedAlbum, album);
@@ -95,7 +100,7 @@ void WriteMp3Tag(Root& root)
     const bool hasTrack = track > 0;
     tag.trackFlagA = hasTrack ? 2 : 1;
     tag.trackFlagB = tag.trackFlagA;
-    tag.track = hasTrack ? rounded(track) : qint16{0};
+    setRounded(tag.track, hasTrack ? track : 0);
     setText(tag, &WideMp3Record::extendedTrack, QString::number(track == 0 ? 0.0 : track, 'g', 15));
 
     if (root.LListView2.selectedRow() == 0)

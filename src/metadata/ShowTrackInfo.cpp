@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 
 namespace orvantine {
 
@@ -66,12 +67,12 @@ bool passesChecks(Root& root, Command& command)
     return false;
 }
 
-/// Required: to tenths first and from there to a 16-bit number; a longer time fails and stays nought.
-int roundedTwice(double seconds)
+/// Required: to tenths first and from there to a 16-bit number; nothing for a time that does not fit.
+std::optional<int> roundedTwice(double seconds)
 {
     const double tenths = std::floor(seconds * 10 + 0.5) / 10;
     const double whole = std::nearbyint(tenths);
-    return whole <= std::numeric_limits<qint16>::max() ? static_cast<int>(whole) : 0;
+    return whole <= std::numeric_limits<qint16>::max() ? std::optional(static_cast<int>(whole)) : std::nullopt;
 }
 
 /// "h:nn:ss"
@@ -155,9 +156,11 @@ void GetPlayTimesOLD(Root& root)
     player.setURL(selectedTrack(root));
     if (!yieldThrice())
         return;
-    const QString time = timeOfDay(roundedTwice(player.currentDuration()));
-    hold.setTime(row, time);
-    root.sAnzeige[0].Caption = time;
+    if (const std::optional<int> seconds = roundedTwice(player.currentDuration())) {
+        const QString time = timeOfDay(*seconds);
+        hold.setTime(row, time);
+        root.sAnzeige[0].Caption = time;
+    }
     player.close();
     (void)yieldThrice();
 }

@@ -201,13 +201,20 @@ TEST(WriteID3V1, WhatIsNoMp3IsLeftAlone)
                                  "RIFF" + sound(),
                                  "\x30\x26\xb2\x75\x8e\x66\xcf\x11" + sound(),
                                  id3v1Tag("T", "A"),
-                                 frame({}),
-                                 id3v2(100),
-                                 id3v2(100) + frame({}),
-                                 id3v2(100) + "junk" + sound(),
-                                 id3v2(0, 1 << 20) + sound()};
+                                 id3v2(100)};
     for (const QByteArray& bytes : others) {
         EXPECT_EQ(LeftAlone, written(bytes, record)) << bytes.left(40).toHex().toStdString();
+        EXPECT_EQ(LeftAlone, erased(bytes)) << bytes.left(40).toHex().toStdString();
+    }
+}
+
+TEST(WriteID3V1, OneFrameIsEnoughWhereverItIsFound)
+{
+    const Mp3Record record = recordOf("Titel", "Interpret");
+    const QByteArray tracks[] = {frame({}), id3v2(100) + frame({}), id3v2(100) + "junk" + sound(),
+                                 id3v2(0, 1 << 20) + sound(), id3v2(100) + frame({}) + frame({}).chopped(1)};
+    for (const QByteArray& bytes : tracks) {
+        EXPECT_EQ(bytes + id3v1Bytes(record), written(bytes, record)) << bytes.left(40).toHex().toStdString();
         EXPECT_EQ(LeftAlone, erased(bytes)) << bytes.left(40).toHex().toStdString();
     }
 }

@@ -101,6 +101,34 @@ std::string trimmed(const char (&field)[Width])
     return QByteArray(field, Width).trimmed().toStdString();
 }
 
+QByteArray littleEndian(qsizetype number)
+{
+    QByteArray bytes;
+    for (int shift = 0; shift < 32; shift += 8)
+        bytes += static_cast<char>(number >> shift);
+    return bytes;
+}
+
+/// 16 bits, one channel; `texts` are the names of fields and their texts, each closed by a NUL.
+QByteArray wave(int hertz, int seconds, const QByteArray& texts)
+{
+    QByteArray list;
+    const QList<QByteArray> fields = texts.split('\0');
+    for (const QByteArray& field : fields) {
+        if (field.isEmpty())
+            continue;
+        const QByteArray text = field.mid(4) + QByteArray(field.size() % 2 == 0 ? 2 : 1, '\0');
+        list += field.left(4) + littleEndian(text.size()) + text;
+    }
+    if (!list.isEmpty())
+        list = "LIST" + littleEndian(list.size() + 4) + "INFO" + list;
+    const qsizetype bytes = qsizetype{hertz} * seconds * 2;
+    const QByteArray body = "WAVEfmt " + littleEndian(16) + "\1\0\1\0"_ba + littleEndian(hertz) +
+                            littleEndian(hertz * 2) + "\2\0\20\0"_ba + "data" + littleEndian(bytes) +
+                            QByteArray(bytes, '\0') + list;
+    return "RIFF" + littleEndian(body.size()) + body;
+}
+
 Mp3Record someRecord()
 {
     Mp3Record record;
@@ -166,14 +194,67 @@ TEST_F(TagLibTagsTest, AFileThatCannotBeReadLeavesTheRecordAsItWas)
     ASSERT_EQ(0, ::mkfifo(native("g.mp3").c_str(), 0600));
     fs::create_symlink("nowhere", native("h.mp3"));
 
-    EXPECT_FALSE(leavesTheRecord(u"a.mp3"_s));
-    for (const QString& name : {u"b.wav"_s, u"c.WMA"_s, u"d.mp3"_s, u"e.mp3"_s, u"f.mp3"_s, u"g.mp3"_s, u"h.mp3"_s,
-                                u"missing.mp3"_s, u"a.mp3/x.mp3"_s, u"\"a.mp3\""_s, u"*.mp3"_s})
+    for (const QString& name : {u"a.mp3"_s, u"b.wav"_s, u"c.WMA"_s, u"d.mp3"_s, u"e.mp3"_s})
+        EXPECT_FALSE(leavesTheRecord(name)) << name.toStdString();
+    for (const QString& name :
+         {u"f.mp3"_s, u"g.mp3"_s, u"h.mp3"_s, u"missing.mp3"_s, u"a.mp3/x.mp3"_s, u"\"a.mp3\""_s, u"*.mp3"_s})
         EXPECT_TRUE(leavesTheRecord(name)) << name.toStdString();
     Mp3Record record;
     tags.Mp3FileInfo({}, record);
     tags.Mp3FileInfo(u"/dev/zero"_s, record);
     EXPECT_EQ(0, record.bitRate);
+}
+
+TEST_F(TagLibTagsTest, AWaveIsReadByItsOwnTags)
+{
+    put("a.wav", wave(8000, 3, "IARTWir\0INAMLied\0\0IPRDAlbum\0ICMTWort\0\0ICRD2001-05\0IPRT7\0"_ba));
+    for (const QString& name : {u"a.wav"_s, u"b.mp3"_s}) {
+        if (name != u"a.wav"_s)
+            fs::copy(native("a.wav"), native("b.mp3"));
+        Mp3Record record = someRecord();
+        tags.Mp3FileInfo(path(name), record);
+        EXPECT_EQ("Lied", trimmed(record.title)) << name.toStdString();
+        EXPECT_EQ("Wir", trimmed(record.artist)) << name.toStdString();
+        EXPECT_EQ("Album", trimmed(record.album)) << name.toStdString();
+        EXPECT_EQ("Wort", trimmed(record.comment)) << name.toStdString();
+        EXPECT_EQ("2001", trimmed(record.year)) << name.toStdString();
+        EXPECT_EQ(7, record.track) << name.toStdString();
+        EXPECT_EQ(128, record.bitRate) << name.toStdString();
+        EXPECT_EQ(3, record.playingTime) << name.toStdString();
+    }
+}
+
+TEST_F(TagLibTagsTest, AWaveWithoutTagsIsBlank)
+{
+    put("a.wav", wave(8000, 3, {}));
+    put("cut.wav", wave(8000, 3, {}).left(20));
+    put("head.wma", "\x30\x26\xb2\x75\x8e\x66\xcf\x11"_ba);
+    for (const QString& name : {u"a.wav"_s, u"cut.wav"_s, u"head.wma"_s}) {
+        Mp3Record record = someRecord();
+        record.bitRate = 192;
+        record.playingTime = 100;
+        tags.Mp3FileInfo(path(name), record);
+        EXPECT_EQ("", trimmed(record.title)) << name.toStdString();
+        EXPECT_EQ("", trimmed(record.artist)) << name.toStdString();
+        EXPECT_EQ("", trimmed(record.comment)) << name.toStdString();
+        EXPECT_EQ("", trimmed(record.year)) << name.toStdString();
+        EXPECT_EQ(0, record.track) << name.toStdString();
+        EXPECT_EQ(name == u"a.wav"_s ? 128 : 0, record.bitRate) << name.toStdString();
+        EXPECT_EQ(name == u"a.wav"_s ? 3 : 0, record.playingTime) << name.toStdString();
+    }
+}
+
+TEST_F(TagLibTagsTest, ReadingAWaveLeavesNoFileOpen)
+{
+    put("a.wav", wave(8000, 1, {}));
+    put("b.wav", wave(8000, 2, {}));
+    const auto open = [] { return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()); };
+    const auto before = open();
+    Mp3Record record;
+    for (int i = 0; i < 20; ++i)
+        tags.Mp3FileInfo(path(i % 2 == 0 ? u"a.wav"_s : u"b.wav"_s), record);
+    EXPECT_EQ(2, record.playingTime);
+    EXPECT_EQ(before, open());
 }
 
 TEST_F(TagLibTagsTest, AFileWithoutReadRightsLeavesTheRecordAsItWas)
@@ -281,15 +362,14 @@ TEST_F(TagLibTagsTest, WhatMustNotBeWrittenStays)
     put("b.wav", track);
     put("c.wma", track);
     put("d.mp3", "RIFF" + sound());
-    put("broken.mp3", id3v2(100, 1 << 27) + sound());
     put("text.mp3", "no sound");
     put("empty.mp3", {});
     fs::create_directory(native("folder.mp3"));
     ASSERT_EQ(0, ::mkfifo(native("fifo.mp3").c_str(), 0600));
     const std::string before = names();
 
-    for (const QString& name : {u"protected.mp3"_s, u"b.wav"_s, u"c.wma"_s, u"d.mp3"_s, u"broken.mp3"_s, u"text.mp3"_s,
-                                u"empty.mp3"_s, u"folder.mp3"_s, u"fifo.mp3"_s, u"missing.mp3"_s, u""_s}) {
+    for (const QString& name : {u"protected.mp3"_s, u"b.wav"_s, u"c.wma"_s, u"d.mp3"_s, u"text.mp3"_s, u"empty.mp3"_s,
+                                u"folder.mp3"_s, u"fifo.mp3"_s, u"missing.mp3"_s, u""_s}) {
         EXPECT_FALSE(tags.WriteID3V1(path(name), someRecord())) << name.toStdString();
         EXPECT_FALSE(tags.EraseID3V2(path(name))) << name.toStdString();
     }
@@ -298,9 +378,20 @@ TEST_F(TagLibTagsTest, WhatMustNotBeWrittenStays)
     EXPECT_EQ(track, bytes("b.wav"));
     EXPECT_EQ(track, bytes("c.wma"));
     EXPECT_EQ("RIFF" + sound(), bytes("d.mp3"));
-    EXPECT_EQ(id3v2(100, 1 << 27) + sound(), bytes("broken.mp3"));
     EXPECT_EQ("no sound", bytes("text.mp3"));
     EXPECT_EQ("", bytes("empty.mp3"));
+}
+
+TEST_F(TagLibTagsTest, ABrokenLeadingTagStaysAndTheOtherKindIsWritten)
+{
+    const QByteArray track = id3v2(100, 1 << 27) + sound();
+    put("broken.mp3", track);
+    EXPECT_FALSE(tags.EraseID3V2(path(u"broken.mp3"_s)));
+    EXPECT_EQ(track, bytes("broken.mp3"));
+    EXPECT_TRUE(tags.WriteID3V1(path(u"broken.mp3"_s), someRecord()));
+    EXPECT_EQ(track + id3v1Bytes(someRecord()), bytes("broken.mp3"));
+    EXPECT_FALSE(tags.EraseID3V2(path(u"broken.mp3"_s)));
+    EXPECT_EQ(track + id3v1Bytes(someRecord()), bytes("broken.mp3"));
 }
 
 TEST_F(TagLibTagsTest, AFullDiskLeavesTheOldFileWhole)

@@ -40,12 +40,12 @@ TEST_F(TrackInformation, ShowsTheSelectedTrackAndAsksTheLibraryTwice)
     EXPECT_EQ("", boxes());
 }
 
-TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndStillAsksTheLibrary)
+TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndAsksForNoTrack)
 {
     root().sTitle.Caption = u"alt"_s;
     ShowTrackInfo(root(), 0, 0);
     EXPECT_EQ(u""_s, root().sTitle.Caption.value());
-    EXPECT_EQ("tags.Mp3FileInfo \"\"", lines(libraryCalls()));
+    EXPECT_EQ("", lines(libraryCalls()));
 }
 
 TEST_F(TrackInformation, WithoutTheLibrarysFileARefreshStopsWithTheMessage)
@@ -355,14 +355,32 @@ TEST_F(TrackInformation, AMeasuredLengthIsRoundedToTenthsAndThenToSeconds)
     addTrack(u"a.mp3"_s, Tagged);
     tracks().setSubItem(1, 1, u"x"_s);
     desktop.mediaInfo().MediaChange = [this] { desktop.mediaInfo().pretendPlaying(); };
-    const std::pair<double, const char*> cases[] = {{1.46, "0:00:02"}, {0.46, "0:00:00"},  {2.46, "0:00:02"},
-                                                    {59.6, "0:01:00"}, {32767, "9:06:07"}, {32768, "0:00:00"},
-                                                    {40000, "0:00:00"}};
+    const std::pair<double, const char*> cases[] = {
+        {1.46, "0:00:02"}, {0.46, "0:00:00"}, {2.46, "0:00:02"}, {59.6, "0:01:00"}, {32767, "9:06:07"}};
     for (const auto& [seconds, shown] : cases) {
         desktop.mediaInfo().setDuration(seconds);
         GetPlayTimesOLD(root());
         EXPECT_EQ(shown, tracks().subItem(1, 4).toStdString()) << seconds;
         EXPECT_EQ(shown, root().sAnzeige[0].Caption.value().toStdString()) << seconds;
+    }
+}
+
+TEST_F(TrackInformation, ALengthThatDoesNotFitLeavesCellAndLabelAndClosesAllTheSame)
+{
+    addTrack(u"a.mp3"_s, Tagged);
+    tracks().setSubItem(1, 1, u"x"_s);
+    tracks().setSubItem(1, 4, u"a.mp3"_s);
+    root().sAnzeige[0].Caption = u"00:01:00"_s;
+    desktop.mediaInfo().MediaChange = [this] { desktop.mediaInfo().pretendPlaying(); };
+    for (const double seconds : {32768.0, 40000.0, 1e12}) {
+        desktop.mediaInfo().setDuration(seconds);
+        desktop.log.take();
+        const int before = desktop.events().yields();
+        GetPlayTimesOLD(root());
+        EXPECT_EQ("a.mp3", tracks().subItem(1, 4).toStdString()) << seconds;
+        EXPECT_EQ("00:01:00", root().sAnzeige[0].Caption.value().toStdString()) << seconds;
+        EXPECT_EQ("MediaInfo.URL = /music/a.mp3\nMediaInfo.close", calls({u"MediaInfo"_s}));
+        EXPECT_EQ(6, desktop.events().yields() - before);
     }
 }
 

@@ -28,6 +28,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return m_number >= 0; }
     [[nodiscard]] int get() const { return m_number; }
+    /// Somebody else closes it.
+    [[nodiscard]] int release() { return std::exchange(m_number, -1); }
     void close()
     {
         if (m_number >= 0)

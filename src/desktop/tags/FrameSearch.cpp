@@ -24,14 +24,15 @@ std::optional<Frame> FrameSearch::first()
 
     const qint64 place = behindNuls();
     if (begin(place)) {
-        m_certain = isChain(place, inPlace, inPlace);
+        m_certain = isChain(place, inPlace, inPlace, Last::IsWhole);
         if (m_certain || isChain(place, inPlace, 1))
             return at(place);
     }
     const qint64 limit = std::min(end(), m_layout.soundBegin + searchLimit);
     for (qint64 offset = nextMark(place, limit); offset >= 0; offset = nextMark(offset + 1, limit)) {
         if (begin(offset) && isChain(offset, elsewhere, inPlace)) {
-            m_certain = m_layout.soundBegin == 0 && !m_layout.brokenId3v2 && isChain(offset, elsewhere, elsewhere);
+            m_certain = m_layout.soundBegin == 0 && !m_layout.brokenId3v2 &&
+                        isChain(offset, elsewhere, elsewhere, Last::IsWhole);
             return at(offset);
         }
     }
@@ -79,7 +80,7 @@ std::optional<StreamSummary> FrameSearch::summary(const Frame& frame)
     return streamSummary(frame.header, m_window.at(frame.offset, length));
 }
 
-bool FrameSearch::isChain(qint64 offset, int frames, int enough)
+bool FrameSearch::isChain(qint64 offset, int frames, int enough, Last last)
 {
     for (int found = 0; found < frames; ++found) {
         if (offset == end() && found >= enough)
@@ -89,7 +90,7 @@ bool FrameSearch::isChain(qint64 offset, int frames, int enough)
             return false;
         offset += frame->length;
     }
-    return true;
+    return last == Last::MayBeCut || offset <= end();
 }
 
 bool FrameSearch::begin(qint64 offset)

@@ -27,8 +27,8 @@ public:
     /// The first frame of the sound: where it should be, or further on, behind bytes that are none. Later steps find
     /// only frames that continue it.
     [[nodiscard]] std::optional<Frame> first();
-    /// The first frame has its place right behind the leading tags (or NULs that fill them up) and another one follows
-    /// it; or so many follow it elsewhere that chance is out of the question.
+    /// The first frame has its place right behind the leading tags (or NULs that fill them up) and another whole one
+    /// follows it; or so many follow it elsewhere that chance is out of the question.
     [[nodiscard]] bool isCertain() const { return m_certain; }
     /// The frame at an offset, whole or cut short by the end of the sound.
     [[nodiscard]] std::optional<Frame> at(qint64 offset);
@@ -40,8 +40,9 @@ public:
     [[nodiscard]] qint64 end() const { return m_layout.soundEnd; }
 
 private:
+    enum class Last { MayBeCut, IsWhole };
     /// So many frames from `offset` on; fewer only if the last one ends with the sound and `enough` are there.
-    [[nodiscard]] bool isChain(qint64 offset, int frames, int enough);
+    [[nodiscard]] bool isChain(qint64 offset, int frames, int enough, Last last = Last::MayBeCut);
     /// Takes the head at `offset` for the stream's; false if none stands there.
     [[nodiscard]] bool begin(qint64 offset);
     [[nodiscard]] bool measureFreeFormat(qint64 offset);

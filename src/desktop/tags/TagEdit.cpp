@@ -7,7 +7,14 @@
 namespace orvantine {
 namespace {
 
-bool isEditable(const ByteSource& source, const TrackLayout& layout)
+bool hasFrame(const ByteSource& source, const TrackLayout& layout)
+{
+    ByteWindow window(source);
+    return !layout.foreign && FrameSearch(window, layout).first();
+}
+
+/// What lies before the sound may go only where the sound is beyond doubt.
+bool isRemovable(const ByteSource& source, const TrackLayout& layout)
 {
     if (layout.foreign || layout.brokenId3v2)
         return false;
@@ -21,7 +28,7 @@ bool isEditable(const ByteSource& source, const TrackLayout& layout)
 std::optional<TagEdit> id3v1Edit(const ByteSource& source, const Mp3Record& record)
 {
     const TrackLayout layout = trackLayout(source);
-    if (!isEditable(source, layout))
+    if (!hasFrame(source, layout))
         return std::nullopt;
     return TagEdit{
         .keptFrom = 0, .keptTo = source.size() - (layout.hasId3v1 ? id3v1Size : 0), .tail = id3v1Bytes(record)};
@@ -30,7 +37,7 @@ std::optional<TagEdit> id3v1Edit(const ByteSource& source, const Mp3Record& reco
 std::optional<TagEdit> id3v2Removal(const ByteSource& source)
 {
     const TrackLayout layout = trackLayout(source);
-    if (!isEditable(source, layout))
+    if (!isRemovable(source, layout))
         return std::nullopt;
     TagEdit edit{.keptFrom = layout.soundBegin, .keptTo = source.size(), .tail = {}};
     for (const ByteSpan& tag : layout.appendedId3v2) {

@@ -2,6 +2,7 @@
 
 #include "desktop/posix/AtomicReplace.h"
 #include "desktop/posix/Descriptor.h"
+#include "desktop/tags/OtherTrack.h"
 #include "desktop/tags/TagEdit.h"
 
 #include <algorithm>
@@ -75,7 +76,7 @@ bool edited(const QByteArray& path, Edit edit)
 
 void TagLibTags::Mp3FileInfo(const QString& path, Mp3Record& record)
 {
-    const std::optional<QByteArray> native = trackPath(path);
+    const std::optional<QByteArray> native = m_files.nativePath(path);
     struct stat info = {};
     // Asking first keeps a FIFO or a device from being opened.
     if (!native || ::stat(native->constData(), &info) != 0 || !S_ISREG(info.st_mode))
@@ -86,14 +87,12 @@ void TagLibTags::Mp3FileInfo(const QString& path, Mp3Record& record)
         if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode))
             return;
         const FileBytes bytes(file, info.st_size);
-        std::optional<TrackFacts> facts = trackFacts(bytes);
+        const std::optional<TrackFacts> facts = trackFacts(bytes);
         if (bytes.failed())
             return;
-        m_known = Known{.stamp = stampOf(info), .facts = std::move(facts)};
+        m_known = Known{.stamp = stampOf(info), .facts = facts ? *facts : otherTrackFacts(file)};
     }
-    if (!m_known->facts)
-        return;
-    const TrackFacts& facts = *m_known->facts;
+    const TrackFacts& facts = m_known->facts;
     fill(record, facts.tag);
     record.bitRate = static_cast<qint16>(std::min<int>(facts.bitRate, std::numeric_limits<qint16>::max()));
     record.playingTime = facts.seconds;
@@ -101,17 +100,17 @@ void TagLibTags::Mp3FileInfo(const QString& path, Mp3Record& record)
 
 bool TagLibTags::WriteID3V1(const QString& path, const Mp3Record& record)
 {
-    const std::optional<QByteArray> native = trackPath(path);
+    const std::optional<QByteArray> native = writablePath(path);
     return native && edited(*native, [&record](const ByteSource& bytes) { return id3v1Edit(bytes, record); });
 }
 
 bool TagLibTags::EraseID3V2(const QString& path)
 {
-    const std::optional<QByteArray> native = trackPath(path);
+    const std::optional<QByteArray> native = writablePath(path);
     return native && edited(*native, id3v2Removal);
 }
 
-std::optional<QByteArray> TagLibTags::trackPath(const QString& path) const
+std::optional<QByteArray> TagLibTags::writablePath(const QString& path) const
 {
     for (const QString& foreign : {u".wav"_s, u".wma"_s}) {
         if (path.endsWith(foreign, Qt::CaseInsensitive))

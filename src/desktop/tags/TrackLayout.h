@@ -28,7 +28,7 @@ struct TrackLayout
     QByteArray id3v1;
     /// A tag of version 2 begins where the sound should, but its size cannot be true.
     bool brokenId3v2 = false;
-    /// Another kind of file: WAV, WMA and the like.
+    /// Another kind of file by its head: WAV, WMA and the like.
     bool foreign = false;
 };
 

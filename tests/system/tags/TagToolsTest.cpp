@@ -229,19 +229,24 @@ TEST_F(TagTools, TheSecondLayerAndTheFreeFormatAreMeasured)
     EXPECT_TRUE(tags.WriteID3V1(free, someRecord()));
 }
 
-TEST_F(TagTools, OtherKindsOfSoundStayUntouched)
+TEST_F(TagTools, OtherKindsOfSoundAreReadAndStayUntouched)
 {
     makeWave(44100, 2);
     const QString wave = path(u"t.wav"_s);
     const QString window = path(u"t.wma"_s);
     const QString disguised = path(u"wma.mp3"_s);
-    said(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, wave, u"-c:a"_s, u"wmav2"_s, window});
+    said(u"ffmpeg"_s, {u"-v"_s, u"error"_s, u"-i"_s, wave, u"-c:a"_s, u"wmav2"_s, u"-metadata"_s, u"title=Ihr Lied"_s,
+                       u"-metadata"_s, u"artist=Wir"_s, u"-metadata"_s, u"track=3"_s, window});
     ASSERT_TRUE(files.copy(window, disguised));
     for (const QString& track : {wave, window, disguised}) {
         const QByteArray before = files.readBytes(track).bytes;
         Mp3Record record = someRecord();
         tags.Mp3FileInfo(track, record);
-        EXPECT_EQ("Der Titel", trimmed(record.title)) << track.toStdString();
+        EXPECT_EQ(track == wave ? "" : "Ihr Lied", trimmed(record.title)) << track.toStdString();
+        EXPECT_EQ(track == wave ? "" : "Wir", trimmed(record.artist)) << track.toStdString();
+        EXPECT_EQ(track == wave ? 0 : 3, record.track) << track.toStdString();
+        EXPECT_NEAR(probed(track, u"stream=bit_rate"_s).toDouble() / 1000, record.bitRate, 2) << track.toStdString();
+        EXPECT_EQ(10, record.playingTime) << track.toStdString();
         EXPECT_FALSE(tags.WriteID3V1(track, someRecord()));
         EXPECT_FALSE(tags.EraseID3V2(track));
         EXPECT_EQ(before, files.readBytes(track).bytes);
