@@ -37,6 +37,12 @@ QString namedBackupFile(const Root& root)
     return root.tDatenbank.Text.value() + u"Orvantine.bak"_s;
 }
 
+bool backUp(Root& root, const QString& file, const QString& backup)
+{
+    root.files.clearAttributes(backup);
+    return root.files.copy(file, backup) && root.files.clearAttributes(backup);
+}
+
 QString unnamedPlaylist(const Root& root)
 {
     return ownFile(root, u".tmp"_s);

@@ -17,6 +17,9 @@ struct Root;
 /// The database and its copy by the name that some commands are bound to, whatever the program's file is called.
 [[nodiscard]] QString namedDatabaseFile(const Root& root);
 [[nodiscard]] QString namedBackupFile(const Root& root);
+/// Copies a file to its backup, which its owner may always write: the write protection of the file is not taken over,
+/// and that of an older backup is taken away.
+bool backUp(Root& root, const QString& file, const QString& backup);
 /// DataFolder + stem + ".tmp": stands for "no file yet" in the path of a new playlist.
 [[nodiscard]] QString unnamedPlaylist(const Root& root);
 /// True for a list that stands in a file of that kind.

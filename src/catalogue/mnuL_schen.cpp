@@ -62,7 +62,7 @@ std::optional<bool> isUsedElsewhere(Root& root, Command& command, const QString&
 /// A playlist elsewhere on the disk stays where it is; only its reference goes.
 void removeFile(Root& root, const QString& path)
 {
-    root.files.copy(path, FileDirPath::without(path, 3) + u"bak"_s);
+    backUp(root, path, FileDirPath::without(path, 3) + u"bak"_s);
     if (FileDirPath::isSameFile(FileDirPath::FolderOf(path), playlistFolder(root) + u'/'))
         root.files.remove(path);
 }
@@ -70,7 +70,7 @@ void removeFile(Root& root, const QString& path)
 void removeRow(Root& root, int row, const QString& path, bool usedElsewhere)
 {
     if (Dateiexistenz::FileExists(root, databaseFile(root)))
-        root.files.copy(databaseFile(root), backupFile(root));
+        backUp(root, databaseFile(root), backupFile(root));
 
     forgetLastRow(root, row);
     removeCover(root, playlistName(root, row));

@@ -27,9 +27,9 @@ void backUpOnceADay(Root& root)
     const QString today = dateText(root.services.events.now().date());
     const WholeChange together(root.files);
     if (!changed || dateText(changed->date()) != today)
-        root.files.copy(database, backupFile(root));
+        backUp(root, database, backupFile(root));
     if (!Dateiexistenz::FileExists(root, backupFile(root)))
-        root.files.copy(database, backupFile(root));
+        backUp(root, database, backupFile(root));
 }
 
 /// A row as it is stored. Required: the extras stay with the position, as the copy of the old order has them.

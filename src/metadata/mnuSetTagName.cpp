@@ -65,7 +65,7 @@ void mnuSetTagName_Click(Root& root)
     if (Dateiexistenz::FileExists(root, databaseFile(root))) {
         // The next save takes the extras from the copy: half of one would lose them.
         const WholeChange whole(root.files);
-        root.files.copy(namedDatabaseFile(root), namedBackupFile(root));
+        backUp(root, namedDatabaseFile(root), namedBackupFile(root));
     }
 
     if (root.sAnzeige[2].Caption.value().isEmpty())

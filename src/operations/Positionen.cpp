@@ -62,7 +62,7 @@ bool rewriteIndex(Root& root, Command& command, const QStringList& lines)
         root.files.remove(backupFile(root));
 
     if (Dateiexistenz::FileExists(root, database))
-        root.files.copy(database, backupFile(root));
+        backUp(root, database, backupFile(root));
 
     // Required: deleted before the copy is read, whether there is one or not.
     IniFiles::DeleteSection(root, database, u"Index"_s);

@@ -147,7 +147,7 @@ void mnuVerschiebung_Click(Root& root, int index)
     if (Dateiexistenz::FileExists(root, databaseFile(root))) {
         // The next save takes the extras from the copy: half of one would lose them.
         const WholeChange together(root.files);
-        root.files.copy(databaseFile(root), backupFile(root));
+        backUp(root, databaseFile(root), backupFile(root));
     }
 
     Command command(root);
