@@ -40,6 +40,10 @@ void showLists(Root& root)
 
 Command::Command(Root& root, Changes changes) : m_root(root)
 {
+    // One that is begun inside a door of another stands for itself.
+    const auto& running = m_root.commands.m_running;
+    if (running.empty() || running.back().depth < m_root.commands.m_depth)
+        m_root.files.beginCommand();
     m_root.commands.m_running.push_back({changes, m_root.commands.m_depth});
 }
 

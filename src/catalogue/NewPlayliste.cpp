@@ -5,6 +5,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/DisabledButtons.h"
 #include "app/FileDirPath.h"
+#include "app/PlaylistFile.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -116,7 +117,7 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         return false;
     const bool stands = usable && Dateiexistenz::FileExists(root, path);
     if (root.Visible.value() && usable && !stands)
-        root.files.writeText(path, u"\r\n"_s);
+        writePlaylist(root, path, u"\r\n"_s);
 
     appendRow(root, name, path);
     // The sequence may have opened another list meanwhile: its tracks are not those of the new one. Those of a file

@@ -80,25 +80,30 @@ public:
     // Reading: regular files only, whole
 
     [[nodiscard]] virtual ReadBytes readBytes(const QString& path) const = 0;
-    /// Decoded by the code page: a BOM is dropped, valid UTF-8 is UTF-8, all else is windows-1252.
+    /// Decoded by the code page: a BOM is dropped, valid UTF-8 is UTF-8; else line by line, UTF-8 or windows-1252.
     [[nodiscard]] virtual ReadText readText(const QString& path) const = 0;
-    /// A playlist opened for input. The host's own text files (no CR, at least one LF) are adopted first: an exact
-    /// copy goes to the recovery folder, then the file is rewritten with CR LF line ends. Where the copy or the
-    /// rewrite fails, the file stays and its text is given as it stands.
+    /// A playlist opened for input. The host's own text files (no CR, at least one LF) are adopted: an exact copy goes
+    /// to the recovery folder, then the file is rewritten with CR LF line ends. Where the copy or the rewrite fails,
+    /// the file stays and the adopted text is given all the same. Failed for a file that is no text (see `isText`).
     [[nodiscard]] virtual ReadText readPlaylist(const QString& path) = 0;
+    /// A playlist may be written there: nothing stands there, or a text.
+    [[nodiscard]] virtual bool mayHoldPlaylist(const QString& path) const = 0;
 
-    // Writing: in place, so that inode, links and mode stay; never truncated before the new bytes stand. Old bytes of
-    // a playlist or a picture that is written over or removed are kept in the recovery folder.
+    // Writing: in place, so that inode, links and mode stay; never truncated before the new bytes stand. The old bytes
+    // of what is written over or removed are kept in the recovery folder first; where that fails, the action does.
 
     virtual bool writeBytes(const QString& path, const QByteArray& bytes) = 0;
-    /// Encoded by the code page. `text` goes out as it stands: the caller adds the last line end.
+    /// A playlist, encoded by the code page. `text` goes out as it stands: the caller adds the last line end. A file
+    /// that is no text is not written over.
     virtual bool writeText(const QString& path, const QString& text) = 0;
-    /// Adds to the end; creates the file.
+    /// Adds to the end; creates the file. What a command changes bit by bit is kept once, before its first change.
     virtual bool appendBytes(const QString& path, const QByteArray& bytes) = 0;
-    /// Puts `bytes` in the place of the `length` bytes at `offset`; what follows moves.
+    /// Puts `bytes` in the place of the `length` bytes at `offset`; what follows moves. Kept as by appendBytes.
     virtual bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) = 0;
     /// Overwrites silently and keeps the modification time; a no-op that succeeds when both are one file.
     virtual bool copy(const QString& from, const QString& to) = 0;
+    /// As copy, but not over a file that is no text.
+    bool copyPlaylist(const QString& from, const QString& to) { return mayHoldPlaylist(to) && copy(from, to); }
     virtual bool remove(const QString& path) = 0;
     /// One level; false if it stands already.
     virtual bool makeFolder(const QString& path) = 0;
@@ -109,6 +114,8 @@ public:
 
     virtual void beginWhole() {}
     virtual void endWhole() {}
+    /// What was kept for the command before does not count for this one.
+    virtual void beginCommand() {}
     /// A WholeChange lives inside which no events may be served.
     [[nodiscard]] bool inClosedChange() const { return m_closedChanges > 0; }
 

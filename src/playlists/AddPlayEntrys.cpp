@@ -5,6 +5,7 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/ShowTrackInfo.h"
@@ -69,7 +70,7 @@ void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
     ensurePlaylistFolder(root);
     const std::optional<QString> own = playlistFile(root, playlistName(root, row));
     // A link to a list that could not be written would lose the tracks at the next save.
-    if (!own || (Dateiexistenz::FileExists(root, playlist) && !root.files.copy(playlist, *own)))
+    if (!own || (Dateiexistenz::FileExists(root, playlist) && !copyPlaylist(root, playlist, *own)))
         return;
     setPlaylistPath(root, row, *own);
     hold.follow(*own);
@@ -81,7 +82,7 @@ void writeList(Root& root, TrackList::Hold& hold)
     const WholeChange together(root.files);
     const ReadText before = root.files.readText(playlist);
     const QString text = root.tPlayliste.Text.value() + u"\r\n"_s;
-    if (before.outcome != ReadOutcome::Failed && hold.mayReplace(before.text) && root.files.writeText(playlist, text))
+    if (before.outcome != ReadOutcome::Failed && hold.mayReplace(before.text) && writePlaylist(root, playlist, text))
         hold.written(text);
     if (isUnnamed(playlist))
         moveNewList(root, hold, playlist);

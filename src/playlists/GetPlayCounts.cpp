@@ -2,6 +2,7 @@
 
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "playlists/PlaylistText.h"
 
@@ -11,7 +12,7 @@ int GetPlayCounts(Root& root, const QString& path)
 {
     if (!Dateiexistenz::FileExists(root, path))
         return 0;
-    const int count = countEntries(root.files.readPlaylist(path).text);
+    const int count = countEntries(readPlaylist(root, path).text);
     Command command(root);
     return command.yield() ? count : 0;
 }

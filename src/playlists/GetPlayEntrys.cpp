@@ -6,6 +6,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/DisabledButtons.h"
 #include "app/FileDirPath.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueEntry.h"
@@ -42,9 +43,9 @@ std::optional<QString> convertNml(Root& root, const QString& path)
     if (!Dateiexistenz::FileExists(root, converted)) {
         if (!Dateiexistenz::FileExists(root, path))
             return path;
-        const ReadText read = root.files.readPlaylist(path);
+        const ReadText read = readPlaylist(root, path);
         const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
-        if (!read.done() || !root.files.writeText(converted, result + u"\r\n"_s))
+        if (!read.done() || !writePlaylist(root, converted, result + u"\r\n"_s))
             return {};
     }
     setPlaylistPath(root, root.LListView1.selectedRow(), converted);
@@ -107,7 +108,7 @@ void offerOtherFile(Root& root, Command& command, QString& path)
         return;
     path = restoredPlace(root, place, path, file);
     if (!FileDirPath::isSameFile(file, path) && !Dateiexistenz::FileExists(root, path))
-        root.files.copy(file, path);
+        copyPlaylist(root, file, path);
     if (!command.yield())
         return;
     root.LListView1.select(place);
@@ -126,7 +127,7 @@ void offerBackup(Root& root, Command& command, QString& path)
                      .title = u" Songinformationen"_s,
                      .icon = MessageIcon::Exclamation,
                      .buttons = MessageButtons::YesNo}) == Answer::Yes) {
-        root.files.copy(path + u"bak"_s, path + u"m3u"_s);
+        copyPlaylist(root, path + u"bak"_s, path + u"m3u"_s);
         root.files.remove(path + u"bak"_s);
         if (command.yield())
             GetPlayEntrys(root, path);

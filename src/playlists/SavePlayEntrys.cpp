@@ -6,6 +6,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
 #include "app/Others.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 
@@ -53,7 +54,7 @@ void writeList(Root& root, Command& command)
         text = hold.textFor(before.text);
     else if (root.trackList.isOf(path) || !Dateiexistenz::FileExists(root, path))
         text.reset();
-    if (text && root.files.writeText(path, *text))
+    if (text && writePlaylist(root, path, *text))
         hold.written(*text);
     command.endWait();
 }
@@ -82,7 +83,7 @@ void saveLocally(Root& root, Command& command)
 
     const QString old = root.trackList.path();
     const QString local = FileDirPath::join(playlistFolder(root), FileDirPath::FileNameOf(old));
-    if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local)) {
+    if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local) && mayHoldPlaylist(root, local)) {
         if (!Dateiexistenz::FileExists(root, old))
             return tellFailure(command);
         // A list that could not be copied stays, and is saved, where it lies.

@@ -3,6 +3,7 @@
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/PlaylistText.h"
@@ -56,19 +57,19 @@ ConvertedList convertPlaylist(Root& root, const QString& path)
 
     if (!Dateiexistenz::FileExists(root, path))
         return {.lines = {}, .entries = QString()};
-    const ReadText read = root.files.readPlaylist(path);
+    const ReadText read = readPlaylist(root, path);
     if (!read.done())
         return {};
     const QString out = ownEntries(root, path, read.text);
     if (out.size() < ShortestList)
         return {.lines = {}, .entries = allOrNothing(out, read.text)};
 
-    root.files.writeText(path, out + u"\r\n"_s);
+    writePlaylist(root, path, out + u"\r\n"_s);
     Command command(root);
     if (!command.yield())
         return {};
 
-    const ReadText again = root.files.readPlaylist(path);
+    const ReadText again = readPlaylist(root, path);
     if (!again.done())
         return {};
     const QStringView kept = QStringView(again.text).chopped(std::min<qsizetype>(2, again.text.size()));
@@ -82,7 +83,7 @@ ConvertedList convertPlaylist(Root& root, const QString& path)
 
 std::optional<QString> entriesOfFile(Root& root, const QString& path)
 {
-    const ReadText read = root.files.readPlaylist(path);
+    const ReadText read = readPlaylist(root, path);
     if (read.outcome == ReadOutcome::Failed)
         return {};
     const QString text = closed(read.text);

@@ -6,6 +6,7 @@
 #include "app/DisabledButtons.h"
 #include "app/FileDirPath.h"
 #include "app/IniFiles.h"
+#include "app/PlaylistFile.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
@@ -87,7 +88,7 @@ qsizetype addFolder(Root& root, Command& command, const TrackList::Hold& hold)
         return 0;
 
     IniFiles::WriteValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s, folder);
-    const ReadText read = root.files.readPlaylist(root.trackList.path());
+    const ReadText read = readPlaylist(root, root.trackList.path());
     // Of a list that cannot be read nobody knows what it holds.
     if (read.outcome == ReadOutcome::Failed)
         return 0;

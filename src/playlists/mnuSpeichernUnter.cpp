@@ -5,6 +5,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
 #include "app/Others.h"
+#include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
@@ -65,11 +66,11 @@ bool exportTo(Root& root, Command& command, const RowIdentity& playlist, int row
                   .icon = MessageIcon::Exclamation})
             .has_value();
     if (target.right(3).toLower() != u"nml"_s) {
-        return root.files.writeText(target, *converted.lines + u"\r\n"_s);
+        return writePlaylist(root, target, *converted.lines + u"\r\n"_s);
     }
     if (!showTracks(root, playlist, row) || command.ended())
         return false;
-    return root.files.writeText(target, nmlOf(root, playlist.name));
+    return writePlaylist(root, target, nmlOf(root, playlist.name));
 }
 
 } // namespace

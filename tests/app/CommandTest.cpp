@@ -1,4 +1,5 @@
 #include "app/Command.h"
+#include "app/IniFiles.h"
 
 #include "support/DesktopTest.h"
 
@@ -61,6 +62,33 @@ TEST_F(Commands, AWaitEndsWithItsCommandOnWhateverWay)
         EXPECT_FALSE(waits());
     }
     EXPECT_TRUE(root().commands.idle());
+}
+
+TEST_F(Commands, TheDatabaseIsKeptOnceForEachCommand)
+{
+    const QString file = data() + u"Orvantine.dat"_s;
+    put(file, "[A]\r\n");
+    const qsizetype before = desktop.memory()->recovered().size();
+    const auto kept = [&] { return desktop.memory()->recovered().size() - before; };
+    int number = 0;
+    const auto write = [&] { IniFiles::WriteValue(root(), file, u"A"_s, u"x"_s, QString::number(++number)); };
+    {
+        Command command(root());
+        write();
+        const Command part(root());
+        write();
+        EXPECT_EQ(1, kept());
+        desktop.events().atYield(1, [&] {
+            const Command other(root());
+            write();
+            write();
+        });
+        EXPECT_TRUE(command.yield());
+        EXPECT_EQ(2, kept()) << "what comes in meanwhile stands for itself";
+    }
+    const Command next(root());
+    write();
+    EXPECT_EQ(3, kept());
 }
 
 TEST_F(Commands, BehindTheEndOfTheProgramNoDoorOpens)

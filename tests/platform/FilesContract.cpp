@@ -178,6 +178,8 @@ TEST_P(FilesContract, ReadTextTakesUtf8AndWindows1252AndDropsABom)
     EXPECT_EQ(files().readText(at(u"utf8"_s)).text, u"Köln\r\n"_s);
     EXPECT_EQ(files().readText(at(u"bom"_s)).text, u"Köln\r\n"_s);
     EXPECT_EQ(files().readText(at(u"ansi"_s)).text, u"Köln €\r\n"_s);
+    ASSERT_TRUE(put(u"beides"_s, "K\xc3\xb6ln\r\nK\xf6ln\r\n"));
+    EXPECT_EQ(files().readText(at(u"beides"_s)).text, u"Köln\r\nKöln\r\n"_s);
 }
 
 TEST_P(FilesContract, ReadPlaylistLeavesAListWithCarriageReturnsAlone)
@@ -188,6 +190,75 @@ TEST_P(FilesContract, ReadPlaylistLeavesAListWithCarriageReturnsAlone)
     EXPECT_TRUE(read.done());
     EXPECT_EQ(read.text, u"a.mp3\r\nb.mp3\nc.mp3"_s);
     EXPECT_EQ(bytes(u"liste.m3u"_s), list);
+}
+
+TEST_P(FilesContract, AHostPlaylistThatCannotBeRewrittenIsReadAsIfItHadBeen)
+{
+    const QByteArray list("a.mp3\nb.mp3");
+    ASSERT_TRUE(put(u"liste.m3u"_s, list));
+    m_world->breakStore();
+    for (int time = 1; time <= 2; ++time)
+        EXPECT_EQ(files().readPlaylist(at(u"liste.m3u"_s)).text, u"a.mp3\r\nb.mp3\r\n"_s);
+    EXPECT_EQ(bytes(u"liste.m3u"_s), list);
+}
+
+// What is no text
+
+const QByteArrayList& noTexts()
+{
+    static const QByteArrayList all{
+        QByteArray("ID3\4\0\0\0\0\0\0", 10),
+        "\xff\xfb\x90\x64Lied.mp3\r\nLied.mp3\r\n",
+        "RIFF$$$$WAVEfmt ",
+        QByteArray("OggS\0", 5),
+        "\xff\xd8\xff\xe0JFIF",
+        "\x89PNG\r\n",
+        "GIF89aaaaa\r\n",
+        QByteArray("Lied.mp3\r\n\0", 11),
+        "Lied.mp3\r\n\x1a",
+        "Lied.mp3\n\x1b[31m\n",
+        "Lied\x7f.mp3\r\n",
+    };
+    return all;
+}
+
+TEST_P(FilesContract, WhatIsNoTextIsReadAsNoPlaylistAndStays)
+{
+    for (const QByteArray& content : noTexts()) {
+        ASSERT_TRUE(put(u"liste.m3u"_s, content));
+        const ReadText read = files().readPlaylist(at(u"liste.m3u"_s));
+        EXPECT_EQ(read.outcome, ReadOutcome::Failed) << content.toStdString();
+        EXPECT_EQ(read.text, QString()) << content.toStdString();
+        EXPECT_FALSE(files().mayHoldPlaylist(at(u"liste.m3u"_s))) << content.toStdString();
+        EXPECT_EQ(bytes(u"liste.m3u"_s), content);
+    }
+}
+
+TEST_P(FilesContract, NoPlaylistIsWrittenOrCopiedOverWhatIsNoText)
+{
+    ASSERT_TRUE(put(u"quelle.m3u"_s, "a.mp3\r\n"));
+    for (const QByteArray& content : noTexts()) {
+        ASSERT_TRUE(put(u"liste.m3u"_s, content));
+        EXPECT_FALSE(files().writeText(at(u"liste.m3u"_s), u"b.mp3\r\n"_s)) << content.toStdString();
+        EXPECT_FALSE(files().copyPlaylist(at(u"quelle.m3u"_s), at(u"liste.m3u"_s))) << content.toStdString();
+        EXPECT_EQ(bytes(u"liste.m3u"_s), content);
+    }
+}
+
+TEST_P(FilesContract, ATextOrNothingMayBecomeAPlaylist)
+{
+    ASSERT_TRUE(put(u"quelle.m3u"_s, "a.mp3\r\n"));
+    for (const QByteArray& content : {QByteArray(), QByteArray("\ta.mp3\r\n"), QByteArray("K\xf6ln"),
+                                      QByteArray("\xef\xbb\xbf#EXTM3U\n"), QByteArray("BM, RIFF, OggSammlung")}) {
+        ASSERT_TRUE(put(u"liste.m3u"_s, content));
+        EXPECT_TRUE(files().mayHoldPlaylist(at(u"liste.m3u"_s))) << content.toStdString();
+        EXPECT_TRUE(files().writeText(at(u"liste.m3u"_s), u"b.mp3\r\n"_s)) << content.toStdString();
+        EXPECT_TRUE(files().copyPlaylist(at(u"quelle.m3u"_s), at(u"liste.m3u"_s))) << content.toStdString();
+        EXPECT_EQ(bytes(u"liste.m3u"_s), "a.mp3\r\n");
+    }
+    EXPECT_TRUE(files().mayHoldPlaylist(at(u"neu.m3u"_s)));
+    EXPECT_TRUE(files().makeFolder(at(u"Ordner"_s)));
+    EXPECT_FALSE(files().mayHoldPlaylist(at(u"Ordner"_s)));
 }
 
 // Writing
@@ -330,6 +401,76 @@ TEST_P(FilesContract, ACopyOfNothingLeavesTheTarget)
     EXPECT_FALSE(files().copy(QString(), at(u"ziel"_s)));
     EXPECT_FALSE(files().copy(at(u"ziel"_s), QString()));
     EXPECT_EQ(bytes(u"ziel"_s), "alt");
+}
+
+// Old bytes
+
+TEST_P(FilesContract, WhatIsWrittenOverOrRemovedIsKeptFirst)
+{
+    for (const QString& name : {u"liste.m3u"_s, u"ziel.xyz"_s, u"weg.mp3"_s, u"daten"_s, u"text.nml"_s, u"leer"_s})
+        ASSERT_TRUE(put(name, name == u"leer"_s ? QByteArray() : name.toUtf8() + "\n"));
+    ASSERT_TRUE(put(u"liste.m3u"_s, "neu"));
+    ASSERT_TRUE(files().copy(at(u"liste.m3u"_s), at(u"ziel.xyz"_s)));
+    ASSERT_TRUE(files().remove(at(u"weg.mp3"_s)));
+    ASSERT_TRUE(files().replaceBytes(at(u"daten"_s), 0, 2, "DA"));
+    ASSERT_TRUE(files().readPlaylist(at(u"text.nml"_s)).done());
+    ASSERT_TRUE(files().remove(at(u"leer"_s)));
+    EXPECT_EQ(m_world->kept(), (QByteArrayList{"liste.m3u\n", "ziel.xyz\n", "weg.mp3\n", "daten\n", "text.nml\n"}));
+    // Nothing changes.
+    ASSERT_TRUE(put(u"liste.m3u"_s, "neu"));
+    ASSERT_TRUE(files().copy(at(u"liste.m3u"_s), at(u"ziel.xyz"_s)));
+    EXPECT_EQ(m_world->kept().size(), 5);
+}
+
+TEST_P(FilesContract, WhatCannotBeKeptStays)
+{
+    ASSERT_TRUE(put(u"a"_s, "alt"));
+    ASSERT_TRUE(put(u"quelle"_s, "neu"));
+    m_world->breakStore();
+    EXPECT_FALSE(put(u"a"_s, "neu"));
+    EXPECT_FALSE(files().writeText(at(u"a"_s), u"neu"_s));
+    EXPECT_FALSE(files().appendBytes(at(u"a"_s), "neu"));
+    EXPECT_FALSE(files().replaceBytes(at(u"a"_s), 0, 1, "neu"));
+    EXPECT_FALSE(files().copy(at(u"quelle"_s), at(u"a"_s)));
+    EXPECT_FALSE(files().remove(at(u"a"_s)));
+    EXPECT_EQ(bytes(u"a"_s), "alt");
+    // Nothing is lost by these.
+    EXPECT_TRUE(put(u"a"_s, "alt"));
+    EXPECT_TRUE(put(u"b"_s, "neu"));
+    EXPECT_TRUE(files().copy(at(u"quelle"_s), at(u"c"_s)));
+}
+
+TEST_P(FilesContract, WhatACommandChangesBitByBitIsKeptOnce)
+{
+    ASSERT_TRUE(put(u"daten"_s, "eins"));
+    files().beginCommand();
+    for (int change = 0; change < 5; ++change) {
+        ASSERT_TRUE(files().replaceBytes(at(u"daten"_s), 0, 1, QByteArray::number(change)));
+        ASSERT_TRUE(files().appendBytes(at(u"daten"_s), "+"));
+    }
+    EXPECT_EQ(m_world->kept(), QByteArrayList{"eins"});
+    // Not what somebody else has written since.
+    ASSERT_TRUE(put(u"daten"_s, "zwei"));
+    ASSERT_TRUE(files().appendBytes(at(u"daten"_s), "+"));
+    EXPECT_EQ(m_world->kept(), (QByteArrayList{"eins", "4ins+++++", "zwei"}));
+    files().beginCommand();
+    ASSERT_TRUE(files().appendBytes(at(u"daten"_s), "+"));
+    ASSERT_TRUE(files().appendBytes(at(u"daten"_s), "+"));
+    EXPECT_EQ(m_world->kept(), (QByteArrayList{"eins", "4ins+++++", "zwei", "zwei+"}));
+}
+
+TEST_P(FilesContract, AWholeChangeIsOneCommand)
+{
+    ASSERT_TRUE(put(u"daten"_s, "eins"));
+    files().beginCommand();
+    {
+        const WholeChange together(files(), WholeChange::Events::Served);
+        for (int change = 0; change < 3; ++change) {
+            ASSERT_TRUE(files().appendBytes(at(u"daten"_s), "+"));
+            files().beginCommand();
+        }
+    }
+    EXPECT_EQ(m_world->kept(), QByteArrayList{"eins"});
 }
 
 TEST_P(FilesContract, MakeFolderMakesOneLevelOnce)

@@ -2,6 +2,8 @@
 
 #include "platform/Files.h"
 
+#include <QByteArrayList>
+
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -18,6 +20,10 @@ public:
     [[nodiscard]] virtual Files& files() = 0;
     /// Without a trailing separator.
     [[nodiscard]] virtual QString folder() const = 0;
+    /// The old bytes that were kept, in order.
+    [[nodiscard]] virtual QByteArrayList kept() const = 0;
+    /// From now on no old bytes can be kept.
+    virtual void breakStore() = 0;
 };
 
 struct FilesFactory

@@ -14,6 +14,8 @@ public:
     MemoryWorld() { m_files.putFolder(folder()); }
     [[nodiscard]] Files& files() override { return m_files; }
     [[nodiscard]] QString folder() const override { return u"/welt/ordner"_s; }
+    [[nodiscard]] QByteArrayList kept() const override { return m_files.recovered(); }
+    void breakStore() override { m_files.breakStore(); }
 
 private:
     fake::MemoryFiles m_files;

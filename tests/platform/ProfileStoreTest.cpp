@@ -340,6 +340,8 @@ TEST_F(ProfileStoreTest, AnOutsideChangeRightAfterAnOwnWriteIsSeen)
 class StillTimes : public PosixFiles
 {
 public:
+    explicit StillTimes(const QString& recovery) : PosixFiles({.recoveryFolder = recovery}) {}
+
     [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override
     {
         std::optional<FileStamp> result = PosixFiles::stamp(path);
@@ -356,7 +358,7 @@ private:
 
 TEST_F(ProfileStoreTest, AnOutsideChangeUnderTheSameTimeAndSizeIsSeen)
 {
-    StillTimes still;
+    StillTimes still(m_world.recovery());
     ProfileStore store(still);
     for (int i = 0; i < 20; ++i) {
         const int file = ::open(m_world.native("Orvantine.dat").c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);

@@ -3,6 +3,7 @@
 #include "FilesContract.h"
 #include "desktop/posix/PosixFiles.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <cstdio>
@@ -29,6 +30,28 @@ public:
     [[nodiscard]] PosixFiles& files() override { return m_files; }
     [[nodiscard]] QString folder() const override { return m_folder.path(); }
     [[nodiscard]] QString recovery() const { return m_recovery.path() + QStringLiteral("/Sicherung"); }
+    [[nodiscard]] QByteArrayList kept() const override
+    {
+        QByteArrayList result;
+        QFile contents(recovery() + QStringLiteral("/Contents"));
+        if (!contents.open(QIODevice::ReadOnly))
+            return result;
+        const QByteArrayList lines = contents.readAll().split('\n');
+        for (const QByteArray& line : lines) {
+            const QByteArrayList parts = line.split('\t');
+            QFile copy(recovery() + QLatin1Char('/') +
+                       QString::fromUtf8(QByteArray::fromPercentEncoding(parts.value(1))));
+            if (parts.size() == 3 && copy.open(QIODevice::ReadOnly))
+                result += copy.readAll();
+        }
+        return result;
+    }
+    void breakStore() override
+    {
+        std::filesystem::remove_all(recovery().toStdString());
+        QFile inItsPlace(recovery());
+        ASSERT_TRUE(inItsPlace.open(QIODevice::WriteOnly));
+    }
     /// The host's path of a name in the folder.
     [[nodiscard]] std::string native(const QByteArray& name) const
     {

@@ -89,6 +89,23 @@ TEST_F(Nml, ASecondReadingKeepsAChangedM3u)
     EXPECT_EQ("/m/von Hand.mp3", tracks().subItem(1, 3).toStdString());
 }
 
+TEST_F(Nml, AListOfTheHostThatCannotBeRewrittenGivesItsEntries)
+{
+    QByteArray nml = (location(u"eins.mp3"_s, u"/m/"_s) + location(u"zwei.mp3"_s, u"/m/"_s) + u"</NML>"_s).toUtf8();
+    nml.replace('\r', "");
+    put(u"/m/Set.nml"_s, nml);
+    putDatabase(indexRow(1, {.name = u"Set"_s, .path = u"/m/Set.nml"_s}) +
+                indexRow(2, {.name = u"Zuletzt"_s, .path = putList(u"Zuletzt"_s, {putTrack(u"a"_s)})}));
+    putTrack(u"eins"_s);
+    putTrack(u"zwei"_s);
+    start();
+    desktop.memory()->setReadOnly(u"/m/Set.nml"_s);
+    click(1);
+    EXPECT_EQ("/m/eins.mp3\r\n/m/zwei.mp3\r\n\r\n", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ(nml.toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
+}
+
 TEST_F(Nml, TheNmlFileItselfStays)
 {
     const QByteArray nml = (location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8();

@@ -27,6 +27,7 @@ public:
     [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
     [[nodiscard]] ReadText readText(const QString& path) const override;
     [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+    [[nodiscard]] bool mayHoldPlaylist(const QString& path) const override { return m_files.mayHoldPlaylist(path); }
 
     bool writeBytes(const QString& path, const QByteArray& bytes) override;
     bool writeText(const QString& path, const QString& text) override;
@@ -38,6 +39,7 @@ public:
     bool clearAttributes(const QString& path) override;
     void beginWhole() override { m_files.beginWhole(); }
     void endWhole() override { m_files.endWhole(); }
+    void beginCommand() override { m_files.beginCommand(); }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override { return m_files.encode(text); }
     [[nodiscard]] QString decode(const QByteArray& bytes) const override { return m_files.decode(bytes); }

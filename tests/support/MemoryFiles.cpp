@@ -187,12 +187,39 @@ ReadText MemoryFiles::readText(const QString& path) const
 ReadText MemoryFiles::readPlaylist(const QString& path)
 {
     ReadBytes read = readBytes(path);
+    if (read.done() && !isText(read.bytes))
+        return {};
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
-        m_recovered += read.bytes;
-        if (writeBytes(path, adopted(read.bytes)))
-            read.bytes = adopted(read.bytes);
+        read.bytes = adopted(read.bytes);
+        writeBytes(path, read.bytes);
     }
     return {read.outcome, decode(read.bytes)};
+}
+
+bool MemoryFiles::mayHoldPlaylist(const QString& path) const
+{
+    const ReadBytes read = readBytes(path);
+    return read.outcome == ReadOutcome::Missing || (read.done() && isText(read.bytes));
+}
+
+void MemoryFiles::beginCommand()
+{
+    if (m_wholes == 0)
+        m_keptForCommand.clear();
+}
+
+bool MemoryFiles::keep(const Node& node)
+{
+    if (node.bytes.isEmpty())
+        return true;
+    if (!m_storeIsBroken)
+        m_recovered += node.bytes;
+    return !m_storeIsBroken;
+}
+
+bool MemoryFiles::keepBeforeCommand(const Node& node)
+{
+    return m_keptForCommand.value(node.number, -1) == node.changes || keep(node);
 }
 
 void MemoryFiles::touch(Node& node)
@@ -229,30 +256,38 @@ MemoryFiles::Node* MemoryFiles::writable(const QString& path)
     return found->folder || found->readOnly || found->unreadable ? nullptr : found;
 }
 
-bool MemoryFiles::writeBytes(const QString& path, const QByteArray& bytes)
+bool MemoryFiles::replaceWhole(const QString& path, const QByteArray& bytes, bool textOnly)
 {
     Node* target = writable(path);
-    if (target == nullptr)
+    if (target == nullptr || (textOnly && !isText(target->bytes)))
         return false;
-    if (target->bytes != bytes) {
-        target->bytes = bytes;
-        touch(*target);
-    }
+    if (target->bytes == bytes)
+        return true;
+    if (!keep(*target))
+        return false;
+    target->bytes = bytes;
+    touch(*target);
     return true;
+}
+
+bool MemoryFiles::writeBytes(const QString& path, const QByteArray& bytes)
+{
+    return replaceWhole(path, bytes, false);
 }
 
 bool MemoryFiles::writeText(const QString& path, const QString& text)
 {
-    return writeBytes(path, encode(text));
+    return replaceWhole(path, encode(text), true);
 }
 
 bool MemoryFiles::appendBytes(const QString& path, const QByteArray& bytes)
 {
     Node* target = writable(path);
-    if (target == nullptr)
+    if (target == nullptr || !keepBeforeCommand(*target))
         return false;
     target->bytes += bytes;
     touch(*target);
+    m_keptForCommand.insert(target->number, target->changes);
     return true;
 }
 
@@ -264,8 +299,11 @@ bool MemoryFiles::replaceBytes(const QString& path, qint64 offset, qint64 length
         return false;
     if (target->bytes.mid(offset, length) == bytes)
         return true;
+    if (!keepBeforeCommand(*target))
+        return false;
     target->bytes.replace(offset, length, bytes);
     touch(*target);
+    m_keptForCommand.insert(target->number, target->changes);
     return true;
 }
 
@@ -279,7 +317,7 @@ bool MemoryFiles::copy(const QString& from, const QString& to)
     const QByteArray bytes = source->bytes;
     const QDateTime modified = source->modified;
     Node* target = writable(to);
-    if (target == nullptr)
+    if (target == nullptr || (target->bytes != bytes && !keep(*target)))
         return false;
     target->bytes = bytes;
     touch(*target);
@@ -290,7 +328,9 @@ bool MemoryFiles::copy(const QString& from, const QString& to)
 bool MemoryFiles::remove(const QString& path)
 {
     const Node* found = std::as_const(*this).node(path);
-    return found != nullptr && !found->folder && m_nodes.remove(keyOf(path)) == 1;
+    if (found == nullptr || found->folder || found->unreadable || !keep(*found))
+        return false;
+    return m_nodes.remove(keyOf(path)) == 1;
 }
 
 bool MemoryFiles::makeFolder(const QString& path)

@@ -35,6 +35,7 @@ public:
     [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
     [[nodiscard]] ReadText readText(const QString& path) const override;
     [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+    [[nodiscard]] bool mayHoldPlaylist(const QString& path) const override;
 
     bool writeBytes(const QString& path, const QByteArray& bytes) override;
     bool writeText(const QString& path, const QString& text) override;
@@ -44,6 +45,9 @@ public:
     bool remove(const QString& path) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    void beginWhole() override { ++m_wholes; }
+    void endWhole() override { --m_wholes; }
+    void beginCommand() override;
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;
@@ -58,8 +62,10 @@ public:
     void setReadOnly(const QString& path, bool readOnly = true);
     /// Such a file exists and cannot be read or written.
     void setUnreadable(const QString& path, bool unreadable = true);
-    /// Exact copies of the files that were adopted, in order.
+    /// Exact copies of the old bytes of what was written over or removed, in order.
     [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
+    /// From now on no old bytes can be kept.
+    void breakStore() { m_storeIsBroken = true; }
 
     /// Time of what is written from now on.
     std::function<QDateTime()> Clock = [] { return QDateTime(QDate(2026, 11, 20), QTime(12, 0)); };
@@ -86,11 +92,19 @@ private:
     /// The folder above stands.
     Node* insert(const QString& text, bool folder);
     void touch(Node& node);
+    /// False if the bytes of the node could not be kept.
+    [[nodiscard]] bool keep(const Node& node);
+    [[nodiscard]] bool keepBeforeCommand(const Node& node);
+    bool replaceWhole(const QString& path, const QByteArray& bytes, bool textOnly);
     [[nodiscard]] QStringList names(const QString& folder, bool folders, const QString& patterns, bool hidden) const;
 
     MemoryFilesOptions m_options;
     QMap<QString, Node> m_nodes;
     QList<QByteArray> m_recovered;
+    bool m_storeIsBroken = false;
+    int m_wholes = 0;
+    /// By number of the node, the change that a command came to whose file was kept before.
+    QMap<quint64, qint64> m_keptForCommand;
     quint64 m_lastNumber = 0;
     qint64 m_changes = 0;
 };

@@ -1,5 +1,4 @@
-#include "FilesContract.h"
-#include "desktop/posix/PosixFiles.h"
+#include "TempWorld.h"
 #include "desktop/posix/RegSettings.h"
 #include "support/LoggingFiles.h"
 #include "support/MemoryFiles.h"
@@ -21,6 +20,8 @@ public:
     MemoryWorld() { m_files.putFolder(folder()); }
     [[nodiscard]] Files& files() override { return m_files; }
     [[nodiscard]] QString folder() const override { return u"/home/anna"_s; }
+    [[nodiscard]] QByteArrayList kept() const override { return m_files.recovered(); }
+    void breakStore() override { m_files.breakStore(); }
 
 private:
     MemoryFiles m_files;
@@ -30,13 +31,14 @@ class LoggedWorld : public FilesWorld
 {
 public:
     [[nodiscard]] Files& files() override { return m_files; }
-    [[nodiscard]] QString folder() const override { return m_folder.path(); }
+    [[nodiscard]] QString folder() const override { return m_disk.folder(); }
+    [[nodiscard]] QByteArrayList kept() const override { return m_disk.kept(); }
+    void breakStore() override { m_disk.breakStore(); }
 
 private:
-    QTemporaryDir m_folder;
+    TempWorld m_disk;
     CallLog m_log;
-    PosixFiles m_posix;
-    LoggingFiles m_files{m_posix, m_log};
+    LoggingFiles m_files{m_disk.files(), m_log};
 };
 
 // Settings

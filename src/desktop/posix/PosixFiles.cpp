@@ -113,14 +113,6 @@ QByteArray absolute(const QByteArray& path)
     return folder + path;
 }
 
-/// Playlists and pictures: what a user cannot get back from anywhere else.
-bool isKept(const QByteArray& path)
-{
-    static const QByteArrayList endings{".m3u", ".m3u8", ".pls", ".nml", ".txt", ".jpg", ".jpeg", ".gif", ".bmp"};
-    const QByteArray name = path.right(5).toLower();
-    return std::any_of(endings.begin(), endings.end(), [&name](const QByteArray& end) { return name.endsWith(end); });
-}
-
 bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
 {
     QByteArray chunk;
@@ -298,19 +290,55 @@ ReadText PosixFiles::readText(const QString& path) const
 
 ReadText PosixFiles::readPlaylist(const QString& path)
 {
+    if (size(path).value_or(0) > LargestPlaylist)
+        return {};
     ReadBytes read = readBytes(path);
+    if (read.done() && !isText(read.bytes))
+        return {};
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
-        const QByteArray fresh = adopted(read.bytes);
-        if (m_store.keep(absolute(m_names.find(path).path), read.bytes) && writeBytes(path, fresh))
-            read.bytes = fresh;
+        read.bytes = adopted(read.bytes);
+        writeBytes(path, read.bytes);
     }
     return {read.outcome, decode(read.bytes)};
 }
 
-void PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
+bool PosixFiles::mayHoldPlaylist(const QString& path) const
 {
-    if (!old.isEmpty() && isKept(path))
-        static_cast<void>(m_store.keep(absolute(path), old));
+    if (size(path).value_or(0) > LargestPlaylist)
+        return false;
+    const ReadBytes read = readBytes(path);
+    return read.outcome == ReadOutcome::Missing || (read.done() && isText(read.bytes));
+}
+
+void PosixFiles::beginCommand()
+{
+    if (!m_undo.running())
+        m_keptForCommand.clear();
+}
+
+bool PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
+{
+    return old.isEmpty() || m_store.keep(absolute(path), old);
+}
+
+bool PosixFiles::keepBeforeCommand(const Target& target)
+{
+    struct stat info = {};
+    if (target.created || target.size == 0)
+        return true;
+    if (::fstat(target.file.get(), &info) != 0)
+        return false;
+    const auto kept = m_keptForCommand.constFind(target.path);
+    return (kept != m_keptForCommand.constEnd() && *kept == stampOf(info)) ||
+           m_store.keep(absolute(target.path), target.file, target.size);
+}
+
+void PosixFiles::changedByCommand(const Target& target)
+{
+    struct stat info = {};
+    stampNow(target.file);
+    if (::fstat(target.file.get(), &info) == 0)
+        m_keptForCommand.insert(target.path, stampOf(info));
 }
 
 std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bool mayCreate, unsigned creationMode)
@@ -367,17 +395,20 @@ bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& 
     return done;
 }
 
-bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
+bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Content content)
 {
     const std::optional<Target> target = openTarget(path, true, 0666);
     if (!target)
         return false;
+    const qint64 largest = content == Content::TextOnly ? LargestPlaylist : m_options.maximumReadSize;
     QByteArray old;
-    if (target->size > m_options.maximumReadSize || !readAt(target->file, 0, target->size, old))
+    if (target->size > largest || !readAt(target->file, 0, target->size, old) ||
+        (content == Content::TextOnly && !isText(old)))
         return false;
     if (!target->created && old == bytes)
         return true;
-    keepOld(target->path, old);
+    if (!keepOld(target->path, old))
+        return false;
     const bool done = rewrite(*target, 0, old, bytes, {});
     if (done)
         stampNow(target->file);
@@ -386,19 +417,24 @@ bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
     return done;
 }
 
+bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
+{
+    return replaceWhole(path, bytes, Content::Any);
+}
+
 bool PosixFiles::writeText(const QString& path, const QString& text)
 {
-    return writeBytes(path, encode(text));
+    return replaceWhole(path, encode(text), Content::TextOnly);
 }
 
 bool PosixFiles::appendBytes(const QString& path, const QByteArray& bytes)
 {
     const std::optional<Target> target = openTarget(path, true, 0666);
-    if (!target)
+    if (!target || !keepBeforeCommand(*target))
         return false;
     const bool done = rewrite(*target, target->size, {}, bytes, {});
     if (done)
-        stampNow(target->file);
+        changedByCommand(*target);
     else if (target->created)
         ::unlink(target->path.constData());
     return done;
@@ -418,9 +454,9 @@ bool PosixFiles::replaceBytes(const QString& path, qint64 offset, qint64 length,
         return false;
     if (!moves && bytes == old)
         return true;
-    if (!rewrite(*target, offset, old, bytes, QByteArrayView(old).sliced(length)))
+    if (!keepBeforeCommand(*target) || !rewrite(*target, offset, old, bytes, QByteArrayView(old).sliced(length)))
         return false;
-    stampNow(target->file);
+    changedByCommand(*target);
     return true;
 }
 
@@ -441,6 +477,8 @@ bool PosixFiles::copy(const QString& from, const QString& to)
         return false;
     bool done = false;
     if (target->created || info.st_size > copyInMemory || target->size > copyInMemory) {
+        if (target->size > 0 && !m_store.keep(absolute(target->path), target->file, target->size))
+            return false;
         // Room first, so that a full disk leaves an existing target as it was.
         const bool room = info.st_size <= target->size ||
                           ::posix_fallocate(target->file.get(), target->size, info.st_size - target->size) == 0;
@@ -450,11 +488,8 @@ bool PosixFiles::copy(const QString& from, const QString& to)
     } else {
         QByteArray fresh;
         QByteArray old;
-        if (readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old)) {
-            if (old != fresh)
-                keepOld(target->path, old);
-            done = old == fresh || rewrite(*target, 0, old, fresh, {});
-        }
+        if (readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old))
+            done = old == fresh || (keepOld(target->path, old) && rewrite(*target, 0, old, fresh, {}));
     }
     if (done) {
         timespec times[2] = {};
@@ -472,9 +507,12 @@ bool PosixFiles::remove(const QString& path)
     const NameLookup::Found found = m_names.find(path);
     if (found.error != 0 || S_ISDIR(found.info.st_mode))
         return false;
-    if (isKept(found.path)) {
-        const ReadBytes old = readBytes(path);
-        keepOld(found.path, old.bytes);
+    struct stat entry = {};
+    // What a link leads to stays.
+    if (::lstat(found.path.constData(), &entry) == 0 && S_ISREG(entry.st_mode) && entry.st_size > 0) {
+        const Descriptor file = openRegular(found.path, O_RDONLY, entry);
+        if (!file.isOpen() || !m_store.keep(absolute(found.path), file, entry.st_size))
+            return false;
     }
     m_undo.willRemove(absolute(found.path));
     return ::unlink(found.path.constData()) == 0;

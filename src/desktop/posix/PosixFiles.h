@@ -8,6 +8,7 @@
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 
+#include <QHash>
 #include <QMap>
 
 namespace orvantine {
@@ -19,7 +20,8 @@ struct PosixFilesOptions
     QMap<QString, QString> drives;
     /// Whether `readPlaylist` turns the host's own text files into CR LF files.
     bool adoptsHostTexts = true;
-    /// Made with mode 0700 when it is needed; "" for none: then nothing is adopted and nothing journalled.
+    /// Made with mode 0700 when it is needed; "" for none: then nothing is journalled, and nothing that holds bytes is
+    /// written over or removed.
     QString recoveryFolder;
     qint64 maximumReadSize = qint64{256} * 1024 * 1024;
 };
@@ -45,6 +47,7 @@ public:
     [[nodiscard]] ReadBytes readBytes(const QString& path) const override;
     [[nodiscard]] ReadText readText(const QString& path) const override;
     [[nodiscard]] ReadText readPlaylist(const QString& path) override;
+    [[nodiscard]] bool mayHoldPlaylist(const QString& path) const override;
 
     bool writeBytes(const QString& path, const QByteArray& bytes) override;
     bool writeText(const QString& path, const QString& text) override;
@@ -56,6 +59,7 @@ public:
     bool clearAttributes(const QString& path) override;
     void beginWhole() override { m_undo.begin(); }
     void endWhole() override { m_undo.end(); }
+    void beginCommand() override;
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;
@@ -70,11 +74,18 @@ private:
         bool created = false;
     };
 
+    /// What may be written over.
+    enum class Content { Any, TextOnly };
+
     [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode);
     /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
     bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
-    /// Keeps what stands in a playlist or a picture that is about to go.
-    void keepOld(const QByteArray& path, const QByteArray& old);
+    bool replaceWhole(const QString& path, const QByteArray& bytes, Content content);
+    /// Keeps what stands in a file that is about to go. False if no copy could be made: then the file must stay.
+    [[nodiscard]] bool keepOld(const QByteArray& path, const QByteArray& old);
+    /// The same for a file that the running command changes bit by bit.
+    [[nodiscard]] bool keepBeforeCommand(const Target& target);
+    void changedByCommand(const Target& target);
     [[nodiscard]] QStringList sortedNames(const QString& folder, bool folders, const QString& patterns) const;
 
     PosixFilesOptions m_options;
@@ -83,6 +94,8 @@ private:
     // A write that was cut off is completed before what it was a part of is put back.
     WriteJournal m_journal;
     UndoJournal m_undo;
+    /// By path, the state in which the running command has left a file whose old bytes it has kept.
+    QHash<QByteArray, FileStamp> m_keptForCommand;
 };
 
 } // namespace orvantine

@@ -20,6 +20,9 @@ namespace orvantine {
 namespace {
 
 constexpr qint64 longestCatalogue = qint64{16} << 20;
+constexpr qint64 largestInMemory = qint64{16} << 20;
+constexpr qint64 copyChunk = qint64{1} << 20;
+constexpr qint64 bytesBetweenPrunes = qint64{32} << 20;
 
 /// One line of the store's table of contents: seconds since 1970, name of the copy, path.
 struct Entry
@@ -77,6 +80,32 @@ bool append(const QByteArray& path, const QByteArray& bytes)
                                 static_cast<ssize_t>(bytes.size());
 }
 
+QByteArray copyName(const QByteArray& hash, const QByteArray& path)
+{
+    return hash.toHex() + '-' + path.sliced(path.lastIndexOf('/') + 1).left(120);
+}
+
+bool stands(const QByteArray& path, qint64 size)
+{
+    struct stat info = {};
+    return ::stat(path.constData(), &info) == 0 && info.st_size == size;
+}
+
+bool writeStream(const Descriptor& from, qint64 size, const QByteArray& path, QCryptographicHash& hash)
+{
+    const Descriptor to(::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    if (!to.isOpen())
+        return false;
+    QByteArray chunk;
+    for (qint64 done = 0; done < size; done += chunk.size()) {
+        if (!readAt(from, done, std::min(copyChunk, size - done), chunk) || chunk.isEmpty() ||
+            !writeAt(to, done, chunk))
+            return false;
+        hash.addData(chunk);
+    }
+    return ::fsync(to.get()) == 0;
+}
+
 } // namespace
 
 RecoveryStore::RecoveryStore(QByteArray folder) : m_folder(std::move(folder)) {}
@@ -85,17 +114,38 @@ bool RecoveryStore::keep(const QByteArray& path, const QByteArray& bytes)
 {
     if (m_folder.isEmpty() || !makePrivateFolder(m_folder))
         return false;
-    const QByteArray name = path.sliced(path.lastIndexOf('/') + 1).left(120);
-    const QByteArray copy = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex() + '-' + name;
+    const QByteArray copy = copyName(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256), path);
     const QByteArray whole = m_folder + '/' + copy;
-    struct stat info = {};
-    const bool stands = ::stat(whole.constData(), &info) == 0 && info.st_size == bytes.size();
-    if (!stands && !writeWhole(whole, bytes))
+    return (stands(whole, bytes.size()) || writeWhole(whole, bytes)) && enter(copy, path, bytes.size());
+}
+
+bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 size)
+{
+    if (size <= largestInMemory) {
+        QByteArray bytes;
+        return readAt(file, 0, size, bytes) && bytes.size() == size && keep(path, bytes);
+    }
+    if (m_folder.isEmpty() || !makePrivateFolder(m_folder))
         return false;
-    append(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
-    if (!std::exchange(m_pruned, true))
+    const QByteArray unfinished = m_folder + "/Copy.neu";
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    bool done = writeStream(file, size, unfinished, hash);
+    const QByteArray copy = copyName(hash.result(), path);
+    const QByteArray whole = m_folder + '/' + copy;
+    done = done && (stands(whole, size) || ::rename(unfinished.constData(), whole.constData()) == 0);
+    ::unlink(unfinished.constData());
+    return done && enter(copy, path, size);
+}
+
+bool RecoveryStore::enter(const QByteArray& copy, const QByteArray& path, qint64 size)
+{
+    const bool entered = append(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
+    m_untilPrune -= size;
+    if (m_untilPrune < 0) {
         prune();
-    return true;
+        m_untilPrune = bytesBetweenPrunes;
+    }
+    return entered;
 }
 
 void RecoveryStore::prune()

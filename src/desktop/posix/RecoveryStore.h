@@ -4,6 +4,8 @@
 
 namespace orvantine {
 
+class Descriptor;
+
 /// Old bytes of files that a command replaced or deleted, each under its content's hash in the user's recovery folder.
 /// Copies go when they are older than 90 days or when all together take more than 200 MB, oldest first; the newest
 /// copy of each path always stays.
@@ -14,16 +16,20 @@ public:
     explicit RecoveryStore(QByteArray folder);
 
     /// Keeps `bytes`, which stood at `path`. False if no copy could be made: nothing is left half written then.
-    bool keep(const QByteArray& path, const QByteArray& bytes);
+    [[nodiscard]] bool keep(const QByteArray& path, const QByteArray& bytes);
+    /// The same for the first `size` bytes of an open file of any size.
+    [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, qint64 size);
 
     static constexpr qint64 MostBytes = qint64{200} << 20;
     static constexpr qint64 MostSeconds = qint64{90} * 24 * 60 * 60;
 
 private:
+    /// Enters the copy, `size` bytes, into the table of contents.
+    [[nodiscard]] bool enter(const QByteArray& copy, const QByteArray& path, qint64 size);
     void prune();
 
     QByteArray m_folder;
-    bool m_pruned = false;
+    qint64 m_untilPrune = 0;
 };
 
 } // namespace orvantine

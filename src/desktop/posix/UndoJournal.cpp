@@ -210,7 +210,7 @@ void UndoJournal::putBack()
             kept.insert(read->path);
             const Descriptor file = openFile(read->path, O_RDONLY, info);
             if (file.isOpen() && info.st_size > 0 && readAt(file, 0, info.st_size, present))
-                m_store.keep(read->path, present);
+                (void)m_store.keep(read->path, present);
         }
         putBack(read->note, read->path, read->bytes, madeAnew.contains(read->path));
         if (read->note.kind == Note::Kind::Removed)
