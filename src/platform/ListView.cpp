@@ -16,19 +16,6 @@ bool isMissing(const ListItem& row)
                        [](const ListSubItem& sub) { return sub.ForeColor == Color::DarkRed; });
 }
 
-/// What icon and colour show, in words.
-QString stateOf(const ListItem& row)
-{
-    QString state;
-    if (isMissing(row))
-        state += QStringLiteral(", fehlt");
-    if (row.SmallIcon == QStringLiteral("Icon_6"))
-        state += QStringLiteral(", Favorit");
-    if (row.SmallIcon == QStringLiteral("Icon_C"))
-        state += QStringLiteral(", wird wiedergegeben");
-    return state;
-}
-
 } // namespace
 
 ListView::ListView(ControlSet& owner, QStringView listName) : Control(owner, listName) {}
@@ -171,6 +158,26 @@ void ListView::setIcons(int row, const QString& icon)
         return;
     shown.SubItems.front().ReportIcon = icon;
     changed(row, 2);
+}
+
+void ListView::setPlaying(int sub, const QString& text, bool paused)
+{
+    if (sub == m_playingSub && text == m_playing && paused == m_playingPaused)
+        return;
+    std::vector<int> rows;
+    const auto note = [this, &rows] {
+        for (int row = 1; row <= m_published && !m_playing.isEmpty(); ++row)
+            if (playingAt(item(row)) != NotPlaying)
+                rows.push_back(row);
+    };
+    note();
+    m_playingSub = sub;
+    m_playing = text;
+    m_playingPaused = paused;
+    note();
+    for (const int row : rows)
+        for (int column = 1; column <= columns(); ++column)
+            changed(row, column);
 }
 
 void ListView::setTag(int row, const QString& tag)
@@ -323,6 +330,29 @@ int ListView::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : columns();
 }
 
+ListView::Playing ListView::playingAt(const ListItem& item) const
+{
+    if (m_playing.isEmpty() || textAt(item, m_playingSub + 1) != m_playing)
+        return NotPlaying;
+    return m_playingPaused ? IsPaused : IsPlaying;
+}
+
+/// What icon, colour and mark show, in words.
+QString ListView::stateOf(const ListItem& item) const
+{
+    QString state;
+    if (isMissing(item))
+        state += QStringLiteral(", fehlt");
+    if (item.SmallIcon == QStringLiteral("Icon_6"))
+        state += QStringLiteral(", Favorit");
+    const Playing playing = playingAt(item);
+    if (item.SmallIcon == QStringLiteral("Icon_C") || playing == IsPlaying)
+        state += QStringLiteral(", wird wiedergegeben");
+    if (playing == IsPaused)
+        state += QStringLiteral(", angehalten");
+    return state;
+}
+
 QVariant ListView::data(const QModelIndex& index, int role) const
 {
     if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
@@ -345,6 +375,8 @@ QVariant ListView::data(const QModelIndex& index, int role) const
                QStringLiteral(" von ") + QString::number(m_published);
     case MissingRole:
         return isMissing(shown);
+    case PlayingRole:
+        return static_cast<int>(playingAt(shown));
     case IconNameRole:
         return column == 1 ? shown.SmallIcon : sub != nullptr ? sub->ReportIcon : QString();
     case ColorRole:

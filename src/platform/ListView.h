@@ -85,6 +85,8 @@ public:
     void setIcons(int row, const QString& icon);
     void setTag(int row, const QString& tag);
     void setNumber(int row, int number);
+    /// The rows whose sub-item has this text show that they play, or are paused, beside their icons; "" for none.
+    void setPlaying(int sub, const QString& text, bool paused = false);
 
     // Selection; 0 is no row
     [[nodiscard]] int selectedRow() const { return m_selected.value(); }
@@ -174,6 +176,9 @@ public:
     static constexpr int ColorRole = Qt::UserRole + 2;
     /// Whether the file of the row is missing, in each of its cells.
     static constexpr int MissingRole = Qt::UserRole + 3;
+    /// Whether the row is one that setPlaying names, as Playing.
+    static constexpr int PlayingRole = Qt::UserRole + 4;
+    enum Playing { NotPlaying = 0, IsPlaying = 1, IsPaused = 2 };
 
 private:
     /// Gives the number that the row has afterwards.
@@ -185,6 +190,8 @@ private:
     std::vector<int> reorder(const std::vector<std::size_t>& order);
     [[nodiscard]] QString keyOf(const ListItem& item) const { return textAt(item, m_sortColumn).toCaseFolded(); }
     void changed(int row, int column);
+    [[nodiscard]] Playing playingAt(const ListItem& item) const;
+    [[nodiscard]] QString stateOf(const ListItem& item) const;
     [[nodiscard]] int placeFor(const ListItem& item) const;
     [[nodiscard]] static QString textAt(const ListItem& item, int column);
 
@@ -199,6 +206,9 @@ private:
     int m_lastChanged = 0;
     bool m_sorted = false;
     int m_sortColumn = 1;
+    int m_playingSub = 0;
+    QString m_playing;
+    bool m_playingPaused = false;
 };
 
 } // namespace orvantine

@@ -289,6 +289,38 @@ TEST_F(ListViewModel, ColumnsComeAndGo)
     EXPECT_EQ(list.count(), 1);
 }
 
+TEST_F(ListViewModel, ShowsTheRowsThatPlayBesideTheirIcons)
+{
+    const auto marks = [this] {
+        QString seen;
+        for (int row = 0; row < list.rowCount(); ++row)
+            seen += QString::number(list.data(list.index(row, 0), ListView::PlayingRole).toInt());
+        return seen.toStdString();
+    };
+    for (const QString& text : {u"x"_s, u"y"_s, u"x"_s, QString()})
+        list.append(row(text));
+    list.setIcons(1, u"Icon_2"_s);
+    EXPECT_EQ("0000", marks());
+    QSet<int> told;
+    QObject::connect(&list, &QAbstractItemModel::dataChanged, &list,
+                     [&told](const QModelIndex& first) { told.insert(first.row()); });
+    list.setPlaying(1, u"x"_s);
+    EXPECT_EQ("1010", marks());
+    EXPECT_EQ((QSet<int>{0, 2}), std::exchange(told, {}));
+    list.setPlaying(1, u"x"_s, true);
+    EXPECT_EQ("2020", marks());
+    EXPECT_EQ("Icon_2", list.item(1).SmallIcon.toStdString());
+    EXPECT_TRUE(list.data(list.index(0, 0), Qt::AccessibleTextRole).toString().contains(u"angehalten"_s));
+    told.clear();
+    list.setPlaying(1, u"y"_s);
+    EXPECT_EQ("0100", marks());
+    EXPECT_EQ((QSet<int>{0, 1, 2}), told);
+    list.remove(1);
+    EXPECT_EQ("100", marks()) << "the mark goes with its row";
+    list.setPlaying(1, QString());
+    EXPECT_EQ("000", marks());
+}
+
 TEST_F(ListViewModel, TellsAScreenReaderWhereARowStandsAndThatItsFileIsMissing)
 {
     list.append(row(u"Regen"_s));

@@ -42,6 +42,13 @@ void ReportCells::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const bool number = index.column() + 1 == m_view.numberColumn();
     if (index.column() == m_view.keyColumn() && index.data(ListView::MissingRole).toBool())
         area.setRight(paintMissing(*painter, area) - RowPadding);
+    const int playing = index.data(ListView::PlayingRole).toInt();
+    if (index.column() == m_view.keyColumn() && playing != ListView::NotPlaying) {
+        area.setRight(paintPlaying(*painter, area, playing == ListView::IsPaused) - RowPadding);
+        QFont font = m_view.font();
+        font.setBold(true);
+        painter->setFont(font);
+    }
     const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
     painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
 }
@@ -66,6 +73,16 @@ int ReportCells::paintMissing(QPainter& painter, const QRect& area) const
     painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
     painter.setPen(before);
     return area.right() - width;
+}
+
+int ReportCells::paintPlaying(QPainter& painter, const QRect& area, bool paused) const
+{
+    if (area.width() < 3 * IconSize)
+        return area.right() + RowPadding;
+    const QRect place(area.right() - IconSize, area.center().y() - IconSize / 2 + 1, IconSize, IconSize);
+    Theme::icon(paused ? QStringLiteral("media-playback-pause") : QStringLiteral("media-playback-start"))
+        .paint(&painter, place, Qt::AlignCenter, m_view.isGreyed() ? QIcon::Disabled : QIcon::Normal);
+    return place.left();
 }
 
 ReportHead::ReportHead(ReportList& view) : QHeaderView(Qt::Horizontal, &view), m_view(view) {}

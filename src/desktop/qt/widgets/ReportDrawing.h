@@ -22,6 +22,9 @@ private:
     /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
     [[nodiscard]] int paintMissing(QPainter& painter, const QRect& area) const;
 
+    /// Shows that the row plays or is paused. Gives where the sign begins.
+    [[nodiscard]] int paintPlaying(QPainter& painter, const QRect& area, bool paused) const;
+
     const ReportList& m_view;
 };
 
