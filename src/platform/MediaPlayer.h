@@ -24,6 +24,8 @@ public:
     virtual void close() = 0;
     [[nodiscard]] virtual QString status() const = 0;
     [[nodiscard]] virtual PlayState playState() const = 0;
+    /// Something of the present URL was really played; false where nothing of it could be, and after close.
+    [[nodiscard]] virtual bool heard() const = 0;
 
     // controls
     virtual void play() = 0;
@@ -49,7 +51,9 @@ public:
     /// 0-based; "" beyond the end.
     [[nodiscard]] virtual QString playlistSourceURL(int item) const = 0;
 
+    /// The file of that path is a list, whatever its ending, when it is opened next.
     virtual void newPlaylist(const QString& path, const QString& name) = 0;
+    /// The path that is opened next is that of a track.
     virtual void newMedia(const QString& path) = 0;
 
     /// Called twice a track: when the item is chosen, and when its data is known.

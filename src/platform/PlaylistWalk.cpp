@@ -71,9 +71,9 @@ QList<PlaylistEntry> playlistEntries(const QString& playlistPath, const QString&
     return entries;
 }
 
-QList<PlaylistEntry> entriesToPlay(Files& files, const QString& url)
+QList<PlaylistEntry> entriesToPlay(Files& files, const QString& url, const QString& playlist)
 {
-    if (!isPlaylistPath(url))
+    if (!isPlaylistPath(url) && url != playlist)
         return {{.sourceURL = url, .path = url}};
     return playlistEntries(url, files.readPlaylist(url).text);
 }

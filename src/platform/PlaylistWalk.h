@@ -27,9 +27,9 @@ struct PlaylistEntry
 /// the folder of `playlistPath`.
 [[nodiscard]] QList<PlaylistEntry> playlistEntries(const QString& playlistPath, const QString& text);
 
-/// What the player walks through when it is handed `url`: the entries of a list, or the one track. A list that cannot
-/// be read has none.
-[[nodiscard]] QList<PlaylistEntry> entriesToPlay(Files& files, const QString& url);
+/// What the player walks through when it is handed `url`: the entries of a list, or the one track. `playlist` is a list
+/// whatever its ending. A list that cannot be read has no entries.
+[[nodiscard]] QList<PlaylistEntry> entriesToPlay(Files& files, const QString& url, const QString& playlist = {});
 
 /// False for what a player passes over: no regular file, or a list inside a list.
 [[nodiscard]] bool isPlayable(const Files& files, const PlaylistEntry& entry);

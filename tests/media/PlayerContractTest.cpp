@@ -210,6 +210,27 @@ TEST_P(PlayerContract, AListOfTheHostPlays)
     EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
 }
 
+TEST_P(PlayerContract, AListIsHeardOnceSomethingOfItPlays)
+{
+    const auto heard = [this] { return player().heard(); };
+    EXPECT_FALSE(heard());
+    player().setURL(music.writeList({u"gone.wav"_s}));
+    awaitEnd();
+    EXPECT_FALSE(heard());
+    player().setURL(music.path(u"gone.m3u"_s));
+    awaitEnd();
+    EXPECT_FALSE(heard());
+
+    shortSound(u"a.wav"_s);
+    player().setURL(music.writeList({u"gone.wav"_s, u"a.wav"_s, u"gone.wav"_s}));
+    awaitEnd();
+    EXPECT_TRUE(heard());
+    player().stop();
+    EXPECT_TRUE(heard());
+    player().close();
+    EXPECT_FALSE(heard());
+}
+
 TEST_P(PlayerContract, MediaChangeFiresTwiceATrack)
 {
     shortSound(u"a.wav"_s);
@@ -482,7 +503,30 @@ TEST_P(PlayerContract, SeekingKeepsTheTrack)
     EXPECT_EQ(shown(), "1 Beendet [a.wav]");
 }
 
-TEST_P(PlayerContract, NewPlaylistAndNewMediaHaveNoEffect)
+TEST_P(PlayerContract, AListOfAnyEndingIsWalkedInto)
+{
+    longSound(u"a.wav"_s);
+    longSound(u"b.wav"_s);
+    for (const QString& name : {u"liste.lst"_s, u"liste"_s, u"liste.mp3"_s}) {
+        SCOPED_TRACE(name.toStdString());
+        const QString list = music.writeList({u"a.wav"_s, u"b.wav"_s}, name);
+        player().newPlaylist(list, u"Name"_s);
+        player().close();
+        player().setURL(list);
+        awaitPlaying();
+        EXPECT_EQ(player().playlistCount(), 2);
+        EXPECT_EQ(shown(), "3 Wiedergabe [a.wav]");
+
+        const QString track = music.path(u"b.wav"_s);
+        player().newMedia(track);
+        player().setURL(track);
+        EXPECT_EQ(player().playlistCount(), 1);
+        player().setURL(list);
+        EXPECT_EQ(player().playlistCount(), 1);
+    }
+}
+
+TEST_P(PlayerContract, NewPlaylistAndNewMediaDoNotChangeWhatPlays)
 {
     longSound(u"a.wav"_s);
     const QString other = longSound(u"b.wav"_s);

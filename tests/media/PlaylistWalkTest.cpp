@@ -96,6 +96,16 @@ TEST(EntriesToPlay, OfAListComeFromItsFile)
     EXPECT_EQ(printed(entriesToPlay(files, list)), music.path(u"a.wav"_s) + u"\nC:\\b.wav"_s);
 }
 
+TEST(EntriesToPlay, OfAListThatIsKnownToBeOneComeFromItsFileWhateverItsEnding)
+{
+    const test::MusicFolder music;
+    PosixFiles files;
+    const QString list = music.writeList({u"C:\\b.wav"_s}, u"liste.lst"_s);
+    EXPECT_EQ(printed(entriesToPlay(files, list)), list);
+    EXPECT_EQ(printed(entriesToPlay(files, list, list)), u"C:\\b.wav"_s);
+    EXPECT_EQ(printed(entriesToPlay(files, u"C:\\x.mp3"_s, list)), u"C:\\x.mp3"_s);
+}
+
 TEST(EntriesToPlay, OfAListInTheOldCodePageAreDecoded)
 {
     const test::MusicFolder music;

@@ -113,17 +113,20 @@ QString FakePlayer::playlistSourceURL(int item) const
 
 void FakePlayer::newPlaylist(const QString& path, const QString& name)
 {
-    (void)call(u".newPlaylist(%1, %2)"_s.arg(path, name));
+    if (call(u".newPlaylist(%1, %2)"_s.arg(path, name)))
+        m_playlist = path;
 }
 
 void FakePlayer::newMedia(const QString& path)
 {
-    (void)call(u".newMedia(%1)"_s.arg(path));
+    if (call(u".newMedia(%1)"_s.arg(path)))
+        m_playlist.clear();
 }
 
 void FakePlayer::pretendPlaying()
 {
     m_loaded = true;
+    m_heard = true;
     m_state = PlayState::Playing;
 }
 
@@ -171,7 +174,7 @@ void FakePlayer::open(const QString& path)
     if (path.isEmpty())
         return;
     m_url = path;
-    m_entries = entriesToPlay(m_files, path);
+    m_entries = entriesToPlay(m_files, path, m_playlist);
     startAt(playableFrom(0, 1));
 }
 
@@ -182,6 +185,7 @@ void FakePlayer::forgetAll()
     m_entries.clear();
     m_current = -1;
     m_loaded = false;
+    m_heard = false;
     m_state = PlayState::Ready;
 }
 
@@ -212,6 +216,7 @@ void FakePlayer::choose(int item)
     if (choice != m_choice)
         return;
     m_loaded = true;
+    m_heard = true;
     MediaChange();
 }
 

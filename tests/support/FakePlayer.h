@@ -25,6 +25,7 @@ public:
     void close() override;
     [[nodiscard]] QString status() const override;
     [[nodiscard]] PlayState playState() const override { return m_state; }
+    [[nodiscard]] bool heard() const override { return m_heard; }
 
     void play() override;
     void pause() override;
@@ -75,9 +76,11 @@ private:
     Log m_log;
     QString m_name;
     QString m_url;
+    QString m_playlist;
     QList<PlaylistEntry> m_entries;
     PlayState m_state = PlayState::Ready;
     bool m_loaded = false;
+    bool m_heard = false;
     int m_current = -1;
     /// Counts what was chosen, so that a handler that chooses anew is noticed.
     int m_choice = 0;

@@ -32,7 +32,7 @@ void MpvPlayer::setURL(const QString& path)
         return;
 
     m_url = path;
-    m_entries = entriesToPlay(m_files, path);
+    m_entries = entriesToPlay(m_files, path, m_playlist);
     m_state = State::Ended;
     play();
 }
@@ -45,6 +45,7 @@ void MpvPlayer::close()
     m_url.clear();
     m_entries.clear();
     m_current = -1;
+    m_heard = false;
     m_state = State::Closed;
 }
 
@@ -154,9 +155,15 @@ QString MpvPlayer::playlistSourceURL(int item) const
     return m_entries.value(item).sourceURL;
 }
 
-void MpvPlayer::newPlaylist(const QString& /*path*/, const QString& /*name*/) {}
+void MpvPlayer::newPlaylist(const QString& path, const QString& /*name*/)
+{
+    m_playlist = path;
+}
 
-void MpvPlayer::newMedia(const QString& /*path*/) {}
+void MpvPlayer::newMedia(const QString& /*path*/)
+{
+    m_playlist.clear();
+}
 
 void MpvPlayer::search(Purpose purpose, int from)
 {
@@ -300,6 +307,7 @@ void MpvPlayer::hear(const MpvNews& news)
     case MpvNews::Kind::Loaded:
         if (!m_handed.isEmpty() && m_handed.front().started) {
             m_loaded = true;
+            m_heard = true;
             m_engine.askData(m_handed.front().ticket);
         }
         break;

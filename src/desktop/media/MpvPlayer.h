@@ -30,6 +30,7 @@ public:
     void close() override;
     [[nodiscard]] QString status() const override;
     [[nodiscard]] PlayState playState() const override;
+    [[nodiscard]] bool heard() const override { return m_heard; }
 
     /// Resumes; after a stop or at the end it starts with the first item.
     void play() override;
@@ -51,9 +52,7 @@ public:
     [[nodiscard]] int playlistCount() const override { return int(m_entries.size()); }
     [[nodiscard]] QString playlistSourceURL(int item) const override;
 
-    /// Without effect: what is to be played is told by `setURL`.
     void newPlaylist(const QString& path, const QString& name) override;
-    /// Without effect, as above.
     void newMedia(const QString& path) override;
 
     /// Name of the sound output in use, "null" for the silent one; "" while none is open.
@@ -109,11 +108,14 @@ private:
     Files& m_files;
     MpvEngine m_engine;
     QString m_url;
+    /// Known to be a list, whatever its ending.
+    QString m_playlist;
     QList<PlaylistEntry> m_entries;
     State m_state = State::Closed;
     /// 0-based; -1 without one.
     int m_current = -1;
     bool m_loaded = false;
+    bool m_heard = false;
     bool m_dataTold = false;
     QHash<QString, QString> m_info;
     double m_seconds = 0;
