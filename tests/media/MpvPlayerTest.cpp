@@ -223,6 +223,44 @@ TEST_F(RealPlayer, AListThatIsNamedLikeATrackIsNotWalkedInto)
     EXPECT_EQ(changesText(), "list.mp3 a.wav a.wav!");
 }
 
+TEST_F(RealPlayer, ATrackThatDescribesAStreamOpensNoPort)
+{
+    // 45678, as the kernel writes it.
+    const auto listens = [] {
+        QFile sockets{u"/proc/net/udp"_s};
+        return sockets.open(QFile::ReadOnly) && sockets.readAll().contains(":B26E ");
+    };
+    MpvPlayer player{files, silent()};
+    watch(player);
+    music.write(u"stream.mp3"_s, "v=0\r\no=- 0 0 IN IP4 127.0.0.1\r\ns=x\r\nc=IN IP4 127.0.0.1\r\nt=0 0\r\n"
+                                 "m=audio 45678 RTP/AVP 0\r\n");
+    longSound(u"a.wav"_s);
+    player.setURL(music.writeList({u"stream.mp3"_s, u"a.wav"_s}));
+    bool listened = false;
+    ASSERT_TRUE(test::waitUntil([&] {
+        listened = listened || listens();
+        return listened || player.currentDuration() > 0;
+    }));
+    EXPECT_FALSE(listened);
+    test::serveEvents();
+    EXPECT_EQ(changesText(), "stream.mp3 a.wav a.wav!");
+}
+
+TEST_F(RealPlayer, ATrackThatNamesOthersPlaysNoneOfThem)
+{
+    const QByteArray sound = longSound(u"inner.wav"_s).toUtf8();
+    const std::initializer_list<QByteArray> texts{
+        "#EXTM3U\n" + sound + '\n', "[playlist]\nFile1=" + sound + '\n', "# mpv EDL v0\n" + sound + '\n',
+        "ffconcat version 1.0\nfile inner.wav\n", "FILE \"inner.wav\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"};
+    for (const QByteArray& text : texts) {
+        SCOPED_TRACE(text.toStdString());
+        MpvPlayer player{files, silent()};
+        player.setURL(music.write(u"names.mp3"_s, text));
+        ASSERT_TRUE(awaitEnd(player));
+        EXPECT_FALSE(player.heard());
+    }
+}
+
 TEST_F(RealPlayer, ANameThatIsNotUtf8Plays)
 {
     MpvPlayer player{files, silent()};

@@ -48,6 +48,13 @@ const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
 }
 
 QHash<QString, QString> infoOf(const mpv_node& node)
+        {"load-unsafe-playlists", "no"},
+        {"ordered-chapters", "no"},
+        {"demuxer", "+lavf"},
+        // The engine reads that one file itself. What a file in the place of a sound names, the network above all, is
+        // opened by none of the decoder's protocols.
+        {"demuxer-lavf-o", "protocol_whitelist=none"},
+        {"stream-lavf-o", "protocol_whitelist=none"},
 {
     // Old tags come as the bytes they are, whatever code page wrote them.
     const CodePage page;
