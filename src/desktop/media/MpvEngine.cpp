@@ -3,6 +3,7 @@
 #include "desktop/media/MpvLibrary.h"
 #include "platform/CodePage.h"
 
+#include <chrono>
 #include <clocale>
 
 using namespace Qt::StringLiterals;
@@ -14,6 +15,8 @@ namespace {
 /// The two low bits of a request's tag tell its answer apart.
 enum Answer : quint64 { AnswerNone = 0, AnswerLoad = 1, AnswerInfo = 2, AnswerSeconds = 3 };
 constexpr quint64 answerBits = 3;
+
+constexpr std::chrono::seconds outputSearchInterval{2};
 
 constexpr quint64 tagOf(quint64 ticket, Answer answer)
 {
@@ -27,7 +30,9 @@ const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
         {"audio-display", "no"},
         {"idle", "yes"},
         {"gapless-audio", "yes"},
+        // What a mixer shows of the stream.
         {"audio-client-name", "Orvanten Manager"},
+        {"title", "${?media-title:${media-title} - }Orvanten Manager"},
         // Without the output that crashes the process where a server has no sink.
         {"ao", "pulse,pipewire,alsa,jack"},
         {"audio-fallback-to-null", "yes"},
@@ -43,11 +48,6 @@ const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
         // A track is one file: nothing beside it is opened, and nothing that it names.
         {"autoload-files", "no"},
         {"access-references", "no"},
-    };
-    return options;
-}
-
-QHash<QString, QString> infoOf(const mpv_node& node)
         {"load-unsafe-playlists", "no"},
         {"ordered-chapters", "no"},
         {"demuxer", "+lavf"},
@@ -55,6 +55,11 @@ QHash<QString, QString> infoOf(const mpv_node& node)
         // opened by none of the decoder's protocols.
         {"demuxer-lavf-o", "protocol_whitelist=none"},
         {"stream-lavf-o", "protocol_whitelist=none"},
+    };
+    return options;
+}
+
+QHash<QString, QString> infoOf(const mpv_node& node)
 {
     // Old tags come as the bytes they are, whatever code page wrote them.
     const CodePage page;
@@ -81,6 +86,8 @@ qint64 entryOf(const mpv_node& node)
 MpvEngine::MpvEngine(MpvSetup setup, std::function<void(const MpvNews&)> listener)
     : m_setup{std::move(setup)}, m_listener{std::move(listener)}
 {
+    m_outputSearch.setInterval(outputSearchInterval);
+    QObject::connect(&m_outputSearch, &QTimer::timeout, &m_receiver, [this] { send({"ao-reload"}, AnswerNone); });
 }
 
 MpvEngine::~MpvEngine()
@@ -213,6 +220,7 @@ void MpvEngine::hear(const mpv_event& event)
         const auto& property = *static_cast<const mpv_event_property*>(event.data);
         m_soundOutput =
             property.format == MPV_FORMAT_STRING ? QByteArray{*static_cast<char**>(property.data)} : QByteArray{};
+        searchOutput();
         break;
     }
     case MPV_EVENT_SHUTDOWN:
@@ -253,8 +261,19 @@ void MpvEngine::hearReply(const mpv_event& event)
     }
 }
 
+/// The silent output stays once it was fallen back to, though the server may be there again.
+void MpvEngine::searchOutput()
+{
+    const bool asked = m_setup.options.contains({"ao", "null"});
+    if (m_soundOutput != "null" || asked)
+        m_outputSearch.stop();
+    else if (!m_outputSearch.isActive())
+        m_outputSearch.start();
+}
+
 void MpvEngine::end()
 {
+    m_outputSearch.stop();
     if (!m_handle)
         return;
     // The library calls back under the lock that this takes: afterwards no thread of it knows us any more.

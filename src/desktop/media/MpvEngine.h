@@ -5,6 +5,7 @@
 #include <QList>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 
 #include <atomic>
 #include <functional>
@@ -83,6 +84,7 @@ private:
     void drain();
     void hear(const mpv_event& event);
     void hearReply(const mpv_event& event);
+    void searchOutput();
     void end();
 
     MpvSetup m_setup;
@@ -93,6 +95,8 @@ private:
     int m_holds = 0;
     QHash<QString, QString> m_info;
     QByteArray m_soundOutput;
+    /// While the silent output stands in for another one, that is looked for again and again.
+    QTimer m_outputSearch;
     /// Receives what is posted from the engine's threads; what waits is dropped with it.
     QObject m_receiver;
 };

@@ -71,6 +71,29 @@ TEST_F(PlayedSound, IsASilentOneWhenTheSoundServerGoesAwayAndComesBackWithTheNex
     EXPECT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
 }
 
+TEST_F(PlayedSound, BearsTheNameOfTheProgram)
+{
+    player.setURL(tone(u"a.wav"_s, 440, 60'000));
+    ASSERT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+    const auto streams = [] { return test::SoundServer::control({u"list"_s, u"sink-inputs"_s}); };
+    ASSERT_TRUE(test::waitUntil([&] { return streams().contains(u"media.name"_s); }));
+    const QString told = streams();
+    EXPECT_TRUE(told.contains(u"application.name = \"Orvanten Manager\""_s)) << told.toStdString();
+    EXPECT_TRUE(told.contains(u"media.name = \"a.wav - Orvanten Manager\""_s)) << told.toStdString();
+}
+
+TEST_F(PlayedSound, ComesBackWithinTheTrack)
+{
+    player.setURL(tone(u"a.wav"_s, 440, 60'000));
+    ASSERT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+    server.stop();
+    ASSERT_TRUE(test::waitUntil([this] { return player.soundOutput() == "null"; }));
+    server.start();
+    EXPECT_TRUE(test::waitUntil([this] { return player.soundOutput() == "pulse"; }));
+    EXPECT_EQ(player.status(), u"Wiedergabe"_s);
+    EXPECT_EQ(player.currentSourceURL(), music.path(u"a.wav"_s));
+}
+
 TEST_F(PlayedSound, IsASilentOneWhenTheSinkGoesAway)
 {
     // With the outputs that the program itself asks for.
