@@ -49,7 +49,7 @@ void mnuCoverShow_Click(Root& root)
     if (root.LListView1.count() == 0)
         return;
     if (coverFile(root, selectedName(root)).isEmpty()) {
-        pCovers_Click(root);
+        root.pCovers.Click();
         return;
     }
     showCoverPane(root, true);
@@ -107,7 +107,8 @@ void pCovers_MouseDown(Root& root, MouseButton button)
     // The picture of a row that the sequence has gone on to stays.
     if (selectedName(root) == name) {
         root.pCovers.Picture = QString();
-        showCoverPane(root, false);
+        // Required: the width of the description and the check stay.
+        root.pCoverBack.Visible = false;
     }
     root.files.remove(cover);
 }
@@ -121,9 +122,9 @@ void FindPicture(Root& root, const QString& folder)
     if (!pictures.isEmpty()) {
         const QString picture = FileDirPath::join(folder, pictures.front());
         showPicture(root, takeCover(root, picture, selectedName(root)));
+        // Required: the pane comes up even if the picture could not be taken over.
         showCoverPane(root, true);
-        if (!root.mnuCoverShow.Checked.value())
-            root.mnuCoverShow.Click();
+        root.mnuCoverShow.Checked = true;
     } else if (root.mnuCoverShow.Checked.value()) {
         root.mnuCoverShow.Click();
     }

@@ -26,8 +26,9 @@ void showCover(Root& root)
     if (cover.isEmpty())
         return;
     root.pCovers.Picture = cover;
-    if (!root.mnuCoverShow.Checked.value())
-        root.mnuCoverShow.Click();
+    // The command itself would look for the cover of the selected row, and have one chosen where that has none.
+    showCoverPane(root, true);
+    root.mnuCoverShow.Checked = true;
 }
 
 void showRowCover(Root& root, int row)

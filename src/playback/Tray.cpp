@@ -2,7 +2,6 @@
 
 #include "app/Command.h"
 #include "app/Root.h"
-#include "playback/CoverArt.h"
 
 namespace orvantine {
 
@@ -62,7 +61,7 @@ void tPlaylisteinträge_DblClick(Root& root)
 void pMpeg_DblClick(Root& root)
 {
     if (root.LListView1.count() > 0)
-        pCovers_Click(root);
+        root.pCovers.Click();
 }
 
 } // namespace orvantine

@@ -1,5 +1,6 @@
 #include "playback/CoverArt.h"
 
+#include "app/Command.h"
 #include "catalogue/CoverFiles.h"
 #include "playback/CoverPane.h"
 #include "playback/PlaybackWorld.h"
@@ -271,16 +272,52 @@ TEST_F(CoverArt, AClickOnThePictureReplacesItByTheCopyThatThePaneThenShows)
     EXPECT_EQ(Narrow, captionWidth());
 }
 
-TEST_F(CoverArt, DeletingLeavesTheCheckToTheHousekeeping)
+TEST_F(CoverArt, DeletingLeavesWidthAndCheckAndTheHousekeepingTakesTheCheckAway)
 {
     put(resource(u"Erste.jpg"_s), "1");
     root().mnuCoverShow.Click();
     ASSERT_EQ(Narrow, captionWidth());
     deleteWith(Answer::Yes);
-    EXPECT_EQ(Wide, captionWidth());
+    EXPECT_FALSE(paneOn());
+    EXPECT_EQ(Narrow, captionWidth());
     EXPECT_TRUE(root().mnuCoverShow.Checked.value());
     run(280);
     EXPECT_FALSE(root().mnuCoverShow.Checked.value());
+}
+
+TEST_F(CoverArt, WithoutASelectedRowAPressDoesNothing)
+{
+    put(resource(u".gif"_s), "1");
+    catalogue().clear();
+    root().pCovers.Click();
+    root().pCovers.MouseDown(MouseButton::Right);
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("", calls({u"choosers"_s}));
+    EXPECT_EQ("1", bytes(resource(u".gif"_s)).toStdString());
+}
+
+TEST_F(CoverArt, WhileTheCatalogueIsChangedNoWayLeadsToTheChoice)
+{
+    const Command outer(root(), Changes::Catalogue);
+    desktop.events().after(std::chrono::milliseconds{0}, [&] {
+        root().pMpeg.DblClick();
+        HelpDblClick(root());
+        root().mnuCoverShow.Click();
+    });
+    ASSERT_TRUE(Command(root()).yield());
+    EXPECT_EQ("", calls({u"choosers"_s}));
+}
+
+TEST_F(CoverArt, TheCoverOfTheListInSightIsShownThoughTheSelectedRowHasNone)
+{
+    put(resource(u"Erste.jpg"_s), "1");
+    catalogue().select(2);
+    showCover(root());
+    EXPECT_EQ("{r}Erste.jpg", shown());
+    EXPECT_TRUE(paneOn());
+    EXPECT_TRUE(root().mnuCoverShow.Checked.value());
+    EXPECT_EQ(Narrow, captionWidth());
+    EXPECT_EQ("", calls({u"choosers"_s}));
 }
 
 TEST_F(CoverArt, AnythingButYesKeepsTheCover)
@@ -368,18 +405,18 @@ TEST_F(CoverArt, APictureIsTakenOverWhileThePaneIsOnAlready)
     EXPECT_EQ(Narrow, captionWidth());
 }
 
-TEST_F(CoverArt, APictureThatCannotBeTakenOverEndsInTheChoiceOfAFile)
+TEST_F(CoverArt, APictureThatCannotBeTakenOverLeavesTheShownPaneEmpty)
 {
     catalogue().setSubItem(1, 1, u"Was?"_s);
     put(u"/album/cover.jpg"_s, "c");
     root().LMp3Files.Path = u"/vorher"_s;
     root().LMp3Files.Pattern = u"*.mp3"_s;
-    desktop.choosers.cancel(ChooserKind::Open);
     forgetCalls();
     FindPicture(root(), u"/album/"_s);
-    EXPECT_EQ(1, desktop.log.linesOf({u"choosers.open"_s}).size());
+    EXPECT_EQ("", calls({u"choosers"_s}));
     EXPECT_EQ("", shown());
-    EXPECT_TRUE(paneOn()) << "the panel is shown before the command is clicked";
+    EXPECT_TRUE(paneOn());
+    EXPECT_TRUE(root().mnuCoverShow.Checked.value());
     EXPECT_EQ("/vorher", root().LMp3Files.Path.toStdString());
     EXPECT_EQ("*.mp3", root().LMp3Files.Pattern.toStdString());
 }
