@@ -6,6 +6,7 @@
 #include "metadata/WideMp3Record.h"
 #include "platform/ListView.h"
 #include "platform/Services.h"
+#include "playback/Sequence.h"
 #include "playlists/TrackList.h"
 
 #include <memory>
@@ -65,6 +66,8 @@ struct Root : RootMenus
     PictureBox pPlayForward{controls, u"pPlayForward"};
     PictureBox pPlayBack{controls, u"pPlayBack"};
     PictureBox pSymbole{controls, u"pSymbole"};
+    /// What the player does, for the views.
+    QProperty<PlaybackStatus> playback{PlaybackStatus::Stopped};
     PictureBox pVolume{controls, u"pVolume"};
     Slider sVolume{controls, u"sVolume"};
     std::shared_ptr<clsVolume> volume;
@@ -131,6 +134,8 @@ struct Root : RootMenus
     TrackList trackList{LListView2, tPlayliste};
     /// The commands at work.
     RunningCommands commands;
+    /// The lists that follow one another, and what the user wishes meanwhile.
+    Sequence sequence;
     /// The commands that are off while the catalogue is empty.
     std::vector<MenuItem*> playlistCommands;
 

@@ -6,6 +6,7 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "playback/PlaybackState.h"
 
 namespace orvantine {
 
@@ -33,12 +34,8 @@ void writeGeometry(Root& root)
 
 void writeRepeatMode(Root& root)
 {
-    for (qint16 mode = 1; mode <= 3; ++mode) {
-        if (root.mnuWiederholung[mode].Checked.value()) {
-            writeSetting(root, u"ReCall"_s, mode);
-            return;
-        }
-    }
+    if (const int mode = repeatOf(root); mode > 0)
+        writeSetting(root, u"ReCall"_s, static_cast<qint16>(mode));
 }
 
 } // namespace

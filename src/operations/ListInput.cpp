@@ -11,6 +11,7 @@
 #include "metadata/ShowTrackInfo.h"
 #include "playback/CoverPane.h"
 #include "playback/PlaySingleTrack.h"
+#include "playback/PlaybackState.h"
 #include "playlists/GetPlayEntrys.h"
 
 namespace orvantine {
@@ -65,15 +66,15 @@ void LListView1_Click(Root& root)
 
 void LListView1_DblClick(Root& root)
 {
-    // Events are served inside: a click there selects another row, and this one plays.
-    const int row = root.LListView1.selectedRow();
     stopIfRunning(root);
     root.pSoundPlayer.Click();
     if (root.services.events.ended())
         return;
 
+    // Events are served inside: a click there selects another row, moves rows, or plays something else.
     markAllFavourites(root);
-    root.LListView1.setIcons(row, u"Icon_C"_s);
+    if (root.pPausePlayer.Enabled.value())
+        root.LListView1.setIcons(playingRow(root), u"Icon_C"_s);
 
     if (root.mnuAllesWiedergeben.Checked.value() && root.pPausePlayer.Enabled.value())
         root.Timer1.Enabled = true;
@@ -87,6 +88,7 @@ void LListView2_Click(Root& root)
 
 void LListView2_DblClick(Root& root)
 {
+    root.sequence.wish();
     playSingleTrack(root);
 }
 

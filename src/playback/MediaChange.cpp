@@ -5,6 +5,7 @@
 #include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Root.h"
+#include "playback/PlaybackState.h"
 
 #include <QLocale>
 
@@ -33,6 +34,7 @@ void MediaChange(Root& root)
 
     root.pCopyStatus.Visible = false;
     root.pDateiname.Visible = true;
+    showPlayback(root);
     if (!Command(root).yield())
         return;
     root.pDateiname.Width = root.Width.value() - Margin;

@@ -6,6 +6,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/ShowTrackInfo.h"
+#include "playback/PlaybackState.h"
 
 namespace orvantine {
 
@@ -17,25 +18,29 @@ namespace {
 void startTrack(Root& root)
 {
     MediaPlayer& player = root.services.mediaplayer;
-    const ListView& list = root.LListView1;
     showRunning(root, true);
     root.pPausePlayer.Tag = u"0"_s;
-    root.pSoundPlayer.Tag = QString::number(list.selectedRow());
+    notePlaying(root, root.LListView1.selectedRow());
     player.close();
     QString path = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
     if (!FileDirPath::hasSeparator(path))
         path = FileDirPath::FolderOf(selectedPlaylist(root)) + path;
     player.newMedia(path);
     player.setURL(path);
-    root.LListView2.Tag = QString::number(list.selectedRow());
+    showPlayback(root);
 }
 
-/// A single track has no sequence.
-void leaveSequence(Root& root)
+/// A single track has no sequence. False where the user has asked something else of the player meanwhile, or the
+/// program has ended.
+bool leaveSequence(Root& root)
 {
+    const int wish = root.sequence.wishes();
     root.LListView2.Click();
+    if (root.services.events.ended() || root.sequence.wishes() != wish)
+        return false;
     root.mnuSoundplayerExt.Visible = false;
     root.Timer1.Enabled = false;
+    return true;
 }
 
 } // namespace
@@ -46,10 +51,7 @@ void playSingleTrack(Root& root)
     // meanwhile; that goes on in the end, or the two would stop one another for ever.
     constexpr int MostRounds = 3;
     for (int round = 0; round < MostRounds; ++round) {
-        if (root.LListView2.count() == 0)
-            return;
-        leaveSequence(root);
-        if (root.services.events.ended())
+        if (root.LListView2.count() == 0 || !leaveSequence(root))
             return;
         if (root.pSoundPlayer.Enabled.value()) {
             startTrack(root);

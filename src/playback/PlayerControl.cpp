@@ -6,6 +6,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "playback/PlaySingleTrack.h"
+#include "playback/PlaybackState.h"
 
 namespace orvantine {
 
@@ -46,7 +47,8 @@ void startList(Root& root)
         return;
 
     const TrackList::Hold hold = root.trackList.hold();
-    player.newPlaylist(playlistPath(root, row), list.subItem(row, CatalogueItem::Tracks));
+    const QString path = playlistPath(root, row);
+    player.newPlaylist(path, list.subItem(row, CatalogueItem::Tracks));
     // The end of this list has not been seen yet, whatever became of the one before.
     root.pPausePlayer.Tag = u"0"_s;
     if (root.LListView2.count() == 1) {
@@ -56,23 +58,24 @@ void startList(Root& root)
 
     root.Timer1.Enabled = true;
     root.Tag = u"1"_s;
-    root.LListView2.Tag = QString::number(row);
-    root.pSoundPlayer.Tag = root.LListView2.Tag;
+    notePlaying(root, row);
     showRunning(root, true);
     offerPause(root);
     if (player.status() != u"Beendet"_s)
         player.close();
-    player.setURL(playlistPath(root, row));
+    player.setURL(path);
     root.Timer1.Enabled = true;
     Command command(root);
-    if (!command.yield())
+    // Another start meanwhile has set its own mark, a stop has taken this one away.
+    if (!command.yield() || !root.pPausePlayer.Enabled.value() || root.sequence.playlist() != path)
         return;
 
     markAllFavourites(root);
-    list.setIcons(row, u"Icon_C"_s);
+    const int now = playingRow(root);
+    list.setIcons(now, u"Icon_C"_s);
     // A click while events were served has opened another list: its row stays selected.
     if (hold.inSight())
-        list.select(row);
+        list.select(now);
 }
 
 /// The buttons are out of step: back to idle.
@@ -87,7 +90,7 @@ void setIdle(Root& root)
 
 } // namespace
 
-void pSoundPlayer_Click(Root& root)
+void runPlayButton(Root& root)
 {
     if (root.pPausePlayer.Enabled.value() && isPaused(root)) {
         resume(root);
@@ -95,20 +98,16 @@ void pSoundPlayer_Click(Root& root)
         markAllFavourites(root);
         root.tDateiname.Caption = QString();
         root.pDateiname.Tag = u"0"_s;
-        pStopPlayer_Click(root);
+        stopPlaying(root);
     } else if (root.pSoundPlayer.Enabled.value()) {
         startList(root);
     } else {
         setIdle(root);
     }
+    showPlayback(root);
 }
 
-void pPausePlayer_Click(Root& root)
-{
-    mnuSoundplayer_Click(root, root.mnuSoundplayer[4].Enabled.value() ? 4 : 3);
-}
-
-void pStopPlayer_Click(Root& root)
+void stopPlaying(Root& root)
 {
     showRunning(root, false);
     root.tDateiname.Caption = QString();
@@ -118,6 +117,24 @@ void pStopPlayer_Click(Root& root)
     root.Timer1.Enabled = false;
     root.services.mediaplayer.stop();
     root.services.mediaplayer.close();
+    showPlayback(root);
+}
+
+void pSoundPlayer_Click(Root& root)
+{
+    root.sequence.wish();
+    runPlayButton(root);
+}
+
+void pPausePlayer_Click(Root& root)
+{
+    mnuSoundplayer_Click(root, root.mnuSoundplayer[4].Enabled.value() ? 4 : 3);
+}
+
+void pStopPlayer_Click(Root& root)
+{
+    root.sequence.wish();
+    stopPlaying(root);
 }
 
 void pPlayBack_Click(Root& root)
@@ -132,10 +149,13 @@ void pPlayForward_Click(Root& root)
 
 void mnuWiedergabe_Click(Root& root)
 {
-    if (isPaused(root))
+    if (isPaused(root)) {
+        root.sequence.wish();
         root.services.mediaplayer.play();
-    else
-        pSoundPlayer_Click(root);
+        showPlayback(root);
+        return;
+    }
+    pSoundPlayer_Click(root);
 }
 
 void mnuSoundplayer_Click(Root& root, int index)
@@ -148,6 +168,7 @@ void mnuSoundplayer_Click(Root& root, int index)
         root.services.mediaplayer.previous();
         break;
     case 3:
+        root.sequence.wish();
         root.services.mediaplayer.pause();
         break;
     case 4:
@@ -160,14 +181,17 @@ void mnuSoundplayer_Click(Root& root, int index)
         offerPause(root);
     if (index == 3)
         offerResume(root);
+    showPlayback(root);
 }
 
 void mnuSpecials_Click(Root& root, int index)
 {
-    if (index == 1)
+    if (index == 1) {
+        root.sequence.wish();
         playSingleTrack(root);
-    else if (index == 2)
+    } else if (index == 2) {
         pStopPlayer_Click(root);
+    }
 }
 
 } // namespace orvantine

@@ -4,6 +4,8 @@ namespace orvantine {
 
 struct Root;
 
+// What a user presses counts as a wish: a sequence that waits gives way to it.
+
 /// Play, resume or stop, by the state of the two buttons and of the player.
 void pSoundPlayer_Click(Root& root);
 /// Pause, or resume where that is possible.
@@ -16,5 +18,10 @@ void mnuWiedergabe_Click(Root& root);
 void mnuSoundplayer_Click(Root& root, int index);
 /// 1 plays the track, 2 stops.
 void mnuSpecials_Click(Root& root, int index);
+
+// The same steps as of the program itself
+
+void runPlayButton(Root& root);
+void stopPlaying(Root& root);
 
 } // namespace orvantine

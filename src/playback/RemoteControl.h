@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Bindings.h"
+#include "playback/Sequence.h"
 
 #include <QByteArray>
 #include <QList>
@@ -13,8 +14,6 @@
 namespace orvantine {
 
 struct Root;
-
-enum class PlaybackStatus { Stopped, Playing, Paused };
 
 /// The title that plays or is paused.
 struct PlayedTrack

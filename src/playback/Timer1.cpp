@@ -6,6 +6,8 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "playback/PlaySingleTrack.h"
+#include "playback/PlaybackState.h"
+#include "playback/PlayerControl.h"
 #include "playlists/GetPlayEntrys.h"
 
 #include <cstdlib>
@@ -20,6 +22,13 @@ bool atLastTrack(const MediaPlayer& player)
 {
     const int last = player.playlistCount() - 1;
     return last < 0 || player.playlistSourceURL(last) == player.currentSourceURL();
+}
+
+/// Without tracks in sight there is nothing to go on with, unless the list that plays is passed over: nothing of it
+/// could be played.
+bool endsAtEmptyView(const Root& root)
+{
+    return root.LListView2.count() == 0 && (root.services.mediaplayer.heard() || repeatOf(root) != 3);
 }
 
 void openRow(Root& root, int row)
@@ -38,39 +47,49 @@ void returnToRow(Root& root, Command& command, int row)
     command.lastYield();
 }
 
-void repeatPlaylist(Root& root, Command& command)
+void repeatPlaylist(Root& root, Command& command, const Sequence::Turn& turn)
 {
     root.services.mediaplayer.stop();
     root.services.mediaplayer.play();
-    root.pSoundPlayer.Click();
+    runPlayButton(root);
+    if (command.ended() || !turn.undisturbed())
+        return;
     root.Timer1.Enabled = true;
     returnToRow(root, command, 0);
 }
 
-void playNextPlaylist(Root& root, Command& command)
+void playNextPlaylist(Root& root, Command& command, const Sequence::Turn& turn)
 {
     ListView& list = root.LListView1;
+    if (root.sequence.listEnded(root.services.mediaplayer.heard()) >= list.count()) {
+        stopPlaying(root);
+        return;
+    }
     const int remembered = list.selectedRow();
-    const int playing = root.pSoundPlayer.Tag.toInt();
+    const int playing = playingRow(root);
     if (remembered != playing)
         list.select(playing);
 
     const int next = list.selectedRow() + 1;
-    if (!command.yield())
+    if (!command.yield() || !turn.undisturbed())
         return;
     list.select(next > list.count() ? 1 : next);
-    if (!command.yield() || !command.pause(1.0))
+    if (!command.yield() || !turn.undisturbed() || !command.pause(1.0) || !turn.undisturbed())
         return;
     root.services.mediaplayer.close();
 
     openRow(root, list.selectedRow());
-    root.pPausePlayer.Tag = u"0"_s;
-    if (!command.yield())
+    if (!turn.undisturbed())
         return;
-    root.pSoundPlayer.Click();
+    root.pPausePlayer.Tag = u"0"_s;
+    if (!command.yield() || !turn.undisturbed())
+        return;
+    runPlayButton(root);
+    if (command.ended() || !turn.undisturbed())
+        return;
     root.Timer1.Enabled = true;
     root.pPausePlayer.Tag = u"0"_s;
-    if (command.pause(1.0))
+    if (command.pause(1.0) && turn.undisturbed())
         returnToRow(root, command, remembered);
 }
 
@@ -91,6 +110,12 @@ void mnuAllesWiedergeben_Click(Root& root)
         root.Timer1.Enabled = true;
 }
 
+bool nextListFollows(const Root& root)
+{
+    return root.Timer1.Enabled.value() && root.mnuAllesWiedergeben.Checked.value() && repeatOf(root) == 3 &&
+           atLastTrack(root.services.mediaplayer) && !endsAtEmptyView(root);
+}
+
 void Timer1_Tick(Root& root)
 {
     const MediaPlayer& player = root.services.mediaplayer;
@@ -101,18 +126,18 @@ void Timer1_Tick(Root& root)
     }
     if (!atLastTrack(player))
         return;
-    if (root.LListView2.count() == 0) {
-        root.pHinweistext.Visible = true;
+    root.pHinweistext.Visible = root.LListView2.count() == 0;
+    if (endsAtEmptyView(root))
         return;
-    }
     root.mnuOrvmenu[1].Visible = true;
     root.mnuOrvmenu[2].Visible = true;
-    root.pHinweistext.Visible = false;
 
     const PlayState state = player.playState();
-    if (state == PlayState::Stopped && root.mnuWiederholung[2].Checked.value()) {
+    if (state == PlayState::Stopped && repeatOf(root) == 2) {
+        const int wish = root.sequence.wishes();
         playSingleTrack(root);
-        root.Timer1.Enabled = true;
+        if (root.sequence.wishes() == wish)
+            root.Timer1.Enabled = true;
         return;
     }
 
@@ -124,13 +149,17 @@ void Timer1_Tick(Root& root)
         return;
 
     showRunning(root, false);
+    const Sequence::Turn turn(root.sequence);
     Command command(root);
     if (!command.yield())
         return;
-    if (root.mnuWiederholung[1].Checked.value())
-        repeatPlaylist(root, command);
-    else if (root.mnuWiederholung[3].Checked.value())
-        playNextPlaylist(root, command);
+    if (turn.undisturbed() && repeatOf(root) == 1)
+        repeatPlaylist(root, command, turn);
+    else if (turn.undisturbed() && repeatOf(root) == 3)
+        playNextPlaylist(root, command, turn);
+    // A pause in the wait for the next list leaves nothing that could go on.
+    if (!turn.undisturbed() && root.pSoundPlayer.Enabled.value())
+        root.Timer1.Enabled = false;
 }
 
 } // namespace orvantine

@@ -9,6 +9,9 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
+#include "playback/PlaybackState.h"
+#include "playback/PlayerControl.h"
+#include "playback/Timer1.h"
 
 #include <algorithm>
 #include <array>
@@ -72,15 +75,22 @@ void showLabels(Root& root)
     root.LSoundCaption.Visible = root.LSoundCaption.Caption.value().size() < TooLong;
 }
 
-/// What ends a playlist while Timer1 is off, and a single track.
-void stopAtEnd(Root& root)
+/// What ends a playlist while Timer1 is off, and a single track. What the sequence goes on with is not stopped. False
+/// where the program has ended.
+bool stopAtEnd(Root& root)
 {
-    const auto ended = [&root] { return root.services.mediaplayer.status() == u"Beendet"_s; };
-    if (!root.pPausePlayer.Enabled.value() || !ended())
-        return;
+    const auto ended = [&root] {
+        return root.pPausePlayer.Enabled.value() && root.services.mediaplayer.status() == u"Beendet"_s &&
+               !root.sequence.takesTurn() && !nextListFollows(root);
+    };
+    if (!ended())
+        return true;
     Command command(root);
-    if (command.pause(1.0) && ended())
-        root.pStopPlayer.Click();
+    if (!command.pause(1.0))
+        return false;
+    if (ended())
+        stopPlaying(root);
+    return true;
 }
 
 void showHint(Label& label, const QString& hint)
@@ -123,7 +133,9 @@ void Timer2_Tick(Root& root)
 
     showLabels(root);
 
-    stopAtEnd(root);
+    if (!stopAtEnd(root))
+        return;
+    showPlayback(root);
 
     root.LListenCaption.Caption = root.bMoveDown.Enabled.value()
                                       ? u"Verwenden Sie diese Cursor-Schaltflächen zum verschieben der Einträge."_s

@@ -85,6 +85,7 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
     const QStringList known{
         // Root holds the state of these three, and nothing of what is done with it.
         u"app/Root -> metadata/WideMp3Record"_s,
+        u"app/Root -> playback/Sequence"_s,
         u"app/Root -> playlists/TrackList"_s,
         // The start and the end of the program touch everything once.
         u"app/FormLoad -> catalogue/GetPlayListe"_s,
@@ -93,6 +94,7 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"app/FormLoad -> shell/Startup"_s,
         u"app/FormLoad -> shell/UpdateCheck"_s,
         u"app/SaveOptions -> catalogue/CatalogueRows"_s,
+        u"app/SaveOptions -> playback/PlaybackState"_s,
         u"app/Shutdown -> metadata/frmID3"_s,
         // A command on the catalogue ends with a playlist that is opened and its cover that is shown.
         u"catalogue/GetPlayListe -> playlists/GetPlayEntrys"_s,

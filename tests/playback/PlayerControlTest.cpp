@@ -239,6 +239,84 @@ TEST_F(PlayerControl, InsideTheStartThePlayerHasItsListAndTheRowNotYetItsDisc)
               seen);
 }
 
+TEST_F(PlayerControl, TheDiscFollowsThePlaylistThatPlays)
+{
+    struct Case
+    {
+        const char* name;
+        std::function<void()> meanwhile;
+        const char* marks;
+        int selected;
+    };
+    const auto moveDown = [this] {
+        ListItem row = catalogue().item(1);
+        catalogue().remove(1);
+        catalogue().insert(3, std::move(row));
+    };
+    const std::vector<Case> cases{{"row moved", moveDown, "Icon_6 Icon_1 Icon_C Icon_1", 3},
+                                  {"row removed", [this] { catalogue().remove(1); }, "Icon_6 Icon_1 Icon_1", 0},
+                                  {"stopped", [this] { root().pStopPlayer.Click(); }, "Icon_6 Icon_1 Icon_1 Icon_1", 1},
+                                  {"another one started",
+                                   [this] {
+                                       root().pStopPlayer.Click();
+                                       click(2);
+                                       root().pSoundPlayer.Click();
+                                   },
+                                   "Icon_6 Icon_C Icon_1 Icon_1", 2}};
+    for (const Case& c : cases) {
+        for (const bool doubleClick : {false, true}) {
+            SCOPED_TRACE(std::string(c.name) + (doubleClick ? ", double click" : ""));
+            desktop.newProcess();
+            SetUp();
+            desktop.events().after(std::chrono::milliseconds{0}, c.meanwhile);
+            if (doubleClick)
+                catalogue().DblClick();
+            else
+                pSoundPlayer_Click(root());
+            EXPECT_EQ(c.marks, marks());
+            EXPECT_EQ(c.selected, catalogue().selectedRow());
+        }
+    }
+}
+
+TEST_F(PlayerControl, TheTitleThatPlaysIsMarkedInItsList)
+{
+    const auto marked = [this] {
+        std::string seen;
+        for (int row = 0; row < tracks().rowCount(); ++row)
+            seen += std::to_string(tracks().data(tracks().index(row, 0), ListView::PlayingRole).toInt());
+        return seen;
+    };
+    EXPECT_EQ("00", marked());
+    pSoundPlayer_Click(root());
+    EXPECT_EQ("10", marked());
+    player().pretendItem(1);
+    EXPECT_EQ("01", marked());
+    root().pPausePlayer.Click();
+    EXPECT_EQ("02", marked());
+    EXPECT_EQ(PlaybackStatus::Paused, root().playback.value());
+    root().mnuWiedergabe.Click();
+    EXPECT_EQ("01", marked());
+    click(2);
+    EXPECT_EQ("00", marked()) << "another list is in sight";
+    click(1);
+    EXPECT_EQ("01", marked());
+    for (int row = 1; row <= 2; ++row)
+        EXPECT_EQ("Icon_2", tracks().item(row).SmallIcon.toStdString());
+    root().pStopPlayer.Click();
+    EXPECT_EQ("00", marked());
+    EXPECT_EQ(PlaybackStatus::Stopped, root().playback.value());
+}
+
+TEST_F(PlayerControl, APauseByTheKeysIsSeenByTheHousekeeping)
+{
+    pSoundPlayer_Click(root());
+    player().pause();
+    EXPECT_EQ(PlaybackStatus::Playing, root().playback.value());
+    run(280);
+    EXPECT_EQ(PlaybackStatus::Paused, root().playback.value());
+}
+
 TEST_F(PlayerControl, ButtonsOutOfStepServeTheEventsBehindTheClose)
 {
     root().pSoundPlayer.Enabled = false;

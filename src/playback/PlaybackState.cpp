@@ -1,0 +1,57 @@
+#include "playback/PlaybackState.h"
+
+#include "app/Columns.h"
+#include "app/FileDirPath.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
+
+namespace orvantine {
+
+PlaybackStatus playbackStatus(const Root& root)
+{
+    const PlayState state = root.services.mediaplayer.playState();
+    if (!root.pPausePlayer.Enabled.value() || state == PlayState::Stopped || state == PlayState::Ready)
+        return PlaybackStatus::Stopped;
+    return state == PlayState::Paused ? PlaybackStatus::Paused : PlaybackStatus::Playing;
+}
+
+void showPlayback(Root& root)
+{
+    const PlaybackStatus status = playbackStatus(root);
+    root.LListView2.setPlaying(
+        TrackItem::Path, status == PlaybackStatus::Stopped ? QString() : root.services.mediaplayer.currentSourceURL(),
+        status == PlaybackStatus::Paused);
+    root.playback = status;
+}
+
+int repeatOf(const Root& root)
+{
+    for (int mode = 1; mode <= 3; ++mode)
+        if (root.mnuWiederholung[mode].Checked.value())
+            return mode;
+    return 0;
+}
+
+int playingRow(const Root& root)
+{
+    const int row = root.pSoundPlayer.Tag.toInt();
+    const QString& path = root.sequence.playlist();
+    const auto plays = [&root, &path](int candidate) {
+        return FileDirPath::isSameFile(playlistPath(root, candidate), path);
+    };
+    if (path.isEmpty() || plays(row))
+        return row;
+    for (int other = 1; other <= root.LListView1.count(); ++other)
+        if (plays(other))
+            return other;
+    return 0;
+}
+
+void notePlaying(Root& root, int row)
+{
+    root.pSoundPlayer.Tag = QString::number(row);
+    root.LListView2.Tag = root.pSoundPlayer.Tag;
+    root.sequence.setPlaylist(playlistPath(root, row));
+}
+
+} // namespace orvantine
