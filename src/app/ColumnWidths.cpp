@@ -35,6 +35,22 @@ void store(Root& root, const ListView& list, const std::array<ColumnRule, Count>
 
 } // namespace
 
+bool isHidden(const Root& root, const ListView& list, int column)
+{
+    const auto at = static_cast<std::size_t>(column - 1);
+    const bool catalogue = &list == &root.LListView1;
+    if ((catalogue ? CatalogueColumns.at(at) : TrackColumns.at(at)).width == 0)
+        return true;
+    if (catalogue)
+        return column == columnOf(CatalogueItem::Tracks) && !root.mnuTrackShow.Checked.value();
+    const bool paths = root.mnuOrvmenu[1].Checked.value();
+    const bool files = root.mnuOrvmenu[2].Checked.value();
+    // Of path and file name one is seen at most.
+    if (column == columnOf(TrackItem::Path))
+        return !paths || files;
+    return column == columnOf(TrackItem::File) && (!files || paths);
+}
+
 void createCatalogueColumns(ListView& list)
 {
     create(list, CatalogueColumns);

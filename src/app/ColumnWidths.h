@@ -7,6 +7,9 @@ namespace orvantine {
 class ListView;
 struct Root;
 
+/// A column that is only storage, or that the view commands keep out of sight. Its width is neither stored nor applied.
+[[nodiscard]] bool isHidden(const Root& root, const ListView& list, int column);
+
 void createCatalogueColumns(ListView& list);
 /// Widths of the columns as they are created.
 void resetCatalogueColumnWidths(ListView& list);

@@ -1,6 +1,6 @@
 #include "playback/Timer2.h"
 
-#include "app/Columns.h"
+#include "app/ColumnWidths.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -32,15 +32,14 @@ void showRipper(Root& root)
     root.Trennung0X.Visible = known;
 }
 
-/// A column that was drawn too narrow gets the width of its creation back; one of width 0 is meant to be hidden.
+/// A column that was drawn too narrow gets the width of its creation back, unless it is one that is hidden.
 template <std::size_t Count>
-void restoreColumns(ListView& list, const std::array<ColumnRule, Count>& rules)
+void restoreColumns(const Root& root, ListView& list, const std::array<ColumnRule, Count>& rules)
 {
-    for (int column = 1; column <= std::min(list.columns(), static_cast<int>(Count)); ++column) {
-        const Twips width = list.columnWidth(column);
-        if (width > 0 && width < NarrowestColumn)
-            list.setColumnWidth(column, rules[static_cast<std::size_t>(column - 1)].width);
-    }
+    for (int column = 1; column <= std::min(list.columns(), static_cast<int>(Count)); ++column)
+        if (list.columnWidth(column) < NarrowestColumn)
+            list.setColumnWidth(column,
+                                isHidden(root, list, column) ? 0 : rules[static_cast<std::size_t>(column - 1)].width);
 }
 
 void enableCommands(Root& root)
@@ -71,8 +70,6 @@ void showLabels(Root& root)
     root.sAnzeige[4].Visible = artist;
     root.sAnzeige[5].Visible = bitRate;
     root.pMpeg.Visible = bitRate;
-    constexpr qsizetype TooLong = 161;
-    root.LSoundCaption.Visible = root.LSoundCaption.Caption.value().size() < TooLong;
 }
 
 /// What ends a playlist while Timer1 is off, and a single track. What the sequence goes on with is not stopped. False
@@ -97,19 +94,26 @@ void showHint(Label& label, const QString& hint)
 {
     if (!isSameHint(label.Caption, hint))
         label.Caption = hint;
+    label.Tag = u"0"_s;
 }
 
 void showDescription(Root& root)
 {
+    Label& label = root.LSoundCaption;
+    if (root.LListView1.count() == 0) {
+        showHint(label, u"Fügen Sie eine neue Wiedergabeliste hinzu, indem Sie die m3u-Datei in die Orvante ziehen."_s);
+        return;
+    }
     const QString description =
         indexValue(root, databaseFile(root), numberOf(root, root.LListView1.selectedRow()), EntryKey::Description);
-    if (root.LListView1.count() == 0)
-        showHint(root.LSoundCaption,
-                 u"Fügen Sie eine neue Wiedergabeliste hinzu, indem Sie die m3u-Datei in die Orvante ziehen."_s);
-    else if (!description.isEmpty())
-        root.LSoundCaption.Caption = description;
-    else if (root.LListView2.count() == 0)
-        showHint(root.LSoundCaption, addTracksHint());
+    // Required: a longer one stays as the reading of the list has put it.
+    constexpr qsizetype TooLong = 161;
+    if (!description.isEmpty() && description.size() < TooLong) {
+        label.Caption = description;
+        label.Tag = u"1"_s;
+    } else if (description.isEmpty() && root.LListView2.count() == 0) {
+        showHint(label, addTracksHint());
+    }
 }
 
 } // namespace
@@ -118,8 +122,8 @@ void Timer2_Tick(Root& root)
 {
     showRipper(root);
 
-    restoreColumns(root.LListView1, CatalogueColumns);
-    restoreColumns(root.LListView2, TrackColumns);
+    restoreColumns(root, root.LListView1, CatalogueColumns);
+    restoreColumns(root, root.LListView2, TrackColumns);
 
     root.mnuCoverShow.Checked = root.pCoverBack.Visible.value();
 
@@ -141,7 +145,9 @@ void Timer2_Tick(Root& root)
                                       ? u"Verwenden Sie diese Cursor-Schaltflächen zum verschieben der Einträge."_s
                                       : u"Klicken Sie das CD-Symbol um die Wiedergabe der Playliste zu starten."_s;
 
-    showDescription(root);
+    // A move keeps the description of its row.
+    if (root.bMoveDown.Tag != u"1"_s)
+        showDescription(root);
 }
 
 } // namespace orvantine

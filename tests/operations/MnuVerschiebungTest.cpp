@@ -218,9 +218,19 @@ TEST_F(Reordering, ACheckThatWasOffOrAbsentStaysOff)
 TEST_F(Reordering, AnUnmarkedDescriptionIsNotTakenAlong)
 {
     startWith(2);
+    root().Timer2.Enabled = false;
     root().LSoundCaption.Tag = u"0"_s;
     root().mnuVerschiebung[1].Click();
     EXPECT_EQ("000|Zwei|Zwei.m3u|2||02.01.2001|1|", keys(1));
+}
+
+TEST_F(Reordering, ADescriptionThatTheHousekeepingShowsIsTakenAlong)
+{
+    startWith(2);
+    root().LSoundCaption.Tag = u"0"_s;
+    desktop.events().run(root().Timer2.Interval);
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
 }
 
 TEST_F(Reordering, TheMoveMarkStandsForTheTimeOfAMoveAndTheTracksAreUnsorted)

@@ -147,33 +147,118 @@ TEST_F(Housekeeping, ThePlaybackMenuShowsFromTwoItemsOn)
     EXPECT_FALSE(root().mnuSoundplayerExt.Visible.value());
 }
 
-TEST_F(Housekeeping, AColumnOf499GoesBackToItsCreationWidthAndAHiddenOneStaysHidden)
+TEST_F(Housekeeping, AColumnBelow500GoesBackToItsCreationWidthAndAHiddenOneStaysHidden)
 {
-    for (int column = 1; column <= 4; ++column)
-        catalogue().setColumnWidth(column, 499);
-    for (int column = 1; column <= 5; ++column)
-        tracks().setColumnWidth(column, 499);
+    struct Case
+    {
+        const char* name;
+        bool trackCounts, paths, files;
+        const char* catalogue;
+        const char* tracks;
+    };
+    const char* const whole = "1 \"ID\" 0\n2 \"Name\" 2800\n3 \"Path\" 0\n4 \"Tracks\" 900";
+    const char* const paths = "1 \"ID\" 0\n2 \"Track\" 800\n3 \"Name\" 3600\n4 \"Path\" 2900\n5 \"Datei\" 0";
+    for (const Case& c : {Case{"paths", true, true, false, whole, paths},
+                          Case{"file names", true, false, true, whole,
+                               "1 \"ID\" 0\n2 \"Track\" 800\n3 \"Name\" 3600\n4 \"Path\" 0\n5 \"Datei\" 2200"},
+                          Case{"neither", true, false, false, whole,
+                               "1 \"ID\" 0\n2 \"Track\" 800\n3 \"Name\" 3600\n4 \"Path\" 0\n5 \"Datei\" 0"},
+                          Case{"no track counts", false, true, false,
+                               "1 \"ID\" 0\n2 \"Name\" 2800\n3 \"Path\" 0\n4 \"Tracks\" 0", paths}}) {
+        root().mnuTrackShow.Checked = c.trackCounts;
+        root().mnuOrvmenu[1].Checked = c.paths;
+        root().mnuOrvmenu[2].Checked = c.files;
+        for (const Twips drawn : {0, 15, 499}) {
+            SCOPED_TRACE(std::string(c.name) + ' ' + std::to_string(drawn));
+            for (int column = 1; column <= 4; ++column)
+                catalogue().setColumnWidth(column, drawn);
+            for (int column = 1; column <= 5; ++column)
+                tracks().setColumnWidth(column, drawn);
+            Timer2_Tick(root());
+            EXPECT_EQ(c.catalogue, lines(columnLines(catalogue())));
+            EXPECT_EQ(c.tracks, lines(columnLines(tracks())));
+        }
+    }
+    catalogue().setColumnWidth(2, 500);
     Timer2_Tick(root());
-    EXPECT_EQ("1 \"ID\" 0\n2 \"Name\" 2800\n3 \"Path\" 0\n4 \"Tracks\" 900", lines(columnLines(catalogue())));
-    EXPECT_EQ("1 \"ID\" 0\n2 \"Track\" 800\n3 \"Name\" 3600\n4 \"Path\" 2900\n5 \"Datei\" 2200",
-              lines(columnLines(tracks())));
-
-    for (int column = 1; column <= 5; ++column)
-        tracks().setColumnWidth(column, 0);
-    catalogue().setColumnWidth(2, 0);
-    catalogue().setColumnWidth(4, 500);
-    Timer2_Tick(root());
-    EXPECT_EQ("1 \"ID\" 0\n2 \"Name\" 0\n3 \"Path\" 0\n4 \"Tracks\" 500", lines(columnLines(catalogue())));
-    EXPECT_EQ("1 \"ID\" 0\n2 \"Track\" 0\n3 \"Name\" 0\n4 \"Path\" 0\n5 \"Datei\" 0", lines(columnLines(tracks())));
+    EXPECT_EQ(500, catalogue().columnWidth(2));
 }
 
-TEST_F(Housekeeping, ADescriptionOf160CharactersIsShownAndOneOf161Hidden)
+TEST_F(Housekeeping, ADescriptionOf161CharactersStaysAsTheReadingPutIt)
 {
-    for (const int length : {160, 161, 160}) {
-        root().LSoundCaption.Caption = QString(length, u'x');
-        Timer2_Tick(root());
-        EXPECT_EQ(length == 160, root().LSoundCaption.Visible.value()) << length;
+    for (const int length : {160, 161, 250}) {
+        SCOPED_TRACE(length);
+        const QString description(length, u'x');
+        desktop.profiles().setValue(database(), u"Index"_s, u"2e"_s, description);
+        click(1);
+        click(2);
+        for (int pass = 1; pass <= 10; ++pass) {
+            Timer2_Tick(root());
+            ASSERT_EQ(description.toStdString(), root().LSoundCaption.Caption.value().toStdString()) << pass;
+            ASSERT_TRUE(root().LSoundCaption.Visible.value()) << pass;
+            ASSERT_EQ("1", root().LSoundCaption.Tag.toStdString()) << pass;
+        }
     }
+}
+
+TEST_F(Housekeeping, ADescriptionThatTheReadingHasNotPutIsNoneOf161Characters)
+{
+    for (const int length : {161, 160}) {
+        desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, QString(length, u'x'));
+        root().LSoundCaption.Caption = u"vorher"_s;
+        Timer2_Tick(root());
+        EXPECT_EQ(length == 161 ? 6 : 160, root().LSoundCaption.Caption.value().size());
+    }
+}
+
+TEST_F(Housekeeping, TheMarkOfTheCaptionTellsADescriptionFromAHint)
+{
+    const auto mark = [this] {
+        Timer2_Tick(root());
+        return root().LSoundCaption.Tag.toStdString();
+    };
+    root().LSoundCaption.Tag = u"0"_s;
+    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, u"Für die Fahrt"_s);
+    EXPECT_EQ("1", mark());
+    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, QString());
+    tracks().clear();
+    EXPECT_EQ("0", mark());
+    root().LSoundCaption.Tag = u"1"_s;
+    catalogue().clear();
+    EXPECT_EQ("0", mark());
+}
+
+TEST_F(Housekeeping, AMoveKeepsTheDescriptionOfItsRow)
+{
+    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, u"Für die Fahrt"_s);
+    root().LSoundCaption.Caption = u"Für daheim"_s;
+    for (const bool moving : {true, false}) {
+        root().bMoveDown.Tag = moving ? u"1"_s : u"0"_s;
+        Timer2_Tick(root());
+        EXPECT_EQ(moving ? "Für daheim" : "Für die Fahrt", root().LSoundCaption.Caption.value().toStdString());
+    }
+}
+
+TEST_F(Housekeeping, WithoutACatalogueTheDatabaseIsNotAskedForADescription)
+{
+    catalogue().clear();
+    forgetCalls();
+    Timer2_Tick(root());
+    EXPECT_EQ("files.exists \"\"", calls({u"files."_s})) << "the ripper alone";
+}
+
+TEST_F(Housekeeping, NothingRunsBehindTheEndOfTheProgram)
+{
+    playSingleTrack(root());
+    player().pretendEnded();
+    root().LListenCaption.Caption = u"vorher"_s;
+    desktop.events().after(std::chrono::milliseconds{500}, [&] {
+        desktop.events().endProcess();
+        forgetCalls();
+    });
+    Timer2_Tick(root());
+    EXPECT_EQ("", calls({u"files."_s, u"Mediaplayer."_s}));
+    EXPECT_EQ("vorher", root().LListenCaption.Caption.value().toStdString());
 }
 
 TEST_F(Housekeeping, TheRipperShowsOnlyWhereItsFileStands)
@@ -390,16 +475,6 @@ TEST_F(Housekeeping, TheButtonsOfTheTransportFollowWhatStoodBeforeTheCommands)
     Timer2_Tick(root());
     EXPECT_FALSE(root().pPlayBack.Enabled.value());
     EXPECT_FALSE(root().pPlayForward.Enabled.value());
-}
-
-TEST_F(Housekeeping, ADescriptionThatIsTooLongGoesWithTheNextPass)
-{
-    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, QString(161, u'x'));
-    Timer2_Tick(root());
-    EXPECT_EQ(161, root().LSoundCaption.Caption.value().size());
-    EXPECT_TRUE(root().LSoundCaption.Visible.value());
-    Timer2_Tick(root());
-    EXPECT_FALSE(root().LSoundCaption.Visible.value());
 }
 
 TEST_F(Housekeeping, AHintIsTheSameIfItsFirst38CharactersAre)
