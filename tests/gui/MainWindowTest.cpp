@@ -1,5 +1,7 @@
 #include "desktop/qt/window/MainWindow.h"
 
+#include "app/PlayButtons.h"
+#include "desktop/qt/widgets/FlatButton.h"
 #include "desktop/qt/widgets/ReportList.h"
 #include "gui/Sample.h"
 #include "playlists/PlaylistText.h"
@@ -203,6 +205,73 @@ TEST_F(Window, TheCoverIsChosenByAClickAndRemovedByTheRightButton)
     QTest::mousePress(find(root.pCovers), Qt::RightButton);
     QTest::mouseRelease(find(root.pCovers), Qt::RightButton);
     EXPECT_EQ(calls.join(u' ').toStdString(), "left click right");
+}
+
+TEST_F(Window, ThePauseButtonBearsTheNameOfWhatAPressDoes)
+{
+    auto* const button = find<ControlButton>(root.pPausePlayer);
+    struct Case
+    {
+        bool resumable;
+        PlaybackStatus playback;
+        const char* name;
+        const char* icon;
+    };
+    for (const Case& c : {Case{false, PlaybackStatus::Playing, "Pause", "media-playback-pause"},
+                          Case{true, PlaybackStatus::Paused, "Weiterspielen", "media-playback-start"},
+                          Case{true, PlaybackStatus::Playing, "Wiedergabe stoppen", "media-playback-stop"},
+                          Case{true, PlaybackStatus::Stopped, "Pause", "media-playback-pause"}}) {
+        root.mnuSoundplayer[4].Enabled = c.resumable;
+        root.playback = c.playback;
+        EXPECT_EQ(c.name, button->accessibleName().toStdString());
+        EXPECT_EQ(c.name, button->toolTip().toStdString());
+        EXPECT_EQ(c.icon, button->iconName().toStdString());
+    }
+}
+
+TEST_F(Window, TheFocusStaysWhereTheHandIs)
+{
+    open();
+    auto* const play = find<QAbstractButton>(root.pSoundPlayer);
+    auto* const pause = find<QAbstractButton>(root.pPausePlayer);
+    for (PictureBox* control : {&root.pSoundPlayer, &root.pPausePlayer}) {
+        control->Click = [] {};
+        control->Enabled = false;
+    }
+    showRunning(root, false);
+    play->setFocus();
+    showRunning(root, true);
+    EXPECT_EQ(pause, QApplication::focusWidget());
+    showRunning(root, false);
+    EXPECT_EQ(play, QApplication::focusWidget());
+    // A focus elsewhere is left alone.
+    auto* const stop = find(root.pStopPlayer);
+    stop->setFocus();
+    showRunning(root, true);
+    EXPECT_EQ(stop, QApplication::focusWidget());
+}
+
+TEST_F(Window, PlayingPausedAndStoppedAreToldApartAtAGlance)
+{
+    open();
+    root.tDateiname.Caption = u"Lied"_s;
+    root.pDateiname.Visible = true;
+    auto* const disc = find<DiscButton>(root.pSymbole);
+    auto* const line = find(root.pDateiname);
+    auto* const sign = line->findChild<QWidget*>(u"playback"_s);
+    auto* const held = line->findChild<QLabel*>(u"held"_s);
+    ASSERT_NE(sign, nullptr);
+    ASSERT_NE(held, nullptr);
+    const auto picture = [](QWidget* widget) { return widget->grab().toImage(); };
+    QList<QImage> discs;
+    for (const PlaybackStatus playback : {PlaybackStatus::Stopped, PlaybackStatus::Playing, PlaybackStatus::Paused}) {
+        root.playback = playback;
+        EXPECT_EQ(playback == PlaybackStatus::Paused, held->isVisible());
+        for (const QImage& other : discs)
+            EXPECT_NE(other, picture(disc));
+        discs += picture(disc);
+    }
+    EXPECT_EQ("Angehalten", held->text().toStdString());
 }
 
 TEST_F(Window, TheSliderTellsAPressAScrollAndAClick)

@@ -19,8 +19,7 @@ void follow(Bindings& bindings, FlatButton& button, C& control, const QString& n
     button.setObjectName(control.fullName());
     button.setAccessibleName(name);
     bindings.follow(control.Visible, [&button](bool visible) { button.setVisible(visible); });
-    bindings.follow(control.Enabled,
-                    [&button, &control](bool enabled) { button.setEnabled(enabled && control.Click); });
+    bindings.follow(control.Enabled, [&button, &control](bool enabled) { button.enable(enabled && control.Click); });
     bindings.follow(control.ToolTipText,
                     [&button, name](const QString& tip) { button.setToolTip(tip.isEmpty() ? name : tip); });
     control.SetFocus = [target = QPointer<FlatButton>(&button)] {
@@ -35,6 +34,13 @@ FlatButton::FlatButton(Form form, int side, QWidget* parent) : QAbstractButton(p
 {
     setFocusPolicy(Qt::StrongFocus);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+}
+
+void FlatButton::enable(bool enabled)
+{
+    if (!enabled && hasFocus() && m_partner != nullptr && m_partner->isEnabled())
+        m_partner->setFocus(Qt::OtherFocusReason);
+    setEnabled(enabled);
 }
 
 void FlatButton::setIconName(const QString& name)
@@ -112,7 +118,7 @@ void FlatButton::changeEvent(QEvent* event)
 
 ControlButton::ControlButton(PictureBox& control, Form form, int side, const QString& name, const QString& icon,
                              QWidget* parent)
-    : FlatButton(form, side, parent)
+    : FlatButton(form, side, parent), m_tip(control.ToolTipText)
 {
     setIconName(icon);
     follow(m_bindings, *this, control, name);
@@ -123,7 +129,7 @@ ControlButton::ControlButton(PictureBox& control, Form form, int side, const QSt
 }
 
 ControlButton::ControlButton(Button& control, int side, const QString& name, const QString& icon, QWidget* parent)
-    : FlatButton(Form::Flat, side, parent)
+    : FlatButton(Form::Flat, side, parent), m_tip(control.ToolTipText)
 {
     setIconName(icon);
     follow(m_bindings, *this, control, name);
@@ -133,18 +139,27 @@ ControlButton::ControlButton(Button& control, int side, const QString& name, con
     });
 }
 
-DiscButton::DiscButton(PictureBox& control, QProperty<bool>& playing, const QString& name, QWidget* parent)
-    : FlatButton(Form::Flat, 44, parent)
+void ControlButton::setMeaning(const QString& name, const QString& icon)
+{
+    setIconName(icon);
+    setAccessibleName(name);
+    if (m_tip.value().isEmpty())
+        setToolTip(name);
+}
+
+DiscButton::DiscButton(PictureBox& control, const QString& name, QWidget* parent) : FlatButton(Form::Flat, 44, parent)
 {
     follow(m_bindings, *this, control, name);
-    m_bindings.follow(playing, [this](bool on) {
-        m_playing = on;
-        update();
-    });
     connect(this, &QAbstractButton::clicked, this, [&control] {
         if (control.Click)
             control.Click();
     });
+}
+
+void DiscButton::setLook(Look look)
+{
+    m_look = look;
+    update();
 }
 
 void DiscButton::drawFace(QPainter& painter, const QRect& area)
@@ -153,8 +168,10 @@ void DiscButton::drawFace(QPainter& painter, const QRect& area)
     const QColor text = palette().color(QPalette::WindowText);
     const QColor accent = palette().color(QPalette::Active, QPalette::Highlight);
     const double strength = isEnabled() ? 1.0 : 0.45;
-    const QColor edge = Theme::mix(window, m_playing ? accent : text, 0.75 * strength);
-    const QColor face = Theme::mix(window, m_playing ? accent : text, (m_playing ? 0.55 : 0.22) * strength);
+    const bool running = m_look != Look::Still;
+    const QColor edge = Theme::mix(window, running ? accent : text, 0.75 * strength);
+    const QColor face =
+        Theme::mix(window, m_look == Look::Playing ? accent : text, (m_look == Look::Playing ? 0.55 : 0.22) * strength);
 
     const QPointF middle = QRectF(area).center();
     const double radius = area.height() / 2.0 - 5;
@@ -174,6 +191,13 @@ void DiscButton::drawFace(QPainter& painter, const QRect& area)
     painter.setBrush(Theme::mix(face, Theme::isDark(palette()) ? text : Qt::white, 0.45 * strength));
     painter.drawPath(glints);
 
+    if (m_look == Look::Paused) {
+        painter.setBrush(edge);
+        const QRectF bar(0, 0, radius * 0.28, radius * 1.1);
+        for (const double side : {-1.0, 1.0})
+            painter.drawRect(bar.translated(middle - bar.center() + QPointF(side * radius * 0.3, 0)));
+        return;
+    }
     painter.setPen(QPen(edge, 1.2));
     painter.setBrush(Theme::mix(window, text, 0.06));
     painter.drawEllipse(middle, radius * 0.38, radius * 0.38);

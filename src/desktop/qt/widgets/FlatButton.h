@@ -16,8 +16,13 @@ public:
     FlatButton(Form form, int side, QWidget* parent);
 
     void setIconName(const QString& name);
+    [[nodiscard]] const QString& iconName() const { return m_iconName; }
+    /// Where the focus goes when this one is switched off under the hand of the user.
+    void setFocusPartner(FlatButton* partner) { m_partner = partner; }
 
     [[nodiscard]] QSize sizeHint() const override { return {m_side, m_side}; }
+
+    void enable(bool enabled);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -31,6 +36,7 @@ protected:
 
 private:
     Form m_form;
+    FlatButton* m_partner = nullptr;
     int m_side;
     QString m_iconName;
 };
@@ -43,21 +49,31 @@ public:
     ControlButton(PictureBox& control, Form form, int side, const QString& name, const QString& icon, QWidget* parent);
     ControlButton(Button& control, int side, const QString& name, const QString& icon, QWidget* parent);
 
+    /// What a press does from now on.
+    void setMeaning(const QString& name, const QString& icon);
+
 private:
+    const QProperty<QString>& m_tip;
     Bindings m_bindings;
 };
 
-/// The compact disc of the player: turns to the accent colour while something plays.
+/// The compact disc of the player: turns to the accent colour while something plays, and shows two bars while it is
+/// paused.
 class DiscButton final : public FlatButton
 {
 public:
-    DiscButton(PictureBox& control, QProperty<bool>& playing, const QString& name, QWidget* parent);
+    enum class Look { Still, Playing, Paused };
+
+    DiscButton(PictureBox& control, const QString& name, QWidget* parent);
+
+    void setLook(Look look);
+    [[nodiscard]] Look look() const { return m_look; }
 
 protected:
     void drawFace(QPainter& painter, const QRect& area) override;
 
 private:
-    bool m_playing = false;
+    Look m_look = Look::Still;
     Bindings m_bindings;
 };
 

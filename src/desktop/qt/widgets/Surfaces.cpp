@@ -35,6 +35,12 @@ IconView::IconView(const QString& name, int side, QWidget* parent) : QWidget(par
     setFixedSize(side, side);
 }
 
+void IconView::setIconName(const QString& name)
+{
+    m_name = name;
+    update();
+}
+
 void IconView::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);

@@ -22,6 +22,9 @@ class IconView final : public QWidget
 public:
     IconView(const QString& name, int side, QWidget* parent);
 
+    void setIconName(const QString& name);
+    [[nodiscard]] const QString& iconName() const { return m_name; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 

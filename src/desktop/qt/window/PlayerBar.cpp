@@ -22,14 +22,14 @@ constexpr int MainButton = 40;
 constexpr int VolumeWidth = 110;
 
 /// A line of text with a small icon before it, seen while the panel control is.
-QWidget* makeLine(PictureBox& panel, Label& text, const QString& icon, Bindings& bindings, QWidget* parent)
+QWidget* makeLine(PictureBox& panel, Label& text, IconView* icon, Bindings& bindings, QWidget* parent)
 {
     auto* const line = new QWidget(parent);
     line->setObjectName(panel.fullName());
     auto* const layout = new QHBoxLayout(line);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(Theme::Gap);
-    layout->addWidget(new IconView(icon, 16, line));
+    layout->addWidget(icon);
     layout->addWidget(new ControlLabel(text, TextLabel::Weight::Normal, line), 1);
     const auto show = [line, &panel, &text] {
         line->setVisible(panel.Visible.value() && !text.Caption.value().isEmpty());
@@ -48,15 +48,19 @@ PlayerBar::PlayerBar(Root& root, QWidget* parent) : QWidget(parent), m_root(root
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(Theme::Margin, Theme::Gap, Theme::Margin, Theme::Gap);
     layout->setSpacing(4);
-    layout->addWidget(new DiscButton(root.pSymbole, root.pPausePlayer.Enabled, u"Playliste wiedergeben"_s, this));
+    auto* const disc = new DiscButton(root.pSymbole, u"Playliste wiedergeben"_s, this);
+    layout->addWidget(disc);
     layout->addSpacing(Theme::Gap);
     layout->addWidget(
         new ControlButton(root.pPlayBack, Flat, SideButton, u"Vorheriger Titel"_s, u"media-skip-backward"_s, this));
-    layout->addWidget(new ControlButton(root.pSoundPlayer, Strong, MainButton, u"Wiedergabe starten"_s,
-                                        u"media-playback-start"_s, this));
+    auto* const play = new ControlButton(root.pSoundPlayer, Strong, MainButton, u"Wiedergabe starten"_s,
+                                         u"media-playback-start"_s, this);
+    layout->addWidget(play);
     auto* const pause =
         new ControlButton(root.pPausePlayer, Strong, MainButton, u"Pause"_s, u"media-playback-pause"_s, this);
     layout->addWidget(pause);
+    play->setFocusPartner(pause);
+    pause->setFocusPartner(play);
     layout->addWidget(
         new ControlButton(root.pStopPlayer, Flat, SideButton, u"Wiedergabe stoppen"_s, u"media-playback-stop"_s, this));
     layout->addWidget(
@@ -66,10 +70,23 @@ PlayerBar::PlayerBar(Root& root, QWidget* parent) : QWidget(parent), m_root(root
     layout->addSpacing(Theme::Margin);
     layout->addWidget(makeVolume());
 
-    // While a track is held, the button resumes.
-    m_bindings.follow(root.mnuSoundplayer[4].Enabled, [pause](bool held) {
-        pause->setIconName(held ? u"media-playback-start"_s : u"media-playback-pause"_s);
-        pause->setAccessibleName(held ? u"Weiterspielen"_s : u"Pause"_s);
+    // The button presses the command that is offered: while the player plays on by another way, that one stops.
+    const auto showMeaning = [pause, &root] {
+        const PlaybackStatus status = root.playback;
+        if (!root.mnuSoundplayer[4].Enabled.value() || status == PlaybackStatus::Stopped)
+            pause->setMeaning(u"Pause"_s, u"media-playback-pause"_s);
+        else if (status == PlaybackStatus::Paused)
+            pause->setMeaning(u"Weiterspielen"_s, u"media-playback-start"_s);
+        else
+            pause->setMeaning(u"Wiedergabe stoppen"_s, u"media-playback-stop"_s);
+    };
+    m_bindings.watch(root.mnuSoundplayer[4].Enabled, showMeaning);
+    m_bindings.watch(root.playback, showMeaning);
+    showMeaning();
+    m_bindings.follow(root.playback, [disc](PlaybackStatus status) {
+        disc->setLook(status == PlaybackStatus::Playing  ? DiscButton::Look::Playing
+                      : status == PlaybackStatus::Paused ? DiscButton::Look::Paused
+                                                         : DiscButton::Look::Still);
     });
 }
 
@@ -80,8 +97,22 @@ QWidget* PlayerBar::makeStatus()
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(2);
     layout->addStretch();
-    layout->addWidget(makeLine(m_root.pDateiname, m_root.tDateiname, u"media-playback-start"_s, m_bindings, status));
-    layout->addWidget(makeLine(m_root.pCopyStatus, m_root.tCopyStatus, u"document-export"_s, m_bindings, status));
+    auto* const sign = new IconView(u"media-playback-start"_s, 16, status);
+    sign->setObjectName(u"playback"_s);
+    auto* const title = makeLine(m_root.pDateiname, m_root.tDateiname, sign, m_bindings, status);
+    auto* const held = new TextLabel(TextLabel::Weight::Dim, title);
+    held->setObjectName(u"held"_s);
+    held->setText(u"Angehalten"_s);
+    held->setWhole(true);
+    title->layout()->addWidget(held);
+    m_bindings.follow(m_root.playback, [sign, held](PlaybackStatus playback) {
+        const bool paused = playback == PlaybackStatus::Paused;
+        sign->setIconName(paused ? u"media-playback-pause"_s : u"media-playback-start"_s);
+        held->setVisible(paused);
+    });
+    layout->addWidget(title);
+    layout->addWidget(makeLine(m_root.pCopyStatus, m_root.tCopyStatus, new IconView(u"document-export"_s, 16, status),
+                               m_bindings, status));
     layout->addStretch();
     return status;
 }
