@@ -106,11 +106,13 @@ struct MenuItem : Control
     {
         return Enabled.value() && Click && (Twin == nullptr || Twin->Enabled.value());
     }
-    /// As a user would: nothing happens where it is not available.
-    void press() const
+    /// As a user would: false, and nothing happens, where it is not available.
+    bool press() const
     {
-        if (available())
-            Click();
+        if (!available())
+            return false;
+        Click();
+        return true;
     }
 
     QProperty<QString> Caption;
@@ -166,6 +168,15 @@ struct PictureBox : Control
     /// Path of the picture file as the Files service names it; empty for no picture.
     QProperty<QString> Picture;
     QProperty<quint32> BackColor{0};
+    /// As a user would: false, and nothing happens, where it is off or has no handler.
+    bool press() const
+    {
+        if (!Enabled.value() || !Click)
+            return false;
+        Click();
+        return true;
+    }
+
     std::function<void()> Click;
     std::function<void()> DblClick;
     std::function<void(MouseButton)> MouseDown;
@@ -229,6 +240,8 @@ struct Slider : Control
     std::function<void()> Scroll;
     std::function<void()> Click;
     std::function<void()> MouseDown;
+    /// What it shows may have been changed elsewhere: asked for before it is moved by a step.
+    std::function<void()> Refresh;
 };
 
 struct ProgressBar : Control

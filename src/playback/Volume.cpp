@@ -51,6 +51,17 @@ long clsVolume::GetVolumeValue(const Line& line) const
     return m_mixer ? m_mixer->level(line.componentType) : 0;
 }
 
+namespace {
+
+/// Halves go to the even step.
+void showLevel(Root& root)
+{
+    const auto step = static_cast<int>(std::nearbyint(static_cast<double>(root.volume->WaveVolume()) / LevelPerStep));
+    root.sVolume.Value = std::clamp(step, root.sVolume.Min.value(), root.sVolume.Max.value());
+}
+
+} // namespace
+
 void LoadVolume(Root& root)
 {
     root.volume = std::make_shared<clsVolume>(root.services.mixer);
@@ -61,10 +72,16 @@ void LoadVolume(Root& root)
                       .title = u" Sound und Audiowiedergabe"_s,
                       .icon = MessageIcon::Critical}))
         return;
+    showLevel(root);
+}
 
-    // Halves go to the even step.
-    const auto step = static_cast<int>(std::nearbyint(static_cast<double>(root.volume->WaveVolume()) / LevelPerStep));
-    root.sVolume.Value = std::clamp(step, root.sVolume.Min.value(), root.sVolume.Max.value());
+void RefreshVolume(Root& root)
+{
+    if (!root.volume || !root.volume->present())
+        root.volume = std::make_shared<clsVolume>(root.services.mixer);
+    // Without the speakers' line there is no level that could be shown.
+    if (root.volume->MaxWaveVolume() > 0)
+        showLevel(root);
 }
 
 void sVolume_Scroll(Root& root)

@@ -84,6 +84,9 @@ private:
 /// so that a change made elsewhere on the desktop is picked up.
 void LoadVolume(Root& root);
 
+/// Puts the slider where the speakers are, without a message: before it is moved by a step.
+void RefreshVolume(Root& root);
+
 /// The slider was moved: its text tells percent, its place becomes the level of the speakers.
 void sVolume_Scroll(Root& root);
 void sVolume_Click(Root& root);

@@ -95,6 +95,7 @@ void wirePlayer(Root& root)
     root.services.tray.Callback = [&root](int x) { root.pTrayicons.MouseMove(x); };
     root.sVolume.MouseDown = [&root] { LoadVolume(root); };
     root.sVolume.Scroll = [&root] { sVolume_Scroll(root); };
+    root.sVolume.Refresh = [&root] { RefreshVolume(root); };
     root.sVolume.Click = [&root] { sVolume_Click(root); };
     root.services.mediaplayer.MediaChange = [&root] { MediaChange(root); };
     root.services.mediaInfo.MediaChange = [&root] { MediaChange(root); };

@@ -19,6 +19,7 @@
 #include <QStyleOptionSlider>
 #include <QTest>
 #include <QToolTip>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -274,11 +275,35 @@ TEST_F(Window, PlayingPausedAndStoppedAreToldApartAtAGlance)
     EXPECT_EQ("Angehalten", held->text().toStdString());
 }
 
+TEST_F(Window, AStepOfTheVolumeGoesOnFromTheLevelThatIsHeard)
+{
+    open();
+    root.pVolume.Visible = true;
+    QApplication::processEvents();
+    auto* const slider = find<QSlider>(root.sVolume);
+    root.sVolume.Value = 7;
+    long& level = desktop.mixer.lines[4].level;
+    level = 6'500;
+    const QPointF middle = slider->rect().center();
+    QWheelEvent wheel(middle, slider->mapToGlobal(middle), {}, {0, 120}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(slider, &wheel);
+    EXPECT_EQ(root.sVolume.Value.value(), 2);
+    EXPECT_EQ(level, 16'000);
+    level = 40'000;
+    QTest::keyClick(slider, Qt::Key_Left);
+    EXPECT_EQ(level, 32'000);
+    // A machine without a mixer is not told of here.
+    desktop.mixer.present = false;
+    QTest::keyClick(slider, Qt::Key_Left);
+}
+
 TEST_F(Window, TheSliderTellsAPressAScrollAndAClick)
 {
     open();
     auto* const slider = find<QSlider>(root.sVolume);
     QStringList calls;
+    root.sVolume.Refresh = [&calls] { calls.append(u"refresh"_s); };
     root.sVolume.MouseDown = [&calls] { calls.append(u"down"_s); };
     root.sVolume.Scroll = [&calls, this] { calls.append(QString::number(root.sVolume.Value.value())); };
     root.sVolume.Click = [&calls] { calls.append(u"click"_s); };
@@ -287,7 +312,7 @@ TEST_F(Window, TheSliderTellsAPressAScrollAndAClick)
     EXPECT_TRUE(calls.isEmpty());
     QTest::keyClick(slider, Qt::Key_Right);
     QTest::mouseClick(slider, Qt::LeftButton, {}, QPoint(slider->width() - 2, slider->height() / 2));
-    EXPECT_EQ(calls.join(u' ').toStdString(), "4 down 8 click");
+    EXPECT_EQ(calls.join(u' ').toStdString(), "refresh 4 down 8 click");
 }
 
 TEST_F(Window, BesideTheThumbStandsTheLevelFromNoughtToAHundredAlone)

@@ -47,6 +47,24 @@ void VolumeSlider::mouseReleaseEvent(QMouseEvent* event)
         m_control.Click();
 }
 
+void VolumeSlider::wheelEvent(QWheelEvent* event)
+{
+    refresh();
+    QSlider::wheelEvent(event);
+}
+
+void VolumeSlider::keyPressEvent(QKeyEvent* event)
+{
+    refresh();
+    QSlider::keyPressEvent(event);
+}
+
+void VolumeSlider::refresh()
+{
+    if (m_control.Refresh)
+        m_control.Refresh();
+}
+
 void VolumeSlider::scroll(int value)
 {
     m_control.Value = value;

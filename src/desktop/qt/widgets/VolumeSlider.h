@@ -16,8 +16,12 @@ public:
 protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    /// A step goes on from the level that is heard.
+    void refresh();
     void scroll(int value);
 
     Slider& m_control;
