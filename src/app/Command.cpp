@@ -4,6 +4,7 @@
 #include "app/Root.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvantine {
 
@@ -56,7 +57,8 @@ Command::~Command()
 
 void Command::wait(Wait what, MousePointer pointer)
 {
-    m_wait = what;
+    if (!std::exchange(m_wait, what))
+        ++m_root.commands.m_waits;
     if (what != Wait::Buttons)
         m_root.Pointer = pointer;
     m_root.LListView1.Enabled = false;
@@ -68,7 +70,8 @@ void Command::wait(Wait what, MousePointer pointer)
 void Command::endWait()
 {
     const Wait what = m_wait.value_or(Wait::All);
-    m_wait.reset();
+    if (std::exchange(m_wait, std::nullopt))
+        --m_root.commands.m_waits;
     if (what != Wait::Buttons)
         m_root.Pointer = MousePointer::Default;
     m_root.LListView1.Enabled = true;

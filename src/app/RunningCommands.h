@@ -16,6 +16,8 @@ public:
     [[nodiscard]] bool admits(Changes wanted) const;
     /// Nothing is at work.
     [[nodiscard]] bool idle() const { return m_running.empty(); }
+    /// One of them has taken something away and waits (see Command::wait).
+    [[nodiscard]] bool waiting() const { return m_waits > 0; }
 
 private:
     friend class Command;
@@ -28,6 +30,8 @@ private:
     std::vector<Running> m_running;
     /// How many doors stand open.
     int m_depth = 0;
+    /// How many waits were entered and not left.
+    int m_waits = 0;
 };
 
 } // namespace orvantine

@@ -4,6 +4,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
+#include "playback/PlaybackState.h"
 
 #include <QCryptographicHash>
 #include <QHash>
@@ -15,24 +16,6 @@
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-template <class C>
-bool press(C& control)
-{
-    if (!control.Enabled.value() || !control.Click)
-        return false;
-    control.Click();
-    return true;
-}
-
-bool canBePressed(const MenuItem& item)
-{
-    return item.available();
-}
-
-} // namespace
 
 RemoteControl::RemoteControl(Root& root, std::function<bool()> boxOpen) : m_root(root), m_boxOpen(std::move(boxOpen))
 {
@@ -53,6 +36,7 @@ void RemoteControl::watch()
         m_bindings.watch(control->Enabled, [this] { changed(); });
     for (int mode = 1; mode <= 3; ++mode)
         m_bindings.watch(m_root.mnuWiederholung[mode].Checked, [this] { changed(); });
+    m_bindings.watch(m_root.playback, [this] { changed(); });
     m_bindings.watch(m_root.tDateiname.Caption, [this] { changed(); });
     m_bindings.watch(m_root.sVolume.Value, [this] { changed(); });
     m_bindings.watch(m_root.pCovers.Picture, [this] {
@@ -79,6 +63,8 @@ void RemoteControl::watch()
     };
     m_mediaChange = m_root.services.mediaplayer.MediaChange;
     m_root.services.mediaplayer.MediaChange = [this, mediaChange = m_mediaChange] {
+        const QString source = m_root.services.mediaplayer.currentSourceURL();
+        m_titleKnown = std::exchange(m_changedSource, source) == source;
         mediaChange();
         changed();
     };
@@ -87,8 +73,7 @@ void RemoteControl::watch()
 bool RemoteControl::free() const
 {
     return m_root.loaded && !m_root.services.events.ended() && m_root.Tag != u"9"_s && !m_boxOpen() &&
-           m_root.LListView1.Enabled.value() && !m_root.buttonsDisabled &&
-           m_root.Pointer.value() == MousePointer::Default && m_root.trackList.content() != TrackList::Content::Reading;
+           !m_root.commands.waiting();
 }
 
 bool RemoteControl::running() const
@@ -98,10 +83,7 @@ bool RemoteControl::running() const
 
 PlaybackStatus RemoteControl::status() const
 {
-    const PlayState state = m_root.services.mediaplayer.playState();
-    if (!running() || state == PlayState::Stopped || state == PlayState::Ready)
-        return PlaybackStatus::Stopped;
-    return state == PlayState::Paused ? PlaybackStatus::Paused : PlaybackStatus::Playing;
+    return playbackStatus(m_root);
 }
 
 std::optional<PlayedTrack> RemoteControl::track() const
@@ -115,8 +97,7 @@ std::optional<PlayedTrack> RemoteControl::track() const
         m_filesKnown = true;
         const QString path = FileDirPath::hasSeparator(source) ? source : FileDirPath::FolderOf(player.URL()) + source;
         m_file = m_root.files.nativePath(path).value_or(QByteArray());
-        const int row = m_root.pSoundPlayer.Tag.toInt();
-        const QString cover = coverFile(m_root, playlistName(m_root, row));
+        const QString cover = coverFile(m_root, playlistName(m_root, playingRow(m_root)));
         m_cover = m_root.files.nativePath(cover).value_or(QByteArray());
     }
     QString title = player.currentItemInfo(u"Title"_s);
@@ -131,6 +112,11 @@ std::optional<PlayedTrack> RemoteControl::track() const
                        .microseconds = static_cast<qint64>(player.currentDuration() * 1'000'000)};
 }
 
+bool RemoteControl::titleKnown() const
+{
+    return m_titleKnown || status() == PlaybackStatus::Stopped;
+}
+
 bool RemoteControl::canPlay() const
 {
     return running() || (m_root.pSoundPlayer.Enabled.value() && m_root.LListView1.selectedRow() > 0);
@@ -138,21 +124,28 @@ bool RemoteControl::canPlay() const
 
 bool RemoteControl::canPause() const
 {
-    return status() == PlaybackStatus::Playing && canBePressed(m_root.mnuSoundplayer[3]);
+    return status() != PlaybackStatus::Stopped;
 }
 
 bool RemoteControl::canSkip() const
 {
     return status() != PlaybackStatus::Stopped && m_root.services.mediaplayer.playlistCount() >= 2 &&
-           canBePressed(m_root.mnuSoundplayer[1]) && canBePressed(m_root.mnuSoundplayer[2]);
+           m_root.mnuSoundplayer[1].available() && m_root.mnuSoundplayer[2].available();
 }
 
 int RemoteControl::repeatMode() const
 {
-    for (const int mode : {1, 2})
-        if (m_root.mnuWiederholung[mode].Checked.value())
-            return mode;
-    return 3;
+    const int mode = repeatOf(m_root);
+    return mode > 0 ? mode : 3;
+}
+
+void RemoteControl::lookAtVolume()
+{
+    const QDateTime now = m_root.services.events.now();
+    if (!m_root.loaded || (m_volumeSeen.isValid() && std::abs(m_volumeSeen.secsTo(now)) < 1))
+        return;
+    m_volumeSeen = now;
+    m_root.sVolume.Refresh();
 }
 
 double RemoteControl::volume() const
@@ -179,7 +172,7 @@ const QList<KnownPlaylist>& RemoteControl::playlists() const
 
 std::optional<KnownPlaylist> RemoteControl::activePlaylist() const
 {
-    const int row = m_root.pSoundPlayer.Tag.toInt();
+    const int row = playingRow(m_root);
     if (status() == PlaybackStatus::Stopped || row < 1 || row > playlists().size())
         return std::nullopt;
     return playlists()[row - 1];
@@ -197,12 +190,16 @@ bool RemoteControl::play()
     if (!free() || !canPlay() || status() == PlaybackStatus::Playing)
         return false;
     // While it is paused the play button is off, and the command that goes on takes its place.
-    return running() ? press(m_root.mnuSoundplayer[4]) : press(m_root.pSoundPlayer);
+    return running() ? m_root.mnuSoundplayer[4].press() : m_root.pSoundPlayer.press();
 }
 
 bool RemoteControl::pause()
 {
-    return free() && canPause() && press(m_root.mnuSoundplayer[3]);
+    if (!free() || status() != PlaybackStatus::Playing)
+        return false;
+    // After a resume by the menu the command is off, though the player can be paused.
+    m_root.mnuSoundplayer[3].Click();
+    return true;
 }
 
 bool RemoteControl::playPause()
@@ -212,22 +209,23 @@ bool RemoteControl::playPause()
 
 bool RemoteControl::stop()
 {
-    return free() && running() && press(m_root.pStopPlayer);
+    // In the waits of the sequence nothing runs, and a stop ends them.
+    return free() && (running() || m_root.Timer1.Enabled.value()) && m_root.pStopPlayer.press();
 }
 
 bool RemoteControl::next()
 {
-    return free() && canSkip() && press(m_root.mnuSoundplayer[1]);
+    return free() && canSkip() && m_root.mnuSoundplayer[1].press();
 }
 
 bool RemoteControl::previous()
 {
-    return free() && canSkip() && press(m_root.mnuSoundplayer[2]);
+    return free() && canSkip() && m_root.mnuSoundplayer[2].press();
 }
 
 bool RemoteControl::setRepeatMode(int mode)
 {
-    return free() && mode >= 1 && mode <= 3 && press(m_root.mnuWiederholung[mode]);
+    return free() && mode >= 1 && mode <= 3 && m_root.mnuWiederholung[mode].press();
 }
 
 bool RemoteControl::setVolume(double level)
@@ -236,6 +234,8 @@ bool RemoteControl::setVolume(double level)
     Slider& slider = m_root.sVolume;
     if (!free() || !slider.Enabled.value() || !slider.Scroll || std::isnan(level))
         return false;
+    // The level may have been set elsewhere since it was looked at.
+    slider.Refresh();
     const double wished = std::clamp(level, 0.0, 1.0);
     int step = static_cast<int>(std::lround(wished * slider.Max.value()));
     const double change = wished - volume();
@@ -272,7 +272,7 @@ bool RemoteControl::raise()
 
 bool RemoteControl::quit()
 {
-    return free() && press(m_root.mnuBeenden);
+    return free() && m_root.mnuBeenden.press();
 }
 
 } // namespace orvantine

@@ -4,6 +4,7 @@
 #include "playback/Sequence.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QList>
 #include <QObject>
 #include <QString>
@@ -55,6 +56,8 @@ public:
     [[nodiscard]] PlaybackStatus status() const;
     /// Nothing while nothing runs.
     [[nodiscard]] std::optional<PlayedTrack> track() const;
+    /// False for a title whose data is still to come: what is told of it now changes within a moment.
+    [[nodiscard]] bool titleKnown() const;
     [[nodiscard]] bool canPlay() const;
     [[nodiscard]] bool canPause() const;
     /// Single tracks have neither a next nor a previous one.
@@ -63,6 +66,8 @@ public:
     [[nodiscard]] int repeatMode() const;
     /// 0 to 1, in the steps of the slider.
     [[nodiscard]] double volume() const;
+    /// Picks up a level that was set elsewhere, once a second at most.
+    void lookAtVolume();
     [[nodiscard]] const QList<KnownPlaylist>& playlists() const;
     /// The list that plays.
     [[nodiscard]] std::optional<KnownPlaylist> activePlaylist() const;
@@ -107,6 +112,10 @@ private:
     mutable QByteArray m_cover;
     mutable bool m_filesKnown = false;
     mutable std::optional<QList<KnownPlaylist>> m_playlists;
+    QDateTime m_volumeSeen;
+    /// The player tells of each title twice, the second time with its data.
+    QString m_changedSource;
+    bool m_titleKnown = false;
 };
 
 } // namespace orvantine

@@ -1,5 +1,6 @@
 #include "desktop/mpris/MprisBus.h"
 
+#include "app/Command.h"
 #include "playback/PlaybackWorld.h"
 #include "playback/PlayerControl.h"
 
@@ -95,12 +96,17 @@ public:
     QStringList heard;
     /// The last values that were announced.
     QVariantMap values;
+    /// Those of the announced metadata, in their order.
+    QStringList titles;
 
 public Q_SLOTS:
     void change(const QString& interface, const QVariantMap& changed, const QStringList&)
     {
         heard += interface.section(u'.', -1) + u": "_s + changed.keys().join(u' ');
         values.insert(changed);
+        static const QRegularExpression title(u"xesam:title=(.*)"_s);
+        if (const auto found = title.match(printed(changed.value(u"Metadata"_s))); found.hasMatch())
+            titles += found.captured(1);
     }
     void rename(const QDBusMessage& message) { heard += u"renamed: "_s + printed(message.arguments().value(0)); }
 };
@@ -218,6 +224,42 @@ TEST_F(Mpris, PlayPauseAndStopPressTheControls)
     EXPECT_EQ("newPlaylist(Erste.m3u, 2)\nclose\nURL = Erste.m3u", told());
 }
 
+TEST_F(Mpris, APauseIsToBeHadAfterAResumeByTheMenuToo)
+{
+    EXPECT_EQ("false", player(u"CanPause"_s));
+    pSoundPlayer_Click(root());
+    for (int round = 1; round <= 2; ++round) {
+        SCOPED_TRACE(round);
+        forgetCalls();
+        call(PlayerPart, u"PlayPause"_s);
+        EXPECT_EQ("controls.pause", told());
+        EXPECT_EQ("Paused", player(u"PlaybackStatus"_s));
+        EXPECT_EQ("true", player(u"CanPause"_s));
+        root().mnuWiedergabe.Click();
+        EXPECT_EQ("controls.play", told());
+        EXPECT_EQ("Playing", player(u"PlaybackStatus"_s));
+        EXPECT_EQ("true", player(u"CanPause"_s));
+    }
+    call(PlayerPart, u"Pause"_s);
+    EXPECT_EQ("controls.pause", told());
+}
+
+TEST_F(Mpris, AStopInTheWaitForTheNextListEndsIt)
+{
+    pSoundPlayer_Click(root());
+    engine().pretendEnded();
+    bool stopped = false;
+    desktop.events().after(std::chrono::milliseconds{680}, [&] {
+        EXPECT_FALSE(root().pPausePlayer.Enabled.value());
+        stopped = face->stop();
+    });
+    forgetCalls();
+    run(5000);
+    EXPECT_TRUE(stopped);
+    EXPECT_EQ("controls.stop\nclose", told());
+    EXPECT_FALSE(face->stop());
+}
+
 TEST_F(Mpris, NextAndPreviousWorkInAListAndNotWithASingleTrack)
 {
     call(PlayerPart, u"Next"_s);
@@ -256,6 +298,36 @@ TEST_F(Mpris, TellsOfTheTitleThatPlays)
     engine().setItemInfo(u"Album"_s, u"Alles"_s);
     const QString named = QString::fromStdString(player(u"Metadata"_s));
     EXPECT_TRUE(named.contains(u"xesam:album=Alles\nxesam:artist=[Wir]\nxesam:title=Über\n"_s)) << named.toStdString();
+}
+
+TEST_F(Mpris, TheTitleIsAnnouncedOnceItIsKnown)
+{
+    engine().setItemInfo(u"Title"_s, u"Lied"_s);
+    engine().setDuration(60);
+    // What is announced goes out between the two calls of a title.
+    engine().MediaChange = [before = engine().MediaChange] {
+        before();
+        QCoreApplication::processEvents();
+    };
+    pSoundPlayer_Click(root());
+    EXPECT_TRUE(await([this] { return !listener->titles.isEmpty(); }));
+    engine().pretendItem(1);
+    EXPECT_TRUE(await([this] { return listener->titles.size() == 2; }));
+    pStopPlayer_Click(root());
+    EXPECT_TRUE(await([this] { return listener->values[u"PlaybackStatus"_s] == u"Stopped"_s; }));
+    EXPECT_EQ("Lied\nLied", lines(listener->titles));
+}
+
+TEST_F(Mpris, TheListThatPlaysIsFollowedToItsNewRow)
+{
+    pSoundPlayer_Click(root());
+    const QString id = idOf(1).path();
+    ListItem row = catalogue().item(1);
+    catalogue().remove(1);
+    catalogue().insert(3, std::move(row));
+    EXPECT_NE(std::string::npos, get(PlaylistsPart, u"ActivePlaylist"_s).find(id.toStdString()));
+    catalogue().remove(3);
+    EXPECT_EQ("(false, (/, , ))", get(PlaylistsPart, u"ActivePlaylist"_s));
 }
 
 TEST_F(Mpris, ALongNameStillGivesAnIdOfFewCharacters)
@@ -297,6 +369,24 @@ TEST_F(Mpris, TheVolumeMovesTheSliderAndWithItTheSpeakers)
     EXPECT_EQ(8000, level());
     set(u"Volume"_s, 0.125 - 0.05);
     EXPECT_EQ(0, level());
+}
+
+TEST_F(Mpris, ALevelThatWasSetElsewhereIsToldOnceASecondAtMost)
+{
+    const auto asks = [this] { return calls({u"mixer."_s}); };
+    EXPECT_EQ("0.5", player(u"Volume"_s));
+    desktop.mixer.lines[4].level = 8000;
+    forgetCalls();
+    EXPECT_EQ("0.5", player(u"Volume"_s));
+    EXPECT_EQ("", asks());
+    run(1000);
+    forgetCalls();
+    EXPECT_EQ("0.125", player(u"Volume"_s));
+    EXPECT_EQ("mixer.level 4", asks());
+    // A change goes on from the level that is heard.
+    desktop.mixer.lines[4].level = 56'000;
+    set(u"Volume"_s, 0.8);
+    EXPECT_EQ(48'000, desktop.mixer.lines[4].level);
 }
 
 TEST_F(Mpris, ThePlaylistsAreTheRowsOfTheCatalogue)
@@ -396,13 +486,21 @@ TEST_F(Mpris, NothingIsPressedWhileABoxIsOpenOrACommandWorks)
         EXPECT_EQ("", calls({u"Mediaplayer."_s, u"events."_s, u"mixer."_s}));
         EXPECT_EQ("None", player(u"LoopStatus"_s));
     };
+    std::optional<Command> command;
+    const auto wait = [&](Wait what) {
+        return [&, what] {
+            command.emplace(root());
+            command->wait(what);
+        };
+    };
+    const auto goOn = [&] { command.reset(); };
     pSoundPlayer_Click(root());
     for (const auto& [name, enter, leave] :
          std::initializer_list<std::tuple<const char*, std::function<void()>, std::function<void()>>>{
              {"box", [this] { boxOpen = true; }, [this] { boxOpen = false; }},
-             {"lists off", [this] { catalogue().Enabled = false; }, [this] { catalogue().Enabled = true; }},
-             {"pointer", [this] { root().Pointer = MousePointer::Hourglass; },
-              [this] { root().Pointer = MousePointer::Default; }},
+             {"buttons off", wait(Wait::Buttons), goOn},
+             {"lists off", wait(Wait::Lists), goOn},
+             {"all off", wait(Wait::All), goOn},
              {"start-up", [this] { root().loaded = false; }, [this] { root().loaded = true; }}}) {
         SCOPED_TRACE(name);
         enter();

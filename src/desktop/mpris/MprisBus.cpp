@@ -344,12 +344,15 @@ QDBusMessage MprisBus::playlists(const QDBusMessage& message) const
 QDBusMessage MprisBus::answerProperties(const QDBusMessage& message)
 {
     const QString interface = message.arguments().value(0).toString();
+    const QString name = message.arguments().value(1).toString();
+    const bool reads = message.member() == u"GetAll"_s || (message.member() == u"Get"_s && name == u"Volume"_s);
+    if (interface == PlayerInterface && reads)
+        m_face.lookAtVolume();
     const QVariantMap properties = propertiesOf(interface);
     if (properties.isEmpty())
         return message.createErrorReply(QDBusError::UnknownInterface, u"No such interface: "_s + interface);
     if (message.member() == u"GetAll"_s && message.signature() == u"s"_s)
         return message.createReply(properties);
-    const QString name = message.arguments().value(1).toString();
     if (!properties.contains(name))
         return message.createErrorReply(QDBusError::UnknownProperty, u"No such property: "_s + name);
     if (message.member() == u"Get"_s && message.signature() == u"ss"_s)
@@ -458,7 +461,9 @@ QVariantMap MprisBus::propertiesOf(const QString& interface) const
 void MprisBus::announce()
 {
     for (auto& [interface, told] : m_told) {
-        const QVariantMap now = propertiesOf(interface);
+        QVariantMap now = propertiesOf(interface);
+        if (interface == PlayerInterface && !m_face.titleKnown())
+            now[u"Metadata"_s] = told[u"Metadata"_s];
         QVariantMap changed;
         for (auto property = now.begin(); property != now.end(); ++property)
             if (told.value(property.key()) != property.value())
