@@ -28,7 +28,8 @@ enum class Wait {
 /// after the end of the program no later step may run. A wait that was entered ends with the command, on whatever way.
 ///
 /// Behind a door another list may be in sight, a row may have moved or gone: a routine that goes on looks again (see
-/// TrackList::Hold). No rows are held back from a view and no WholeChange is open across a door.
+/// TrackList::Hold). No rows are held back from a view across a door, and no WholeChange is open but one that says that
+/// its steps yield.
 class Command
 {
 public:

@@ -6,7 +6,7 @@ namespace orvantine {
 struct Root;
 }
 
-/// What a volume holds; `root` is its first three characters, "C:\", or the folder it is mounted on.
+/// What a volume holds; `volume` is its first three characters, "C:\", or the folder it is mounted on.
 namespace orvantine::FreeSpace {
 
 /// Name of the file system in upper case.

@@ -5,7 +5,7 @@
 namespace orvantine {
 
 /// The commands of the main window: menu bar and the pop-up of the track list. Captions, shortcuts and start states
-/// stand in one table, shell/CommandTable.cpp.
+/// stand in the table of commands, shell/CommandTable.cpp and shell/PopupTable.cpp.
 struct RootMenus : Form
 {
     using Form::Form;

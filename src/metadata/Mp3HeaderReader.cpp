@@ -39,7 +39,7 @@ QString twoDigits(int number)
 void ReadMp3Header(Root& root)
 {
     if (root.LListView2.selectedRow() > 0) {
-        // Two calls with the record in the library's form, and back.
+        // With the record in the library's form, and back.
         Mp3Record record = narrow(root.mp3Record);
         root.services.tags.Mp3FileInfo(selectedPath(root), record);
         root.mp3Record = widen(record);

@@ -110,7 +110,7 @@ void mnuFileKill_Click(Root& root)
     const int back = row - 1;
     TrackList::Hold hold = root.trackList.hold();
     Command command(root);
-    // A playlist whose file is too short to be read shows no row: saving that would empty the file.
+    // Required: without a row the question comes, and nothing behind it.
     if (!isSure(command) || row == 0)
         return;
     // While the box was up another list may have been opened, or the row have moved.

@@ -35,7 +35,7 @@ struct CommandRow
     /// Null for one that nothing answers to yet: it cannot be pressed.
     void (*run)(Root& root, int index) = nullptr;
     int index = 0;
-    /// Asked before `run`: no handler asks for itself.
+    /// Asked before `run`. A command that changes tracks in one case alone asks there.
     Changes changes = Changes::Nothing;
     /// The first-use tip that is shown in front; 0 for none.
     int tip = 0;

@@ -1,7 +1,7 @@
 #include "operations/Eigenschaften.h"
 
-#include "operations/PropertiesFixture.h"
 #include "catalogue/PlaylistTexts.h"
+#include "operations/PropertiesFixture.h"
 
 namespace orvantine::fake {
 

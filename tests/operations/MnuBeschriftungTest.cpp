@@ -1,6 +1,6 @@
 
-#include "operations/PropertiesFixture.h"
 #include "catalogue/PlaylistTexts.h"
+#include "operations/PropertiesFixture.h"
 
 namespace orvantine::fake {
 

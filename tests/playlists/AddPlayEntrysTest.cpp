@@ -1,8 +1,8 @@
 
 #include "playlists/AddPlayEntrys.h"
 #include "playlists/AddTracksFixture.h"
-#include "playlists/mnuSpeichernUnter.h"
 #include "playlists/SavePlayEntrys.h"
+#include "playlists/mnuSpeichernUnter.h"
 
 namespace orvantine::fake {
 

@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Captions end in blanks that only widened the old menus.
+/// Captions end in blanks, which a menu needs no more.
 QString shownCaption(const QString& caption)
 {
     const qsizetype tab = caption.indexOf(u'\t');
