@@ -1,5 +1,6 @@
 #include "app/FormLoad.h"
 #include "app/Root.h"
+#include "app/Shutdown.h"
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/LockInstance.h"
@@ -13,6 +14,8 @@
 #include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/services/QtLauncher.h"
 #include "desktop/qt/services/QtMessages.h"
+#include "desktop/qt/services/QtTray.h"
+#include "desktop/qt/services/SessionEnd.h"
 #include "desktop/qt/widgets/Emblem.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/MainWindow.h"
@@ -80,7 +83,7 @@ struct Desktop
     PosixFiles files{filesOptions(folders, drives)};
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};
-    LockInstance instance{folders.runtime, folders.temp};
+    LockInstance instance{folders.stateHome + u"/Orvanten Manager"_s, folders.temp};
     QtEvents events;
     QtMessages messages;
     QtChoosers choosers{files};
@@ -136,6 +139,7 @@ int run()
     desktop.forms.setMainWindow(&root, &window);
     RemoteControl face(root, [] { return QApplication::activeModalWidget() != nullptr; });
     MprisBus bus(face, QCoreApplication::applicationName(), QGuiApplication::desktopFileName());
+    const SessionEnd sessionEnd([&root] { endBySession(root); });
     QTimer::singleShot(0, &window, [&root, &window, &bus] {
         Form_Load(root);
         // Behind the events that draw it.

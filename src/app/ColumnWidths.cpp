@@ -3,11 +3,41 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 
+#include <algorithm>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr int CatalogueColumnCount = static_cast<int>(CatalogueColumns.size());
+constexpr int TrackColumnCount = static_cast<int>(TrackColumns.size());
+
+bool isCatalogue(const Root& root, const ListView& list)
+{
+    return &list == &root.LListView1;
+}
+
+const ColumnRule& ruleOf(const Root& root, const ListView& list, int column)
+{
+    const auto at = static_cast<std::size_t>(column - 1);
+    return isCatalogue(root, list) ? CatalogueColumns.at(at) : TrackColumns.at(at);
+}
+
+int columnCount(const Root& root, const ListView& list)
+{
+    return isCatalogue(root, list) ? CatalogueColumnCount : TrackColumnCount;
+}
+
+/// The width that is stored, or 0.
+Twips storedWidth(const Root& root, const ColumnRule& rule)
+{
+    if (rule.setting.isEmpty())
+        return 0;
+    const Setting stored = readSetting(root, rule.setting.toString());
+    return stored.number() >= NarrowestColumn ? stored.whole() : 0;
+}
 
 template <std::size_t Count>
 void create(ListView& list, const std::array<ColumnRule, Count>& rules)
@@ -16,32 +46,27 @@ void create(ListView& list, const std::array<ColumnRule, Count>& rules)
         list.addColumn(rule.title.toString(), rule.width);
 }
 
-template <std::size_t Count>
-void applyStored(Root& root, ListView& list, const std::array<ColumnRule, Count>& rules)
+void reset(const Root& root, ListView& list)
 {
-    for (int column = 1; column <= static_cast<int>(Count); ++column) {
-        const ColumnRule& rule = rules[static_cast<std::size_t>(column - 1)];
-        if (const Twips width = storedWidth(root, rule.setting, 0); width > 0)
-            list.setColumnWidth(column, width);
-    }
+    for (int column = 1; column <= columnCount(root, list); ++column)
+        list.setColumnWidth(column, isHidden(root, list, column) ? 0 : ruleOf(root, list, column).width);
 }
 
-template <std::size_t Count>
-void store(Root& root, const ListView& list, const std::array<ColumnRule, Count>& rules)
+void applyStored(const Root& root, ListView& list)
 {
-    for (int column = 1; column <= static_cast<int>(Count); ++column)
-        storeWidth(root, rules[static_cast<std::size_t>(column - 1)].setting, list, column);
+    for (int column = 1; column <= columnCount(root, list); ++column)
+        if (const Twips width = storedWidth(root, ruleOf(root, list, column));
+            width > 0 && !isHidden(root, list, column))
+            list.setColumnWidth(column, width);
 }
 
 } // namespace
 
 bool isHidden(const Root& root, const ListView& list, int column)
 {
-    const auto at = static_cast<std::size_t>(column - 1);
-    const bool catalogue = &list == &root.LListView1;
-    if ((catalogue ? CatalogueColumns.at(at) : TrackColumns.at(at)).width == 0)
+    if (ruleOf(root, list, column).width == 0)
         return true;
-    if (catalogue)
+    if (isCatalogue(root, list))
         return column == columnOf(CatalogueItem::Tracks) && !root.mnuTrackShow.Checked.value();
     const bool paths = root.mnuOrvmenu[1].Checked.value();
     const bool files = root.mnuOrvmenu[2].Checked.value();
@@ -56,58 +81,55 @@ void createCatalogueColumns(ListView& list)
     create(list, CatalogueColumns);
 }
 
-void resetCatalogueColumnWidths(ListView& list)
+void resetCatalogueColumnWidths(Root& root)
 {
-    for (int column = 1; column <= static_cast<int>(CatalogueColumns.size()); ++column)
-        list.setColumnWidth(column, CatalogueColumns[static_cast<std::size_t>(column - 1)].width);
+    reset(root, root.LListView1);
 }
 
 void applyStoredCatalogueWidths(Root& root)
 {
-    applyStored(root, root.LListView1, CatalogueColumns);
+    applyStored(root, root.LListView1);
 }
 
 void createTrackColumns(Root& root)
 {
-    ListView& tracks = root.LListView2;
-    create(tracks, TrackColumns);
+    create(root.LListView2, TrackColumns);
     resetTrackColumnWidths(root);
-    applyStored(root, tracks, TrackColumns);
-    if (root.mnuOrvmenu[1].Checked.value())
-        tracks.setColumnWidth(columnOf(TrackItem::File), 0);
-    if (root.mnuOrvmenu[2].Checked.value())
-        tracks.setColumnWidth(columnOf(TrackItem::Path), 0);
+    applyStored(root, root.LListView2);
 }
 
 void resetTrackColumnWidths(Root& root)
 {
-    ListView& tracks = root.LListView2;
-    for (int column = 1; column <= static_cast<int>(TrackColumns.size()); ++column)
-        tracks.setColumnWidth(column, TrackColumns[static_cast<std::size_t>(column - 1)].width);
-    if (!root.mnuOrvmenu[1].Checked.value())
-        tracks.setColumnWidth(columnOf(TrackItem::Path), 0);
-    if (!root.mnuOrvmenu[2].Checked.value())
-        tracks.setColumnWidth(columnOf(TrackItem::File), 0);
+    reset(root, root.LListView2);
+}
+
+Twips shownWidth(const Root& root, const ListView& list, int column)
+{
+    const ColumnRule& rule = ruleOf(root, list, column);
+    const Twips stored = storedWidth(root, rule);
+    return stored > 0 ? stored : rule.width;
+}
+
+void noteCatalogueWidth(Root& root, Twips width)
+{
+    root.CatalogueWidth = width;
+    writeSetting(root, u"CatalogueWidth"_s, QString::number(width));
 }
 
 void saveColumnWidths(Root& root)
 {
-    store(root, root.LListView1, CatalogueColumns);
-    store(root, root.LListView2, TrackColumns);
+    for (const ListView* list : {&root.LListView1, &root.LListView2})
+        for (int column = 1; column <= columnCount(root, *list); ++column)
+            storeWidth(root, *list, column);
 }
 
-Twips storedWidth(const Root& root, QStringView setting, Twips otherwise)
+void storeWidth(Root& root, const ListView& list, int column)
 {
-    if (setting.isEmpty())
-        return otherwise;
-    const Setting stored = readSetting(root, setting.toString());
-    return stored.number() >= NarrowestColumn ? stored.whole() : otherwise;
-}
-
-void storeWidth(Root& root, QStringView setting, const ListView& list, int column)
-{
-    if (!setting.isEmpty() && column <= list.columns())
-        writeSetting(root, setting.toString(), QString::number(list.columnWidth(column)));
+    if (column < 1 || column > std::min(list.columns(), columnCount(root, list)) || isHidden(root, list, column))
+        return;
+    // Until the view commands are restored, a column that they will show stands with no width.
+    if (const Twips width = list.columnWidth(column); width > 0)
+        writeSetting(root, ruleOf(root, list, column).setting.toString(), QString::number(width));
 }
 
 } // namespace orvantine

@@ -17,10 +17,11 @@ void CopyToAppDataDir(Root& root)
     if (readSetting(root, u"NoDataCopy"_s).present)
         return;
 
+    bool stands = true;
     for (const QString& name : {u"Orvantine.dat"_s, u"Orvantine.bak"_s}) {
         const QString target = FileDirPath::join(userFolder(root), name);
         if (!Dateiexistenz::FileExists(root, target) && Dateiexistenz::FileExists(root, programFile(root, name)))
-            root.files.copy(programFile(root, name), target);
+            stands = root.files.copy(programFile(root, name), target) && stands;
     }
 
     Command command(root);
@@ -34,12 +35,16 @@ void CopyToAppDataDir(Root& root)
         root.LMp3Files.Pattern = u"*.*"_s;
         const QString target = root.tDatenbank.Text.value() + name;
         for (const QString& file : root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern))
-            root.files.copy(FileDirPath::join(root.LMp3Files.Path, file), FileDirPath::join(target, file));
+            stands = root.files.copy(FileDirPath::join(root.LMp3Files.Path, file), FileDirPath::join(target, file)) &&
+                     stands;
     }
     root.LMp3Files.Path = formerPath;
     root.LMp3Files.Pattern = formerPattern;
 
     command.endWait();
+    // The next start tries again.
+    if (!stands)
+        return;
     writeSetting(root, u"NoDataCopy"_s, qint16{1});
     command.tell({.text = u"Datenbanken wurden vom Installationsordner in den Benutzerordner kopiert. Die "
                           u"Datenbank und Playlisten befinden sich nun im AppData-Roaming Verzeichnis."_s,

@@ -1,5 +1,6 @@
 #include "app/FormLoad.h"
 
+#include "app/ColumnWidths.h"
 #include "app/Command.h"
 #include "app/CopyToAppDataDir.h"
 #include "app/DataFolder.h"
@@ -24,10 +25,19 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// True if this process may live: it holds the one lock of the user.
+/// The stored DataFolder, else the one of a first start.
+QString dataFolderOf(const Root& root)
+{
+    const QString stored = readSetting(root, u"Database"_s).text();
+    return stored.isEmpty() ? userFolder(root) + FileDirPath::separatorOf(userFolder(root)) : stored;
+}
+
+/// True if this process may live: it holds the one lock of the user, and no process of another desktop works on the
+/// same files.
 bool isFirstInstance(Root& root)
 {
-    if (root.services.instance.acquire(u"Orvanten Manager"_s)) {
+    if (root.services.instance.acquire(u"Orvanten Manager"_s) &&
+        root.services.instance.acquireFolder(dataFolderOf(root))) {
         root.services.instance.Activated = [&root] { activateWindow(root); };
         return true;
     }
@@ -92,21 +102,34 @@ void resolveDataFolder(Root& root)
     if (!Dateiexistenz::FolderExists(root, userFolder(root)))
         root.files.makeFolder(userFolder(root));
 
-    const Setting stored = readSetting(root, u"Database"_s);
-    if (stored.present) {
-        root.tDatenbank.Text = stored.text();
-    } else {
-        root.tDatenbank.Text = userFolder(root) + FileDirPath::separatorOf(userFolder(root));
+    root.tDatenbank.Text = dataFolderOf(root);
+    if (readSetting(root, u"Database"_s).text().isEmpty())
         writeSetting(root, u"Database"_s, root.tDatenbank.Text.value());
-    }
     writeSetting(root, u"InstallDir"_s, root.services.folders.program);
+}
 
+void ensureDataFolders(Root& root)
+{
     for (const QString& name : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s})
         ensureDataFolder(root, name);
 }
 
+/// A folder that was not there when the process started can be locked only now.
+bool isAloneOnTheData(Root& root)
+{
+    if (root.services.instance.acquireFolder(root.tDatenbank.Text.value()))
+        return true;
+    root.services.instance.activateOther();
+    root.services.forms.unload(*root.startup);
+    root.services.events.endProcess();
+    return false;
+}
+
 bool offerFont(Root& root, Command& command, const QString& family, const QString& fontFile, const QString& shippedName)
 {
+    const QString shipped = programFile(root, shippedName);
+    if (!root.services.fonts.known(family) && Dateiexistenz::FileExists(root, shipped))
+        root.services.fonts.provide(family, shipped);
     const QString windows = WindowsFolder(root);
     const QString target = FileDirPath::join(FileDirPath::join(windows, u"FONTS"), fontFile);
     if (Dateiexistenz::FileExists(root, target) || root.services.fonts.known(family))
@@ -117,7 +140,6 @@ bool offerFont(Root& root, Command& command, const QString& family, const QStrin
          .title = u" Komponente hinzufügen"_s,
          .icon = MessageIcon::Exclamation,
          .buttons = MessageButtons::OkCancel});
-    const QString shipped = programFile(root, shippedName);
     if (answer != Answer::Ok || !Dateiexistenz::FileExists(root, shipped))
         return answer.has_value();
     root.files.copy(shipped, target);
@@ -129,9 +151,10 @@ bool offerFont(Root& root, Command& command, const QString& family, const QStrin
 
 bool applyGeometry(Root& root, Command& command)
 {
-    const ScreenSize screen = root.services.screen.size();
-    root.Left = (screen.width - root.Width.value()) / 2;
-    root.Top = (screen.height - root.Height.value()) / 2;
+    const std::vector<DesktopScreen> screens = root.services.screen.screens();
+    const ScreenArea screen = screens.empty() ? ScreenArea() : screens.front().geometry;
+    root.Left = screen.left + (screen.width - root.Width.value()) / 2;
+    root.Top = screen.top + (screen.height - root.Height.value()) / 2;
     root.pAnimations.Height = 4005;
     for (const int panel : {1, 2, 5})
         root.sAnzeige[panel].Caption = QString();
@@ -146,11 +169,17 @@ bool applyGeometry(Root& root, Command& command)
     for (const Measure& measure : {Measure{u"Height"_s, root.Height}, Measure{u"Width"_s, root.Width},
                                    Measure{u"Left"_s, root.Left}, Measure{u"Top"_s, root.Top}}) {
         const Setting stored = readSetting(root, measure.name);
-        if (stored.hasValue() && stored.number() >= 0)
+        if (stored.isNumber() && stored.number() >= 0)
             measure.value = stored.whole();
     }
+    // A window that comes up from the tray is put onto the screen then.
+    if (!root.hiddenStart)
+        keepOnScreen(root);
     if (readSetting(root, u"Maximized"_s).is(2))
         root.State = WindowState::Maximized;
+
+    if (const Setting pane = readSetting(root, u"CatalogueWidth"_s); pane.isNumber() && pane.number() > 0)
+        root.CatalogueWidth = pane.whole();
 
     const Setting fontName = readSetting(root, u"Fontname"_s);
     const Setting fontSize = readSetting(root, u"Fontsize"_s);
@@ -246,6 +275,9 @@ bool startUp(Root& root, Command& command)
     if (!noteVersion(root, command))
         return false;
     resolveDataFolder(root);
+    if (!isAloneOnTheData(root))
+        return false;
+    ensureDataFolders(root);
 
     if (!offerFont(root, command, u"Maiandra GD"_s, u"MAIAN.TTF"_s, u"Orvantine.sys"_s) ||
         !offerFont(root, command, u"OCR B"_s, u"OCR_B.TTF"_s, u"Orvantine.ttf"_s))
@@ -269,6 +301,8 @@ bool startUp(Root& root, Command& command)
         root.mnuErrorDisplay.Click();
 
     GetPlayListe(root, {});
+    // No list may be there to be read, and its read is what applies them otherwise.
+    applyStoredCatalogueWidths(root);
     root.mnuLaden.Click();
     if (!command.yield() || !applyGeometry(root, command))
         return false;
@@ -312,10 +346,17 @@ void Form_Load(Root& root)
     root.loaded = true;
     if (!started)
         return;
-    // A desktop without a tray keeps a minimised window in its task bar.
-    if (root.State.value() != WindowState::Minimized || !root.services.tray.available())
+    // Without an item in a tray a minimised window stays in the task bar.
+    if (root.State.value() != WindowState::Minimized || !root.services.tray.stands())
         root.Visible = true;
     Form_Resize(root);
+}
+
+void trayChanged(Root& root)
+{
+    if (!root.loaded || root.services.events.ended() || root.State.value() != WindowState::Minimized)
+        return;
+    root.Visible = !root.services.tray.stands();
 }
 
 void activateWindow(Root& root)

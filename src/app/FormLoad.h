@@ -8,6 +8,9 @@ struct Root;
 /// second instance ends here, without a message.
 void Form_Load(Root& root);
 
+/// The desktop's tray has come or gone: a minimised window stands there or in the task bar.
+void trayChanged(Root& root);
+
 /// Brings the window back from the tray or from behind; does nothing before Form_Load has ended.
 void activateWindow(Root& root);
 

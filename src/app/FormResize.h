@@ -6,11 +6,26 @@ namespace orvantine {
 
 struct Root;
 
-/// The least size of the main window.
+/// The least size of the main window, where the screen has room for it.
 inline constexpr Twips LeastWidth = 9365;
 inline constexpr Twips LeastHeight = 7245;
 
-/// A minimised window goes to the tray; any other is kept at its least size.
+struct WindowSize
+{
+    Twips width = 0;
+    Twips height = 0;
+};
+
+/// What the frame of a window takes of the room on a screen, at most. It is not known before the window is seen.
+inline constexpr WindowSize FrameRoom{150, 600};
+
+/// The least size on the screen that the window stands on.
+[[nodiscard]] WindowSize leastSize(const Root& root);
+
+/// A window that is larger than the room on its screen, or that lies beside it, would hide its title and its ends.
+void keepOnScreen(Root& root);
+
+/// A minimised window goes to the tray, where an item stands to bring it back; any other is kept at its least size.
 void Form_Resize(Root& root);
 
 } // namespace orvantine

@@ -46,6 +46,9 @@ bool Registry::ReadValue(const Root& root, Hive hive, const QString& path, const
         break;
     case SettingType::Binary:
     case SettingType::Dword:
+        // Required: more than four bytes do not fit the number that is asked for, and the value counts as absent.
+        if (stored->bytes.size() > 4)
+            return false;
         value = qFromLittleEndian<qint32>(stored->bytes.leftJustified(4, '\0', true).constData());
         break;
     case SettingType::None:
@@ -110,6 +113,14 @@ double Setting::number() const
     if (const auto* stored = std::get_if<double>(&value))
         return *stored;
     return 0;
+}
+
+bool Setting::isNumber() const
+{
+    bool number = hasValue();
+    if (const auto* stored = std::get_if<QString>(&value))
+        (void)cutAtNul(*stored).trimmed().toDouble(&number);
+    return number;
 }
 
 QString settingsKey()

@@ -17,8 +17,8 @@ namespace Registry {
 [[nodiscard]] bool KeyExists(const Root& root, Hive hive, const QString& path);
 /// True only if the key is new.
 bool CreateKey(Root& root, Hive hive, const QString& path);
-/// False if key or value cannot be read. A text comes with its NUL and a blank behind it; numbers come as 32-bit
-/// integers; other types leave `value` as it is and still give true.
+/// False if key or value cannot be read, or if a binary value is longer than a number. A text comes with its NUL and a
+/// blank behind it; numbers come as 32-bit integers; other types leave `value` as it is and still give true.
 bool ReadValue(const Root& root, Hive hive, const QString& path, const QString& name, SettingVariant& value);
 /// 16-bit integers become double words, 32-bit integers four bytes of binary, texts strings or, with a CR,
 /// multi-strings that end in CR LF. Any other kind writes nothing and gives true.
@@ -43,6 +43,8 @@ struct Setting
     [[nodiscard]] int whole() const;
     /// Leading number of a text; 0 for nothing.
     [[nodiscard]] double number() const;
+    /// A number, or a text that is one and nothing else.
+    [[nodiscard]] bool isNumber() const;
 };
 
 /// The key under the current user that holds geometry and options.

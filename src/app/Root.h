@@ -115,6 +115,12 @@ struct Root : RootMenus
     PictureBox pTrayicon{controls, u"pTrayicon"};
     PictureBox pTrayicons{controls, u"pTrayicons"};
 
+    /// Tells in passing what came of a command; see showQuietly.
+    Label quietLine{controls, u"quietLine"};
+    Timer quietTimer{controls, u"quietTimer", std::chrono::seconds{4}};
+    /// Width of the catalogue's pane; 0 as it is designed.
+    QProperty<Twips> CatalogueWidth{0};
+
     // Timers
     Timer Timer1{controls, u"Timer1", std::chrono::milliseconds{180}};
     Timer Timer2{controls, u"Timer2", std::chrono::milliseconds{280}};
@@ -151,6 +157,8 @@ struct Root : RootMenus
     bool buttonsDisabled = false;
     /// Form_Load has ended.
     bool loaded = false;
+    /// The end of the session has begun to end the program.
+    bool ending = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
     /// Number of the last key that a row of the catalogue was given.

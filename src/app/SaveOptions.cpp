@@ -32,6 +32,16 @@ void writeGeometry(Root& root)
     writeSetting(root, u"Top"_s, QString::number(root.Top.value()));
 }
 
+/// Until the user has chosen a font, the lists follow that of the desktop.
+void writeFont(Root& root)
+{
+    const ListView& list = root.LListView1;
+    if (list.FontName.value().isEmpty() || list.FontSize.value() <= 0)
+        return;
+    writeSetting(root, u"Fontname"_s, list.FontName.value());
+    writeSetting(root, u"Fontsize"_s, QString::number(list.FontSize.value()));
+}
+
 void writeRepeatMode(Root& root)
 {
     if (const int mode = repeatOf(root); mode > 0)
@@ -55,8 +65,7 @@ void SaveOptions(Root& root)
     stopIfRunning(root);
 
     writeGeometry(root);
-    writeSetting(root, u"Fontname"_s, root.LListView1.FontName.value());
-    writeSetting(root, u"Fontsize"_s, QString::number(qRound(root.LListView1.FontSize.value())));
+    writeFont(root);
     saveColumnWidths(root);
     if (root.LListView1.selectedRow() > 0)
         writeSetting(root, u"Index"_s, static_cast<qint32>(numberOf(root, root.LListView1.selectedRow())));

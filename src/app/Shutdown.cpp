@@ -9,6 +9,8 @@
 #include "app/TooltipRegister.h"
 #include "metadata/frmID3.h"
 
+#include <utility>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -42,6 +44,14 @@ void Form_QueryUnload(Root& root)
         mnuBeenden_Click(root);
     else
         root.services.events.endProcess();
+}
+
+void endBySession(Root& root)
+{
+    // Asked again while it ends, it goes on as it was.
+    if (root.services.events.ended() || std::exchange(root.ending, true))
+        return;
+    Form_QueryUnload(root);
 }
 
 void mnuBeenden_Click(Root& root)

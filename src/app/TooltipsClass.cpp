@@ -4,6 +4,7 @@ namespace orvantine {
 
 void TooltipsClass::add(Control& control, const QString& toolTipText)
 {
+    ToolTipText = toolTipText;
     control.ToolTipText = toolTipText;
     m_controls.push_back(&control);
 }

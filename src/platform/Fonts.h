@@ -13,6 +13,8 @@ public:
     [[nodiscard]] virtual bool known(const QString& family) const = 0;
     /// Makes a font file usable for this and later runs.
     virtual bool registerFont(const QString& path) = 0;
+    /// Lets a font file of any family stand for this family in this run. False if it cannot be read.
+    virtual bool provide(const QString& family, const QString& path) = 0;
 };
 
 } // namespace orvantine

@@ -6,7 +6,7 @@
 
 namespace orvantine {
 
-/// One running program a user, by a lock that the kernel frees when its holder dies.
+/// One running program a user, and one a folder of data, by locks that the kernel frees when their holder dies.
 class Instance
 {
 public:
@@ -14,7 +14,9 @@ public:
 
     /// True if this process holds the lock now.
     virtual bool acquire(const QString& title) = 0;
-    /// Asks the holder to come to the front; false if it does not answer.
+    /// True if no other process works on that folder, whatever desktop it runs on.
+    virtual bool acquireFolder(const QString& folder) = 0;
+    /// Asks the holder of the lock that was not to be had to come to the front; false if it does not answer.
     virtual bool activateOther() = 0;
     /// A later instance asked this one to come to the front.
     std::function<void()> Activated = [] {};

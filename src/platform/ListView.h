@@ -113,6 +113,8 @@ public:
     void setColumnWidth(int column, Twips width);
     /// The user drew the column wider or narrower: stored without telling the views.
     void noteColumnWidth(int column, Twips width);
+    /// The user has let go of the edge of a column.
+    std::function<void(int column)> WidthDrawn;
     /// Told after every change of a width by the logic.
     std::function<void(int column, Twips width)> WidthChanged = [](int, Twips) {};
 
@@ -124,6 +126,8 @@ public:
     void sortBy(int column);
 
     QProperty<bool> GridLines{false};
+    /// The rows are shown and no more: they are not what the list stands for.
+    QProperty<bool> Ghosted{false};
     QProperty<QString> FontName;
     /// Points.
     QProperty<double> FontSize{0};

@@ -3,6 +3,8 @@
 #include "app/Command.h"
 #include "app/Root.h"
 
+#include <algorithm>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -23,10 +25,13 @@ void bringBack(Root& root)
     root.services.forms.toFront(root);
     if (!Command(root).yield())
         return;
-    const ScreenSize screen = root.services.screen.size();
-    if (root.Top.value() >= screen.height)
+    const std::vector<DesktopScreen> screens = root.services.screen.screens();
+    const auto any = [&screens](const auto& holds) { return std::any_of(screens.begin(), screens.end(), holds); };
+    const Twips top = root.Top.value();
+    const Twips left = root.Left.value();
+    if (!any([top](const DesktopScreen& screen) { return top < screen.geometry.top + screen.geometry.height; }))
         root.Top = SafeTop;
-    if (root.Left.value() >= screen.width)
+    if (!any([left](const DesktopScreen& screen) { return left < screen.geometry.left + screen.geometry.width; }))
         root.Left = SafeLeft;
     root.State = WindowState::Normal;
     root.Visible = true;

@@ -177,8 +177,8 @@ void TrackList::Reading::take(std::vector<ListItem> rows, bool vouched)
 
 void TrackList::Reading::finish()
 {
-    if (!overtaken() && m_list.m_content == Content::Reading)
-        m_list.m_content = m_verdict;
+    if (!overtaken() && m_list.content() == Content::Reading)
+        m_list.setContent(m_verdict);
 }
 
 bool TrackList::isOf(const QString& path) const
@@ -204,8 +204,8 @@ void TrackList::close()
 
 void TrackList::doubt()
 {
-    if (m_content == Content::Own)
-        m_content = Content::Stale;
+    if (content() == Content::Own)
+        setContent(Content::Stale);
 }
 
 void TrackList::takeOwn(std::vector<ListItem> rows, const QString& lines, qsizetype entries)
@@ -214,7 +214,7 @@ void TrackList::takeOwn(std::vector<ListItem> rows, const QString& lines, qsizet
     setLines(lines, m_path);
     setRows(std::move(rows));
     m_entries = entries;
-    m_content = Content::Own;
+    setContent(Content::Own);
 }
 
 void TrackList::setLines(const QString& text, const QString& path)
@@ -232,10 +232,16 @@ void TrackList::empty(const QString& path, Content content)
 {
     ++m_number;
     m_path = path;
-    m_content = content;
     m_entries = 0;
     m_rows.clear();
     m_rows.setSorted(false);
+    setContent(content);
+}
+
+void TrackList::setContent(Content content)
+{
+    m_rows.Ghosted = content == Content::Stale && m_rows.count() > 0;
+    m_content = content;
 }
 
 void TrackList::setRows(std::vector<ListItem> rows)

@@ -30,7 +30,7 @@ public:
     public:
         /// Nobody has opened a list since; what is in sight may be stale.
         [[nodiscard]] bool inSight() const { return m_list->m_number == m_number; }
-        [[nodiscard]] bool valid() const { return inSight() && m_list->m_content == Content::Own; }
+        [[nodiscard]] bool valid() const { return inSight() && m_list->content() == Content::Own; }
 
         /// The row comes last, or where a sorted list puts it.
         bool append(ListItem row);
@@ -110,8 +110,13 @@ public:
     [[nodiscard]] const QString& path() const { return m_path; }
     /// The list in sight is the one of that file.
     [[nodiscard]] bool isOf(const QString& path) const;
-    [[nodiscard]] Content content() const { return m_content; }
+    [[nodiscard]] Content content() const { return m_content.value(); }
+    /// For a view: what the pane of the tracks tells hangs on it.
+    [[nodiscard]] QProperty<Content>& watchedContent() { return m_content; }
     [[nodiscard]] Hold hold() { return {*this, m_number}; }
+
+    /// The lines are still those of the list before: the new one was too short to be taken in.
+    [[nodiscard]] bool showsListBefore() const { return m_linesOf != m_path; }
 
     /// Empties and renames the list in one step, for a read.
     [[nodiscard]] Reading open(const QString& path);
@@ -131,13 +136,15 @@ public:
 private:
     void empty(const QString& path, Content content);
     void setRows(std::vector<ListItem> rows);
+    /// Rows of the list before are shown greyed.
+    void setContent(Content content);
 
     ListView& m_rows;
     TextBox& m_lines;
     QString m_path;
     /// Whose lines the field holds: a list that is too short to be read leaves those of another.
     QString m_linesOf;
-    Content m_content = Content::None;
+    QProperty<Content> m_content{Content::None};
     /// Entries that the file held when the rows were taken from it or last written.
     qsizetype m_entries = 0;
     /// Counts the lists that came into sight.

@@ -6,6 +6,7 @@
 #include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/PlaylistFile.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
@@ -65,12 +66,17 @@ bool exportTo(Root& root, Command& command, const RowIdentity& playlist, int row
                   .title = root.Caption.value() + u' ',
                   .icon = MessageIcon::Exclamation})
             .has_value();
-    if (target.right(3).toLower() != u"nml"_s) {
-        return writePlaylist(root, target, *converted.lines + u"\r\n"_s);
-    }
+    const auto write = [&root, &target](const QString& text) {
+        if (!writePlaylist(root, target, text))
+            return false;
+        showQuietly(root, u"Gespeichert"_s);
+        return true;
+    };
+    if (target.right(3).toLower() != u"nml"_s)
+        return write(*converted.lines + u"\r\n"_s);
     if (!showTracks(root, playlist, row) || command.ended())
         return false;
-    return writePlaylist(root, target, nmlOf(root, playlist.name));
+    return write(nmlOf(root, playlist.name));
 }
 
 } // namespace
@@ -87,6 +93,7 @@ void mnuSpeichernUnter_Click(Root& root)
     const std::optional<ChosenFile> chosen =
         command.saveFile({.title = u" Wiedergabeliste speichern"_s,
                           .folder = ownFolder.isEmpty() ? SpecialFolder(root, 5) : ownFolder,
+                          .fileName = FileDirPath::FileNameOf(playlist.path),
                           .filter = playlistFilter(),
                           .defaultExtension = u"m3u"_s});
     if (!chosen || chosen->fileName.isEmpty())

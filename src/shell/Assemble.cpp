@@ -1,7 +1,10 @@
 #include "shell/Assemble.h"
 
+#include "app/ColumnWidths.h"
 #include "app/Columns.h"
 #include "app/Command.h"
+#include "app/FormLoad.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 #include "metadata/TagForms.h"
 #include "metadata/frmID3.h"
@@ -67,6 +70,8 @@ void wireLists(Root& root)
     root.LListView2.Drop = [&root](const QStringList& paths) {
         runCommand(root, Changes::Both, [&root, &paths] { LListView2_OLEDragDrop(root, paths); });
     };
+    root.LListView1.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView1, column); };
+    root.LListView2.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView2, column); };
     root.LListView2.DragFile = [&root](int row) {
         return root.files.nativePath(root.LListView2.subItem(row, TrackItem::Path));
     };
@@ -93,6 +98,7 @@ void wirePlayer(Root& root)
     root.pMpeg.DblClick = [&root] { pMpeg_DblClick(root); };
     root.pTrayicons.MouseMove = [&root](int x) { pTrayicons_MouseMove(root, x); };
     root.services.tray.Callback = [&root](int x) { root.pTrayicons.MouseMove(x); };
+    root.services.tray.Changed = [&root] { trayChanged(root); };
     root.sVolume.MouseDown = [&root] { LoadVolume(root); };
     root.sVolume.Scroll = [&root] { sVolume_Scroll(root); };
     root.sVolume.Refresh = [&root] { RefreshVolume(root); };
@@ -106,7 +112,8 @@ void wireTimers(Root& root)
     root.Timer1.Tick = [&root] { Timer1_Tick(root); };
     root.Timer2.Tick = [&root] { Timer2_Tick(root); };
     root.Timer3.Tick = [&root] { Timer3_Tick(root); };
-    for (Timer* timer : {&root.Timer1, &root.Timer2, &root.Timer3})
+    root.quietTimer.Tick = [&root] { quietTimer_Tick(root); };
+    for (Timer* timer : {&root.Timer1, &root.Timer2, &root.Timer3, &root.quietTimer})
         root.services.events.attach(*timer);
 }
 

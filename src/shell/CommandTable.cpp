@@ -6,7 +6,6 @@
 #include "catalogue/mnuL_schen.h"
 #include "catalogue/mnuLaden.h"
 #include "catalogue/mnuNeu.h"
-#include "catalogue/mnuSpeichern.h"
 #include "catalogue/mnuUmbenennen.h"
 #include "metadata/mnuSetTagName.h"
 #include "operations/Eigenschaften.h"
@@ -204,7 +203,7 @@ std::vector<CommandRow> barRows(Root& r)
          .item = &r.mnuSpeichern,
          .caption = u"Datenbank speichern ... ",
          .shortcut = u"Ctrl+S",
-         .run = plain<mnuSpeichern_Click>,
+         .run = plain<saveAndTell>,
          .changes = Changes::Catalogue,
          .shown = NeedsPlaylist,
          .icon = u"document-save"},

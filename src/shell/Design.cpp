@@ -50,7 +50,7 @@ void design(Root& root)
              &root.pCopyStatus,  &root.pDateiname, &root.pDatum,     &root.tSoundzahl, &root.pAnimations,
              &root.sTitle,       &root.sArtist,    &root.sAlbum,     &root.sKommentar, &root.sJahr,
              &root.sTrack,       &root.sBitrate,   &root.tDatenbank, &root.tPlayliste, &root.tBrowseFolder,
-             &root.LMp3Files,    &root.LRipper,    &root.Label3})
+             &root.LMp3Files,    &root.LRipper,    &root.Label3,     &root.quietLine})
         hidden->Visible = false;
     fitDescription(root);
 }

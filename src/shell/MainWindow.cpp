@@ -2,10 +2,13 @@
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
+#include "app/DataFolder.h"
 #include "app/Help.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/SaveOptions.h"
+#include "catalogue/mnuSpeichern.h"
 #include "shell/Info.h"
 
 namespace orvantine {
@@ -73,23 +76,18 @@ void mnuOrvmenu_Click(Root& root, int index)
 {
     constexpr int Path = columnOf(TrackItem::Path);
     constexpr int File = columnOf(TrackItem::File);
-    const ColumnRule& path = TrackColumns[Path - 1];
-    const ColumnRule& file = TrackColumns[File - 1];
     const bool paths = index == 1;
     ListView& tracks = root.LListView2;
     for (const int item : {CatalogueItem::Name, CatalogueItem::Tracks})
-        storeWidth(root, CatalogueColumns[static_cast<std::size_t>(item)].setting, root.LListView1, columnOf(item));
-    storeWidth(root, TrackColumns[TrackItem::Number].setting, tracks, columnOf(TrackItem::Number));
-    // Each mode keeps a width of its own, so only that of the column in sight is stored.
-    if (tracks.columnWidth(Path) > 0)
-        storeWidth(root, path.setting, tracks, Path);
-    if (tracks.columnWidth(File) > 0)
-        storeWidth(root, file.setting, tracks, File);
+        storeWidth(root, root.LListView1, columnOf(item));
+    // Each mode keeps a width of its own.
+    for (const int column : {columnOf(TrackItem::Number), Path, File})
+        storeWidth(root, tracks, column);
 
     root.mnuOrvmenu[1].Checked = paths;
     root.mnuOrvmenu[2].Checked = !paths;
-    tracks.setColumnWidth(Path, paths ? storedWidth(root, path.setting, path.width) : 0);
-    tracks.setColumnWidth(File, paths ? 0 : storedWidth(root, file.setting, file.width));
+    tracks.setColumnWidth(Path, paths ? shownWidth(root, tracks, Path) : 0);
+    tracks.setColumnWidth(File, paths ? 0 : shownWidth(root, tracks, File));
 }
 
 void mnuSchriftarten_Click(Root& root)
@@ -113,7 +111,7 @@ void mnuSpaltenReset_Click(Root& root)
                      .icon = MessageIcon::Question,
                      .buttons = MessageButtons::YesNo}) != Answer::Yes)
         return;
-    resetCatalogueColumnWidths(root.LListView1);
+    resetCatalogueColumnWidths(root);
     resetTrackColumnWidths(root);
     SaveOptions(root);
     // Saving takes the tray icon away; the program goes on and keeps it.
@@ -134,6 +132,17 @@ void mnuErrorDisplay_Click(Root& root)
 void mnuLokalePlayliste_Click(Root& root)
 {
     toggle(root.mnuLokalePlayliste);
+}
+
+void saveAndTell(Root& root)
+{
+    const std::optional<FileStamp> before = root.files.stamp(databaseFile(root));
+    showQuietly(root, {});
+    mnuSpeichern_Click(root);
+    const std::optional<FileStamp> after = root.files.stamp(databaseFile(root));
+    // What went wrong on the way has been told in the same place.
+    if (!root.services.events.ended() && after && after != before && root.quietLine.Caption.value().isEmpty())
+        showQuietly(root, u"Gespeichert"_s);
 }
 
 void mnuHilfe_Click(Root& root)

@@ -18,5 +18,7 @@ void mnuErrorDisplay_Click(Root& root);
 void mnuLokalePlayliste_Click(Root& root);
 void mnuHilfe_Click(Root& root);
 void mnuInfo_Click(Root& root);
+/// Saves the catalogue. A save that went well is told in passing: nothing else would show it.
+void saveAndTell(Root& root);
 
 } // namespace orvantine

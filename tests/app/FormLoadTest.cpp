@@ -11,6 +11,17 @@ namespace {
 class FormLoad : public DesktopTest
 {
 protected:
+    /// Left, top, width, height.
+    [[nodiscard]] std::string geometry()
+    {
+        return QStringLiteral("%1 %2 %3 %4")
+            .arg(root().Left.value())
+            .arg(root().Top.value())
+            .arg(root().Width.value())
+            .arg(root().Height.value())
+            .toStdString();
+    }
+
     void putList(const QString& name, const QByteArray& text) { put(data() + u"Playlisten/"_s + name, text); }
 
     /// Rows by name, each with a list of two missing tracks in "Playlisten".
@@ -133,8 +144,65 @@ TEST_F(FormLoad, ANegativeStoredLeftLeavesTheCentredPosition)
     setting(u"Left"_s, text(u"-300"_s));
     setting(u"Top"_s, text(u"450"_s));
     start();
-    EXPECT_EQ((desktop.screen.size().width - root().Width.value()) / 2, root().Left.value());
+    EXPECT_EQ((28800 - root().Width.value()) / 2, root().Left.value());
     EXPECT_EQ(450, root().Top.value());
+}
+
+TEST_F(FormLoad, GeometryThatIsNoNumberIsPassedOver)
+{
+    for (const QString& rubbish : {u"abc"_s, u""_s, u"12abc"_s}) {
+        SCOPED_TRACE(rubbish.toStdString());
+        desktop.newProcess();
+        for (const QString& name : {u"Height"_s, u"Width"_s, u"Left"_s, u"Top"_s})
+            setting(name, text(rubbish));
+        start();
+        EXPECT_EQ("8100 3300 12600 9600", geometry());
+    }
+}
+
+TEST_F(FormLoad, AFirstStartIsInTheMiddleOfThePrimaryScreenWhereverThatLies)
+{
+    desktop.screen.all = {{{30000, 600, 28800, 16200}, {30000, 600, 28800, 15600}}, {{0, 0, 30000, 16200}, {}}};
+    start();
+    EXPECT_EQ("38100 3900 12600 9600", geometry());
+}
+
+TEST_F(FormLoad, AWindowOnASecondScreenStaysThere)
+{
+    desktop.screen.all.push_back({{28800, 0, 28800, 16200}, {28800, 0, 28800, 16200}});
+    setting(u"Left"_s, text(u"30000"_s));
+    setting(u"Top"_s, text(u"150"_s));
+    start();
+    EXPECT_EQ("30000 150 12600 9600", geometry());
+}
+
+TEST_F(FormLoad, AWindowThatHasNoRoomOnTheScreenIsMadeToFitBelowItsFrame)
+{
+    struct Case
+    {
+        const char* name;
+        DesktopScreen screen;
+        const char* geometry;
+    };
+    for (const Case& c : {
+             Case{"1024x600", {{0, 0, 15360, 9000}, {0, 0, 15360, 9000}}, "1380 0 12600 8400"},
+             Case{"with a panel above", {{0, 0, 15360, 9000}, {0, 450, 15360, 8550}}, "1380 450 12600 7950"},
+             Case{"1366x768 at 200 %", {{0, 0, 10245, 5760}, {0, 0, 10245, 5760}}, "0 0 10095 5160"},
+         }) {
+        SCOPED_TRACE(c.name);
+        desktop.newProcess();
+        desktop.screen.all = {c.screen};
+        start();
+        EXPECT_EQ(c.geometry, geometry());
+    }
+}
+
+TEST_F(FormLoad, AWindowThatLiesBesideAllScreensComesBack)
+{
+    setting(u"Left"_s, text(u"60000"_s));
+    setting(u"Top"_s, text(u"16000"_s));
+    start();
+    EXPECT_EQ("16050 6000 12600 9600", geometry());
 }
 
 TEST_F(FormLoad, AStoredHeightOfNoughtIsAppliedAndCorrectedUpwards)

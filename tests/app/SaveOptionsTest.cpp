@@ -64,7 +64,6 @@ TEST_F(Options, AllValuesAreWrittenInThisOrderWithTheirTypes)
               "LV_4 sz 800\n"
               "LV_5 sz 3600\n"
               "LV_6 sz 2900\n"
-              "LV_7 sz 0\n"
               "Index binary 02 00 00 00\n"
               "Suche dword 0\n"
               "Position dword 0\n"

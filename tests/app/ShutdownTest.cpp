@@ -22,6 +22,37 @@ TEST_F(Shutdown, ClosingWhileMinimisedToTheTrayRestoresTheWindowSoThatTheOptions
     EXPECT_EQ("9", root().Tag.toStdString());
 }
 
+TEST_F(Shutdown, TheEndOfTheSessionSavesAndEndsAsTheWindowButtonDoes)
+{
+    start();
+    root().Width = 12345;
+    endBySession(root());
+    EXPECT_EQ("sz \"12345\"", setting(u"Width"_s).toStdString());
+    EXPECT_EQ("9", root().Tag.toStdString());
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("", boxes());
+}
+
+TEST_F(Shutdown, ASessionThatEndsTwiceEndsTheProgramOnce)
+{
+    start();
+    desktop.log.take();
+    desktop.events().after(std::chrono::milliseconds{0}, [&] { endBySession(root()); });
+    endBySession(root());
+    endBySession(root());
+    EXPECT_EQ("events.endProcess", calls({u"events.endProcess"_s}));
+}
+
+TEST_F(Shutdown, ASessionThatEndsDuringTheStartEndsItWithoutSavingOptions)
+{
+    setting(u"Width"_s, {.type = SettingType::String, .text = u"10000"_s, .bytes = {}});
+    desktop.events().after(std::chrono::milliseconds{500}, [&] { endBySession(root()); });
+    start();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_FALSE(root().Visible.value());
+    EXPECT_EQ("sz \"10000\"", setting(u"Width"_s).toStdString());
+}
+
 TEST_F(Shutdown, AHiddenWindowNeverSavesItsOptions)
 {
     start();

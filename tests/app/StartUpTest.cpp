@@ -78,14 +78,31 @@ TEST_F(StartUp, AnotherVersionIsNotedWithAPauseUnderTheWaitCursor)
     }
 }
 
+TEST_F(StartUp, AFontThatTheProgramShipsIsNotAskedFor)
+{
+    desktop.fonts.families = {};
+    put(desktop.folders.program + u"/Orvantine.sys"_s, "schrift");
+    put(desktop.folders.program + u"/Orvantine.ttf"_s, "schrift");
+    start();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ(u"fonts.provide \"Maiandra GD\" \"%1/Orvantine.sys\"\nfonts.provide \"OCR B\" \"%1/Orvantine.ttf\""_s
+                  .arg(desktop.folders.program)
+                  .toStdString(),
+              calls({u"fonts"_s}));
+}
+
 TEST_F(StartUp, AMissingFontIsAskedForAndOkInstallsTheOneThatTheProgramShips)
 {
     desktop.fonts.families = {};
+    // A file that no font can be made of.
+    desktop.fonts.readable = false;
     put(desktop.folders.program + u"/Orvantine.sys"_s, "schrift");
     desktop.messages.answer(Answer::Ok, FontTitle, fontQuestion(u"Maiandra GD"_s));
     desktop.messages.answer(Answer::Ok, FontTitle, fontQuestion(u"OCR B"_s));
     start();
     EXPECT_EQ("schrift", bytes(desktop.folders.windows + u"/FONTS/MAIAN.TTF"_s).toStdString());
+    EXPECT_EQ(u"fonts.registerFont \"%1/FONTS/MAIAN.TTF\""_s.arg(desktop.folders.windows).toStdString(),
+              calls({u"fonts.registerFont"_s}));
     EXPECT_EQ("(missing)", bytes(desktop.folders.windows + u"/FONTS/OCR_B.TTF"_s).toStdString());
     ASSERT_EQ(2U, desktop.messages.shown().size());
     EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
@@ -95,8 +112,6 @@ TEST_F(StartUp, AMissingFontIsAskedForAndOkInstallsTheOneThatTheProgramShips)
 TEST_F(StartUp, CancelInstallsNoFont)
 {
     desktop.fonts.families = {};
-    put(desktop.folders.program + u"/Orvantine.sys"_s, "schrift");
-    put(desktop.folders.program + u"/Orvantine.ttf"_s, "schrift");
     desktop.messages.answer(Answer::Cancel, FontTitle, fontQuestion(u"Maiandra GD"_s));
     desktop.messages.answer(Answer::Cancel, FontTitle, fontQuestion(u"OCR B"_s));
     start();
@@ -242,12 +257,70 @@ TEST_F(StartUp, TheMoveOfTheDataCopiesWhatIsThereAndNeverReplacesADatabase)
     EXPECT_EQ("/fehlt/lied.mp3\r\n", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
     EXPECT_EQ("neu B", bytes(data() + u"Playlisten/B.m3u"_s).toStdString());
     EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
-    EXPECT_EQ("", root().LMp3Files.Path.toStdString());
-    EXPECT_EQ("*.*", root().LMp3Files.Pattern.toStdString());
     EXPECT_EQ("box title \"Orvanten Manager \" text \"Datenbanken wurden vom Installationsordner in den Benutzerordner "
               "kopiert. Die Datenbank und Playlisten befinden sich nun im AppData-Roaming Verzeichnis.\" icon "
               "exclamation buttons ok answer ok",
               boxes());
+}
+
+TEST_F(StartUp, TheMoveOfTheDataPutsPathAndPatternOfTheHiddenListBack)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "neu");
+    put(desktop.folders.program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    root().LMp3Files.Path = u"/vorher"_s;
+    root().LMp3Files.Pattern = u"*.wma"_s;
+    desktop.messages.answer(Answer::Ok);
+    start();
+    EXPECT_EQ("/vorher", root().LMp3Files.Path.toStdString());
+    EXPECT_EQ("*.wma", root().LMp3Files.Pattern.toStdString());
+}
+
+TEST_F(StartUp, AMoveOfTheDataThatFailsIsNotToldAndTriedAgain)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(desktop.folders.program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    desktop.log.failNext(u"files.copy"_s);
+    start();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("(absent)", setting(u"NoDataCopy"_s).toStdString());
+    desktop.newProcess();
+    desktop.messages.answer(Answer::Ok);
+    start();
+    EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
+}
+
+TEST_F(StartUp, ADataFolderOfNoTextCountsAsAbsent)
+{
+    setting(u"Database"_s, stringSetting(QString()));
+    start();
+    EXPECT_EQ(data().toStdString(), root().tDatenbank.Text.value().toStdString());
+    EXPECT_EQ(u"sz \"%1\""_s.arg(data()).toStdString(), setting(u"Database"_s).toStdString());
+}
+
+TEST_F(StartUp, WidthsOfTheCatalogueHoldForAnEmptyOneToo)
+{
+    setting(u"LV_1"_s, stringSetting(u"3333"_s));
+    setting(u"LV_2"_s, stringSetting(u"1111"_s));
+    start();
+    EXPECT_EQ(3333, catalogue().columnWidth(2));
+    EXPECT_EQ(1111, catalogue().columnWidth(4));
+    root().mnuBeenden.Click();
+    EXPECT_EQ("sz \"3333\"", setting(u"LV_1"_s).toStdString());
+    EXPECT_EQ("sz \"1111\"", setting(u"LV_2"_s).toStdString());
+}
+
+TEST_F(StartUp, WhereAnotherDesktopWorksOnTheDataTheProgramGivesWayBeforeItTouchesThem)
+{
+    desktop.instance.folderTaken = true;
+    start();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("", boxes());
+    EXPECT_FALSE(root().Visible.value());
+    EXPECT_EQ(
+        u"instance.acquire \"Orvanten Manager\"\ninstance.acquireFolder \"%1\"\ninstance.activateOther"_s.arg(data())
+            .toStdString(),
+        calls({u"instance"_s}));
+    EXPECT_FALSE(desktop.disk().exists(data() + u"Playlisten"_s));
 }
 
 TEST_F(StartUp, WithoutADatabaseBesideTheProgramNothingIsMoved)
@@ -299,7 +372,6 @@ TEST_F(StartUp, AValueOfEachTypeIsReadInItsForm)
                           Case{"lines", {SettingType::MultiString, u"a\r\nb\r\n"_s, {}}, u"a\r\nb\r\n"_s + nulAndBlank},
                           Case{"binary", {SettingType::Binary, {}, "\7\0\0\0"_ba}, qint32{7}},
                           Case{"short binary", {SettingType::Binary, {}, "\7"_ba}, qint32{7}},
-                          Case{"long binary", {SettingType::Binary, {}, "\7\0\0\0\1\1"_ba}, qint32{7}},
                           Case{"double word", {SettingType::Dword, {}, "\xff\xff\xff\xff"_ba}, qint32{-1}},
                           Case{"nothing", {SettingType::None, {}, {}}, std::monostate{}}}) {
         setting(u"Wert"_s, c.stored);
@@ -309,6 +381,9 @@ TEST_F(StartUp, AValueOfEachTypeIsReadInItsForm)
     }
     SettingVariant value = qint32{5};
     EXPECT_FALSE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Fehlt"_s, value));
+    // The number that is asked for has no room for it.
+    setting(u"Lang"_s, {SettingType::Binary, {}, "\7\0\0\0\1\1"_ba});
+    EXPECT_FALSE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Lang"_s, value));
     EXPECT_FALSE(Registry::ReadValue(root(), Hive::CurrentUser, u"Software\\Fehlt"_s, u"Wert"_s, value));
     EXPECT_TRUE(SettingVariant{qint32{5}} == value);
     EXPECT_FALSE(Registry::WriteValue(root(), Hive::CurrentUser, u"Software\\Fehlt"_s, u"Wert"_s, value));

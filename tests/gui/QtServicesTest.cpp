@@ -4,6 +4,7 @@
 #include "desktop/qt/services/QtDesktop.h"
 #include "desktop/qt/services/QtLauncher.h"
 #include "desktop/qt/services/QtMessages.h"
+#include "desktop/qt/services/QtTray.h"
 
 #include <QApplication>
 #include <QDir>
@@ -287,15 +288,20 @@ TEST_F(Programs, HelpWithoutItsFileShowsNothing)
 
 TEST(Desktop, TellsTheScreenInTwips)
 {
-    const ScreenSize size = QtScreen().size();
-    EXPECT_GT(size.width, 0);
-    EXPECT_EQ(size.width % TwipsPerPixel, 0);
+    const std::vector<DesktopScreen> screens = QtScreen().screens();
+    ASSERT_FALSE(screens.empty());
+    const DesktopScreen& primary = screens.front();
+    EXPECT_GT(primary.geometry.width, 0);
+    EXPECT_EQ(primary.geometry.width % TwipsPerPixel, 0);
+    EXPECT_GT(primary.available.height, 0);
+    EXPECT_TRUE(QtScreen().holds(primary.geometry.left, primary.geometry.top));
 }
 
 TEST(Desktop, KnowsTheFontsOfTheHost)
 {
     EXPECT_FALSE(QtFonts().known(u"Diese Schrift gibt es nicht"_s));
     EXPECT_FALSE(QtFonts().registerFont(u"/gibt/es/nicht.ttf"_s));
+    EXPECT_FALSE(QtFonts().provide(u"Diese Schrift gibt es nicht"_s, u"/gibt/es/nicht.ttf"_s));
 }
 
 TEST(Desktop, TheClipboardHoldsText)

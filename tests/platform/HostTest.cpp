@@ -253,6 +253,60 @@ TEST_F(OneInstance, AFolderThatOthersCanWriteIsNotUsed)
     EXPECT_FALSE(second.acquire(u"Orvanten Manager"_s));
 }
 
+TEST_F(OneInstance, WhoeverWorksOnAFolderOfDataKeepsOthersOffWhateverTheirDesktop)
+{
+    const QTemporaryDir data;
+    const QTemporaryDir otherState;
+    const QString link = m_folder.path() + u"/link"_s;
+    ASSERT_TRUE(QFile::link(data.path(), link));
+    {
+        LockInstance first(m_folder.path(), m_folder.path());
+        ASSERT_TRUE(first.acquireFolder(data.path() + u'/'));
+        LockInstance second(otherState.path(), m_folder.path());
+        EXPECT_TRUE(second.acquire(u"Orvanten Manager"_s));
+        EXPECT_FALSE(second.acquireFolder(data.path()));
+        EXPECT_FALSE(second.acquireFolder(link));
+        EXPECT_TRUE(second.acquireFolder(otherState.path()));
+        // Nothing of it is left among the user's files.
+        EXPECT_EQ(QDir(data.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot),
+                  QStringList());
+    }
+    LockInstance later(otherState.path(), m_folder.path());
+    EXPECT_TRUE(later.acquireFolder(data.path()));
+}
+
+TEST_F(OneInstance, TheHolderOfTheFolderIsCalledToTheFront)
+{
+    const QTemporaryDir data;
+    const QTemporaryDir otherState;
+    LockInstance first(m_folder.path(), m_folder.path());
+    ASSERT_TRUE(first.acquireFolder(data.path()));
+    int activations = 0;
+    first.Activated = [&activations] { ++activations; };
+    std::atomic<bool> ended = false;
+    bool answered = false;
+    std::thread loser([&] {
+        LockInstance second(otherState.path(), m_folder.path());
+        answered = !second.acquireFolder(data.path()) && second.activateOther();
+        ended = true;
+    });
+    while (!ended)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    loser.join();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(activations, 1);
+}
+
+TEST_F(OneInstance, AStateFolderThatIsNotThereYetIsMadeForItsUserAlone)
+{
+    const QString state = m_folder.path() + u"/state/Orvanten Manager"_s;
+    LockInstance first(state, u"/dev/null"_s);
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    EXPECT_TRUE(QFile::exists(state + u"/orvanten-manager.lock"_s));
+    EXPECT_EQ(QFile::permissions(state) & QFile::Permissions(0x77), QFile::Permissions());
+}
+
 TEST_F(OneInstance, WithoutAnyFolderTheProgramStartsAllTheSame)
 {
     LockInstance first(QString(), u"/dev/null"_s);

@@ -87,6 +87,49 @@ TEST_F(Tray, WithoutATrayTheStartGoesOnAndMinimisingOnlyMinimises)
     EXPECT_TRUE(root().Visible.value());
 }
 
+TEST_F(Tray, AWindowIsHiddenOnlyWhereAnItemStands)
+{
+    desktop.trayPresent = false;
+    desktop.newProcess();
+    startPlayback();
+    root().State = WindowState::Minimized;
+    EXPECT_TRUE(root().Visible.value());
+    // The tray comes up after the program: the item goes there, and the minimised window with it.
+    desktop.tray().setPresent(true);
+    EXPECT_TRUE(desktop.tray().shown());
+    EXPECT_FALSE(root().Visible.value());
+    EXPECT_TRUE(desktop.tray().click(MouseButton::Left));
+    EXPECT_TRUE(root().Visible.value());
+    root().State = WindowState::Minimized;
+    EXPECT_FALSE(root().Visible.value());
+    // And leaves it in the task bar when it goes.
+    desktop.tray().setPresent(false);
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ(WindowState::Minimized, root().State.value());
+}
+
+TEST_F(Tray, ATrayThatComesOrGoesLeavesAWindowThatIsSeen)
+{
+    startPlayback();
+    desktop.tray().setPresent(false);
+    EXPECT_TRUE(root().Visible.value());
+    desktop.tray().setPresent(true);
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ(WindowState::Normal, root().State.value());
+}
+
+TEST_F(Tray, OnASecondScreenAWindowIsInSight)
+{
+    desktop.screen.all.push_back({{28800, 0, 28800, 16200}, {28800, 0, 28800, 16200}});
+    startPlayback();
+    pTrayicons_MouseMove(root(), 7695);
+    root().Left = 30000;
+    root().Top = 100;
+    pTrayicons_MouseMove(root(), 7695);
+    EXPECT_EQ(30000, root().Left.value());
+    EXPECT_EQ(100, root().Top.value());
+}
+
 TEST_F(Tray, TheSmallControlsForwardWhileTheRunningNameIsEnabled)
 {
     startPlayback();

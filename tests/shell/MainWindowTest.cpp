@@ -194,6 +194,26 @@ TEST_F(MainWindow, TheTracksColumnIsHiddenAndShownByItsWidth)
     EXPECT_EQ("0 2800 0 900", widths(catalogue()));
 }
 
+TEST_F(MainWindow, TheTracksColumnStaysHiddenOverReads)
+{
+    putCatalogue({u"Erste"_s, u"Zweite"_s});
+    setting(u"LV_1"_s, stringSetting(u"2000"_s));
+    setting(u"LV_2"_s, stringSetting(u"1500"_s));
+    desktop.newProcess();
+    start();
+    ASSERT_EQ(1500, catalogue().columnWidth(4));
+    root().mnuTrackShow.Click();
+    for (const int row : {1, 2, 1}) {
+        catalogue().select(row);
+        catalogue().Click();
+        EXPECT_EQ(0, catalogue().columnWidth(4)) << row;
+        catalogue().ColumnClick(2);
+        EXPECT_EQ("sz \"1500\"", setting(u"LV_2"_s).toStdString()) << "what is hidden stores no width";
+    }
+    root().mnuBeenden.Click();
+    EXPECT_EQ("sz \"1500\"", setting(u"LV_2"_s).toStdString());
+}
+
 TEST_F(MainWindow, EachViewOfTheTracksKeepsAWidthOfItsOwnAndNeverWritesThatOfTheName)
 {
     tracks().setColumnWidth(4, 3111);

@@ -69,22 +69,28 @@ private:
 
 bool FakeTray::add(const QString& tip)
 {
-    if (!m_log.call(u"tray.add %1"_s.arg(quoted(tip))) || !present)
+    m_wanted = m_log.call(u"tray.add %1"_s.arg(quoted(tip)));
+    if (!stands())
         return false;
-    m_shown = true;
     m_tip = tip;
     return true;
+}
+
+void FakeTray::setPresent(bool comes)
+{
+    if (std::exchange(present, comes) != comes && m_wanted)
+        Changed();
 }
 
 void FakeTray::remove()
 {
     if (m_log.call(u"tray.remove"_s))
-        m_shown = false;
+        m_wanted = false;
 }
 
 bool FakeTray::click(MouseButton button)
 {
-    if (!m_shown)
+    if (!stands())
         return false;
     Callback(button == MouseButton::Left ? LeftClickTwips : RightClickTwips);
     return true;
@@ -203,6 +209,11 @@ bool FakeInstance::acquire(const QString& title)
     return m_log.call(u"instance.acquire %1"_s.arg(quoted(title))) && !taken;
 }
 
+bool FakeInstance::acquireFolder(const QString& folder)
+{
+    return m_log.call(u"instance.acquireFolder %1"_s.arg(quoted(folder))) && !folderTaken;
+}
+
 bool FakeInstance::activateOther()
 {
     return m_log.call(u"instance.activateOther"_s) && answers;
@@ -211,6 +222,14 @@ bool FakeInstance::activateOther()
 bool FakeFonts::registerFont(const QString& path)
 {
     return m_log.call(u"fonts.registerFont %1"_s.arg(quoted(path)));
+}
+
+bool FakeFonts::provide(const QString& family, const QString& path)
+{
+    if (!m_log.call(u"fonts.provide %1 %2"_s.arg(quoted(family), quoted(path))) || !readable)
+        return false;
+    families.insert(family);
+    return true;
 }
 
 void FakeTags::Mp3FileInfo(const QString& path, Mp3Record& record)

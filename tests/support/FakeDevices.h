@@ -31,18 +31,20 @@ public:
 
     bool add(const QString& tip) override;
     void remove() override;
-    [[nodiscard]] bool available() const override { return present; }
+    [[nodiscard]] bool stands() const override { return m_wanted && present; }
+    /// The desktop's tray comes or goes while the program runs.
+    void setPresent(bool comes);
 
     /// The user clicks the item; false if there is none to click.
     bool click(MouseButton button);
-    [[nodiscard]] bool shown() const { return m_shown; }
+    [[nodiscard]] bool shown() const { return stands(); }
     [[nodiscard]] const QString& tip() const { return m_tip; }
 
     bool present = true;
 
 private:
     CallLog& m_log;
-    bool m_shown = false;
+    bool m_wanted = false;
     QString m_tip;
 };
 
@@ -155,10 +157,13 @@ public:
     explicit FakeInstance(CallLog& log) : m_log(log) {}
 
     bool acquire(const QString& title) override;
+    bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
 
     /// Another instance holds the lock.
     bool taken = false;
+    /// One of another desktop works on the folder.
+    bool folderTaken = false;
     /// The other instance answers.
     bool answers = true;
 
@@ -173,7 +178,10 @@ public:
 
     [[nodiscard]] bool known(const QString& family) const override { return families.contains(family); }
     bool registerFont(const QString& path) override;
+    bool provide(const QString& family, const QString& path) override;
 
+    /// Whether fonts can be made of the files that the program ships.
+    bool readable = true;
     QSet<QString> families{QStringLiteral("Maiandra GD"), QStringLiteral("OCR B")};
 
 private:
@@ -183,9 +191,15 @@ private:
 class FakeScreen final : public Screen
 {
 public:
-    [[nodiscard]] ScreenSize size() const override { return extent; }
+    [[nodiscard]] std::vector<DesktopScreen> screens() const override { return all; }
+    /// One screen of this size, without panels.
+    void setOnly(Twips width, Twips height)
+    {
+        const ScreenArea area{0, 0, width, height};
+        all = {{area, area}};
+    }
 
-    ScreenSize extent{28800, 16200};
+    std::vector<DesktopScreen> all{{{0, 0, 28800, 16200}, {0, 0, 28800, 16200}}};
 };
 
 /// What a track's tag and head say.

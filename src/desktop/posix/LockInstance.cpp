@@ -29,6 +29,17 @@ bool isOwnFolder(const QString& path)
            info.st_uid == ::getuid() && (info.st_mode & 0022) == 0;
 }
 
+void makeFolder(const QString& path)
+{
+    ::mkdir(path.toUtf8().constData(), 0700);
+}
+
+/// Another process holds the lock. What cannot be locked at all is nobody's.
+bool isTaken(const Descriptor& file)
+{
+    return ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+}
+
 QString fileName(const QString& title)
 {
     QString name;
@@ -39,46 +50,68 @@ QString fileName(const QString& title)
 
 } // namespace
 
-LockInstance::LockInstance(const QString& runtimeFolder, const QString& tempFolder)
+LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder)
 {
-    m_folder = runtimeFolder;
-    if (isOwnFolder(m_folder))
-        return;
-    m_folder = tempFolder + u"/orvanten-manager-"_s + QString::number(::getuid());
-    ::mkdir(m_folder.toUtf8().constData(), 0700);
-    if (!isOwnFolder(m_folder))
-        m_folder.clear();
+    m_meeting = tempFolder + u"/orvanten-manager-"_s + QString::number(::getuid());
+    makeFolder(m_meeting);
+    if (!isOwnFolder(m_meeting))
+        m_meeting.clear();
+    for (qsizetype end = stateFolder.indexOf(u'/', 1); end > 0; end = stateFolder.indexOf(u'/', end + 1))
+        makeFolder(stateFolder.left(end));
+    makeFolder(stateFolder);
+    m_folder = isOwnFolder(stateFolder) ? stateFolder : m_meeting;
 }
 
 LockInstance::~LockInstance() = default;
 
 bool LockInstance::acquire(const QString& title)
 {
-    m_name = fileName(title);
-    if (m_lock.isOpen())
+    const QString name = m_folder + u'/' + fileName(title);
+    m_socket = name + u".socket"_s;
+    if (m_lock.isOpen() || m_folder.isEmpty())
         return true;
-    if (m_folder.isEmpty())
-        return true;
-    const QByteArray path = (m_folder + u'/' + m_name + u".lock"_s).toUtf8();
-    Descriptor lock(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
+    Descriptor lock(
+        ::open((name + u".lock"_s).toUtf8().constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     if (!lock.isOpen())
         return true;
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0)
-        return errno != EWOULDBLOCK;
+    if (isTaken(lock))
+        return false;
     m_lock = std::move(lock);
-    listen();
+    m_server = listen(m_socket);
     return true;
 }
 
-void LockInstance::listen()
+bool LockInstance::acquireFolder(const QString& folder)
 {
-    const QString path = m_folder + u'/' + m_name + u".socket"_s;
-    m_server = std::make_unique<QLocalServer>();
-    m_server->setSocketOptions(QLocalServer::UserAccessOption);
+    // The folder itself is locked, so that no file of ours is left in it and each way to it leads to the one lock.
+    Descriptor lock(::open(folder.toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    struct stat info = {};
+    if (!lock.isOpen() || ::fstat(lock.get(), &info) != 0)
+        return true;
+    const QString socket = u"%1/%2-%3.socket"_s.arg(m_meeting).arg(info.st_dev).arg(info.st_ino);
+    if (m_folderLock.isOpen() && socket == m_folderSocket)
+        return true;
+    m_socket = socket;
+    m_folderServer.reset();
+    m_folderLock.close();
+    if (isTaken(lock))
+        return false;
+    m_folderSocket = socket;
+    m_folderLock = std::move(lock);
+    if (!m_meeting.isEmpty())
+        m_folderServer = listen(m_socket);
+    return true;
+}
+
+std::unique_ptr<QLocalServer> LockInstance::listen(const QString& path)
+{
+    auto made = std::make_unique<QLocalServer>();
+    QLocalServer* const server = made.get();
+    server->setSocketOptions(QLocalServer::UserAccessOption);
     QLocalServer::removeServer(path); // of a holder that died
-    m_server->listen(path);
-    QObject::connect(m_server.get(), &QLocalServer::newConnection, m_server.get(), [this] {
-        while (QLocalSocket* const socket = m_server->nextPendingConnection()) {
+    server->listen(path);
+    QObject::connect(server, &QLocalServer::newConnection, server, [this, server] {
+        while (QLocalSocket* const socket = server->nextPendingConnection()) {
             QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
             const auto hear = [this, socket] {
                 if (!socket->canReadLine() && socket->bytesAvailable() < longestWish)
@@ -94,17 +127,18 @@ void LockInstance::listen()
             hear();
         }
     });
+    return made;
 }
 
 bool LockInstance::activateOther()
 {
-    if (m_folder.isEmpty() || m_name.isEmpty())
+    if (!m_socket.startsWith(u'/'))
         return false;
     QElapsedTimer watch;
     watch.start();
     const auto left = [&watch] { return qMax(0, answerMilliseconds - static_cast<int>(watch.elapsed())); };
     QLocalSocket socket;
-    socket.connectToServer(m_folder + u'/' + m_name + u".socket"_s);
+    socket.connectToServer(m_socket);
     if (!socket.waitForConnected(left()))
         return false;
     socket.write(wish);

@@ -9,29 +9,37 @@ class QLocalServer;
 
 namespace orvantine {
 
-/// A lock file that the kernel frees when its holder dies, and a local socket beside it for the wish to come to the
-/// front. Needs an event loop to hear that wish.
+/// A lock file, and a lock on the folder of data itself, which the kernel frees when their holder dies; and for each a
+/// local socket for the wish to come to the front. Needs an event loop to hear that wish.
 class LockInstance : public Instance
 {
 public:
-    /// `runtimeFolder`: the session's own folder; where there is none, or where it is not the user's own, a private
-    /// one below `tempFolder` stands in.
-    LockInstance(const QString& runtimeFolder, const QString& tempFolder);
+    /// `stateFolder` is made where it is missing. It is no folder of one session, so that all sessions of a user meet
+    /// there; where it is not the user's own, a private one below `tempFolder` stands in, in which the sockets of the
+    /// folders of data lie too.
+    LockInstance(const QString& stateFolder, const QString& tempFolder);
     ~LockInstance() override;
     LockInstance(const LockInstance&) = delete;
     LockInstance& operator=(const LockInstance&) = delete;
 
     /// Also true where no lock can be had at all: a full or unwritable folder keeps nobody from working.
     bool acquire(const QString& title) override;
+    bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
 
 private:
-    void listen();
+    [[nodiscard]] std::unique_ptr<QLocalServer> listen(const QString& path);
 
     QString m_folder;
-    QString m_name;
+    /// Holds the sockets of the folders of data; "" where there is none that is private.
+    QString m_meeting;
+    /// Of the holder of the lock that was asked for last.
+    QString m_socket;
+    QString m_folderSocket;
     Descriptor m_lock;
+    Descriptor m_folderLock;
     std::unique_ptr<QLocalServer> m_server;
+    std::unique_ptr<QLocalServer> m_folderServer;
 };
 
 } // namespace orvantine

@@ -25,7 +25,7 @@ void tray(Run& run, const Command& command)
         return;
     if (what < 2) {
         run.desktop().trayPresent = what == 0;
-        run.desktop().tray().present = what == 0;
+        run.desktop().tray().setPresent(what == 0);
         return;
     }
     if (run.needsProgram() && !run.desktop().tray().click(what == 2 ? MouseButton::Left : MouseButton::Right))
@@ -76,9 +76,10 @@ void font(Run& run, const Command& command)
 
 void screen(Run& run, const Command& command)
 {
-    const ScreenSize size{run.number(command, 1), run.number(command, 2)};
+    const Twips width = run.number(command, 1);
+    const Twips height = run.number(command, 2);
     if (!run.failed())
-        run.desktop().screen.extent = size;
+        run.desktop().screen.setOnly(width, height);
 }
 
 void instance(Run& run, const Command& command)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -113,6 +115,27 @@ TEST_F(BadSurroundings, SigtermEndsTheProgramAndLeavesTheCatalogue)
     EXPECT_TRUE(program.terminates());
     EXPECT_EQ(Desk::bytes(desk.dataPath(u"Orvantine.dat"_s)), before);
     EXPECT_TRUE(Desk::bytes(list).startsWith("gone.mp3\r\n"));
+}
+
+TEST_F(BadSurroundings, EachSignalOfAnEndSavesTheOptionsAndEndsWithoutAFault)
+{
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        SCOPED_TRACE(signal);
+        useList("gone.mp3\r\n");
+        Program program(desk);
+        ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+        const QString window = desk.window(u"Orvanten Manager"_s);
+        ASSERT_TRUE(desk.tool(u"xdotool"_s, {u"windowsize"_s, u"--sync"_s, window, u"777"_s, u"600"_s}));
+        // What is noted of a window is noted a moment after its last change.
+        ASSERT_TRUE(await([&] {
+            const QString told = desk.tool(u"xdotool"_s, {u"getwindowgeometry"_s, window}).value_or(QString());
+            return told.contains(u"777x600"_s);
+        }));
+        program.tell(signal);
+        EXPECT_TRUE(program.ends()) << program.complaints();
+        const QByteArray settings = Desk::bytes(desk.path(u"config/Orvanten Manager/settings.reg"_s));
+        EXPECT_TRUE(settings.contains("\"Width\"=\"11655\"")) << settings.toStdString();
+    }
 }
 
 TEST_F(BadSurroundings, AListThatVanishesBeforeItIsClickedIsToldAndHarmsNothing)

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
+
 namespace orvantine::desk {
 
 using namespace Qt::StringLiterals;
@@ -86,6 +88,11 @@ bool Program::terminates()
 {
     m_process.terminate();
     return await([this] { return !runs(); });
+}
+
+void Program::tell(int signal) const
+{
+    ::kill(static_cast<pid_t>(m_process.processId()), signal);
 }
 
 void Program::closeBox()

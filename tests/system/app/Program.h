@@ -36,6 +36,8 @@ public:
     [[nodiscard]] bool closes();
     /// SIGTERM; whether that ended it.
     [[nodiscard]] bool terminates();
+    /// Sends it a signal.
+    void tell(int signal) const;
 
     /// The seen control of that accessible name.
     [[nodiscard]] std::optional<Control> control(const QString& name);

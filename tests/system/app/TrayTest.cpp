@@ -32,7 +32,11 @@ public:
         EXPECT_TRUE(m_bus.registerVirtualObject(u"/StatusNotifierWatcher"_s, this));
         EXPECT_TRUE(m_bus.registerService(Watcher));
     }
-    ~NotificationArea() override { QDBusConnection::disconnectFromBus(u"area"_s); }
+    ~NotificationArea() override
+    {
+        m_bus.unregisterService(Watcher);
+        QDBusConnection::disconnectFromBus(u"area"_s);
+    }
     NotificationArea(const NotificationArea&) = delete;
     NotificationArea& operator=(const NotificationArea&) = delete;
 
@@ -241,6 +245,40 @@ TEST_F(Tray, WithoutATrayMinimisingOnlyMinimises)
     EXPECT_TRUE(awaitPlaying()) << program.complaints();
     EXPECT_TRUE(awaitMinimised());
     EXPECT_TRUE(desk.tool(u"playerctl"_s, {u"--player=orvantine"_s, u"stop"_s}));
+    EXPECT_TRUE(program.terminates());
+}
+
+TEST_F(Tray, AnAreaThatComesLateGetsTheItemAndTheMinimisedWindow)
+{
+    desk.settle();
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    ASSERT_TRUE(awaitSeen(true));
+    EXPECT_TRUE(desk.tool(u"xdotool"_s, {u"windowminimize"_s, desk.window(Title)}));
+    EXPECT_TRUE(awaitMinimised());
+    NotificationArea area(desk);
+    ASSERT_TRUE(await([&] { return area.hasItem(); }));
+    area.click(u"Activate"_s);
+    ASSERT_TRUE(awaitSeen(true));
+    area.click(u"Activate"_s);
+    ASSERT_TRUE(awaitSeen(false));
+    area.click(u"Activate"_s);
+    ASSERT_TRUE(awaitSeen(true));
+    EXPECT_TRUE(program.closes());
+}
+
+TEST_F(Tray, AnAreaThatGoesLeavesTheWindowInTheTaskBar)
+{
+    desk.settle();
+    auto area = std::make_unique<NotificationArea>(desk);
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    ASSERT_TRUE(await([&] { return area->hasItem(); }));
+    ASSERT_TRUE(awaitSeen(true));
+    area->click(u"Activate"_s);
+    ASSERT_TRUE(awaitSeen(false));
+    area.reset();
+    EXPECT_TRUE(awaitMinimised());
     EXPECT_TRUE(program.terminates());
 }
 

@@ -20,10 +20,14 @@ QString bareExtension(const QString& extension)
     return extension.mid(extension.lastIndexOf(u'.') + 1);
 }
 
+bool isAbsolute(const QString& folder)
+{
+    return folder.startsWith(u'/') || folder.startsWith(u'\\') || (folder.size() > 1 && folder[1] == u':');
+}
+
 /// Folder without a trailing separator, and name.
 std::optional<ChosenFile> runFileDialog(QFileDialog& dialog, const FileRequest& request, const QString& startFolder)
 {
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setWindowTitle(request.title);
     dialog.setDefaultSuffix(bareExtension(request.defaultExtension));
     dialog.setNameFilters(nameFilters(request.filter));
@@ -73,7 +77,6 @@ std::optional<ChosenFile> QtChoosers::saveFile(const FileRequest& request)
 QString QtChoosers::folder(const FolderRequest& request)
 {
     QFileDialog dialog(frontWindow());
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setWindowTitle(request.prompt);
@@ -94,7 +97,6 @@ QString QtChoosers::folder(const FolderRequest& request)
 std::optional<FontChoice> QtChoosers::font(const FontChoice& present)
 {
     QFontDialog dialog(frontWindow());
-    dialog.setOption(QFontDialog::DontUseNativeDialog);
     dialog.setWindowTitle(u"Schriftart"_s);
     QFont font;
     if (!present.family.isEmpty())
@@ -109,7 +111,8 @@ std::optional<FontChoice> QtChoosers::font(const FontChoice& present)
 
 QString QtChoosers::hostFolder(const QString& folder) const
 {
-    if (folder.isEmpty() || !m_files.isFolder(folder))
+    // A mark in the place of a folder ("1") would name one beside wherever the program was started.
+    if (!isAbsolute(folder) || !m_files.isFolder(folder))
         return {};
     return QFile::decodeName(m_files.nativePath(folder).value_or(QByteArray()));
 }

@@ -1,6 +1,5 @@
 #include "desktop/qt/services/QtDesktop.h"
 
-#include "desktop/qt/widgets/Emblem.h"
 #include "desktop/qt/widgets/FileUris.h"
 
 #include <QClipboard>
@@ -8,16 +7,8 @@
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QScreen>
-#include <QSystemTrayIcon>
 
 namespace orvantine {
-
-namespace {
-
-constexpr int LeftButtonDown = 0x201 * TwipsPerPixel;
-constexpr int RightButtonDown = 0x204 * TwipsPerPixel;
-
-} // namespace
 
 QString QtClipboard::text() const
 {
@@ -35,17 +26,21 @@ void QtClipboard::setText(const QString& text)
     QGuiApplication::clipboard()->setText(text);
 }
 
-ScreenSize QtScreen::size() const
+std::vector<DesktopScreen> QtScreen::screens() const
 {
-    const QScreen* const screen = QGuiApplication::primaryScreen();
-    if (screen == nullptr)
-        return {};
-    return {twipsOf(screen->size().width()), twipsOf(screen->size().height())};
+    const auto areaOf = [](const QRect& pixels) {
+        return ScreenArea{twipsOf(pixels.x()), twipsOf(pixels.y()), twipsOf(pixels.width()), twipsOf(pixels.height())};
+    };
+    std::vector<DesktopScreen> all;
+    const QList<QScreen*> screens = QGuiApplication::screens();
+    for (const QScreen* screen : screens)
+        all.push_back({areaOf(screen->geometry()), areaOf(screen->availableGeometry())});
+    return all;
 }
 
 bool QtFonts::known(const QString& family) const
 {
-    return QFontDatabase::hasFamily(family);
+    return m_provided.contains(family.toCaseFolded()) || QFontDatabase::hasFamily(family);
 }
 
 bool QtFonts::registerFont(const QString& path)
@@ -53,51 +48,14 @@ bool QtFonts::registerFont(const QString& path)
     return QFontDatabase::addApplicationFont(path) >= 0;
 }
 
-std::optional<int> trayCode(QSystemTrayIcon::ActivationReason reason)
+bool QtFonts::provide(const QString& family, const QString& path)
 {
-    switch (reason) {
-    case QSystemTrayIcon::Trigger:
-        return LeftButtonDown;
-    case QSystemTrayIcon::Context:
-        return RightButtonDown;
-    case QSystemTrayIcon::DoubleClick: // its first click has called back
-    case QSystemTrayIcon::MiddleClick:
-    case QSystemTrayIcon::Unknown:
-        break;
-    }
-    return std::nullopt;
-}
-
-QtTray::QtTray() = default;
-
-QtTray::~QtTray() = default;
-
-bool QtTray::add(const QString& tip)
-{
-    if (!available())
+    const QStringList families = QFontDatabase::applicationFontFamilies(QFontDatabase::addApplicationFont(path));
+    if (families.isEmpty())
         return false;
-    if (!m_icon) {
-        m_icon = std::make_unique<QSystemTrayIcon>(emblemIcon());
-        QObject::connect(m_icon.get(), &QSystemTrayIcon::activated, m_icon.get(),
-                         [this](QSystemTrayIcon::ActivationReason reason) {
-                             if (const std::optional<int> code = trayCode(reason))
-                                 Callback(*code);
-                         });
-    }
-    m_icon->setToolTip(tip);
-    m_icon->show();
+    QFont::insertSubstitution(family, families.constFirst());
+    m_provided.insert(family.toCaseFolded());
     return true;
-}
-
-void QtTray::remove()
-{
-    if (m_icon)
-        m_icon->hide();
-}
-
-bool QtTray::available() const
-{
-    return QSystemTrayIcon::isSystemTrayAvailable();
 }
 
 } // namespace orvantine

@@ -3,12 +3,8 @@
 #include "platform/Clipboard.h"
 #include "platform/Fonts.h"
 #include "platform/Screen.h"
-#include "platform/TrayIcon.h"
 
-#include <QSystemTrayIcon>
-
-#include <memory>
-#include <optional>
+#include <QSet>
 
 namespace orvantine {
 
@@ -20,11 +16,10 @@ public:
     void setText(const QString& text) override;
 };
 
-/// The primary screen.
 class QtScreen final : public Screen
 {
 public:
-    [[nodiscard]] ScreenSize size() const override;
+    [[nodiscard]] std::vector<DesktopScreen> screens() const override;
 };
 
 /// What fontconfig knows, and what was registered in this run.
@@ -33,24 +28,10 @@ class QtFonts final : public Fonts
 public:
     [[nodiscard]] bool known(const QString& family) const override;
     bool registerFont(const QString& path) override;
-};
-
-/// What the tray calls back with for a click; nothing for any button but the left and the right one.
-[[nodiscard]] std::optional<int> trayCode(QSystemTrayIcon::ActivationReason reason);
-
-/// Any click of the left or right button calls back; the item has no menu.
-class QtTray final : public TrayIcon
-{
-public:
-    QtTray();
-    ~QtTray() override;
-
-    bool add(const QString& tip) override;
-    void remove() override;
-    [[nodiscard]] bool available() const override;
+    bool provide(const QString& family, const QString& path) override;
 
 private:
-    std::unique_ptr<QSystemTrayIcon> m_icon;
+    QSet<QString> m_provided;
 };
 
 } // namespace orvantine

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace orvantine {
+
+struct Root;
+
+/// Shows a line in the window for a few seconds, in the place of the one before: what a command that succeeds tells
+/// without a box, or why something was not saved.
+void showQuietly(Root& root, const QString& text);
+
+/// The line has been seen long enough.
+void quietTimer_Tick(Root& root);
+
+} // namespace orvantine
