@@ -12,14 +12,6 @@ namespace {
 constexpr int Cancel = 0;
 constexpr int Back = 1;
 constexpr int Next = 2;
-constexpr int FolderPage = 1;
-
-void showPage(Dialoge& form, int page)
-{
-    form.page = page;
-    form.bButton[Back].Enabled = page > 0;
-    form.bButton[Next].Enabled = page < FolderPage;
-}
 
 } // namespace
 
@@ -51,10 +43,13 @@ Dialoge::Dialoge() : Form(u"Dialoge"_s)
 void setUpDialoge(Root& root)
 {
     Dialoge& form = *root.dialoge;
-    form.Load = [&form] { showPage(form, 0); };
+    // Nothing can add the lists of a folder yet: the greeting stands alone, and no button leads on to where none is.
+    form.Load = [&form] { form.page = 0; };
+    for (const int step : {Back, Next}) {
+        form.bButton[step].Visible = false;
+        form.bLabel[step].Visible = false;
+    }
     form.bButton[Cancel].Click = [&root, &form] { root.services.forms.unload(form); };
-    form.bButton[Back].Click = [&form] { showPage(form, form.page.value() - 1); };
-    form.bButton[Next].Click = [&form] { showPage(form, form.page.value() + 1); };
     form.bOrdner.Click = [&root, &form] {
         const QString folder = Command(root).folder(
             {.prompt = u"Wählen Sie den entsprechenden Zielordner oder Laufwerk ..."_s, .folder = form.tOrdner.Text});

@@ -30,8 +30,7 @@ struct Dialoge : Form
     QProperty<int> page{0};
 };
 
-/// Wires the buttons: back and on turn the pages, the first closes. The step behind the last page stays disabled as
-/// long as nothing can add the folder's lists.
+/// Wires the buttons. The first page stands alone as long as nothing can add the folder's lists.
 void setUpDialoge(Root& root);
 
 } // namespace orvantine

@@ -3,18 +3,24 @@
 #include "desktop/qt/forms/FormWindow.h"
 #include "desktop/qt/services/QtForms.h"
 #include "metadata/frmID3.h"
+#include "operations/Eigenschaften.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
+#include "support/FakeDesktop.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QKeyEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 
 namespace orvantine {
 
@@ -152,6 +158,70 @@ TEST_F(FormsOnScreen, TheWizardShowsItsPagesAndDoesNotBlock)
     EXPECT_FALSE(wizard.Visible.value());
 }
 
+TEST_F(FormsOnScreen, TheWizardLeadsToNoPageThatDoesNothing)
+{
+    fake::FakeDesktop desktop;
+    Dialoge& wizard = *desktop.root().dialoge;
+    forms.show(wizard);
+    EXPECT_EQ(wizard.page.value(), 0);
+    auto* const cancel = find<QPushButton>(u"Dialoge"_s, u"bButton(0)"_s);
+    ASSERT_NE(cancel, nullptr);
+    EXPECT_TRUE(cancel->isVisible());
+    EXPECT_TRUE(cancel->isDefault());
+    for (const QString& step : {u"bButton(1)"_s, u"bButton(2)"_s})
+        EXPECT_FALSE(find<QPushButton>(u"Dialoge"_s, step)->isVisible()) << step.toStdString();
+    forms.unload(wizard);
+}
+
+TEST_F(FormsOnScreen, AltWithALetterTypesNothingIntoAField)
+{
+    frmID3V1 form;
+    forms.show(form);
+    auto* const title = find<QLineEdit>(u"frmID3V1"_s, u"ID3Titel"_s);
+    ASSERT_NE(title, nullptr);
+    QApplication::setActiveWindow(title->window());
+    title->setFocus();
+    for (const Qt::KeyboardModifiers held :
+         {Qt::KeyboardModifiers(Qt::AltModifier), Qt::AltModifier | Qt::ShiftModifier}) {
+        QKeyEvent press(QEvent::KeyPress, Qt::Key_U, held, u"u"_s);
+        QApplication::sendEvent(title, &press);
+    }
+    EXPECT_EQ(title->text().toStdString(), "");
+    // Of another keyboard, where Ctrl and Alt together type what stands in the corner of a key.
+    QKeyEvent corner(QEvent::KeyPress, Qt::Key_At, Qt::ControlModifier | Qt::AltModifier, u"@"_s);
+    QApplication::sendEvent(title, &corner);
+    QTest::keyClicks(title, u"u"_s);
+    EXPECT_TRUE(title->text().endsWith(u'u'));
+    forms.unload(form);
+}
+
+TEST_F(FormsOnScreen, ARefusedDateSaysWhy)
+{
+    Eigenschaften form;
+    form.tDatum.Text = u"31.31"_s;
+    form.tDatum.Validate = [&form] { return form.tDatum.Text.value().size() != 10; };
+    forms.show(form);
+    auto* const date = find<QLineEdit>(u"Eigenschaften"_s, u"tDatum"_s);
+    ASSERT_NE(date, nullptr);
+    const auto refusal = [date] {
+        const QList<QLabel*> labels = date->window()->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
+            return label->isVisible() && label->text().startsWith(u"Bitte ein Datum"_s);
+        });
+    };
+    QApplication::setActiveWindow(date->window());
+    date->setFocus();
+    EXPECT_FALSE(refusal());
+    find<QPushButton>(u"Eigenschaften"_s, u"BReady"_s)->click();
+    EXPECT_TRUE(refusal());
+    date->selectAll();
+    QTest::keyClicks(date, u"21.06.2026"_s);
+    EXPECT_FALSE(refusal());
+    find<QPushButton>(u"Eigenschaften"_s, u"BReady"_s)->click();
+    EXPECT_FALSE(refusal());
+    forms.unload(form);
+}
+
 TEST_F(FormsOnScreen, AShownFormIsNotLoadedTwice)
 {
     Dialoge wizard;
@@ -181,11 +251,11 @@ TEST_F(FormsOnScreen, TheStartPictureHasNoBorder)
     Startup picture;
     forms.show(picture);
     const QWidgetList windows = QApplication::topLevelWidgets();
-    for (const QWidget* window : windows) {
-        if (window->objectName() == u"Startup"_s) {
-            EXPECT_TRUE(window->windowFlags().testFlag(Qt::FramelessWindowHint));
-        }
-    }
+    const auto shown = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->objectName() == u"Startup"_s && window->isVisible();
+    });
+    ASSERT_NE(shown, windows.end());
+    EXPECT_TRUE((*shown)->windowFlags().testFlag(Qt::FramelessWindowHint));
     EXPECT_TRUE(picture.Visible.value());
     forms.unload(picture);
 }

@@ -73,6 +73,28 @@ protected:
     MainWindow window{root};
 };
 
+TEST_F(Menus, ATwinThatIsOffTakesItsEntryOfThePopUpWithIt)
+{
+    struct Case
+    {
+        MenuItem& twin;
+        QString entry;
+    };
+    for (const Case& c :
+         {Case{root.mnuDateiEigenschaften, u"mnuFileProperties"_s}, Case{root.mnuMoveEntry[1], u"mnxVerschieben(1)"_s},
+          Case{root.mnuMoveEntrys, u"mnxVerschiebung"_s}, Case{root.mnuOpenMediaplayer, u"mnxBearbeiten(0)"_s}}) {
+        SCOPED_TRACE(c.entry.toStdString());
+        c.twin.Enabled = true;
+        const QMenu* const menu = popup()->findChild<QMenu*>(c.entry);
+        const auto enabled = [&] { return menu != nullptr ? menu->isEnabled() : action(c.entry)->isEnabled(); };
+        EXPECT_TRUE(enabled());
+        c.twin.Enabled = false;
+        EXPECT_FALSE(enabled());
+        c.twin.Enabled = true;
+        EXPECT_TRUE(enabled());
+    }
+}
+
 TEST_F(Menus, TheBarIsTheTreeAsItIsTold)
 {
     QStringList lines;

@@ -96,8 +96,9 @@ void buildDialoge(FormWindow& window)
     QPushButton* const cancel = window.addButton(form.bButton[0]);
     QPushButton* const back = window.addButton(form.bButton[1]);
     QPushButton* const next = window.addButton(form.bButton[2]);
-    next->setDefault(true);
-    next->setFocus();
+    QPushButton* const first = form.bButton[2].Visible.value() ? next : cancel;
+    first->setDefault(true);
+    first->setFocus();
     window.setCancel(cancel);
     window.addButtons({}, {back, next, cancel});
     window.setMinimumSize(640, 360);

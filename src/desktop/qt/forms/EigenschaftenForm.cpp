@@ -81,6 +81,9 @@ void buildEigenschaften(FormWindow& window)
     QLineEdit* const date = addField(form.LDatum, form.tDatum, u"Datum"_s);
     date->setFixedWidth(DateWidth);
     place(date, 2, Qt::AlignLeft);
+    grid->addWidget(
+        window.addRefusal(date, u"Bitte ein Datum der Form TT.MM.JJJJ eingeben, zum Beispiel 21.06.2026."_s),
+        grid->rowCount(), 1, 1, 2);
     place(addField(form.LAlbumCover, form.tAlbumCover, u"Album CD-Cover"_s), 1);
     QPushButton* const find = window.addButton(form.bFindPic);
     find->setAccessibleName(u"CD-Cover auswählen"_s);

@@ -51,6 +51,12 @@ void showLines(QListWidget& widget, ListBox& control)
     widget.setCurrentRow(control.ListIndex.value());
 }
 
+bool isTypedWithAltAlone(const QKeyEvent& event)
+{
+    return event.modifiers().testFlag(Qt::AltModifier) && !event.modifiers().testFlag(Qt::ControlModifier) &&
+           !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 } // namespace
 
 FormWindow::FormWindow(Form& form, Forms& forms, QWidget* parent) : QDialog(parent), m_form(form), m_forms(forms)
@@ -151,6 +157,20 @@ QLineEdit* FormWindow::addTextBox(TextBox& control, const QString& accessibleNam
     };
     m_fields.insert(field, {&control, select});
     return field;
+}
+
+QLabel* FormWindow::addRefusal(QLineEdit* field, const QString& text)
+{
+    auto* const label = new QLabel(text, this);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setVisible(false);
+    QPalette own = label->palette();
+    own.setColor(QPalette::WindowText, Theme::textColor(Color::DarkRed, own));
+    label->setPalette(own);
+    connect(field, &QLineEdit::textChanged, label, [label] { label->setVisible(false); });
+    m_refusals.insert(field, label);
+    return label;
 }
 
 QPushButton* FormWindow::addButton(Button& control)
@@ -257,6 +277,10 @@ bool FormWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::FocusOut && watched->isWidgetType() &&
         isAncestorOf(static_cast<const QWidget*>(watched)) && keepsFocus())
         return true;
+    // A mnemonic that no control has is no letter.
+    if (event->type() == QEvent::KeyPress && qobject_cast<QLineEdit*>(watched) != nullptr &&
+        isAncestorOf(static_cast<const QWidget*>(watched)) && isTypedWithAltAlone(*static_cast<QKeyEvent*>(event)))
+        return true;
     if (const auto field = m_fields.constFind(watched); field != m_fields.cend()) {
         if (event->type() == QEvent::FocusIn && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
             enter(watched, *field);
@@ -274,10 +298,15 @@ bool FormWindow::leaveUnchecked()
     QLineEdit* const field = m_unchecked;
     if (field == nullptr)
         return true;
+    QLabel* const refusal = m_refusals.value(field);
     if (m_fields.value(field).control->Validate()) {
         field->setFocus(Qt::OtherFocusReason);
+        if (refusal != nullptr)
+            refusal->setVisible(true);
         return false;
     }
+    if (refusal != nullptr)
+        refusal->setVisible(false);
     // A button's mnemonic leaves the focus in the field, which can still be changed.
     if (QApplication::focusWidget() != field)
         m_unchecked = nullptr;

@@ -53,6 +53,8 @@ public:
     /// A label whose mnemonic leads to the widget.
     QLabel* addLabel(Label& control, QWidget* buddy);
     QLineEdit* addTextBox(TextBox& control, const QString& accessibleName);
+    /// Says why the field keeps the focus, until another text is typed.
+    QLabel* addRefusal(QLineEdit* field, const QString& text);
     QPushButton* addButton(Button& control);
     QCheckBox* addCheckBox(CheckBox& control);
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
@@ -93,6 +95,7 @@ private:
     QHBoxLayout* m_buttons;
     QPushButton* m_cancel = nullptr;
     QHash<QObject*, Field> m_fields;
+    QHash<QObject*, QLabel*> m_refusals;
     /// Widgets that can be gone to without a check.
     QSet<const QObject*> m_unasked;
     /// The field that had the focus and was not checked since.

@@ -83,7 +83,12 @@ void MenuBuilder::follow(QMenu& menu, MenuItem& item)
     menu.menuAction()->setObjectName(item.fullName());
     QObject::connect(&menu, &QMenu::aboutToShow, &menu, [&menu] { giveIcons(menu); });
     m_bindings.follow(item.Caption, [&menu](const QString& caption) { menu.setTitle(shownCaption(caption)); });
-    m_bindings.follow(item.Enabled, [&menu](bool enabled) { menu.setEnabled(enabled); });
+    const auto enable = [&menu, &item](bool) {
+        menu.setEnabled(item.Enabled.value() && (item.Twin == nullptr || item.Twin->Enabled.value()));
+    };
+    m_bindings.follow(item.Enabled, enable);
+    if (item.Twin != nullptr)
+        m_bindings.follow(item.Twin->Enabled, enable);
     m_bindings.follow(item.Visible, [&menu](bool visible) { menu.menuAction()->setVisible(visible); });
 }
 
