@@ -209,23 +209,74 @@ TEST_F(ReportListView, ADisabledListTakesNothingAndHasTheFocusAgainAfterwards)
 TEST_F(ReportListView, AColumnOfNoWidthIsHidden)
 {
     EXPECT_TRUE(view->isColumnHidden(0));
-    EXPECT_EQ(view->columnWidth(1), 200);
     list.setColumnWidth(3, 0);
     EXPECT_TRUE(view->isColumnHidden(2));
     list.setColumnWidth(3, 900);
     EXPECT_FALSE(view->isColumnHidden(2));
 }
 
-TEST_F(ReportListView, AWidthThatTheUserDrawsIsStoredAndFillingTheRoomIsNot)
+TEST_F(ReportListView, TheNamesTakeTheRoomThatIsLeft)
 {
-    EXPECT_GT(view->columnWidth(2), 60);
-    EXPECT_EQ(list.columnWidth(3), 900);
-    view->header()->resizeSection(1, 150);
-    EXPECT_EQ(list.columnWidth(2), 2250);
+    EXPECT_EQ(view->columnWidth(2), 60);
+    EXPECT_EQ(view->columnWidth(1), view->viewport()->width() - 60);
     window.resize(700, 300);
     view->resize(700, 300);
-    EXPECT_EQ(list.columnWidth(2), 2250);
+    EXPECT_EQ(view->columnWidth(2), 60);
+    EXPECT_EQ(view->columnWidth(1), view->viewport()->width() - 60);
+    EXPECT_EQ(list.columnWidth(2), 3000);
     EXPECT_EQ(list.columnWidth(3), 900);
+}
+
+TEST_F(ReportListView, AWidthThatTheUserDrawsIsStoredWhenItIsLetGoOf)
+{
+    list.WidthDrawn = [this](int column) { calls.append(u"drawn %1 %2"_s.arg(column).arg(list.columnWidth(column))); };
+    view->header()->resizeSection(2, 100);
+    EXPECT_EQ(list.columnWidth(3), 1500);
+    EXPECT_EQ(taken(), "");
+    view->endDrawing();
+    EXPECT_EQ(taken(), "drawn 3 1500");
+    EXPECT_EQ(view->columnWidth(1), view->viewport()->width() - 100);
+    view->endDrawing();
+    EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, NamesThatAreDrawnNarrowerGiveTheirNeighbourTheRoom)
+{
+    list.WidthDrawn = [this](int column) { calls.append(u"drawn %1"_s.arg(column)); };
+    view->header()->resizeSection(1, 150);
+    view->endDrawing();
+    EXPECT_EQ(taken(), "drawn 3, drawn 2");
+    EXPECT_EQ(view->columnWidth(1), 150);
+    EXPECT_EQ(view->columnWidth(2), view->viewport()->width() - 150);
+    EXPECT_EQ(list.columnWidth(2), 2250);
+    EXPECT_EQ(list.columnWidth(3), twipsOf(view->viewport()->width() - 150));
+}
+
+TEST_F(ReportListView, AfterASortTheSelectedRowIsInSightAndTheHeadTellsTheColumn)
+{
+    for (int i = 0; i < 60; ++i)
+        list.append({.Text = u"x"_s, .SubItems = {{.Text = u"x%1"_s.arg(i)}, {.Text = u"2"_s}}});
+    list.setSubItem(5, 1, u"z"_s);
+    list.select(5);
+    EXPECT_EQ(view->sortedColumn(), 0);
+    list.sortBy(2);
+    EXPECT_EQ(view->sortedColumn(), 2);
+    EXPECT_EQ(list.selectedRow(), 65);
+    EXPECT_TRUE(view->viewport()->rect().contains(pointOf(65)));
+    list.setSorted(false);
+    EXPECT_EQ(view->sortedColumn(), 0);
+    // The first column is out of sight and holds the numbers.
+    list.sortBy(1);
+    EXPECT_EQ(view->sortedColumn(), 2);
+}
+
+TEST_F(ReportListView, RowsThatAreShownAndNoMoreAreGrey)
+{
+    EXPECT_FALSE(view->isGreyed());
+    list.Ghosted = true;
+    EXPECT_TRUE(view->isGreyed());
+    list.Ghosted = false;
+    EXPECT_FALSE(view->isGreyed());
 }
 
 TEST_F(ReportListView, AColumnHeadTellsItsNumber)

@@ -13,6 +13,9 @@ namespace {
 
 constexpr int RowPadding = 5;
 constexpr int IconSize = 16;
+/// How far the text of rows that are out of use goes into the ground.
+constexpr double GreyPart = 0.62;
+constexpr int ArrowSize = 8;
 
 } // namespace
 
@@ -38,7 +41,7 @@ void ReportCells::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 
     painter->setFont(m_view.font());
     const QColor told = Theme::textColor(static_cast<Color>(index.data(ListView::ColorRole).toUInt()), palette);
-    painter->setPen(m_view.isGreyed() ? Theme::mix(told, palette.color(QPalette::Base), 0.5) : told);
+    painter->setPen(m_view.isGreyed() ? Theme::mix(told, palette.color(QPalette::Base), GreyPart) : told);
     const bool number = index.column() + 1 == m_view.numberColumn();
     if (index.column() == m_view.keyColumn() && index.data(ListView::MissingRole).toBool())
         area.setRight(paintMissing(*painter, area) - RowPadding);
@@ -49,7 +52,10 @@ void ReportCells::paint(QPainter* painter, const QStyleOptionViewItem& option, c
         font.setBold(true);
         painter->setFont(font);
     }
-    const QString text = painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, area.width());
+    // A path is told apart by its ends.
+    const bool path = m_view.list().columnText(index.column() + 1) == QStringLiteral("Path");
+    const QString text = painter->fontMetrics().elidedText(index.data().toString(),
+                                                           path ? Qt::ElideMiddle : Qt::ElideRight, area.width());
     painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
 }
 
@@ -69,7 +75,7 @@ int ReportCells::paintMissing(QPainter& painter, const QRect& area) const
         return area.right() + RowPadding;
     const QColor red = Theme::textColor(Color::DarkRed, m_view.palette());
     const QPen before = painter.pen();
-    painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.isGreyed() ? 0.6 : 0.25));
+    painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.isGreyed() ? GreyPart : 0.25));
     painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
     painter.setPen(before);
     return area.right() - width;
@@ -100,11 +106,25 @@ void ReportHead::paintSection(QPainter* painter, const QRect& rect, int section)
     painter->fillRect(QRect(rect.left(), rect.bottom(), rect.width(), 1), line);
     painter->fillRect(QRect(rect.right(), rect.top() + 4, 1, rect.height() - 8), line);
     const bool number = section + 1 == m_view.numberColumn();
-    const QRect area = rect.adjusted(RowPadding, 0, -RowPadding, 0);
+    QRect area = rect.adjusted(RowPadding, 0, -RowPadding, 0);
+    if (section + 1 == m_view.sortedColumn()) {
+        const QPointF tip(area.right() - ArrowSize / 2.0, rect.center().y() - ArrowSize / 4.0);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(palette().color(QPalette::WindowText));
+        painter->drawPolygon(QPolygonF(
+            {tip, tip + QPointF(ArrowSize / 2.0, ArrowSize / 2.0), tip + QPointF(-ArrowSize / 2.0, ArrowSize / 2.0)}));
+        area.setRight(area.right() - ArrowSize - RowPadding);
+    }
     painter->setPen(Theme::dimText(palette()));
     painter->drawText(
         area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter),
         painter->fontMetrics().elidedText(m_view.list().columnText(section + 1), Qt::ElideRight, area.width()));
+}
+
+void ReportHead::mouseReleaseEvent(QMouseEvent* event)
+{
+    QHeaderView::mouseReleaseEvent(event);
+    m_view.endDrawing();
 }
 
 void ReportHead::paintEvent(QPaintEvent* event)

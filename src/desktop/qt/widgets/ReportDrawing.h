@@ -37,11 +37,12 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
 
 protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    const ReportList& m_view;
+    ReportList& m_view;
 };
 
 } // namespace orvantine

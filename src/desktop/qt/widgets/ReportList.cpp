@@ -22,9 +22,27 @@ namespace {
 
 constexpr std::chrono::milliseconds GreyAfter{400};
 constexpr std::chrono::milliseconds FillAfter{250};
-/// Room that the last column keeps, and that the widest one keeps when it gives way.
+/// Room that a column keeps when it gives way.
 constexpr int LastColumnRoom = 60;
-constexpr int WidestColumnRoom = 110;
+constexpr int NamesRoom = 110;
+
+/// The section to the right of this one; -1 for none.
+int nextInSight(const QHeaderView& head, int section)
+{
+    for (int next = section + 1; next < head.count(); ++next)
+        if (!head.isSectionHidden(next))
+            return next;
+    return -1;
+}
+
+/// One pixel of the screen, at whatever scale: a rectangle would be one here and two there.
+void drawHairline(QPainter& painter, const QColor& color, const QPoint& from, const QPoint& to)
+{
+    QPen pen(color, 1);
+    pen.setCosmetic(true);
+    painter.setPen(pen);
+    painter.drawLine(from, to);
+}
 
 } // namespace
 
@@ -52,7 +70,7 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
 
     m_fillLater.setSingleShot(true);
     m_fillLater.setInterval(FillAfter);
-    connect(&m_fillLater, &QTimer::timeout, this, [this] { fillRoom(); });
+    connect(&m_fillLater, &QTimer::timeout, this, [this] { endDrawing(); });
     m_greyLater.setSingleShot(true);
     m_greyLater.setInterval(GreyAfter);
     connect(&m_greyLater, &QTimer::timeout, this, [this] {
@@ -68,7 +86,13 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     // Whatever the list or the selection model make of the current row on such a change, the list's word counts.
     connect(&list, &QAbstractItemModel::rowsInserted, this, [this] { showSelection(); });
     connect(&list, &QAbstractItemModel::rowsRemoved, this, [this] { showSelection(); });
-    connect(&list, &QAbstractItemModel::layoutChanged, this, [this] { showSelection(); });
+    connect(&list, &QAbstractItemModel::layoutChanged, this, [this] {
+        showSelection();
+        // The rows were sorted or moved: the selected one went along.
+        if (currentIndex().isValid())
+            scrollTo(currentIndex());
+        header()->viewport()->update();
+    });
     connect(&list, &QAbstractItemModel::columnsInserted, this, [this] { showWidths(); });
     connect(&list, &QAbstractItemModel::modelReset, this, [this] {
         showWidths();
@@ -97,6 +121,7 @@ ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_l
     m_bindings.follow(list.Enabled, [this](bool enabled) { setUsable(enabled); });
     m_bindings.follow(list.Visible, [this](bool visible) { setSeen(visible); });
     m_bindings.watch(list.GridLines, [this] { viewport()->update(); });
+    m_bindings.watch(list.Ghosted, [this] { viewport()->update(); });
     m_bindings.watch(list.FontName, [this] { showFont(); });
     m_bindings.watch(list.FontSize, [this] { showFont(); });
 
@@ -217,10 +242,37 @@ void ReportList::dragMoveEvent(QDragMoveEvent* event)
 {
     event->setDropAction(Qt::CopyAction);
     event->setAccepted(takesDrop(*event));
+    showDropTarget(event->isAccepted());
+}
+
+void ReportList::dragLeaveEvent(QDragLeaveEvent* event)
+{
+    QTreeView::dragLeaveEvent(event);
+    showDropTarget(false);
+}
+
+/// What is dropped becomes rows of the list, wherever the mouse is over it.
+void ReportList::showDropTarget(bool shown)
+{
+    if (std::exchange(m_dropTarget, shown) != shown)
+        viewport()->update();
+}
+
+void ReportList::paintEvent(QPaintEvent* event)
+{
+    QTreeView::paintEvent(event);
+    if (!m_dropTarget)
+        return;
+    QPainter painter(viewport());
+    QPen edge(palette().color(QPalette::Active, QPalette::Highlight), 2);
+    edge.setJoinStyle(Qt::MiterJoin);
+    painter.setPen(edge);
+    painter.drawRect(viewport()->rect().adjusted(1, 1, -1, -1));
 }
 
 void ReportList::dropEvent(QDropEvent* event)
 {
+    showDropTarget(false);
     const QStringList paths = takesDrop(*event) ? localPaths(*event->mimeData()) : QStringList();
     if (paths.isEmpty())
         return event->ignore();
@@ -279,10 +331,10 @@ void ReportList::drawRow(QPainter* painter, const QStyleOptionViewItem& option, 
             QRect(header()->sectionViewportPosition(section), row.top(), header()->sectionSize(section), row.height());
         itemDelegate()->paint(painter, cell, index.siblingAtColumn(section));
         if (m_list.GridLines.value())
-            painter->fillRect(QRect(cell.rect.right(), row.top(), 1, row.height()), line);
+            drawHairline(*painter, line, {cell.rect.right(), row.top()}, {cell.rect.right(), row.bottom()});
     }
     if (m_list.GridLines.value())
-        painter->fillRect(QRect(row.left(), row.bottom(), row.width(), 1), line);
+        drawHairline(*painter, line, {row.left(), row.bottom()}, {row.right(), row.bottom()});
 }
 
 void ReportList::showSelection()
@@ -347,35 +399,22 @@ void ReportList::showWidths()
     fillRoom();
 }
 
-/// The last column takes the room that is left; where there is none, the widest one gives way. The widths that the
-/// list keeps stay.
+/// The column of the names takes the room that is left, and gives way where there is none. The widths that the list
+/// keeps stay.
 void ReportList::fillRoom()
 {
-    int last = -1;
-    int widest = -1;
     m_filledWidth = viewport()->width();
     int room = m_filledWidth;
-    for (int section = 0; section < header()->count(); ++section) {
-        if (header()->isSectionHidden(section))
-            continue;
-        if (last >= 0) {
-            room -= header()->sectionSize(last);
-            if (widest < 0 || header()->sectionSize(last) > header()->sectionSize(widest))
-                widest = last;
-        }
-        last = section;
-    }
-    if (last < 0)
+    for (int section = 0; section < header()->count(); ++section)
+        if (!header()->isSectionHidden(section))
+            room -= header()->sectionSize(section);
+    const int names = keyColumn();
+    if (names >= header()->count() || header()->isSectionHidden(names))
         return;
+    const int wanted = header()->sectionSize(names) + room;
     m_applyingWidths = true;
-    if (widest >= 0 && room < LastColumnRoom) {
-        const int pixels = header()->sectionSize(widest);
-        const int less = std::clamp(pixels - WidestColumnRoom, 0, LastColumnRoom - room);
-        header()->resizeSection(widest, pixels - less);
-        room += less;
-    }
-    header()->resizeSection(last, std::max(room, LastColumnRoom));
-    setHorizontalScrollBarPolicy(room < LastColumnRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    header()->resizeSection(names, std::max(wanted, NamesRoom));
+    setHorizontalScrollBarPolicy(wanted < NamesRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     m_applyingWidths = false;
 }
 
@@ -383,9 +422,49 @@ void ReportList::noteWidth(int section, int pixels)
 {
     if (m_applyingWidths || pixels <= 0)
         return;
+    m_drawn = section;
     m_list.noteColumnWidth(section + 1, twipsOf(pixels));
     // Not while the user draws the edge: it would move under the mouse.
     m_fillLater.start();
+}
+
+void ReportList::endDrawing()
+{
+    const int drawn = std::exchange(m_drawn, -1);
+    if (drawn < 0)
+        return;
+    m_fillLater.stop();
+    // The names get what is left in the end: drawn narrower or wider themselves, they pass that on to their neighbour.
+    if (const int next = nextInSight(*header(), drawn); drawn == keyColumn() && next >= 0) {
+        int room = viewport()->width();
+        for (int section = 0; section < header()->count(); ++section)
+            if (section != next && !header()->isSectionHidden(section))
+                room -= header()->sectionSize(section);
+        m_applyingWidths = true;
+        header()->resizeSection(next, std::max(room, LastColumnRoom));
+        m_applyingWidths = false;
+        tellDrawn(next);
+    }
+    tellDrawn(drawn);
+    fillRoom();
+}
+
+void ReportList::tellDrawn(int section)
+{
+    m_list.noteColumnWidth(section + 1, twipsOf(header()->sectionSize(section)));
+    if (m_list.WidthDrawn)
+        m_list.WidthDrawn(section + 1);
+}
+
+int ReportList::sortedColumn() const
+{
+    if (!m_list.sorted())
+        return 0;
+    // The number of a row that is only storage is that of its track.
+    const int column = m_list.sortColumn();
+    if (column > header()->count() || !isColumnHidden(column - 1))
+        return column;
+    return column == 1 ? nextInSight(*header(), 0) + 1 : 0;
 }
 
 void ReportList::showFont()

@@ -24,8 +24,13 @@ public:
     [[nodiscard]] int numberColumn() const { return m_numberColumn; }
     /// The column that tells what a row is: that of the names, else the first in sight. Counted from 0.
     [[nodiscard]] int keyColumn() const;
-    /// True while the rows are drawn as out of use, some time after the list was disabled.
-    [[nodiscard]] bool isGreyed() const { return m_greyed; }
+    /// True while the rows are drawn as out of use, some time after the list was disabled, or because they are shown
+    /// and no more.
+    [[nodiscard]] bool isGreyed() const { return m_greyed || m_list.Ghosted.value(); }
+    /// The column in sight that the rows are sorted by, counted from 1; 0 for none.
+    [[nodiscard]] int sortedColumn() const;
+    /// The user has let go of the edge of a column.
+    void endDrawing();
     /// The row under a point of the viewport becomes the selected one, as by a click without its handler.
     void selectRowAt(const QPoint& point);
     /// Opens the pop-up menu of the row that has just been selected, at a point of the screen. Null for no menu.
@@ -41,6 +46,8 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
@@ -59,7 +66,9 @@ private:
     bool takeSelection();
     void showWidths();
     void fillRoom();
+    void showDropTarget(bool shown);
     void noteWidth(int section, int pixels);
+    void tellDrawn(int section);
     void showFont();
     void keepGround();
     void setUsable(bool usable);
@@ -74,8 +83,12 @@ private:
     QTimer m_fillLater;
     int m_numberColumn = 0;
     bool m_applyingWidths = false;
-    /// Of the viewport, when the last column took its room.
+    /// Of the viewport, when the column of the names took its room.
     int m_filledWidth = 0;
+    /// The section whose edge the user draws; none below 0.
+    int m_drawn = -1;
+    /// Something is dragged over the list that it would take.
+    bool m_dropTarget = false;
     bool m_hadFocus = false;
     /// The row under the mouse while its button is down; 0 for none.
     int m_pressedRow = 0;

@@ -1,12 +1,80 @@
 #include "desktop/qt/widgets/Theme.h"
 
+#include "desktop/qt/widgets/DrawnIcons.h"
+
 #include <QGuiApplication>
 #include <QHash>
+#include <QIconEngine>
+#include <QPainter>
 #include <QStandardPaths>
+
+#include <utility>
 
 namespace orvantine::Theme {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How much is left of an icon of what cannot be used.
+constexpr double DisabledStrength = 0.35;
+
+/// Looks its picture up each time it is drawn: palette and icon set may be others by then.
+class LazyIcon final : public QIconEngine
+{
+public:
+    explicit LazyIcon(QString name) : m_name(std::move(name)) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State) override
+    {
+        const double scale = painter->device() != nullptr ? painter->device()->devicePixelRatioF() : 1.0;
+        painter->drawPixmap(rect, drawn(rect.size(), scale, mode));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override { return drawn(size, 1.0, mode); }
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override
+    {
+        return drawn((QSizeF(size) / scale).toSize(), scale, mode);
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new LazyIcon(m_name); }
+    QString iconName() override { return m_name; }
+    bool isNull() override { return QIcon::fromTheme(m_name).isNull() && drawnIcon(m_name).isEmpty(); }
+
+private:
+    [[nodiscard]] QPixmap drawn(const QSize& size, double scale, QIcon::Mode mode) const
+    {
+        QPixmap picture((QSizeF(size) * scale).toSize());
+        picture.setDevicePixelRatio(scale);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        painter.setRenderHint(QPainter::Antialiasing);
+        const QRect area(QPoint(), size);
+        if (mode == QIcon::Disabled)
+            painter.setOpacity(DisabledStrength);
+        drawPlain(painter, area);
+        if (mode == QIcon::Active || mode == QIcon::Selected) {
+            // The icons of the set are made for the ground of a window, not for that of a highlighted row.
+            painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            painter.fillRect(area, QGuiApplication::palette().color(QPalette::Active, QPalette::HighlightedText));
+        }
+        return picture;
+    }
+    void drawPlain(QPainter& painter, const QRect& area) const
+    {
+        const QIcon installed = QIcon::fromTheme(m_name);
+        if (!installed.isNull()) {
+            installed.paint(&painter, area);
+            return;
+        }
+        painter.save();
+        painter.scale(area.width() / 16.0, area.height() / 16.0);
+        painter.fillPath(drawnIcon(m_name), QGuiApplication::palette().color(QPalette::Active, QPalette::WindowText));
+        painter.restore();
+    }
+
+    QString m_name;
+};
+
+} // namespace
 
 bool isDark(const QPalette& palette)
 {
@@ -32,7 +100,7 @@ void setUpIcons()
 
 QIcon icon(const QString& name)
 {
-    return QIcon::fromTheme(name);
+    return QIcon(new LazyIcon(name));
 }
 
 QIcon listIcon(const QString& pictureName)

@@ -19,7 +19,8 @@ inline constexpr int CornerRadius = 6;
 /// asked for, and again when the palette changes.
 void setUpIcons();
 
-/// An icon of the one icon set; null if the set is not installed.
+/// An icon of the one icon set, in the variant of the palette that is on when it is drawn; without the set, a shape of
+/// our own for the few that the window needs, and null for the others.
 [[nodiscard]] QIcon icon(const QString& name);
 
 /// The icon that a list's picture name stands for: "Icon_1" a playlist, "Icon_2" a track, "Icon_6" a favourite,
