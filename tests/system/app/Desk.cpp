@@ -92,7 +92,7 @@ Desk::Desk(const DeskOptions& options) : m_folder(QDir::tempPath() + u"/desk-XXX
         QDir().mkpath(path(folder));
         QFile::setPermissions(path(folder), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     }
-    startDisplay();
+    startDisplay(options.screen);
     if (options.sessionBus)
         startBus();
     startWindowManager(options.windowManagerSettings);
@@ -215,12 +215,12 @@ void Desk::doubleClick(QPoint point) const
                                     u"--repeat"_s, u"2"_s, u"--delay"_s, u"40"_s, u"1"_s}));
 }
 
-void Desk::startDisplay()
+void Desk::startDisplay(const QByteArray& screen)
 {
     m_display = std::make_unique<Process>(environment);
     // Without -noreset the end of a tool that is the only client would throw out one that has just come.
-    m_display->start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s, u"1400x900x24"_s,
-                                 u"-nolisten"_s, u"tcp"_s});
+    m_display->start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-noreset"_s, u"-screen"_s, u"0"_s,
+                                 QString::fromLatin1(screen), u"-nolisten"_s, u"tcp"_s});
     environment.insert(u"DISPLAY"_s, u":"_s + readAddress(*m_display));
 }
 

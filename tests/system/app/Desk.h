@@ -32,6 +32,7 @@ struct DeskOptions
     bool sessionBus = true;
     /// Settings of the window manager in its own form; its own ones where there are none.
     QByteArray windowManagerSettings;
+    QByteArray screen = "1400x900x24";
 };
 
 /// A virtual display with a window manager, a session bus and a home folder, all of this test's own.
@@ -75,7 +76,7 @@ public:
     void doubleClick(QPoint point) const;
 
 private:
-    void startDisplay();
+    void startDisplay(const QByteArray& screen);
     void startBus();
     void startWindowManager(const QByteArray& settings);
 

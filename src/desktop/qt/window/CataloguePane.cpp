@@ -19,6 +19,16 @@ namespace {
 constexpr int TracksColumn = 4;
 constexpr int HeadHeight = 30;
 
+/// Names only what can be done.
+QString emptyHint(const Root& root)
+{
+    if (root.mnuAddFolder.Click)
+        return u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an, Strg+O durchsucht einen Ordner. "
+               u"Dateien lassen sich auch hierher ziehen."_s;
+    return u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an. Dateien und Ordner lassen sich auch "
+           u"hierher ziehen."_s;
+}
+
 /// What to do in an empty catalogue, and with a filter that leaves nothing. The mouse reaches the list below it.
 QWidget* makeHint(Root& root, Bindings& bindings, QWidget* parent)
 {
@@ -37,12 +47,11 @@ QWidget* makeHint(Root& root, Bindings& bindings, QWidget* parent)
     layout->addWidget(title);
     layout->addWidget(text);
     layout->addStretch(3);
-    bindings.follow(root.mnuFavoritenShow.Checked, [title, text](bool filtered) {
+    bindings.follow(root.mnuFavoritenShow.Checked, [title, text, &root](bool filtered) {
         title->setText(filtered ? u"Keine Favoriten"_s : u"Die Orvante ist leer"_s);
         text->setText(filtered ? u"Keine Wiedergabeliste ist als Favorit markiert. „Nur Favoriten anzeigen“ im Menü "
                                  u"„Vorgänge“ zeigt wieder alle."_s
-                               : u"Strg+N nimmt eine Wiedergabeliste auf, Strg+L legt eine neue an, Strg+O durchsucht "
-                                 u"einen Ordner. Dateien lassen sich auch hierher ziehen."_s);
+                               : emptyHint(root));
     });
     return hint;
 }
@@ -54,6 +63,10 @@ CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
     auto* const title = new ControlLabel(root.tOrvanten, TextLabel::Weight::Heading, this);
     auto* const count = new ControlLabel(root.nAnzeige, TextLabel::Weight::Dim, this);
     count->setWhole(true);
+    auto* const filter = new TextLabel(TextLabel::Weight::Normal, this);
+    filter->setText(u"· nur Favoriten"_s);
+    filter->setWhole(true);
+    m_bindings.follow(root.mnuFavoritenShow.Checked, [filter](bool filtered) { filter->setVisible(filtered); });
     auto* const up = new ControlButton(root.bMoveUp, 28, u"Eintrag nach oben verschieben"_s, u"go-up"_s, this);
     auto* const down = new ControlButton(root.bMoveDown, 28, u"Eintrag nach unten verschieben"_s, u"go-down"_s, this);
     auto* const caption = new ControlLabel(root.LListenCaption, TextLabel::Weight::Dim, this);
@@ -69,6 +82,7 @@ CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
     head->setSpacing(Theme::Gap);
     head->addWidget(title);
     head->addWidget(count);
+    head->addWidget(filter);
     head->addStretch();
     head->addWidget(up);
     head->addWidget(down);

@@ -1,5 +1,6 @@
 #include "desktop/qt/window/MainWindow.h"
 
+#include "app/ColumnWidths.h"
 #include "app/FormResize.h"
 #include "app/Root.h"
 #include "app/Shutdown.h"
@@ -8,23 +9,28 @@
 #include "desktop/qt/widgets/ReportList.h"
 #include "desktop/qt/widgets/Surfaces.h"
 #include "desktop/qt/widgets/Theme.h"
+#include "desktop/qt/window/Balloons.h"
 #include "desktop/qt/window/CataloguePane.h"
 #include "desktop/qt/window/PlayerBar.h"
 #include "desktop/qt/window/PlaylistPane.h"
 #include "shell/MainWindow.h"
 
+#include <QAccessible>
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
 #include <QWindow>
 
 #include <algorithm>
 #include <chrono>
+#include <numeric>
 
 namespace orvantine {
 
@@ -61,13 +67,9 @@ Qt::CursorShape cursorOf(MousePointer pointer)
 MainWindow::MainWindow(Root& root) : m_root(root)
 {
     setObjectName(root.name);
-    setMinimumSize(pixelsAtLeast(LeastWidth), pixelsAtLeast(LeastHeight));
+    const WindowSize least = leastSize(root);
+    setMinimumSize(pixelsAtLeast(least.width), pixelsAtLeast(least.height));
     m_menus.fill(*menuBar(), orvantine::menuBar(root));
-    // The font that the lists have until the user chooses another one.
-    for (ListView* list : {&root.LListView1, &root.LListView2}) {
-        list->FontName = font().family();
-        list->FontSize = font().pointSizeF();
-    }
 
     auto* const centre = new QWidget(this);
     auto* const splitter = new QSplitter(Qt::Horizontal, centre);
@@ -77,6 +79,7 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     splitter->setStretchFactor(0, 0);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({CatalogueWidth, 4 * CatalogueWidth});
+    keepSplitter(*splitter);
     auto* const layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -84,6 +87,9 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     layout->addWidget(new PlayerBar(root, centre));
     setCentralWidget(centre);
     makeBusyPanel(centre);
+    makeQuietLine(centre);
+    connect(new QShortcut(Qt::Key_F10, this), &QShortcut::activated, this, [this] { openMenuBar(); });
+    m_tips = std::make_unique<Balloons>(root.TT, *this);
     centre->installEventFilter(this);
 
     m_minimiseLater.setSingleShot(true);
@@ -104,6 +110,7 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     m_catalogue->list().setFocus();
     // A dialog that comes up before this window is to stand over it all the same.
     winId();
+    windowHandle()->installEventFilter(this);
 }
 
 MainWindow::~MainWindow() = default;
@@ -131,6 +138,72 @@ void MainWindow::makeBusyPanel(QWidget* centre)
     });
 }
 
+/// Where the user drew the edge between the two panes, it stays.
+void MainWindow::keepSplitter(QSplitter& splitter)
+{
+    const auto show = [this, &splitter](Twips width) {
+        const QList<int> sizes = splitter.sizes();
+        const int room = std::accumulate(sizes.begin(), sizes.end(), 0);
+        const int pixels = pixelsOf(width);
+        if (pixels > 0 && sizes.constFirst() != pixels)
+            splitter.setSizes({pixels, std::max(room - pixels, 1)});
+    };
+    m_bindings.follow(m_root.CatalogueWidth, show);
+    m_splitterLater.setSingleShot(true);
+    m_splitterLater.setInterval(NoteAfter);
+    connect(&splitter, &QSplitter::splitterMoved, this, [this] { m_splitterLater.start(); });
+    connect(&m_splitterLater, &QTimer::timeout, this,
+            [this, &splitter] { noteCatalogueWidth(m_root, twipsOf(splitter.sizes().constFirst())); });
+}
+
+/// Stands over the lists for a moment; a screen reader hears of it at once.
+void MainWindow::makeQuietLine(QWidget* centre)
+{
+    auto* const card = new Card(centre);
+    m_quiet = card;
+    card->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* const text = new ControlLabel(m_root.quietLine, TextLabel::Weight::Normal, card);
+    text->setAlignment(Qt::AlignCenter);
+    auto* const layout = new QHBoxLayout(card);
+    layout->setContentsMargins(2 * Theme::Margin, Theme::Gap, 2 * Theme::Margin, Theme::Gap);
+    layout->addWidget(text);
+    const auto show = [this] {
+        placeQuietLine();
+        m_quiet->setVisible(m_root.quietLine.Visible.value());
+        m_quiet->raise();
+    };
+    show();
+    m_bindings.watch(m_root.quietLine.Visible, show);
+    m_bindings.watch(m_root.quietLine.Caption, [this, text, show] {
+        show();
+        if (m_root.quietLine.Caption.value().isEmpty())
+            return;
+        QAccessibleEvent told(text, QAccessible::Alert);
+        QAccessible::updateAccessibility(&told);
+    });
+}
+
+void MainWindow::placeQuietLine()
+{
+    const QSize room = centralWidget() != nullptr ? centralWidget()->size() : size();
+    const int words = QFontMetrics(font()).horizontalAdvance(m_root.quietLine.Caption.value());
+    const QSize size(std::min(words + 6 * Theme::Margin, room.width() - 4 * Theme::Margin),
+                     m_quiet->sizeHint().height());
+    // Above the bar of the player, where no list has its head.
+    m_quiet->setGeometry((room.width() - size.width()) / 2, room.height() * 3 / 4, size.width(), size.height());
+}
+
+void MainWindow::openMenuBar()
+{
+    const QList<QAction*> menus = menuBar()->actions();
+    const auto usable = [](const QAction* menu) { return menu->isEnabled() && menu->isVisible(); };
+    const auto first = std::find_if(menus.begin(), menus.end(), usable);
+    if (first == menus.end())
+        return;
+    menuBar()->setFocus(Qt::MenuBarFocusReason);
+    menuBar()->setActiveAction(*first);
+}
+
 void MainWindow::placeBusyPanel()
 {
     const QSize room = centralWidget()->size();
@@ -139,10 +212,18 @@ void MainWindow::placeBusyPanel()
                         size.height());
 }
 
+void MainWindow::placeOverlays()
+{
+    placeBusyPanel();
+    placeQuietLine();
+}
+
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == centralWidget() && event->type() == QEvent::Resize)
-        placeBusyPanel();
+        placeOverlays();
+    if (watched == windowHandle() && event->type() == QEvent::Expose && !m_shownAt && windowHandle()->isExposed())
+        m_shownAt = geometry().topLeft();
     return QMainWindow::eventFilter(watched, event);
 }
 
@@ -212,15 +293,29 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
 void MainWindow::showPlace()
 {
     const QPoint place(pixelsOf(m_root.Left.value()), pixelsOf(m_root.Top.value()));
-    if (!m_noting && m_root.State.value() == WindowState::Normal && pos() != place)
-        move(place);
+    if (m_noting || m_root.State.value() != WindowState::Normal || pos() == place)
+        return;
+    move(place);
+    placeFrame();
 }
 
 void MainWindow::showSize()
 {
     const QSize size(pixelsOf(m_root.Width.value()), pixelsOf(m_root.Height.value()));
-    if (!m_noting && m_root.State.value() == WindowState::Normal && this->size() != size)
-        resize(size);
+    if (m_noting || m_root.State.value() != WindowState::Normal || this->size() == size)
+        return;
+    resize(size);
+    placeFrame();
+}
+
+/// Before it is shown a window knows no frame. Told as the frame's, the place holds for the frame once it comes. A
+/// native window whose size differs when it is shown would be told its place anew, without a frame.
+void MainWindow::placeFrame()
+{
+    if (isVisible() || windowHandle() == nullptr)
+        return;
+    windowHandle()->resize(size());
+    windowHandle()->setFramePosition({pixelsOf(m_root.Left.value()), pixelsOf(m_root.Top.value())});
 }
 
 void MainWindow::showState()
@@ -262,6 +357,10 @@ void MainWindow::showVisible()
     const bool visible = m_root.Visible.value();
     if (visible == isVisible())
         return;
+    m_shownAt.reset();
+    m_moved = false;
+    if (visible)
+        showPlace();
     setVisible(visible);
     if (visible && m_root.State.value() == WindowState::Minimized)
         m_minimiseLater.start(0);
@@ -287,8 +386,13 @@ void MainWindow::notePlace()
             measure = twipsOf(pixels);
     };
     m_noting = true;
-    note(m_root.Left, x());
-    note(m_root.Top, y());
+    // A window stays where it was put, whatever the desktop made of the wish, until it is moved. Where a window does
+    // not learn its place, there is none to note.
+    m_moved = m_moved || (m_shownAt && m_shownAt != geometry().topLeft());
+    if (m_moved && !QGuiApplication::platformName().startsWith(u"wayland"_s)) {
+        note(m_root.Left, x());
+        note(m_root.Top, y());
+    }
     note(m_root.Width, width());
     note(m_root.Height, height());
     m_noting = false;

@@ -6,9 +6,15 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <memory>
+#include <optional>
+
+class QSplitter;
+
 namespace orvantine {
 
 struct Root;
+class Balloons;
 class CataloguePane;
 class PlaylistPane;
 
@@ -31,8 +37,14 @@ protected:
 private:
     void makeBusyPanel(QWidget* centre);
     void placeBusyPanel();
+    void makeQuietLine(QWidget* centre);
+    void placeQuietLine();
+    void placeOverlays();
+    void keepSplitter(QSplitter& splitter);
+    void openMenuBar();
     void showPlace();
     void showSize();
+    void placeFrame();
     void showState();
     void showVisible();
     void minimise();
@@ -43,11 +55,17 @@ private:
     CataloguePane* m_catalogue = nullptr;
     PlaylistPane* m_playlist = nullptr;
     QWidget* m_busy = nullptr;
+    QWidget* m_quiet = nullptr;
+    QTimer m_splitterLater;
+    std::unique_ptr<Balloons> m_tips;
     QTimer m_minimiseLater;
     int m_exposeLooks = 0;
     /// A window that is being maximised reports its new size before its new state.
     QTimer m_noteLater;
     bool m_noting = false;
+    /// Where the desktop put the window when it was shown last.
+    std::optional<QPoint> m_shownAt;
+    bool m_moved = false;
     bool m_closing = false;
     MenuBuilder m_menus;
     Bindings m_bindings;

@@ -1,5 +1,6 @@
 #include "desktop/qt/window/PlaylistPane.h"
 
+#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "desktop/qt/widgets/FlatButton.h"
 #include "desktop/qt/widgets/Labels.h"
@@ -50,6 +51,20 @@ QWidget* makeUnit(Label& rate, Bindings& bindings, QWidget* parent)
     return unit;
 }
 
+/// Why no tracks are shown and what can be done; "" while they are read.
+QString absenceOf(const Root& root)
+{
+    const QString path = root.trackList.path();
+    if (path.isEmpty() || root.trackList.content() == TrackList::Content::Reading)
+        return {};
+    const QString name = FileDirPath::FileNameOf(path);
+    if (!root.files.exists(path))
+        return u"Die Datei „%1“ ist nicht da.\nEin Klick auf die Wiedergabeliste sucht sie noch einmal; „Löschen“ im "
+               u"Menü „Vorgänge“ nimmt den Eintrag aus der Orvante."_s.arg(name);
+    return u"„%1“ enthält keine Titel.\n„Sounddateien ...“ im Menü „Vorgänge“, „Hinzufügen“ nimmt welche auf."_s.arg(
+        name);
+}
+
 } // namespace
 
 PlaylistPane::PlaylistPane(Root& root, QWidget* parent) : QWidget(parent), m_root(root), m_popup(this)
@@ -64,7 +79,9 @@ PlaylistPane::PlaylistPane(Root& root, QWidget* parent) : QWidget(parent), m_roo
     layout->setSpacing(Theme::Gap);
     layout->addWidget(makeHead());
     layout->addWidget(m_frame = makeInformation());
+    layout->addWidget(makeStaleNote());
     layout->addWidget(m_list, 1);
+    layout->addWidget(makeAbsence(), 1);
     layout->addWidget(makeTrackStrip());
 }
 
@@ -129,6 +146,40 @@ QWidget* PlaylistPane::makeInformation()
     return frame;
 }
 
+/// Rows of the list before are shown, and no more.
+QWidget* PlaylistPane::makeStaleNote()
+{
+    auto* const note = new TextLabel(TextLabel::Weight::Normal, this);
+    note->setObjectName(u"staleNote"_s);
+    note->setLines(2);
+    m_bindings.follow(m_root.LListView2.Ghosted, [this, note](bool stale) {
+        note->setText(m_root.trackList.showsListBefore()
+                          ? u"Diese Titel gehören zur vorherigen Liste und werden nicht gespeichert."_s
+                          : u"Die Liste wird nicht vollständig gezeigt; diese Titel werden nicht gespeichert."_s);
+        note->setVisible(stale);
+    });
+    return note;
+}
+
+/// Stands in the place of the tracks while there are none to show.
+QWidget* PlaylistPane::makeAbsence()
+{
+    auto* const note = new TextLabel(TextLabel::Weight::Dim, this);
+    note->setObjectName(u"absenceNote"_s);
+    note->setAlignment(Qt::AlignCenter);
+    note->setLines(4);
+    note->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
+    const auto show = [this, note] {
+        const QString text = m_root.LListView2.Visible.value() ? QString() : absenceOf(m_root);
+        note->setText(text);
+        note->setVisible(!text.isEmpty());
+    };
+    m_bindings.watch(m_root.LListView2.Visible, show);
+    m_bindings.watch(m_root.trackList.watchedContent(), show);
+    show();
+    return note;
+}
+
 QWidget* PlaylistPane::makeTrackStrip()
 {
     auto* const strip = new QWidget(this);
@@ -148,7 +199,12 @@ QWidget* PlaylistPane::makeTrackStrip()
         if (m_root.pMpeg.DblClick)
             m_root.pMpeg.DblClick();
     };
-    m_bindings.follow(m_root.pMpeg.Visible, [mpeg](bool visible) { mpeg->setVisible(visible); });
+    const auto showBadge = [this, mpeg] {
+        mpeg->setVisible(m_root.pMpeg.Visible.value() && m_root.LListView2.selectedRow() > 0);
+    };
+    m_bindings.watch(m_root.pMpeg.Visible, showBadge);
+    m_bindings.watch(m_root.LListView2.selection(), showBadge);
+    showBadge();
 
     auto* const layout = new QGridLayout(strip);
     layout->setContentsMargins(2, 0, 2, 0);
@@ -161,10 +217,18 @@ QWidget* PlaylistPane::makeTrackStrip()
     layout->addWidget(title, 0, 1);
     layout->addWidget(artistWord, 1, 0);
     layout->addWidget(artist, 1, 1);
-    layout->addWidget(rate, 0, 2);
-    layout->addWidget(makeUnit(m_root.sAnzeige[5], m_bindings, strip), 0, 3);
-    layout->addWidget(time, 1, 2, 1, 2);
-    layout->addWidget(mpeg, 0, 4, 2, 1, Qt::AlignVCenter);
+    layout->addWidget(mpeg, 0, 3, 2, 1, Qt::AlignVCenter);
+    // Rate and time of no track would be noughts.
+    auto* const facts = new QWidget(strip);
+    auto* const columns = new QGridLayout(facts);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setHorizontalSpacing(Theme::Margin);
+    columns->setVerticalSpacing(2);
+    columns->addWidget(rate, 0, 0);
+    columns->addWidget(makeUnit(m_root.sAnzeige[5], m_bindings, facts), 0, 1);
+    columns->addWidget(time, 1, 0, 1, 2);
+    layout->addWidget(facts, 0, 2, 2, 1);
+    m_bindings.follow(m_root.LListView2.selection(), [facts](int row) { facts->setVisible(row > 0); });
     layout->setColumnStretch(1, 1);
     return strip;
 }

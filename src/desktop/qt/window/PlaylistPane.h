@@ -26,6 +26,8 @@ protected:
 private:
     [[nodiscard]] QWidget* makeHead();
     [[nodiscard]] QWidget* makeInformation();
+    [[nodiscard]] QWidget* makeStaleNote();
+    [[nodiscard]] QWidget* makeAbsence();
     [[nodiscard]] QWidget* makeTrackStrip();
 
     Root& m_root;
