@@ -109,7 +109,7 @@ void setPlaylistName(Root& root, int row, const QString& name)
 void setPlaylistPath(Root& root, int row, const QString& path)
 {
     if (FileDirPath::isSameFile(playlistPath(root, row), root.sequence.playlist()))
-        root.sequence.setPlaylist(path);
+        root.sequence.setPlaylist(path, root.sequence.rowKey());
     root.LListView1.setSubItem(row, CatalogueItem::Path, path);
     if (isFiltered(root))
         writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Path, path);

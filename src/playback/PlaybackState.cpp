@@ -34,14 +34,22 @@ int repeatOf(const Root& root)
 
 int playingRow(const Root& root)
 {
+    const ListView& list = root.LListView1;
     const int row = root.pSoundPlayer.Tag.toInt();
     const QString& path = root.sequence.playlist();
+    const QString& key = root.sequence.rowKey();
+    if (path.isEmpty())
+        return row;
+    for (int other = 1; other <= list.count() && !key.isEmpty(); ++other)
+        if (list.key(other) == key)
+            return other;
+    // After the catalogue was read anew its rows have other keys.
     const auto plays = [&root, &path](int candidate) {
         return FileDirPath::isSameFile(playlistPath(root, candidate), path);
     };
-    if (path.isEmpty() || plays(row))
+    if (plays(row))
         return row;
-    for (int other = 1; other <= root.LListView1.count(); ++other)
+    for (int other = 1; other <= list.count(); ++other)
         if (plays(other))
             return other;
     return 0;
@@ -51,7 +59,7 @@ void notePlaying(Root& root, int row)
 {
     root.pSoundPlayer.Tag = QString::number(row);
     root.LListView2.Tag = root.pSoundPlayer.Tag;
-    root.sequence.setPlaylist(playlistPath(root, row));
+    root.sequence.setPlaylist(playlistPath(root, row), root.LListView1.key(row));
 }
 
 } // namespace orvantine

@@ -39,9 +39,14 @@ public:
 
     [[nodiscard]] bool takesTurn() const { return m_turns > 0; }
 
-    /// Path of the playlist that plays, or played last: its row may have moved.
+    /// Path of the playlist that plays, or played last, and the key of its row, which may have moved.
     [[nodiscard]] const QString& playlist() const { return m_playlist; }
-    void setPlaylist(const QString& path) { m_playlist = path; }
+    [[nodiscard]] const QString& rowKey() const { return m_rowKey; }
+    void setPlaylist(const QString& path, const QString& rowKey)
+    {
+        m_playlist = path;
+        m_rowKey = rowKey;
+    }
 
     /// A list is over, and something of it was heard or not. How many in a row were silent.
     int listEnded(bool heard) { return m_silentLists = heard ? 0 : m_silentLists + 1; }
@@ -51,6 +56,7 @@ private:
     int m_turns = 0;
     int m_silentLists = 0;
     QString m_playlist;
+    QString m_rowKey;
 };
 
 } // namespace orvantine

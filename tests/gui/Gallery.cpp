@@ -63,6 +63,9 @@ int main(int argc, char** argv)
         fake::showSample(root);
         root.Visible = true;
         save(window, u"main"_s);
+        root.playback = PlaybackStatus::Paused;
+        root.LListView2.setPlaying(3, root.LListView2.subItem(2, 3), true);
+        save(window, u"main-paused"_s);
         window.resize(window.minimumSize());
         save(window, u"main-least"_s);
         window.resize(1400, 860);

@@ -309,7 +309,7 @@ TEST_F(ListInputView, ARowTellsPlaceCountAndStateInWords)
     const auto said = [](const ListView& list, int row, int column) {
         return list.data(list.index(row - 1, column), Qt::AccessibleTextRole).toString().toStdString();
     };
-    EXPECT_EQ(said(root.LListView2, 2, 2), "Käthe Blum - Wenn der Abend kommt, 2 von 18");
+    EXPECT_EQ(said(root.LListView2, 2, 2), "Käthe Blum - Wenn der Abend kommt, wird wiedergegeben, 2 von 18");
     EXPECT_EQ(said(root.LListView2, 3, 2), "Unbekannt - Verlorene Spur, fehlt, 3 von 18")
         << "the name tells it too: the path may be out of sight";
     EXPECT_EQ(said(root.LListView2, 3, 3),

@@ -86,6 +86,9 @@ void showSample(Root& root)
     root.sVolume.Value = 5;
     root.pSoundPlayer.Enabled = false;
     root.pPausePlayer.Enabled = true;
+    root.playback = PlaybackStatus::Playing;
+    root.LListView2.setSubItem(2, 3, u"/home/anna/Musik/Käthe Blum/Wenn der Abend kommt.mp3"_s);
+    root.LListView2.setPlaying(3, root.LListView2.subItem(2, 3));
 }
 
 } // namespace orvantine::fake

@@ -279,6 +279,21 @@ TEST_F(PlayerControl, TheDiscFollowsThePlaylistThatPlays)
     }
 }
 
+TEST_F(PlayerControl, OfTwoRowsOfOneFileTheOneThatPlaysIsFollowed)
+{
+    ListItem row = catalogue().item(1);
+    ListItem copy = row;
+    copy.Extras = std::make_shared<const ListExtras>(ListExtras{.Key = u"Kopie"_s, .Tag = {}, .ToolTipText = {}});
+    desktop.events().after(std::chrono::milliseconds{0}, [&] {
+        catalogue().insert(1, std::move(copy));
+        catalogue().remove(2);
+        catalogue().insert(2, std::move(row));
+    });
+    pSoundPlayer_Click(root());
+    EXPECT_EQ("Icon_C", catalogue().item(2).SmallIcon.toStdString());
+    EXPECT_NE("Icon_C", catalogue().item(1).SmallIcon.toStdString());
+}
+
 TEST_F(PlayerControl, TheTitleThatPlaysIsMarkedInItsList)
 {
     const auto marked = [this] {

@@ -179,6 +179,15 @@ void DiscButton::drawFace(QPainter& painter, const QRect& area)
     painter.setBrush(face);
     painter.drawEllipse(middle, radius, radius);
 
+    if (m_look == Look::Paused) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(edge);
+        const QRectF bar(0, 0, radius * 0.28, radius * 1.1);
+        for (const double side : {-1.0, 1.0})
+            painter.drawRect(bar.translated(middle - bar.center() + QPointF(side * radius * 0.3, 0)));
+        return;
+    }
+
     // Two glints, as light falls on a disc.
     QPainterPath glints;
     const QRectF outer(middle.x() - radius + 1.5, middle.y() - radius + 1.5, 2 * radius - 3, 2 * radius - 3);
@@ -191,13 +200,6 @@ void DiscButton::drawFace(QPainter& painter, const QRect& area)
     painter.setBrush(Theme::mix(face, Theme::isDark(palette()) ? text : Qt::white, 0.45 * strength));
     painter.drawPath(glints);
 
-    if (m_look == Look::Paused) {
-        painter.setBrush(edge);
-        const QRectF bar(0, 0, radius * 0.28, radius * 1.1);
-        for (const double side : {-1.0, 1.0})
-            painter.drawRect(bar.translated(middle - bar.center() + QPointF(side * radius * 0.3, 0)));
-        return;
-    }
     painter.setPen(QPen(edge, 1.2));
     painter.setBrush(Theme::mix(window, text, 0.06));
     painter.drawEllipse(middle, radius * 0.38, radius * 0.38);
