@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QSemaphore>
@@ -416,6 +417,29 @@ TEST_F(FolderFormsOnScreen, EnterInTheTreeTakesTheFolder)
     }
     EXPECT_EQ((folder.path() + u"/Musik/"_s).toStdString(), option(u"CopyStick"_s));
     EXPECT_EQ((folder.path() + u"/Musik/"_s).toStdString(), option(u"Soundfiles"_s));
+}
+
+TEST_F(FolderFormsOnScreen, APathThatIsTypedIsGoneToAndTaken)
+{
+    show(*root().filesCopy, [&](FormWindow& window) {
+        auto* const tree = window.findChild<FolderTreeView*>(u"LTreeview"_s);
+        auto* const field = window.findChild<QLineEdit*>(u"pathField"_s);
+        ASSERT_NE(field, nullptr);
+        const auto type = [&](const QString& text) {
+            field->setFocus();
+            field->selectAll();
+            QTest::keyClicks(field, text);
+            QTest::keyClick(field, Qt::Key_Return);
+        };
+        root().filesCopy->LTreeview.SelectedFolder = folder.path();
+        type(folder.path() + u"/gibt es nicht"_s);
+        EXPECT_EQ(folder.path().toStdString(), field->text().toStdString());
+        EXPECT_EQ(folder.path(), root().filesCopy->LTreeview.SelectedFolder.value());
+        type(folder.path() + u"/Musik"_s);
+        EXPECT_EQ("Musik", tree->currentItem()->text(0).toStdString());
+        QTest::keyClick(field, Qt::Key_Return);
+    });
+    EXPECT_EQ((folder.path() + u"/Musik"_s).toStdString(), root().tBrowseFolder.Text.value().toStdString());
 }
 
 TEST_F(FolderFormsOnScreen, TheyStandInTheMiddleOfTheMainWindow)

@@ -1,23 +1,19 @@
 #include "desktop/qt/window/MainWindow.h"
 
 #include "app/PlayButtons.h"
-#include "app/Quiet.h"
 #include "desktop/qt/widgets/FlatButton.h"
 #include "desktop/qt/widgets/ReportList.h"
-#include "gui/Sample.h"
+#include "gui/OpenWindow.h"
 #include "playlists/PlaylistText.h"
-#include "support/FakeDesktop.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSlider>
-#include <QSplitter>
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <QTest>
@@ -32,32 +28,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class Window : public testing::Test
+class Window : public OpenWindow
 {
-protected:
-    Window()
-    {
-        desktop.complaints.Report = [](const QString& text) { ADD_FAILURE() << text.toStdString(); };
-    }
-
-    void open()
-    {
-        fake::showSample(root);
-        root.Visible = true;
-        QApplication::setActiveWindow(&window);
-    }
-
-    template <class W = QWidget>
-    W* find(const Control& control) const
-    {
-        W* const widget = window.findChild<W*>(control.fullName());
-        EXPECT_NE(widget, nullptr) << control.fullName().toStdString();
-        return widget;
-    }
-
-    fake::FakeDesktop desktop;
-    Root& root = desktop.root();
-    MainWindow window{root};
 };
 
 TEST_F(Window, EveryWidgetThatTakesTheFocusHasAnAccessibleName)
@@ -360,130 +332,6 @@ TEST_F(Window, PlaceAndSizeGoBothWays)
     EXPECT_TRUE(QTest::qWaitFor([this] { return root.Width.value() == 13500; }));
     EXPECT_EQ(root.Height.value(), 10500);
     EXPECT_EQ(root.Left.value(), 1500);
-}
-
-TEST_F(Window, AStartAndAnEndWithoutAMoveLeaveThePlaceAsItIsTold)
-{
-    root.Left = 1507;
-    root.Top = 758;
-    open();
-    QCoreApplication::processEvents();
-    QTest::qWait(200);
-    EXPECT_EQ(root.Left.value(), 1507);
-    EXPECT_EQ(root.Top.value(), 758);
-    window.move(300, 200);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return root.Left.value() == 4500; }));
-    EXPECT_EQ(root.Top.value(), 3000);
-}
-
-TEST_F(Window, F10OpensTheMenuBar)
-{
-    open();
-    QTest::keyClick(&window, Qt::Key_F10);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return window.menuBar()->activeAction() != nullptr; }));
-    EXPECT_EQ(window.menuBar()->activeAction()->objectName(), u"mnuVorgänge"_s);
-    if (QWidget* const menu = QApplication::activePopupWidget())
-        menu->close();
-}
-
-TEST_F(Window, ALineThatIsToldQuietlyStandsForAMoment)
-{
-    desktop.start();
-    auto* const line = find(root.quietLine);
-    EXPECT_FALSE(line->isVisible());
-    showQuietly(root, u"Gespeichert"_s);
-    EXPECT_TRUE(line->isVisible());
-    EXPECT_EQ(QAccessible::queryAccessibleInterface(line)->text(QAccessible::Name), u"Gespeichert"_s);
-    desktop.events().run(std::chrono::seconds{3});
-    showQuietly(root, u"Noch einmal"_s);
-    desktop.events().run(std::chrono::seconds{3});
-    EXPECT_TRUE(line->isVisible());
-    desktop.events().run(std::chrono::seconds{2});
-    EXPECT_FALSE(line->isVisible());
-}
-
-TEST_F(Window, TheEdgeBetweenThePanesStaysWhereItWasDrawn)
-{
-    open();
-    auto* const splitter = window.findChild<QSplitter*>();
-    ASSERT_NE(splitter, nullptr);
-    root.CatalogueWidth = 5250;
-    EXPECT_EQ(splitter->sizes().constFirst(), 350);
-    splitter->handle(1)->setObjectName(u"edge"_s);
-    QTest::mousePress(splitter->handle(1), Qt::LeftButton, {}, QPoint(1, 50));
-    QMouseEvent move(QEvent::MouseMove, QPointF(51, 50), splitter->handle(1)->mapToGlobal(QPointF(51, 50)),
-                     Qt::NoButton, Qt::LeftButton, {});
-    QApplication::sendEvent(splitter->handle(1), &move);
-    QTest::mouseRelease(splitter->handle(1), Qt::LeftButton, {}, QPoint(51, 50));
-    EXPECT_TRUE(QTest::qWaitFor([this] { return root.CatalogueWidth.value() != 5250; }));
-    EXPECT_EQ(root.CatalogueWidth.value(), twipsOf(splitter->sizes().constFirst()));
-}
-
-TEST_F(Window, RowsOfTheListBeforeAreToldInWords)
-{
-    open();
-    auto* const note = window.findChild<QLabel*>(u"staleNote"_s);
-    ASSERT_NE(note, nullptr);
-    EXPECT_FALSE(note->isVisible());
-    root.trackList.setLines(u"a.mp3\r\n"_s, u"/l/Vorher.m3u"_s);
-    {
-        TrackList::Reading reading = root.trackList.open(u"/l/Kurz.m3u"_s);
-        reading.take({{.Text = u"101"_s}}, std::nullopt);
-    }
-    EXPECT_TRUE(root.LListView2.Ghosted.value());
-    EXPECT_TRUE(note->isVisible());
-    EXPECT_EQ(note->text().toStdString(), "Diese Titel gehören zur vorherigen Liste und werden nicht gespeichert.");
-    root.trackList.close();
-    EXPECT_FALSE(note->isVisible());
-}
-
-TEST_F(Window, AMissingListLeavesNoBlankPane)
-{
-    open();
-    auto* const note = window.findChild<QLabel*>(u"absenceNote"_s);
-    ASSERT_NE(note, nullptr);
-    EXPECT_FALSE(note->isVisible());
-    root.LListView2.Visible = false;
-    static_cast<void>(root.trackList.open(u"/l/Fort.m3u"_s));
-    EXPECT_TRUE(note->isVisible());
-    EXPECT_TRUE(note->text().contains(u"„Fort.m3u“ ist nicht da"_s)) << note->text().toStdString();
-    root.LListView2.Visible = true;
-    EXPECT_FALSE(note->isVisible());
-}
-
-TEST_F(Window, WithNothingSelectedNoNoughtsOfATrackAreShown)
-{
-    open();
-    root.LListView2.select(1);
-    EXPECT_TRUE(find(root.sAnzeige[0])->isVisible());
-    EXPECT_TRUE(find(root.pMpeg)->isVisible());
-    root.LListView2.clearSelection();
-    for (const Control* fact : std::initializer_list<const Control*>{&root.sAnzeige[0], &root.sAnzeige[5], &root.pMpeg})
-        EXPECT_FALSE(find(*fact)->isVisible()) << fact->fullName().toStdString();
-}
-
-TEST_F(Window, TheHeadOfTheCatalogueTellsThatTheFilterIsOn)
-{
-    open();
-    const auto told = [this] {
-        const QList<QLabel*> labels = window.findChildren<QLabel*>();
-        return std::any_of(labels.begin(), labels.end(), [](const QLabel* label) {
-            return label->isVisible() && label->text().contains(u"nur Favoriten"_s);
-        });
-    };
-    EXPECT_FALSE(told());
-    root.mnuFavoritenShow.Checked = true;
-    EXPECT_TRUE(told());
-}
-
-TEST_F(Window, TheListsFollowTheDesktopsFontUntilOneIsChosen)
-{
-    open();
-    EXPECT_EQ(root.LListView1.FontName.value(), QString());
-    EXPECT_EQ(root.LListView1.FontSize.value(), 0);
-    EXPECT_EQ(find(root.LListView1)->font().family(), window.font().family());
-    root.LListView1.FontSize = 21.5;
-    EXPECT_EQ(find(root.LListView1)->font().pointSizeF(), 21.5);
 }
 
 TEST_F(Window, IsNeverNarrowerOrLowerThanItsLeastSize)

@@ -228,6 +228,26 @@ TEST_F(Network, TheChooserShowsTheTwoRootsApart)
     EXPECT_EQ(QFileDialog().sidebarUrls(), before) << "the next dialog has the side bar of the user";
 }
 
+TEST(Chooser, OpensAtItsDefaultWhereAMarkStandsInThePlaceOfAFolder)
+{
+    const QTemporaryDir place;
+    ASSERT_TRUE(QDir(place.path()).mkdir(u"1"_s));
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(place.path()));
+    const PosixFiles files;
+    QtChoosers choosers(files);
+    QString told;
+    QTimer::singleShot(0, [&told] {
+        auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        told = dialog->directory().absolutePath();
+        dialog->reject();
+    });
+    EXPECT_EQ(choosers.folder({.prompt = u"Ordner ..."_s, .root = FolderRoot::Computer, .folder = u"1"_s}), QString());
+    EXPECT_EQ(told.toStdString(), "/");
+    QDir::setCurrent(before);
+}
+
 class Programs : public testing::Test
 {
 protected:

@@ -3,6 +3,8 @@
 #include "desktop/qt/widgets/FolderTreeView.h"
 #include "transfer/FolderDialogs.h"
 
+#include <QDir>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -13,27 +15,47 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// A path that is typed is the quickest way to a folder that is known.
-QLineEdit* makePathField(FormWindow& window, FolderTree& tree)
+/// A path that is typed is the quickest way to a folder that is known. Enter goes there; once it is shown, Enter takes
+/// it. A text that names no folder leads nowhere.
+class PathField final : public QLineEdit
 {
-    auto* const field = new QLineEdit(&window);
-    field->setObjectName(u"pathField"_s);
-    field->setAccessibleName(u"Pfad des Ordners"_s);
-    field->setPlaceholderText(u"Pfad des Ordners"_s);
-    window.bindings().follow(tree.SelectedFolder, [field](const QString& folder) {
-        if (field->text() != folder)
-            field->setText(folder);
-    });
-    const auto go = [field, &tree] {
-        if (field->text() == tree.SelectedFolder.value() || field->text().isEmpty())
+public:
+    PathField(FormWindow& window, FolderTree& tree) : QLineEdit(&window), m_tree(tree)
+    {
+        setObjectName(u"pathField"_s);
+        setAccessibleName(u"Pfad des Ordners"_s);
+        setPlaceholderText(u"Pfad des Ordners"_s);
+        window.bindings().follow(tree.SelectedFolder, [this](const QString& folder) { setText(folder); });
+        connect(this, &QLineEdit::editingFinished, this, [this] { go(); });
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+        if (!enter || text() == m_tree.SelectedFolder.value())
+            return QLineEdit::keyPressEvent(event);
+        go();
+        event->accept();
+    }
+
+private:
+    void go()
+    {
+        if (text() == m_tree.SelectedFolder.value())
             return;
-        tree.SelectedFolder = field->text();
-        if (tree.Change)
-            tree.Change();
-    };
-    QObject::connect(field, &QLineEdit::editingFinished, field, go);
-    return field;
-}
+        const bool known = QDir(text()).exists() || (m_tree.NativePath && m_tree.NativePath(text()));
+        if (text().isEmpty() || !known) {
+            setText(m_tree.SelectedFolder.value());
+            return;
+        }
+        m_tree.SelectedFolder = text();
+        if (m_tree.Change)
+            m_tree.Change();
+    }
+
+    FolderTree& m_tree;
+};
 
 } // namespace
 
@@ -42,7 +64,7 @@ void buildFolderDialog(FormWindow& window)
     auto& form = static_cast<FolderDialog&>(window.form());
     FolderTreeView* const tree = window.addFolderTree(form.LTreeview);
     tree->setMinimumSize(360, 320);
-    window.content().addWidget(makePathField(window, form.LTreeview));
+    window.content().addWidget(new PathField(window, form.LTreeview));
     window.content().addWidget(tree, 1);
 
     QPushButton* const ready = window.addButton(form.BReady);
