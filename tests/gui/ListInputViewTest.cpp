@@ -336,7 +336,7 @@ TEST_F(ListInputView, TheListsTellTheirNamesRowsAndSelectedRow)
               "Wiedergabelisten, 12 Zeilen, Sommerabend auf dem Balkon, wird wiedergegeben, 1 von 12");
     view(root.LListView2).setFocus();
     EXPECT_EQ(facts(root.LListView2),
-              "Einträge in der Playliste, 18 Zeilen, Käthe Blum - Wenn der Abend kommt, 2 von 18");
+              "Einträge in der Playliste, 18 Zeilen, Käthe Blum - Wenn der Abend kommt, wird wiedergegeben, 2 von 18");
 }
 
 TEST_F(ListInputView, AMissingFileIsToldInWordsInTheNameToo)

@@ -32,7 +32,7 @@ TEST_F(SavePlaylists, TheDialogIsAskedForWithTheListsFolderAndTheFilter)
 {
     desktop.choosers.cancel(ChooserKind::Save);
     mnuSpeichernUnter_Click(root());
-    EXPECT_EQ("choosers.save title \" Wiedergabeliste speichern\" folder \"/l/\" name \"Eins.m3u\" filter "
+    EXPECT_EQ("choosers.save title \" Wiedergabeliste speichern\" folder \"/l/\" name \"liste.m3u\" filter "
               "\"Mp3-Wiedergabeliste|*.m3u; *.pls; *.nml|Mp3 Playliste|*.m3u|Winamp Wiedergabeliste|*.pls|Traktor "
               "Playliste|*.nml|Alle Dateitypen|*.*\" extension \"m3u\"",
               calls({u"choosers"_s}));

@@ -290,7 +290,7 @@ ReadText PosixFiles::readText(const QString& path) const
 
 ReadText PosixFiles::readPlaylist(const QString& path)
 {
-    if (size(path).value_or(0) > LargestPlaylist)
+    if (PosixFiles::size(path).value_or(0) > LargestPlaylist)
         return {};
     ReadBytes read = readBytes(path);
     if (read.done() && !isText(read.bytes))
@@ -304,7 +304,7 @@ ReadText PosixFiles::readPlaylist(const QString& path)
 
 bool PosixFiles::mayHoldPlaylist(const QString& path) const
 {
-    if (size(path).value_or(0) > LargestPlaylist)
+    if (PosixFiles::size(path).value_or(0) > LargestPlaylist)
         return false;
     const ReadBytes read = readBytes(path);
     return read.outcome == ReadOutcome::Missing || (read.done() && isText(read.bytes));

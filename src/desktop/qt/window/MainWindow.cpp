@@ -141,7 +141,7 @@ void MainWindow::makeBusyPanel(QWidget* centre)
 /// Where the user drew the edge between the two panes, it stays.
 void MainWindow::keepSplitter(QSplitter& splitter)
 {
-    const auto show = [this, &splitter](Twips width) {
+    const auto show = [&splitter](Twips width) {
         const QList<int> sizes = splitter.sizes();
         const int room = std::accumulate(sizes.begin(), sizes.end(), 0);
         const int pixels = pixelsOf(width);
