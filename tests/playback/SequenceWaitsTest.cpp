@@ -106,7 +106,7 @@ TEST_F(Sequencing, WhatTheUserDoesInAWaitOfTheSequenceCounts)
         const char* before;
         const char* behind;
     };
-    const auto rowTwo = [this](ListView& list) {
+    const auto rowTwo = [](ListView& list) {
         list.select(2);
         list.DblClick();
     };
