@@ -227,6 +227,18 @@ TEST_F(ReportListView, TheNamesTakeTheRoomThatIsLeft)
     EXPECT_EQ(list.columnWidth(3), 900);
 }
 
+TEST_F(ReportListView, WhereThereIsLittleRoomTheLastColumnGivesWayBeforeAnythingIsScrolled)
+{
+    list.setColumnWidth(3, 3000);
+    view->resize(250, 300);
+    EXPECT_EQ(view->columnWidth(1), 110);
+    EXPECT_EQ(view->columnWidth(2), view->viewport()->width() - 110);
+    EXPECT_FALSE(view->horizontalScrollBar()->isVisible());
+    view->resize(500, 300);
+    EXPECT_EQ(view->columnWidth(2), 200);
+    EXPECT_EQ(list.columnWidth(3), 3000);
+}
+
 TEST_F(ReportListView, AWidthThatTheUserDrawsIsStoredWhenItIsLetGoOf)
 {
     list.WidthDrawn = [this](int column) { calls.append(u"drawn %1 %2"_s.arg(column).arg(list.columnWidth(column))); };

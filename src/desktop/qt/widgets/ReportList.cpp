@@ -44,6 +44,14 @@ void drawHairline(QPainter& painter, const QColor& color, const QPoint& from, co
     painter.drawLine(from, to);
 }
 
+int lastInSight(const QHeaderView& head)
+{
+    int last = -1;
+    for (int next = nextInSight(head, last); next >= 0; next = nextInSight(head, next))
+        last = next;
+    return last;
+}
+
 } // namespace
 
 ReportList::ReportList(ListView& list, QWidget* parent) : QTreeView(parent), m_list(list)
@@ -300,7 +308,7 @@ void ReportList::updateGeometries()
 {
     QTreeView::updateGeometries();
     if (!m_applyingWidths && viewport()->width() != m_filledWidth)
-        fillRoom();
+        showWidths();
 }
 
 void ReportList::resizeEvent(QResizeEvent* event)
@@ -399,8 +407,8 @@ void ReportList::showWidths()
     fillRoom();
 }
 
-/// The column of the names takes the room that is left, and gives way where there is none. The widths that the list
-/// keeps stay.
+/// The column of the names takes the room that is left, and gives way where there is none, the last one behind it. The
+/// widths that the list keeps stay.
 void ReportList::fillRoom()
 {
     m_filledWidth = viewport()->width();
@@ -411,8 +419,15 @@ void ReportList::fillRoom()
     const int names = keyColumn();
     if (names >= header()->count() || header()->isSectionHidden(names))
         return;
-    const int wanted = header()->sectionSize(names) + room;
+    int wanted = header()->sectionSize(names) + room;
     m_applyingWidths = true;
+    // In a narrow window the last column gives way before anything is scrolled out of sight.
+    if (const int last = lastInSight(*header()); wanted < NamesRoom && last != names) {
+        const int pixels = header()->sectionSize(last);
+        const int less = std::clamp(pixels - LastColumnRoom, 0, NamesRoom - wanted);
+        header()->resizeSection(last, pixels - less);
+        wanted += less;
+    }
     header()->resizeSection(names, std::max(wanted, NamesRoom));
     setHorizontalScrollBarPolicy(wanted < NamesRoom ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     m_applyingWidths = false;
