@@ -73,7 +73,7 @@ QString restoredPlace(Root& root, int row, const QString& path, const QString& c
     if (!isNml(path) || isNml(chosen))
         return path;
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
-    const QString place = FileDirPath::join(playlistFolder(root), name);
+    QString place = FileDirPath::join(playlistFolder(root), name);
     setPlaylistPath(root, row, place);
     return place;
 }
