@@ -113,4 +113,15 @@ TEST_F(Nml, TheNmlFileItselfStays)
     EXPECT_EQ(nml.toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
 }
 
+TEST_F(Nml, AnM3uThatCannotBeWrittenLeavesTheRowAndMakesNoFile)
+{
+    desktop.log.failNext(u"files.writeText"_s);
+    open(location(u"eins.mp3"_s, u"/m/"_s).toLatin1());
+    EXPECT_EQ("/m/Set.nml", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ(location(u"eins.mp3"_s, u"/m/"_s).toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
+    EXPECT_EQ("Set", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_TRUE(root().LListView1.Enabled.value());
+}
+
 } // namespace orvantine::fake

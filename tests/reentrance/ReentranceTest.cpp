@@ -30,6 +30,14 @@ void properties(World& world)
     root.eigenschaften->BReady.Click();
 }
 
+/// The clipboard holds the new track, and the tracks are the active list.
+void copyNewTrack(World& world)
+{
+    world.addsTrack();
+    world.root().mnuEditCopy.Tag = u"2"_s;
+    world.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+}
+
 /// The commands that wait.
 const std::vector<Deed> Commands{
     {"open", [](World& w) { w.click(2); }},
@@ -85,9 +93,7 @@ const std::vector<Deed> Commands{
      }},
     {"paste",
      [](World& w) {
-         w.addsTrack();
-         w.root().mnuEditCopy.Tag = u"2"_s;
-         w.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+         copyNewTrack(w);
          w.root().mnuEditPaste.Click();
      }},
     {"drop tracks",
@@ -143,9 +149,7 @@ const std::vector<Deed> Interruptions{
     {"sort by a head", [](World& w) { w.root().LListView2.ColumnClick(3); }},
     {"paste",
      [](World& w) {
-         w.addsTrack();
-         w.root().mnuEditCopy.Tag = u"2"_s;
-         w.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+         copyNewTrack(w);
          w.root().mnuEditPaste.press();
      }},
     {"tick", [](World& w) { w.root().Timer2.Tick(); }},
