@@ -83,10 +83,9 @@ void mnuDurchsuchen_Click(Root& root)
     if (!command.yield() || !command.pause(1.0))
         return;
     const int row = lastRowOf(root, path);
-    if (!list.select(row))
+    if (row == 0)
         return;
-    list.Tag = QString::number(row);
-    GetPlayEntrys(root, path);
+    path = openRow(root, row);
     if (!command.yield())
         return;
 

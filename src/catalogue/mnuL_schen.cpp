@@ -120,9 +120,7 @@ void mnuL_schen(Root& root)
     if (list.count() == 0)
         return showCoverPane(root, false);
 
-    selectLastRow(root);
-    QString opened = playlistPath(root, list.count());
-    GetPlayEntrys(root, opened);
+    openRow(root, list.count());
     if (!command.yield())
         return writeCatalogueRows(root);
     if (root.pCoverBack.Visible.value()) {

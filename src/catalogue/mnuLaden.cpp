@@ -73,9 +73,7 @@ void mnuLaden_Click(Root& root)
     if (list.count() > 0) {
         if (!command.pause(1.0))
             return;
-        selectLastRow(root);
-        QString path = playlistPath(root, list.count());
-        GetPlayEntrys(root, path);
+        openRow(root, list.count());
     }
 
     if (!command.yield())

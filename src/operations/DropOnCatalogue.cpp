@@ -50,14 +50,12 @@ void offerNewPlaylist(Root& root, Command& command)
         root.mnuNeu.press();
 }
 
-/// Shows the tracks of the new row, the last one.
-void openNewRow(Root& root, QString path)
+/// Shows the tracks of the new row, the last one, though the sequence may have gone on to another.
+void openNewRow(Root& root)
 {
-    ListView& list = root.LListView1;
+    const ListView& list = root.LListView1;
     const int row = list.count();
-    // The sequence may have gone on to another row.
-    list.select(row);
-    GetPlayEntrys(root, path);
+    const QString path = openRow(root, row);
     if (list.selectedRow() == row && playlistPath(root, row) == path)
         setTrackCount(root, row);
 }
@@ -80,7 +78,7 @@ std::optional<RowIdentity> addPlaylist(Root& root, QString path)
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 4);
     if (!Dateiexistenz::FileExists(root, path) || !NewPlayliste(root, path, name))
         return {};
-    openNewRow(root, path);
+    openNewRow(root);
     return RowIdentity{.path = path, .name = playlistName(root, root.LListView1.count())};
 }
 
@@ -108,7 +106,7 @@ std::optional<RowIdentity> addFolder(Root& root, const QString& folder)
     const RowIdentity entry{.path = path, .name = name};
     // The file of a list with the same name keeps its tracks. The sequence may have put those of another list in sight.
     if (root.trackList.content() != TrackList::Content::Own || !isOpen(root, entry))
-        openNewRow(root, path);
+        openNewRow(root);
     if (!isOpen(root, entry))
         return {};
     const TrackList::Hold hold = root.trackList.hold();

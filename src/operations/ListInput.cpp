@@ -27,7 +27,7 @@ void LListView1_Click(Root& root)
     const int row = list.selectedRow();
     if (row == 0)
         return;
-    QString path = playlistPath(root, row);
+    const QString path = playlistPath(root, row);
     Command command(root);
     if (!Dateiexistenz::FileExists(root, path)) {
         const std::optional<Answer> answer =
@@ -40,10 +40,8 @@ void LListView1_Click(Root& root)
     }
 
     // While the box was up the sequence may have gone on to another row.
-    list.select(row);
     root.LSoundCaption.Tag = u"0"_s;
-    list.Tag = QString::number(row);
-    GetPlayEntrys(root, path);
+    openRow(root, row);
     if (command.ended())
         return;
     // A later click inside the read has opened its own row.

@@ -77,10 +77,7 @@ void readAgain(Root& root, Command& command, int back, int top)
             root.LListView2.select(back);
         return showFrom(root.LListView2, top);
     }
-    QString path = root.trackList.path();
-    root.LListView1.Tag = QString::number(row);
-    root.LListView1.select(row);
-    GetPlayEntrys(root, path);
+    const QString path = openRow(root, row);
     if (root.LListView1.selectedRow() == row)
         root.LListView1.select(selected);
     const TrackList::Hold hold = root.trackList.hold();

@@ -31,17 +31,10 @@ bool endsAtEmptyView(const Root& root)
     return root.LListView2.count() == 0 && (root.services.mediaplayer.heard() || repeatOf(root) != 3);
 }
 
-void openRow(Root& root, int row)
-{
-    root.LListView1.Tag = QString::number(row);
-    QString path = playlistPath(root, row);
-    GetPlayEntrys(root, path);
-}
-
 /// The view goes back to the row the user was on, if the option asks for it. In mode 1 there is no such row.
 void returnToRow(Root& root, Command& command, int row)
 {
-    if (std::abs(readSetting(root, u"ShowChange"_s).number()) != 1 || !root.LListView1.select(row))
+    if (std::abs(readSetting(root, u"ShowChange"_s).number()) != 1 || !root.LListView1.has(row))
         return;
     openRow(root, row);
     command.lastYield();

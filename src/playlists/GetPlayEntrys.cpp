@@ -319,9 +319,23 @@ void GetPlayEntrys(Root& root, QString& path)
     command.lastYield();
 }
 
+QString openRow(Root& root, int row)
+{
+    root.LListView1.Tag = QString::number(root.LListView1.select(row) ? row : 0);
+    QString path = playlistPath(root, row);
+    GetPlayEntrys(root, path);
+    return path;
+}
+
 void LoadPlayEntrysTmp(Root& root)
 {
     root.LListView1.Click();
+}
+
+void openSelectedAnew(Root& root)
+{
+    root.LListView1.Tag = u"0"_s;
+    LoadPlayEntrysTmp(root);
 }
 
 bool ownTracks(Root& root)
@@ -351,9 +365,7 @@ bool openOwnTracks(Root& root)
         // Which row a command on the catalogue leaves selected is not for the user to know while it waits.
         if (!root.commands.admits(Changes::Catalogue))
             return false;
-        // The mark may stand on a row whose tracks are not the ones shown.
-        root.LListView1.Tag = u"0"_s;
-        LoadPlayEntrysTmp(root);
+        openSelectedAnew(root);
     }
     return ownTracks(root);
 }

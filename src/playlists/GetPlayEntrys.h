@@ -13,8 +13,14 @@ struct Root;
 /// list, which then stays in sight.
 void GetPlayEntrys(Root& root, QString& path);
 
-/// Runs the click handler of the catalogue, which loads the selected playlist.
+/// Selects a row of the catalogue, marks it as the one that is loaded (`LListView1.Tag`) and opens its list; gives the
+/// list's path as `GetPlayEntrys` leaves it. Without such a row nothing is marked any more.
+QString openRow(Root& root, int row);
+
+/// Runs the click handler of the catalogue, which loads the selected playlist unless it is marked as loaded.
 void LoadPlayEntrysTmp(Root& root);
+/// The same whatever is marked: the mark may stand on a row whose tracks are not the ones shown.
+void openSelectedAnew(Root& root);
 
 /// True if the rows in sight are a playlist's own and may be changed. Where they are not, or not all, the list is read
 /// again in place, and stays as it is unless that shows all of it. Without any playlist the rows are nobody else's.

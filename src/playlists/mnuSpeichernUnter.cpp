@@ -42,8 +42,7 @@ bool showTracks(Root& root, const RowIdentity& playlist, int row)
     if (!root.trackList.isOf(playlist.path) || root.trackList.content() == TrackList::Content::None) {
         if (!root.LListView1.select(row))
             return false;
-        root.LListView1.Tag = u"0"_s;
-        LoadPlayEntrysTmp(root);
+        openSelectedAnew(root);
     }
     // Required: what is in sight goes out, not what lies on the disk now.
     const bool own = root.trackList.content() == TrackList::Content::Own || ownTracks(root);

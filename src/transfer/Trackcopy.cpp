@@ -35,15 +35,15 @@ void load(Root& root)
 }
 
 /// True if the tracks of the row are the ones that are shown.
-bool openRow(Root& root, Command& command, int row)
+bool showTracks(Root& root, Command& command, int row)
 {
     if (!root.LListView1.select(row))
         return false;
     const QString path = playlistPath(root, row);
-    // The mark may stand on a row whose tracks are not the ones shown.
     if (!root.trackList.isOf(path) || !ownTracks(root))
-        root.LListView1.Tag = u"0"_s;
-    LoadPlayEntrysTmp(root);
+        openSelectedAnew(root);
+    else
+        LoadPlayEntrysTmp(root);
     return command.yield() && root.LListView1.selectedRow() == row && root.trackList.isOf(playlistPath(root, row)) &&
            ownTracks(root);
 }
@@ -63,7 +63,7 @@ void BReady_Click(Root& root)
                              .icon = MessageIcon::Critical});
     // A list that could not be opened leaves the tracks of the other one in sight: they are not its own.
     enableChoice(form, false);
-    const bool opened = openRow(root, command, chosen + 1);
+    const bool opened = showTracks(root, command, chosen + 1);
     // The end of the program takes the dialog with it.
     if (command.ended() || !form.Visible.value())
         return;

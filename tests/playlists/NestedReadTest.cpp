@@ -1,5 +1,6 @@
 #include "catalogue/CatalogueWorld.h"
 #include "playlists/AddPlayEntrys.h"
+#include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 
 namespace orvantine::fake {
@@ -105,6 +106,35 @@ TEST_F(NestedRead, ATickOfTheHousekeepingInsideAReadHarmsNothing)
     click(1);
     EXPECT_EQ("/m/Eins 1.mp3", tracks().subItem(1, 3).toStdString());
     EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(listPath(u"Eins"_s)).toStdString());
+}
+
+TEST_F(NestedRead, ARowThatIsOpenedIsSelectedAndMarkedAsLoaded)
+{
+    click(1);
+    EXPECT_EQ(listPath(u"Zwei"_s).toStdString(), openRow(root(), 2).toStdString());
+    EXPECT_EQ(2, catalogue().selectedRow());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+    EXPECT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
+}
+
+TEST_F(NestedRead, ARowThatIsNotThereOpensNothingAndIsNotMarked)
+{
+    click(1);
+    EXPECT_EQ("", openRow(root(), 3).toStdString());
+    EXPECT_EQ(1, catalogue().selectedRow());
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+    EXPECT_EQ("/m/Eins 1.mp3", tracks().subItem(1, 3).toStdString());
+}
+
+TEST_F(NestedRead, ASelectedListIsReadAnewWhateverIsMarked)
+{
+    click(1);
+    putList(u"Eins"_s, {putTrack(u"neu"_s)});
+    LoadPlayEntrysTmp(root());
+    EXPECT_EQ(2, tracks().count());
+    openSelectedAnew(root());
+    EXPECT_EQ(1, tracks().count());
+    EXPECT_EQ("1", catalogue().Tag.toStdString());
 }
 
 } // namespace orvantine::fake
