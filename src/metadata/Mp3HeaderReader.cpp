@@ -1,8 +1,8 @@
 #include "metadata/Mp3HeaderReader.h"
 
-#include "app/Columns.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/frmID3.h"
 
 #include <algorithm>
@@ -14,11 +14,6 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString selectedPath(const Root& root)
-{
-    return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
-}
 
 /// Halves go to the even neighbour. A number that does not fit into 16 bits leaves the field as it is.
 void setRounded(qint16& field, double number)
@@ -41,7 +36,7 @@ void ReadMp3Header(Root& root)
     if (root.LListView2.selectedRow() > 0) {
         // With the record in the library's form, and back.
         Mp3Record record = narrow(root.mp3Record);
-        root.services.tags.Mp3FileInfo(selectedPath(root), record);
+        root.services.tags.Mp3FileInfo(selectedTrackPath(root), record);
         root.mp3Record = widen(record);
     }
     const WideMp3Record& tag = root.mp3Record;
@@ -105,7 +100,7 @@ void WriteMp3Tag(Root& root)
 
     if (root.LListView2.selectedRow() == 0)
         return;
-    root.CurrentMp3File = selectedPath(root);
+    root.CurrentMp3File = selectedTrackPath(root);
     Mp3Record record = narrow(tag);
     root.services.tags.WriteID3V1(root.CurrentMp3File, record);
     tag = widen(record);

@@ -10,6 +10,7 @@
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "metadata/Mp3HeaderReader.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/frmID3.h"
 #include "search/Suchen.h"
 
@@ -31,11 +32,6 @@ void clearLabels(Root& root)
         label->Caption = QString();
 }
 
-QString selectedTrack(const Root& root)
-{
-    return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
-}
-
 /// False where the library or the track's file is missing; told only in a visible window.
 bool passesChecks(Root& root, Command& command)
 {
@@ -43,7 +39,7 @@ bool passesChecks(Root& root, Command& command)
     const auto seen = [&root] { return root.Visible.value(); };
     const auto errors = [&root] { return root.mnuErrorDisplay.Checked.value(); };
     const auto missing = [&root] {
-        return root.LListView2.selectedRow() > 0 && !Dateiexistenz::FileExists(root, selectedTrack(root));
+        return root.LListView2.selectedRow() > 0 && !Dateiexistenz::FileExists(root, selectedTrackPath(root));
     };
 
     if (seen() && missing() && errors())
@@ -116,7 +112,7 @@ void LoadMp3Info(Root& root)
     clearLabels(root);
     if (root.LListView2.count() == 0)
         return;
-    root.CurrentMp3File = FileDirPath::withoutQuotes(selectedTrack(root));
+    root.CurrentMp3File = FileDirPath::withoutQuotes(selectedTrackPath(root));
     ReadMp3Header(root);
     Command(root).lastYield();
 }
@@ -128,7 +124,7 @@ void LoadMp3TagID(Root& root)
     root.tagForm->Load();
     if (!command.yield())
         return;
-    root.tagForm->txtMp3File.Caption = selectedTrack(root);
+    root.tagForm->txtMp3File.Caption = selectedTrackPath(root);
     if (!command.yield())
         return;
 
@@ -138,7 +134,7 @@ void LoadMp3TagID(Root& root)
         return;
 
     const QString name = root.sAnzeige[2].Caption.value() + u" - "_s + root.sAnzeige[1].Caption.value();
-    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, selectedTrack(root), name);
+    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, selectedTrackPath(root), name);
     hold.setName(root.LListView2.selectedRow(), name);
     command.lastYield();
 }
@@ -153,7 +149,7 @@ void GetPlayTimesOLD(Root& root)
     MediaPlayer& player = root.services.mediaInfo;
     const auto yieldThrice = [&command] { return command.yield() && command.yield() && command.yield(); };
 
-    player.setURL(selectedTrack(root));
+    player.setURL(selectedTrackPath(root));
     if (!yieldThrice())
         return;
     if (const std::optional<int> seconds = roundedTwice(player.currentDuration())) {

@@ -1,6 +1,5 @@
 #include "metadata/mnuSetTagName.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -8,6 +7,7 @@
 #include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Root.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/ShowProperties.h"
 #include "metadata/ShowTrackInfo.h"
 
@@ -26,7 +26,7 @@ void nameByTag(Root& root, TrackList::Hold& hold)
         return;
     const QString name = artist + u" - "_s + root.sAnzeige[1].Caption.value();
     const int row = tracks.selectedRow();
-    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, tracks.subItem(row, TrackItem::Path), name);
+    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, trackPath(root, row), name);
     hold.setName(row, name);
 }
 
@@ -94,7 +94,7 @@ void mnuSetTagName_Click(Root& root)
 void mnuSetFileName_Click(Root& root)
 {
     const int row = root.LListView2.selectedRow();
-    const QString path = root.LListView2.subItem(row, TrackItem::Path);
+    const QString path = trackPath(root, row);
     IniFiles::DeleteKey(root, databaseFile(root), u"TagInfo"_s, path);
     root.trackList.hold().setName(row, FileDirPath::without(FileDirPath::FileNameOf(path), 4));
 }
@@ -106,7 +106,7 @@ void mnuGetIDTag_Click(Root& root)
 
 void mnuDateiEigenschaften_Click(Root& root)
 {
-    ShowProperties(root, root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path));
+    ShowProperties(root, selectedTrackPath(root));
 }
 
 } // namespace orvantine

@@ -1,11 +1,11 @@
 #include "operations/RepairSource.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
 #include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
 #include "app/Root.h"
+#include "metadata/SelectedTrack.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 #include "transfer/BrowseFolders2k.h"
@@ -15,11 +15,6 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString pathOf(const Root& root, int track)
-{
-    return root.LListView2.subItem(track, TrackItem::Path);
-}
 
 bool isOtherMissing(const Root& root, int track)
 {
@@ -61,30 +56,31 @@ bool wantsAll(Command& command)
 /// The track is looked for in the folder from now on, and loses the colour of a missing one.
 void moveTrack(const Root& root, TrackList::Hold& hold, int track, const QString& folder)
 {
-    hold.setPath(track, FileDirPath::join(folder, FileDirPath::FileNameOf(pathOf(root, track))));
+    hold.setPath(track, FileDirPath::join(folder, FileDirPath::FileNameOf(trackPath(root, track))));
 }
 
 } // namespace
 
 bool isTrackMissing(const Root& root, int track)
 {
-    return !Dateiexistenz::FileExists(root, pathOf(root, track));
+    return !Dateiexistenz::FileExists(root, trackPath(root, track));
 }
 
 void repairSource(Root& root, int track)
 {
-    const QString path = pathOf(root, track);
+    const QString path = trackPath(root, track);
     if (root.mnuErrorDisplay.Checked.value())
         ShowFeatureTip(root, 715);
 
     // Rows that are not the list's own are read again, and may be others then. Nothing can be put right in those that
     // cannot be read.
-    if (!ownTracks(root) || pathOf(root, track) != path)
+    if (!ownTracks(root) || trackPath(root, track) != path)
         return;
     TrackList::Hold hold = root.trackList.hold();
     Command command(root);
     const QString folder = askForFolder(root, command, path);
-    if (folder.isEmpty() || !Dateiexistenz::FolderExists(root, folder) || !hold.valid() || pathOf(root, track) != path)
+    if (folder.isEmpty() || !Dateiexistenz::FolderExists(root, folder) || !hold.valid() ||
+        trackPath(root, track) != path)
         return;
     if (!Dateiexistenz::FileExists(root, FileDirPath::join(folder, FileDirPath::FileNameOf(path))))
         return;

@@ -1,8 +1,8 @@
 #include "operations/mnuEditCopy.h"
 
-#include "app/Columns.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "metadata/SelectedTrack.h"
 
 namespace orvantine {
 
@@ -30,7 +30,7 @@ void mnuEditCopy_Click(Root& root)
     if (catalogueIsActive(root))
         text = selectedName(root);
     else if (tracksAreActive(root))
-        text = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
+        text = selectedTrackPath(root);
     root.services.clipboard.setText(text);
 }
 

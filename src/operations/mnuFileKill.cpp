@@ -1,6 +1,5 @@
 #include "operations/mnuFileKill.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/FileDirPath.h"
@@ -8,6 +7,7 @@
 #include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "metadata/SelectedTrack.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 
@@ -46,7 +46,7 @@ bool removeTrack(Root& root, Command& command, TrackList::Hold& hold, int row, i
     ListView& tracks = root.LListView2;
     const WholeChange together(root.files, WholeChange::Events::Served);
     keepNewList(root);
-    IniFiles::DeleteKey(root, namedDatabaseFile(root), u"TagInfo"_s, tracks.subItem(row, TrackItem::Path));
+    IniFiles::DeleteKey(root, namedDatabaseFile(root), u"TagInfo"_s, trackPath(root, row));
     hold.remove(row);
     tracks.select(1);
     tracks.ShowFromRow(top);
@@ -103,7 +103,7 @@ void mnuFileKill_Click(Root& root)
     if (!own)
         return;
     const int row = *own;
-    const QString track = tracks.subItem(row, TrackItem::Path);
+    const QString track = trackPath(root, row);
     const int back = row - 1;
     TrackList::Hold hold = root.trackList.hold();
     Command command(root);
@@ -111,7 +111,7 @@ void mnuFileKill_Click(Root& root)
     if (!isSure(command) || row == 0)
         return;
     // While the box was up another list may have been opened, or the row have moved.
-    if (!hold.valid() || tracks.subItem(row, TrackItem::Path) != track)
+    if (!hold.valid() || trackPath(root, row) != track)
         return;
 
     const int top = tracks.TopRow();

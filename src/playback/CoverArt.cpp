@@ -1,6 +1,5 @@
 #include "playback/CoverArt.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
@@ -10,6 +9,7 @@
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
 #include "catalogue/NewPlayliste.h"
+#include "metadata/SelectedTrack.h"
 #include "platform/Pictures.h"
 #include "playback/CoverPane.h"
 
@@ -23,7 +23,7 @@ namespace {
 
 QString startFolder(const Root& root)
 {
-    QString folder = FileDirPath::FolderOf(root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path));
+    QString folder = FileDirPath::FolderOf(selectedTrackPath(root));
     // Required: the flag's value is taken as it stands.
     if (folder.isEmpty())
         folder = readSetting(root, u"FolderView"_s).text();

@@ -1,10 +1,10 @@
 #include "playback/PlaySingleTrack.h"
 
-#include "app/Columns.h"
 #include "app/FileDirPath.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/ShowTrackInfo.h"
 #include "playback/PlaybackState.h"
 
@@ -22,7 +22,7 @@ void startTrack(Root& root)
     root.pPausePlayer.Tag = u"0"_s;
     notePlaying(root, root.LListView1.selectedRow());
     player.close();
-    QString path = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
+    QString path = selectedTrackPath(root);
     if (!FileDirPath::hasSeparator(path))
         path = FileDirPath::FolderOf(selectedPlaylist(root)) + path;
     player.newMedia(path);

@@ -12,6 +12,7 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/ShowTrackInfo.h"
 #include "playback/CoverPane.h"
 #include "playlists/GetPlayCounts.h"
@@ -176,8 +177,7 @@ void showDate(Root& root, int number)
     // A command that waits with the catalogue half written has the last word.
     if (!date.isEmpty() || !root.commands.admits(Changes::Catalogue))
         return;
-    const ListView& tracks = root.LListView2;
-    const std::optional<QDateTime> changed = root.files.modified(tracks.subItem(tracks.count(), TrackItem::Path));
+    const std::optional<QDateTime> changed = root.files.modified(trackPath(root, root.LListView2.count()));
     if (!changed)
         return;
     date = dateText(changed->date());
@@ -352,11 +352,10 @@ bool ownTracks(Root& root)
 
 std::optional<int> ownSelectedRow(Root& root)
 {
-    const auto selected = [&root] { return root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path); };
-    const QString track = selected();
+    const QString track = selectedTrackPath(root);
     if (!ownTracks(root))
         return {};
-    return selected() == track ? root.LListView2.selectedRow() : 0;
+    return selectedTrackPath(root) == track ? root.LListView2.selectedRow() : 0;
 }
 
 bool openOwnTracks(Root& root)

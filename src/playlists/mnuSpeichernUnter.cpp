@@ -10,6 +10,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
+#include "metadata/SelectedTrack.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/TextDosConvert.h"
 
@@ -27,7 +28,7 @@ QString nmlOf(const Root& root, const QString& title)
     text += u"<PLAYLIST TITLE=\""_s + title + u"\">\r\n"_s;
     const ListView& tracks = root.LListView2;
     for (int row = 1; row <= tracks.count(); ++row) {
-        const QString path = tracks.subItem(row, TrackItem::Path);
+        const QString path = trackPath(root, row);
         // Required: FILE holds the whole path, and nothing is escaped.
         text += u"<ENTRY TITLE=\""_s + tracks.subItem(row, TrackItem::Name) + u"\">\r\n"_s;
         text += u"<LOCATION FILE=\""_s + path + u"\" PATH=\""_s + FileDirPath::FolderOf(path) + u"\"/>\r\n"_s;

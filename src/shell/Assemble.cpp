@@ -1,11 +1,11 @@
 #include "shell/Assemble.h"
 
 #include "app/ColumnWidths.h"
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/FormLoad.h"
 #include "app/Quiet.h"
 #include "app/Root.h"
+#include "metadata/SelectedTrack.h"
 #include "metadata/TagForms.h"
 #include "metadata/frmID3.h"
 #include "operations/DropOnCatalogue.h"
@@ -72,9 +72,7 @@ void wireLists(Root& root)
     };
     root.LListView1.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView1, column); };
     root.LListView2.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView2, column); };
-    root.LListView2.DragFile = [&root](int row) {
-        return root.files.nativePath(root.LListView2.subItem(row, TrackItem::Path));
-    };
+    root.LListView2.DragFile = [&root](int row) { return root.files.nativePath(trackPath(root, row)); };
     root.LListView1.GotFocus = [&root] { noteFocus(root, 1); };
     root.LListView2.GotFocus = [&root] { noteFocus(root, 2); };
 }

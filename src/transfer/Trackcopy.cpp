@@ -4,6 +4,7 @@
 #include "app/Command.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "metadata/SelectedTrack.h"
 #include "playlists/AddPlayEntrys.h"
 #include "playlists/GetPlayEntrys.h"
 
@@ -31,7 +32,7 @@ void load(Root& root)
     form.LListen.List = names;
     form.LListen.ListIndex = names.isEmpty() ? -1 : 0;
     // While the dialog is up the sequence may open another list: the track is the one that is named.
-    form.tTrackname.Tag = root.LListView2.subItem(root.LListView2.selectedRow(), TrackItem::Path);
+    form.tTrackname.Tag = selectedTrackPath(root);
 }
 
 /// True if the tracks of the row are the ones that are shown.
