@@ -6,11 +6,11 @@
 #include "app/Dateiexistenz.h"
 #include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
-#include "app/IniFiles.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "metadata/Mp3HeaderReader.h"
 #include "metadata/SelectedTrack.h"
+#include "metadata/TrackNames.h"
 #include "metadata/frmID3.h"
 #include "search/Suchen.h"
 
@@ -133,8 +133,8 @@ void LoadMp3TagID(Root& root)
     if (command.ended() || !hold.inSight())
         return;
 
-    const QString name = root.sAnzeige[2].Caption.value() + u" - "_s + root.sAnzeige[1].Caption.value();
-    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, selectedTrackPath(root), name);
+    const QString name = nameByLabels(root);
+    storeTrackName(root, databaseFile(root), selectedTrackPath(root), name);
     hold.setName(root.LListView2.selectedRow(), name);
     command.lastYield();
 }

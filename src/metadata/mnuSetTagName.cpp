@@ -5,11 +5,11 @@
 #include "app/Dateiexistenz.h"
 #include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
-#include "app/IniFiles.h"
 #include "app/Root.h"
 #include "metadata/SelectedTrack.h"
 #include "metadata/ShowProperties.h"
 #include "metadata/ShowTrackInfo.h"
+#include "metadata/TrackNames.h"
 
 namespace orvantine {
 
@@ -20,14 +20,11 @@ namespace {
 /// Stores what the labels say of the selected track as its name.
 void nameByTag(Root& root, TrackList::Hold& hold)
 {
-    const ListView& tracks = root.LListView2;
-    const QString artist = root.sAnzeige[2].Caption;
-    if (artist.isEmpty())
+    if (root.sAnzeige[2].Caption.value().isEmpty())
         return;
-    const QString name = artist + u" - "_s + root.sAnzeige[1].Caption.value();
-    const int row = tracks.selectedRow();
-    IniFiles::WriteValue(root, databaseFile(root), u"TagInfo"_s, trackPath(root, row), name);
-    hold.setName(row, name);
+    const QString name = nameByLabels(root);
+    storeTrackName(root, databaseFile(root), selectedTrackPath(root), name);
+    hold.setName(root.LListView2.selectedRow(), name);
 }
 
 /// Lets the view follow a loop over the rows now and then: drawing each step would take longer than the loop.
@@ -95,7 +92,7 @@ void mnuSetFileName_Click(Root& root)
 {
     const int row = root.LListView2.selectedRow();
     const QString path = trackPath(root, row);
-    IniFiles::DeleteKey(root, databaseFile(root), u"TagInfo"_s, path);
+    forgetTrackName(root, databaseFile(root), path);
     root.trackList.hold().setName(row, FileDirPath::without(FileDirPath::FileNameOf(path), 4));
 }
 

@@ -3,11 +3,11 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/FileDirPath.h"
-#include "app/IniFiles.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/SelectedTrack.h"
+#include "metadata/TrackNames.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 
@@ -46,7 +46,7 @@ bool removeTrack(Root& root, Command& command, TrackList::Hold& hold, int row, i
     ListView& tracks = root.LListView2;
     const WholeChange together(root.files, WholeChange::Events::Served);
     keepNewList(root);
-    IniFiles::DeleteKey(root, namedDatabaseFile(root), u"TagInfo"_s, trackPath(root, row));
+    forgetTrackName(root, namedDatabaseFile(root), trackPath(root, row));
     hold.remove(row);
     tracks.select(1);
     tracks.ShowFromRow(top);

@@ -3,8 +3,8 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/FileDirPath.h"
-#include "app/IniFiles.h"
 #include "app/Root.h"
+#include "metadata/TrackNames.h"
 #include "playback/PlaybackState.h"
 
 #include <QLocale>
@@ -20,7 +20,7 @@ void MediaChange(Root& root)
 
     const MediaPlayer& player = root.services.mediaplayer;
     const QString url = player.currentSourceURL();
-    const QString stored = IniFiles::ReadValue(root, namedDatabaseFile(root), u"TagInfo"_s, url);
+    const QString stored = storedTrackName(root, namedDatabaseFile(root), url);
     const QString name = FileDirPath::without(FileDirPath::FileNameOf(url), 4);
     if (name != root.tDateiname.Caption.value())
         root.pDateiname.Tag =

@@ -2,8 +2,8 @@
 
 #include "app/DataFolder.h"
 #include "app/FileDirPath.h"
-#include "app/IniFiles.h"
 #include "app/TextLimits.h"
+#include "metadata/TrackNames.h"
 
 namespace orvantine {
 
@@ -32,7 +32,7 @@ QString fullPath(const QString& entry, const QString& playlistFolder)
 QString displayName(const Root& root, const QString& entry, const QString& path)
 {
     constexpr int Extension = 4;
-    QString known = IniFiles::ReadValue(root, databaseFile(root), u"TagInfo"_s, path);
+    QString known = storedTrackName(root, databaseFile(root), path);
     if (!known.isEmpty())
         return known;
     return FileDirPath::hasSeparator(entry) ? FileDirPath::without(FileDirPath::FileNameOf(entry), Extension) : entry;
