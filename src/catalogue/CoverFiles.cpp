@@ -5,17 +5,41 @@
 #include "app/FileDirPath.h"
 #include "app/Root.h"
 
+#include <QStringList>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int EndingWithPoint = 4;
+
+QStringList coverEndings()
+{
+    return {u".jpg"_s, u".gif"_s, u".bmp"_s};
+}
+
+bool movePicture(Root& root, const QString& picture, const QString& moved)
+{
+    if (!root.files.copy(picture, moved))
+        return false;
+    // Required: the picture of a playlist that gets the name that it has goes. Names that differ in case alone are
+    // one file, which stays.
+    if (picture == moved || !FileDirPath::isSameFile(picture, moved))
+        root.files.remove(picture);
+    return true;
+}
+
+} // namespace
 
 QString coverFile(const Root& root, const QString& playlistName)
 {
     QString cover;
     if (!FileDirPath::canBeFileName(playlistName))
         return cover;
-    for (const QString& extension : {u".jpg"_s, u".gif"_s, u".bmp"_s}) {
-        const QString candidate = resourceFile(root, playlistName + extension);
+    for (const QString& ending : coverEndings()) {
+        const QString candidate = resourceFile(root, playlistName + ending);
         if (Dateiexistenz::FileExists(root, candidate))
             cover = candidate;
     }
@@ -24,8 +48,7 @@ QString coverFile(const Root& root, const QString& playlistName)
 
 QString takeCover(Root& root, const QString& picture, const QString& playlistName)
 {
-    constexpr int ExtensionWithPoint = 4;
-    const QString name = playlistName + FileDirPath::FileNameOf(picture).right(ExtensionWithPoint);
+    const QString name = playlistName + FileDirPath::FileNameOf(picture).right(EndingWithPoint);
     if (!FileDirPath::canBeFileName(name))
         return {};
     const QString cover = resourceFile(root, name);
@@ -33,6 +56,25 @@ QString takeCover(Root& root, const QString& picture, const QString& playlistNam
     if (Dateiexistenz::FileExists(root, picture))
         root.files.copy(picture, cover);
     return Dateiexistenz::FileExists(root, cover) ? cover : QString();
+}
+
+bool renameCover(Root& root, const QString& from, const QString& to)
+{
+    const QString cover = coverFile(root, from);
+    const QString name = to + cover.right(EndingWithPoint);
+    return !cover.isEmpty() && FileDirPath::canBeFileName(name) && movePicture(root, cover, resourceFile(root, name));
+}
+
+void renameCovers(Root& root, const QString& from, const QString& to)
+{
+    // A name that would leave the folder never forms a path.
+    if (FileDirPath::hasSeparator(from) || FileDirPath::hasSeparator(to))
+        return;
+    for (const QString& ending : coverEndings()) {
+        const QString picture = resourceFile(root, from + ending);
+        if (Dateiexistenz::FileExists(root, picture))
+            movePicture(root, picture, resourceFile(root, to + ending));
+    }
 }
 
 } // namespace orvantine

@@ -1,6 +1,5 @@
 #include "catalogue/mnuUmbenennen.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/FileDirPath.h"
@@ -14,30 +13,6 @@
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// True if there was a picture, which now bears the new name.
-bool renameCover(Root& root, const QString& old, const QString& name)
-{
-    constexpr int ExtensionWithPoint = 4;
-    const QString cover = coverFile(root, old);
-    if (cover.isEmpty())
-        return false;
-    const QString file = name + cover.right(ExtensionWithPoint);
-    if (!FileDirPath::canBeFileName(file))
-        return false;
-    const QString renamed = resourceFile(root, file);
-    if (!root.files.copy(cover, renamed))
-        return false;
-    // Required: the picture of a playlist that gets the name that it has goes. Names that differ in case alone are
-    // one file, which stays.
-    if (old == name || !FileDirPath::isSameFile(cover, renamed))
-        root.files.remove(cover);
-    return true;
-}
-
-} // namespace
 
 void mnuUmbenennen_Click(Root& root)
 {

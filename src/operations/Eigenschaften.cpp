@@ -82,23 +82,6 @@ bool accepts(Root& root, int row)
     return true;
 }
 
-/// The pictures of a playlist bear its name.
-void movePictures(Root& root, const QString& from, const QString& to)
-{
-    // A name that would leave the folder never forms a path.
-    if (FileDirPath::hasSeparator(from) || FileDirPath::hasSeparator(to))
-        return;
-    for (const QString& extension : {u".jpg"_s, u".gif"_s, u".bmp"_s}) {
-        const QString old = resourceFile(root, from + extension);
-        const QString moved = resourceFile(root, to + extension);
-        if (!Dateiexistenz::FileExists(root, old) || !root.files.copy(old, moved))
-            continue;
-        // Names that differ in case alone are one file.
-        if (!FileDirPath::isSameFile(old, moved))
-            root.files.remove(old);
-    }
-}
-
 void takeNameAndPath(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
@@ -231,7 +214,7 @@ void Eigenschaften_BReady_Click(Root& root)
         const WholeChange together(root.files);
         const QString old = playlistName(root, row);
         if (old != form.tPlaylistname.Text)
-            movePictures(root, old, form.tPlaylistname.Text);
+            renameCovers(root, old, form.tPlaylistname.Text);
 
         takeNameAndPath(root, row);
         takeDescriptionAndDate(root, row);

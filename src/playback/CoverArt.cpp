@@ -67,12 +67,11 @@ void pCovers_Click(Root& root)
     // Required: the guard of the commands that add playlists, although nothing is added here.
     if (!mayAddRow(root, command) && command.ended())
         return;
-    const std::optional<ChosenFile> chosen =
-        command.openFile({.title = u" CD-Coverdatei auswählen"_s,
-                          .folder = startFolder(root),
-                          .fileName = {},
-                          .filter = u"Bilddateien|*.bmp; *.gif; *.jpg|Alle Dateitypen|*.*"_s,
-                          .defaultExtension = u"*.jpg"_s});
+    const std::optional<ChosenFile> chosen = command.openFile({.title = u" CD-Coverdatei auswählen"_s,
+                                                               .folder = startFolder(root),
+                                                               .fileName = {},
+                                                               .filter = CoverFilter.toString(),
+                                                               .defaultExtension = u"*.jpg"_s});
     // The folder of a file at the top of the file system is "".
     if (!chosen || chosen->fileName.isEmpty())
         return;
@@ -116,7 +115,7 @@ void pCovers_MouseDown(Root& root, MouseButton button)
 void FindPicture(Root& root, const QString& folder)
 {
     const QString path = std::exchange(root.LMp3Files.Path, folder);
-    const QString pattern = std::exchange(root.LMp3Files.Pattern, u"*.jpg;*.gif"_s);
+    const QString pattern = std::exchange(root.LMp3Files.Pattern, FolderPictures.toString());
     const QStringList pictures = root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern);
 
     if (!pictures.isEmpty()) {
