@@ -1,5 +1,6 @@
 #include "operations/DropOnCatalogue.h"
 
+#include "app/AudioTypes.h"
 #include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
@@ -85,7 +86,7 @@ std::optional<RowIdentity> addPlaylist(Root& root, QString path)
 /// The audio files of a folder that the open list does not hold.
 QStringList newAudioFilesOf(const Root& root, const QString& folder)
 {
-    QStringList files = root.files.list(folder, u"*.mp3;*.wma;*.wav"_s);
+    QStringList files = root.files.list(folder, AudioTypes::Pattern.toString());
     for (QString& file : files)
         file = FileDirPath::join(folder, file);
     const QSet<QString> known = pathsOf(root.LListView2);

@@ -1,5 +1,6 @@
 #include "operations/DropOnTracks.h"
 
+#include "app/AudioTypes.h"
 #include "app/Command.h"
 #include "app/FileDirPath.h"
 #include "app/Registry.h"
@@ -21,8 +22,7 @@ namespace {
 
 bool isAudio(const Root& root, const QString& path)
 {
-    static const QSet<QString> extensions{u".mp3"_s, u".wma"_s, u".wav"_s};
-    return extensions.contains(path.right(4).toLower()) && !breaksLine(path) && !root.files.isFolder(path);
+    return AudioTypes::isDropped(path) && !breaksLine(path) && !root.files.isFolder(path);
 }
 
 bool mayAddTo(const Root& root, Command& command, const QString& playlist)

@@ -1,5 +1,6 @@
 #include "operations/mnuEditPaste.h"
 
+#include "app/AudioTypes.h"
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
@@ -31,12 +32,6 @@ bool mayPaste(Command& command)
                 .buttons = MessageButtons::YesNo}) == Answer::Yes;
 }
 
-/// Required: case counts here.
-bool endsAsAudio(QStringView path)
-{
-    return path.endsWith(u"mp3") || path.endsWith(u"wma") || path.endsWith(u"wav");
-}
-
 QStringList acceptedFiles(const Root& root, const QList<QStringView>& paths)
 {
     QStringList files;
@@ -45,8 +40,8 @@ QStringList acceptedFiles(const Root& root, const QList<QStringView>& paths)
         const QString file = path.toString();
         if (!Dateiexistenz::FileExists(root, file))
             continue;
-        // Required: behind the first accepted file any other one that exists is added too.
-        accepted = accepted || endsAsAudio(path);
+        // Required: case counts, and behind the first accepted file any other one that exists is added too.
+        accepted = accepted || AudioTypes::isPasted(path);
         if (accepted && !breaksLine(file))
             files += file;
     }

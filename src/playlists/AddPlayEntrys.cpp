@@ -1,5 +1,6 @@
 #include "playlists/AddPlayEntrys.h"
 
+#include "app/AudioTypes.h"
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
@@ -42,7 +43,7 @@ void beginList(Root& root)
 QString nameOf(const QString& file)
 {
     QString name = FileDirPath::FileNameOf(file);
-    if (FileDirPath::hasSeparator(file) || name.right(3).toLower() == u"mp3"_s)
+    if (FileDirPath::hasSeparator(file) || AudioTypes::endsInMp3(name))
         return FileDirPath::without(name, 4);
     return name;
 }

@@ -1,5 +1,6 @@
 #include "playlists/mnuAddSounds.h"
 
+#include "app/AudioTypes.h"
 #include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
@@ -94,7 +95,7 @@ qsizetype addFolder(Root& root, Command& command, const TrackList::Hold& hold)
         return 0;
     const QString& text = read.text;
     root.LMp3Files.Path = folder;
-    root.LMp3Files.Pattern = u"*.mp3;*.wma;*.wav"_s;
+    root.LMp3Files.Pattern = AudioTypes::Pattern.toString();
     const QStringList names = root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern);
     QStringList absent;
     if (!names.isEmpty()) {
@@ -116,12 +117,11 @@ qsizetype addFolder(Root& root, Command& command, const TrackList::Hold& hold)
 
 void addFile(Root& root, Command& command, const TrackList::Hold& hold)
 {
-    const std::optional<ChosenFile> chosen =
-        command.openFile({.title = u" Sounddatei hinzufügen"_s,
-                          .folder = root.tBrowseFolder.Text,
-                          .fileName = {},
-                          .filter = u"Sounddateien|*.mp3; *.wma; *.wav|Alle Dateitypen|*.*"_s,
-                          .defaultExtension = u"mp3"_s});
+    const std::optional<ChosenFile> chosen = command.openFile({.title = u" Sounddatei hinzufügen"_s,
+                                                               .folder = root.tBrowseFolder.Text,
+                                                               .fileName = {},
+                                                               .filter = AudioTypes::Filter.toString(),
+                                                               .defaultExtension = AudioTypes::Extension.toString()});
     if (!chosen || chosen->fileName.isEmpty() || !hold.valid())
         return;
     AddPlayEntrys(root, QStringList{FileDirPath::join(chosen->folder, chosen->fileName)});
