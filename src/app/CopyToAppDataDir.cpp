@@ -4,7 +4,6 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
-#include "app/Others.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 
@@ -29,11 +28,11 @@ void CopyToAppDataDir(Root& root)
 
     const QString formerPath = root.LMp3Files.Path;
     const QString formerPattern = root.LMp3Files.Pattern;
-    for (const QString& name : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s}) {
+    for (const QString& name : dataFolderNames()) {
         ensureDataFolder(root, name);
         root.LMp3Files.Path = programFile(root, name);
         root.LMp3Files.Pattern = u"*.*"_s;
-        const QString target = root.tDatenbank.Text.value() + name;
+        const QString target = dataFolder(root, name);
         for (const QString& file : root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern))
             stands = root.files.copy(FileDirPath::join(root.LMp3Files.Path, file), FileDirPath::join(target, file)) &&
                      stands;
@@ -50,16 +49,6 @@ void CopyToAppDataDir(Root& root)
                           u"Datenbank und Playlisten befinden sich nun im AppData-Roaming Verzeichnis."_s,
                   .title = root.Caption.value() + u' ',
                   .icon = MessageIcon::Exclamation});
-}
-
-QString programFile(const Root& root, const QString& name)
-{
-    return FileDirPath::join(root.services.folders.program, name);
-}
-
-QString userFolder(const Root& root)
-{
-    return FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
 }
 
 } // namespace orvantine

@@ -2,6 +2,7 @@
 
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
+#include "app/Others.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -16,6 +17,16 @@ QString ownFile(const Root& root, const QString& extension)
 }
 
 } // namespace
+
+QString programFile(const Root& root, const QString& name)
+{
+    return FileDirPath::join(root.services.folders.program, name);
+}
+
+QString userFolder(const Root& root)
+{
+    return FileDirPath::join(SpecialFolder(root, Csidl::ApplicationData), u"Orvanten Manager");
+}
 
 QString databaseFile(const Root& root)
 {
@@ -37,6 +48,16 @@ QString namedBackupFile(const Root& root)
     return root.tDatenbank.Text.value() + u"Orvantine.bak"_s;
 }
 
+QString namedTemporaryFile(const Root& root)
+{
+    return root.tDatenbank.Text.value() + u"Orvantine.tmp"_s;
+}
+
+QString indexFile(const Root& root)
+{
+    return ownFile(root, u".idx"_s);
+}
+
 bool backUp(Root& root, const QString& file, const QString& backup)
 {
     root.files.clearAttributes(backup);
@@ -53,9 +74,19 @@ bool isUnnamed(const QString& path)
     return path.endsWith(u"tmp"_s);
 }
 
+QStringList dataFolderNames()
+{
+    return {u"Burning"_s, u"Playlisten"_s, u"Resource"_s};
+}
+
+QString dataFolder(const Root& root, const QString& name)
+{
+    return root.tDatenbank.Text.value() + name;
+}
+
 QString playlistFolder(const Root& root)
 {
-    return root.tDatenbank.Text.value() + u"Playlisten"_s;
+    return dataFolder(root, u"Playlisten"_s);
 }
 
 std::optional<QString> playlistFile(const Root& root, const QString& name)
@@ -67,12 +98,12 @@ std::optional<QString> playlistFile(const Root& root, const QString& name)
 
 QString resourceFile(const Root& root, const QString& fileName)
 {
-    return FileDirPath::join(root.tDatenbank.Text.value() + u"Resource"_s, fileName);
+    return FileDirPath::join(dataFolder(root, u"Resource"_s), fileName);
 }
 
 void ensureDataFolder(Root& root, const QString& name)
 {
-    const QString folder = root.tDatenbank.Text.value() + name;
+    const QString folder = dataFolder(root, name);
     if (!Dateiexistenz::FolderExists(root, folder))
         root.files.makeFolder(folder);
 }

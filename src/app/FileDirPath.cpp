@@ -69,6 +69,12 @@ QString without(const QString& name, int characters)
     return name.chopped(std::min<qsizetype>(characters, name.size()));
 }
 
+QString titleOf(const QString& path)
+{
+    constexpr int EndingWithPoint = 4;
+    return without(FileNameOf(path), EndingWithPoint);
+}
+
 QString withoutQuotes(QString path)
 {
     if (path.startsWith(u'"'))

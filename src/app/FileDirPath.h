@@ -28,6 +28,10 @@ namespace orvantine::FileDirPath {
 /// The name less its last `characters`; "" for a shorter one.
 [[nodiscard]] QString without(const QString& name, int characters);
 
+/// The file name of a path less the four characters of its ending: what a list or a track is called without another
+/// name.
+[[nodiscard]] QString titleOf(const QString& path);
+
 /// Less a double quote at the beginning and one at the end.
 [[nodiscard]] QString withoutQuotes(QString path);
 

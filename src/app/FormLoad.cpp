@@ -110,7 +110,7 @@ void resolveDataFolder(Root& root)
 
 void ensureDataFolders(Root& root)
 {
-    for (const QString& name : {u"Burning"_s, u"Playlisten"_s, u"Resource"_s})
+    for (const QString& name : dataFolderNames())
         ensureDataFolder(root, name);
 }
 

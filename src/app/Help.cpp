@@ -1,7 +1,7 @@
 #include "app/Help.h"
 
+#include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 void showHelp(Root& root, const char16_t* topic)
 {
-    const QString help = FileDirPath::join(root.services.folders.program, u"Orvantine.chm");
+    const QString help = programFile(root, u"Orvantine.chm"_s);
     if (!Dateiexistenz::FileExists(root, help))
         return;
     const QString name = QString::fromUtf16(topic);

@@ -1,5 +1,6 @@
 #include "app/Others.h"
 
+#include "app/Registry.h"
 #include "app/Root.h"
 
 namespace orvantine {
@@ -18,16 +19,23 @@ QString TempFolder(const Root& root)
 
 QString SpecialFolder(const Root& root, int csidl)
 {
-    constexpr int Documents = 5;
-    constexpr int ApplicationData = 26;
     switch (csidl) {
-    case Documents:
+    case Csidl::Documents:
         return root.services.folders.documents;
-    case ApplicationData:
+    case Csidl::ApplicationData:
         return root.services.folders.applicationData;
     default:
         return {};
     }
+}
+
+QString chooserFolder(const Root& root, const QString& folder)
+{
+    if (!folder.isEmpty())
+        return folder;
+    // Required: the flag's value is taken as it stands.
+    const QString view = readSetting(root, u"FolderView"_s).text();
+    return view.isEmpty() ? SpecialFolder(root, Csidl::Documents) : view;
 }
 
 QString WinVersionen(const SystemVersion& version)

@@ -62,7 +62,7 @@ void mnuBeenden_Click(Root& root)
     if (root.services.events.ended())
         return;
 
-    const QString temporary = root.tDatenbank.Text.value() + u"Orvantine.tmp"_s;
+    const QString temporary = namedTemporaryFile(root);
     if (Dateiexistenz::FileExists(root, temporary))
         root.files.remove(temporary);
 

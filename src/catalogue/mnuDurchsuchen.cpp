@@ -6,7 +6,6 @@
 #include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Others.h"
-#include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueRows.h"
@@ -21,19 +20,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString startFolder(const Root& root)
-{
-    // Required: the flag's value is taken as it stands.
-    const QString folder = readSetting(root, u"FolderView"_s).text();
-    return folder.isEmpty() ? SpecialFolder(root, 5) : folder;
-}
-
 /// Path of the chosen playlist file; "" for none.
 QString choosePlaylist(Root& root, Command& command)
 {
     constexpr int ShortestPath = 4;
     const std::optional<ChosenFile> chosen = command.openFile({.title = u" Wiedergabeliste hinzufügen"_s,
-                                                               .folder = startFolder(root),
+                                                               .folder = chooserFolder(root),
                                                                .fileName = {},
                                                                .filter = playlistFilter(),
                                                                .defaultExtension = u"m3u"_s});
@@ -47,7 +39,7 @@ QString choosePlaylist(Root& root, Command& command)
 QString nameFor(const Root& root, const QString& fileName)
 {
     const QString given = IniFiles::ReadValue(root, databaseFile(root), u"Rename"_s, fileName);
-    return given.isEmpty() ? FileDirPath::without(fileName, 4) : given;
+    return given.isEmpty() ? FileDirPath::titleOf(fileName) : given;
 }
 
 /// Number of the last row with that path; 0 where something else took it away meanwhile.

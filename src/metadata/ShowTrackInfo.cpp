@@ -44,7 +44,7 @@ bool passesChecks(Root& root, Command& command)
 
     if (seen() && missing() && errors())
         ShowFeatureTip(root, 715);
-    if (!Dateiexistenz::FileExists(root, FileDirPath::join(root.services.folders.program, u"Orvantine.dll"))) {
+    if (!Dateiexistenz::FileExists(root, programFile(root, u"Orvantine.dll"_s))) {
         if (seen())
             command.tell({.text = u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s,
                           .title = u" Fehlerhafte Systemdatei"_s,

@@ -93,7 +93,7 @@ void mnuSetFileName_Click(Root& root)
     const int row = root.LListView2.selectedRow();
     const QString path = trackPath(root, row);
     forgetTrackName(root, databaseFile(root), path);
-    root.trackList.hold().setName(row, FileDirPath::without(FileDirPath::FileNameOf(path), 4));
+    root.trackList.hold().setName(row, FileDirPath::titleOf(path));
 }
 
 void mnuGetIDTag_Click(Root& root)

@@ -76,7 +76,7 @@ bool isOpen(Root& root, const RowIdentity& entry)
 std::optional<RowIdentity> addPlaylist(Root& root, QString path)
 {
     // A new row would make an empty list of a file that has vanished.
-    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 4);
+    const QString name = FileDirPath::titleOf(path);
     if (!Dateiexistenz::FileExists(root, path) || !NewPlayliste(root, path, name))
         return {};
     openNewRow(root);

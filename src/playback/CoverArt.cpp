@@ -4,7 +4,6 @@
 #include "app/FeatureTips.h"
 #include "app/FileDirPath.h"
 #include "app/Others.h"
-#include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
@@ -20,15 +19,6 @@ namespace orvantine {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QString startFolder(const Root& root)
-{
-    QString folder = FileDirPath::FolderOf(selectedTrackPath(root));
-    // Required: the flag's value is taken as it stands.
-    if (folder.isEmpty())
-        folder = readSetting(root, u"FolderView"_s).text();
-    return folder.isEmpty() ? SpecialFolder(root, 5) : folder;
-}
 
 /// Loads the file anew even if one of its name is shown already: its content may be another.
 void showPicture(Root& root, const QString& file)
@@ -67,11 +57,12 @@ void pCovers_Click(Root& root)
     // Required: the guard of the commands that add playlists, although nothing is added here.
     if (!mayAddRow(root, command) && command.ended())
         return;
-    const std::optional<ChosenFile> chosen = command.openFile({.title = u" CD-Coverdatei auswählen"_s,
-                                                               .folder = startFolder(root),
-                                                               .fileName = {},
-                                                               .filter = CoverFilter.toString(),
-                                                               .defaultExtension = u"*.jpg"_s});
+    const std::optional<ChosenFile> chosen =
+        command.openFile({.title = u" CD-Coverdatei auswählen"_s,
+                          .folder = chooserFolder(root, FileDirPath::FolderOf(selectedTrackPath(root))),
+                          .fileName = {},
+                          .filter = CoverFilter.toString(),
+                          .defaultExtension = u"*.jpg"_s});
     // The folder of a file at the top of the file system is "".
     if (!chosen || chosen->fileName.isEmpty())
         return;

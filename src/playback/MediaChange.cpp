@@ -21,7 +21,7 @@ void MediaChange(Root& root)
     const MediaPlayer& player = root.services.mediaplayer;
     const QString url = player.currentSourceURL();
     const QString stored = storedTrackName(root, namedDatabaseFile(root), url);
-    const QString name = FileDirPath::without(FileDirPath::FileNameOf(url), 4);
+    const QString name = FileDirPath::titleOf(url);
     if (name != root.tDateiname.Caption.value())
         root.pDateiname.Tag =
             QString::number(root.pDateiname.Tag.toDouble() + 0.5, 'f', QLocale::FloatingPointShortest);

@@ -42,10 +42,7 @@ void beginList(Root& root)
 /// A path shows its file name less four characters; a bare name loses them only where it ends in "mp3".
 QString nameOf(const QString& file)
 {
-    QString name = FileDirPath::FileNameOf(file);
-    if (FileDirPath::hasSeparator(file) || AudioTypes::endsInMp3(name))
-        return FileDirPath::without(name, 4);
-    return name;
+    return FileDirPath::hasSeparator(file) || AudioTypes::endsInMp3(file) ? FileDirPath::titleOf(file) : file;
 }
 
 void append(Root& root, TrackList::Hold& hold, const QString& file, Existence existence)

@@ -35,12 +35,17 @@ bool isNml(const QString& path)
     return path.right(3).toLower() == u"nml"_s;
 }
 
+/// The M3U list in "Playlisten" that an NML list is converted to.
+QString convertedPlace(const Root& root, const QString& path)
+{
+    return FileDirPath::join(playlistFolder(root), FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s);
+}
+
 /// Turns an NML list into an M3U list in "Playlisten", unless that stands already; gives the new path. Nothing where
 /// that list could not be made. One that is missing stays so, unless it was converted before.
 std::optional<QString> convertNml(Root& root, const QString& path)
 {
-    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
-    const QString converted = FileDirPath::join(playlistFolder(root), name);
+    const QString converted = convertedPlace(root, path);
     if (!Dateiexistenz::FileExists(root, converted)) {
         if (!Dateiexistenz::FileExists(root, path))
             return path;
@@ -73,8 +78,7 @@ QString restoredPlace(Root& root, int row, const QString& path, const QString& c
 {
     if (!isNml(path) || isNml(chosen))
         return path;
-    const QString name = FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s;
-    QString place = FileDirPath::join(playlistFolder(root), name);
+    QString place = convertedPlace(root, path);
     setPlaylistPath(root, row, place);
     return place;
 }

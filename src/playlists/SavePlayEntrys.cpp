@@ -5,7 +5,6 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FileDirPath.h"
-#include "app/Others.h"
 #include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
@@ -25,7 +24,7 @@ void tellFailure(Command& command)
 
 bool isUserList(const Root& root, const QString& path)
 {
-    const QString own = FileDirPath::join(SpecialFolder(root, 26), u"Orvanten Manager");
+    const QString own = userFolder(root);
     return FileDirPath::compared(path).startsWith(FileDirPath::compared(own));
 }
 

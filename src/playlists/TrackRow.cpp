@@ -31,11 +31,10 @@ QString fullPath(const QString& entry, const QString& playlistFolder)
 
 QString displayName(const Root& root, const QString& entry, const QString& path)
 {
-    constexpr int Extension = 4;
     QString known = storedTrackName(root, databaseFile(root), path);
     if (!known.isEmpty())
         return known;
-    return FileDirPath::hasSeparator(entry) ? FileDirPath::without(FileDirPath::FileNameOf(entry), Extension) : entry;
+    return FileDirPath::hasSeparator(entry) ? FileDirPath::titleOf(entry) : entry;
 }
 
 } // namespace orvantine

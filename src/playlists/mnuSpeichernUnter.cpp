@@ -92,7 +92,7 @@ void mnuSpeichernUnter_Click(Root& root)
     const QString ownFolder = FileDirPath::FolderOf(playlist.path);
     const std::optional<ChosenFile> chosen =
         command.saveFile({.title = u" Wiedergabeliste speichern"_s,
-                          .folder = ownFolder.isEmpty() ? SpecialFolder(root, 5) : ownFolder,
+                          .folder = ownFolder.isEmpty() ? SpecialFolder(root, Csidl::Documents) : ownFolder,
                           .fileName = FileDirPath::FileNameOf(playlist.path),
                           .filter = playlistFilter(),
                           .defaultExtension = u"m3u"_s});

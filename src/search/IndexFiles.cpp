@@ -1,16 +1,12 @@
 #include "search/IndexFiles.h"
 
+#include "app/DataFolder.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
-
-QString indexFile(const Root& root)
-{
-    return root.tDatenbank.Text.value() + root.services.start.stem + u".idx"_s;
-}
 
 bool indexIsOfToday(const Root& root)
 {

@@ -20,7 +20,7 @@ void Timer3_Tick(Root& root)
     if (ticks < TicksToStart)
         return;
     root.Timer3.Enabled = false;
-    const QString setup = FileDirPath::join(FileDirPath::join(root.services.folders.program, u"Updates"), u"Setup.exe");
+    const QString setup = FileDirPath::join(programFile(root, u"Updates"_s), u"Setup.exe");
     if (!Dateiexistenz::FileExists(root, setup))
         return;
     Command command(root);

@@ -13,14 +13,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Documents = 5;
-
 void load(Root& root, FolderDialog& form, const QString& key)
 {
     const QString kept = IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, key);
     const bool stands = !kept.isEmpty() && root.files.isFolder(kept);
     form.LTreeview.RootCaption = u"Arbeitsplatz"_s;
-    form.LTreeview.SelectedFolder = FileDirPath::withoutSeparator(stands ? kept : SpecialFolder(root, Documents));
+    form.LTreeview.SelectedFolder =
+        FileDirPath::withoutSeparator(stands ? kept : SpecialFolder(root, Csidl::Documents));
     form.LTreeview.Change();
 }
 

@@ -2,6 +2,7 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueWorld.h"
 
+#include "app/DataFolder.h"
 #include "catalogue/NewPlayliste.h"
 #include "catalogue/mnuAddFolder.h"
 #include "catalogue/mnuSpeichern.h"
