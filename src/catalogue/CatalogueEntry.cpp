@@ -40,10 +40,18 @@ CatalogueEntry readEntry(const Root& root, const QString& file, int number)
     return entry;
 }
 
-void writeEntry(Root& root, const QString& file, int number, const CatalogueEntry& entry)
+void writeEntry(Root& root, const QString& file, int number, const CatalogueEntry& entry, char first)
 {
     for (const Value& value : Values)
-        writeIndexValue(root, file, number, value.letter, entry.*value.text);
+        if (value.letter >= first)
+            writeIndexValue(root, file, number, value.letter, entry.*value.text);
+}
+
+void writeFilledValues(Root& root, const QString& file, int number, const CatalogueEntry& entry)
+{
+    for (const Value& value : Values)
+        if (!(entry.*value.text).isEmpty())
+            writeIndexValue(root, file, number, value.letter, entry.*value.text);
 }
 
 void deleteEntry(Root& root, const QString& file, int number)

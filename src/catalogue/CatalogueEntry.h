@@ -24,13 +24,6 @@ struct CatalogueEntry
     bool operator==(const CatalogueEntry&) const = default;
 };
 
-/// `file` is the database or its copy, `number` the 1-based number in section `Index`. What is absent reads as "".
-[[nodiscard]] CatalogueEntry readEntry(const Root& root, const QString& file, int number);
-/// Writes all seven values, first to last.
-void writeEntry(Root& root, const QString& file, int number, const CatalogueEntry& entry);
-/// Deletes all seven.
-void deleteEntry(Root& root, const QString& file, int number);
-
 /// The values by their letters
 namespace EntryKey {
 inline constexpr char Id = 'a';
@@ -41,6 +34,15 @@ inline constexpr char Description = 'e';
 inline constexpr char Date = 'f';
 inline constexpr char Favourite = 'g';
 } // namespace EntryKey
+
+/// `file` is the database or its copy, `number` the 1-based number in section `Index`. What is absent reads as "".
+[[nodiscard]] CatalogueEntry readEntry(const Root& root, const QString& file, int number);
+/// Writes the values from the letter `first` to the last one: all seven, if not said otherwise.
+void writeEntry(Root& root, const QString& file, int number, const CatalogueEntry& entry, char first = EntryKey::Id);
+/// Writes those that are not empty, first to last.
+void writeFilledValues(Root& root, const QString& file, int number, const CatalogueEntry& entry);
+/// Deletes all seven.
+void deleteEntry(Root& root, const QString& file, int number);
 
 [[nodiscard]] QString indexValue(const Root& root, const QString& file, int number, char letter);
 void writeIndexValue(Root& root, const QString& file, int number, char letter, const QString& value);

@@ -21,6 +21,13 @@ QString playlistPath(const Root& root, int row)
     return root.LListView1.subItem(row, CatalogueItem::Path);
 }
 
+void takeCells(const Root& root, int row, CatalogueEntry& entry)
+{
+    entry.name = playlistName(root, row);
+    entry.path = playlistPath(root, row);
+    entry.tracks = root.LListView1.subItem(row, CatalogueItem::Tracks);
+}
+
 RowIdentity identityOf(const Root& root, int row)
 {
     return {.path = playlistPath(root, row), .name = playlistName(root, row), .key = root.LListView1.key(row)};

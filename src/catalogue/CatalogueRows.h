@@ -4,12 +4,16 @@
 
 namespace orvantine {
 
+struct CatalogueEntry;
 struct Root;
 
 // Rows of the catalogue, counted from 1
 
 [[nodiscard]] QString playlistName(const Root& root, int row);
 [[nodiscard]] QString playlistPath(const Root& root, int row);
+
+/// Puts name, path and number of tracks into the entry, as the cells of the row tell them.
+void takeCells(const Root& root, int row, CatalogueEntry& entry);
 
 /// Path and name of a row: whether it is still the same one after events were served.
 struct RowIdentity

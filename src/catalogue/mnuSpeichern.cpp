@@ -1,6 +1,5 @@
 #include "catalogue/mnuSpeichern.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -35,12 +34,9 @@ void backUpOnceADay(Root& root)
 /// A row as it is stored. Required: the extras stay with the position, as the copy of the old order has them.
 CatalogueEntry entryOf(const Root& root, int row)
 {
-    const ListView& list = root.LListView1;
     CatalogueEntry entry = readEntry(root, backupFile(root), row);
     entry.id = padded(row - 1, 3);
-    entry.name = list.subItem(row, CatalogueItem::Name);
-    entry.path = list.subItem(row, CatalogueItem::Path);
-    entry.tracks = list.subItem(row, CatalogueItem::Tracks);
+    takeCells(root, row, entry);
     return entry;
 }
 

@@ -39,17 +39,11 @@ void load(const Root& root, Positionen& form)
 /// The row `number` of the backup becomes the row `place + 1` of the database.
 void writeRow(Root& root, int place, int number)
 {
-    const QString database = databaseFile(root);
     CatalogueEntry entry = readEntry(root, backupFile(root), number);
+    entry.id = padded(place, 3);
     if (entry.favourite.isEmpty())
         entry.favourite = u"0"_s;
-    writeIndexValue(root, database, place + 1, EntryKey::Id, padded(place, 3));
-    for (const auto& [letter, value] :
-         {std::pair{EntryKey::Name, entry.name}, std::pair{EntryKey::Path, entry.path},
-          std::pair{EntryKey::Tracks, entry.tracks}, std::pair{EntryKey::Description, entry.description},
-          std::pair{EntryKey::Date, entry.date}, std::pair{EntryKey::Favourite, entry.favourite}})
-        if (!value.isEmpty())
-            writeIndexValue(root, database, place + 1, letter, value);
+    writeFilledValues(root, databaseFile(root), place + 1, entry);
 }
 
 /// Rewrites the section in the order of the lines. False if the program has ended.

@@ -1,6 +1,5 @@
 #include "operations/mnuVerschiebung.h"
 
-#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -49,39 +48,23 @@ private:
     bool m_on;
 };
 
-/// What the moved playlist takes along. Taken before the move: a reload in between reads the keys of its new number,
-/// which are not yet its own.
-struct MovedExtras
+/// What the moved playlist takes along: its mark, description and date. Taken before the move: a reload in between
+/// reads the keys of its new number, which are not yet its own.
+CatalogueEntry extrasOf(const Root& root, int row)
 {
-    MovedExtras(const Root& root, int row)
-    {
-        const CatalogueEntry entry = readEntry(root, databaseFile(root), row);
-        favourite = entry.favourite;
-        if (labelsTellOf(root, row)) {
-            description = root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString();
-            date = root.tDatum.Caption.value();
-        } else {
-            description = entry.description;
-            date = entry.date;
-        }
+    CatalogueEntry entry = readEntry(root, databaseFile(root), row);
+    if (labelsTellOf(root, row)) {
+        entry.description = root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString();
+        entry.date = root.tDatum.Caption.value();
     }
+    return entry;
+}
 
-    QString description;
-    QString date;
-    QString favourite;
-};
-
-void writeMovedRow(Root& root, int row, const MovedExtras& extras)
+void writeMovedRow(Root& root, int row, CatalogueEntry entry)
 {
-    const QString database = databaseFile(root);
-    const ListView& list = root.LListView1;
+    takeCells(root, row, entry);
     // Required: the moved row's "a" is not written here.
-    writeIndexValue(root, database, row, EntryKey::Name, list.subItem(row, CatalogueItem::Name));
-    writeIndexValue(root, database, row, EntryKey::Path, list.subItem(row, CatalogueItem::Path));
-    writeIndexValue(root, database, row, EntryKey::Tracks, list.subItem(row, CatalogueItem::Tracks));
-    writeIndexValue(root, database, row, EntryKey::Description, extras.description);
-    writeIndexValue(root, database, row, EntryKey::Date, extras.date);
-    writeIndexValue(root, database, row, EntryKey::Favourite, extras.favourite);
+    writeEntry(root, databaseFile(root), row, entry, EntryKey::Name);
 }
 
 /// One step of the selected row. Patches over what the save has just written, as that leaves description, date and
@@ -100,7 +83,7 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
     const CatalogueEntry neighbourEntry = readEntry(root, databaseFile(root), neighbour);
     const RowIdentity playlist = identityOf(root, row);
 
-    const MovedExtras extras(root, row);
+    const CatalogueEntry extras = extrasOf(root, row);
 
     root.trackList.hold().endSorting();
     if (!command.yield() || identityOf(root, row) != playlist)
