@@ -3,9 +3,9 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

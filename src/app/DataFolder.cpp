@@ -1,9 +1,9 @@
 #include "app/DataFolder.h"
 
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/Root.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

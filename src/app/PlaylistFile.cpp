@@ -1,8 +1,8 @@
 #include "app/PlaylistFile.h"
 
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
+#include "platform/FileDirPath.h"
 
 #include <algorithm>
 

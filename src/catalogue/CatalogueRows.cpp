@@ -2,10 +2,10 @@
 
 #include "app/Columns.h"
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueEntry.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

@@ -2,8 +2,8 @@
 
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
+#include "platform/FileDirPath.h"
 
 #include <QStringList>
 

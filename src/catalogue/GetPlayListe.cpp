@@ -4,10 +4,10 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueRows.h"
+#include "platform/FileDirPath.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/GetPlayEntrys.h"
 

@@ -4,7 +4,6 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/DisabledButtons.h"
-#include "app/FileDirPath.h"
 #include "app/PlaylistFile.h"
 #include "app/Registry.h"
 #include "app/Root.h"
@@ -12,6 +11,7 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

@@ -3,7 +3,6 @@
 #include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Others.h"
 #include "app/Root.h"
@@ -11,6 +10,7 @@
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/NewPlayliste.h"
 #include "catalogue/PlaylistTexts.h"
+#include "platform/FileDirPath.h"
 #include "playback/CoverPane.h"
 #include "playlists/GetPlayEntrys.h"
 

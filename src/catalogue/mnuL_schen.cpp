@@ -3,7 +3,6 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
@@ -11,6 +10,7 @@
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
 #include "catalogue/mnuSpeichern.h"
+#include "platform/FileDirPath.h"
 #include "playback/CoverPane.h"
 #include "playlists/GetPlayEntrys.h"
 

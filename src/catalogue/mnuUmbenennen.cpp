@@ -2,12 +2,12 @@
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
+#include "platform/FileDirPath.h"
 #include "playback/CoverPane.h"
 
 namespace orvantine {

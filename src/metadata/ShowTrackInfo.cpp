@@ -5,13 +5,13 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FeatureTips.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "metadata/Mp3HeaderReader.h"
 #include "metadata/SelectedTrack.h"
 #include "metadata/TrackNames.h"
 #include "metadata/frmID3.h"
+#include "platform/FileDirPath.h"
 #include "search/Suchen.h"
 
 #include <algorithm>

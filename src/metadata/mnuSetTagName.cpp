@@ -4,12 +4,12 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FeatureTips.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "metadata/SelectedTrack.h"
 #include "metadata/ShowProperties.h"
 #include "metadata/ShowTrackInfo.h"
 #include "metadata/TrackNames.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

@@ -2,11 +2,11 @@
 
 #include "app/AudioTypes.h"
 #include "app/Command.h"
-#include "app/FileDirPath.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "operations/TrackPaths.h"
+#include "platform/FileDirPath.h"
 #include "playlists/AddPlayEntrys.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/PlaylistText.h"

@@ -4,7 +4,6 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Help.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -14,6 +13,7 @@
 #include "catalogue/PlaylistTexts.h"
 #include "metadata/frmID3.h"
 #include "operations/RepairSource.h"
+#include "platform/FileDirPath.h"
 #include "playback/CoverArt.h"
 
 namespace orvantine {

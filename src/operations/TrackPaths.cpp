@@ -1,7 +1,7 @@
 #include "operations/TrackPaths.h"
 
 #include "app/Columns.h"
-#include "app/FileDirPath.h"
+#include "platform/FileDirPath.h"
 #include "platform/ListView.h"
 
 namespace orvantine {

@@ -2,12 +2,12 @@
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/SelectedTrack.h"
 #include "metadata/TrackNames.h"
+#include "platform/FileDirPath.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 

@@ -1,39 +1,14 @@
 #include "platform/PlaylistWalk.h"
 
-#include <QStringList>
+#include "platform/FileDirPath.h"
 
-#include <algorithm>
+#include <QStringList>
 
 using namespace Qt::StringLiterals;
 
 namespace orvantine {
 
 namespace {
-
-bool isSeparator(QChar character)
-{
-    return character == u'\\' || character == u'/';
-}
-
-qsizetype lastSeparator(const QString& path)
-{
-    return std::max(path.lastIndexOf(u'\\'), path.lastIndexOf(u'/'));
-}
-
-/// With its trailing separator; "" for a bare name.
-QString folderOf(const QString& path)
-{
-    return path.left(lastSeparator(path) + 1);
-}
-
-bool isAbsolute(const QString& path)
-{
-    if (path.isEmpty())
-        return false;
-    if (isSeparator(path.front()))
-        return true;
-    return path.size() >= 3 && path.front().isLetter() && path[1] == u':' && isSeparator(path[2]);
-}
 
 QStringList closedLines(QString text)
 {
@@ -49,7 +24,7 @@ QStringList closedLines(QString text)
 
 bool isPlaylistPath(const QString& path)
 {
-    const QString name = path.mid(lastSeparator(path) + 1);
+    const QString name = FileDirPath::FileNameOf(path);
     const qsizetype dot = name.lastIndexOf(u'.');
     if (dot < 0)
         return false;
@@ -59,14 +34,14 @@ bool isPlaylistPath(const QString& path)
 
 QList<PlaylistEntry> playlistEntries(const QString& playlistPath, const QString& text)
 {
-    const QString folder = folderOf(playlistPath);
+    const QString folder = FileDirPath::FolderOf(playlistPath);
     QList<PlaylistEntry> entries;
     for (const QString& line : closedLines(text)) {
         if (line.isEmpty() || line.front() == u'#')
             continue;
         const QString inFolder = folder + line;
-        const bool bareName = lastSeparator(line) < 0;
-        entries.append({.sourceURL = bareName ? inFolder : line, .path = isAbsolute(line) ? line : inFolder});
+        entries.append({.sourceURL = FileDirPath::hasSeparator(line) ? line : inFolder,
+                        .path = FileDirPath::isAbsolute(line) ? line : inFolder});
     }
     return entries;
 }

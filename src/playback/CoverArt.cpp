@@ -2,13 +2,13 @@
 
 #include "app/Command.h"
 #include "app/FeatureTips.h"
-#include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
 #include "catalogue/NewPlayliste.h"
 #include "metadata/SelectedTrack.h"
+#include "platform/FileDirPath.h"
 #include "platform/Pictures.h"
 #include "playback/CoverPane.h"
 

@@ -2,9 +2,9 @@
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "metadata/TrackNames.h"
+#include "platform/FileDirPath.h"
 #include "playback/PlaybackState.h"
 
 #include <QLocale>

@@ -1,11 +1,11 @@
 #include "playback/PlaySingleTrack.h"
 
-#include "app/FileDirPath.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/SelectedTrack.h"
 #include "metadata/ShowTrackInfo.h"
+#include "platform/FileDirPath.h"
 #include "playback/PlaybackState.h"
 
 namespace orvantine {

@@ -1,9 +1,9 @@
 #include "playback/PlaybackState.h"
 
 #include "app/Columns.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

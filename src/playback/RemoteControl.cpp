@@ -1,9 +1,9 @@
 #include "playback/RemoteControl.h"
 
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
+#include "platform/FileDirPath.h"
 #include "playback/PlaybackState.h"
 
 #include <QCryptographicHash>

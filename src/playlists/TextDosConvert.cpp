@@ -2,9 +2,9 @@
 
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/PlaylistFile.h"
 #include "app/Root.h"
+#include "platform/FileDirPath.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/PlaylistText.h"
 

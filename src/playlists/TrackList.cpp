@@ -1,9 +1,9 @@
 #include "playlists/TrackList.h"
 
 #include "app/Columns.h"
-#include "app/FileDirPath.h"
 #include "app/LisviewMoveEntrys.h"
 #include "app/TextLimits.h"
+#include "platform/FileDirPath.h"
 #include "playlists/PlaylistText.h"
 
 #include <utility>

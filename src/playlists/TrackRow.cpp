@@ -1,9 +1,9 @@
 #include "playlists/TrackRow.h"
 
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/TextLimits.h"
 #include "metadata/TrackNames.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

@@ -3,7 +3,6 @@
 #include "app/Columns.h"
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/Others.h"
 #include "app/PlaylistFile.h"
 #include "app/Quiet.h"
@@ -11,6 +10,7 @@
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/PlaylistTexts.h"
 #include "metadata/SelectedTrack.h"
+#include "platform/FileDirPath.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/TextDosConvert.h"
 

@@ -3,10 +3,10 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

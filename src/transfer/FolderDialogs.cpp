@@ -1,11 +1,11 @@
 #include "transfer/FolderDialogs.h"
 
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/IniFiles.h"
 #include "app/Others.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine {
 

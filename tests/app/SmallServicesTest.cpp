@@ -3,7 +3,6 @@
 #include "support/DesktopTest.h"
 
 #include "app/Dateiexistenz.h"
-#include "app/FileDirPath.h"
 #include "app/FreeSpace.h"
 #include "app/IniFiles.h"
 #include "app/Others.h"
@@ -17,27 +16,6 @@ using namespace Qt::StringLiterals;
 class SmallServices : public DesktopTest
 {
 };
-
-TEST(FileDirPath, FolderOfKeepsTheBackslash)
-{
-    EXPECT_EQ("C:\\a\\", FileDirPath::FolderOf(u"C:\\a\\b.mp3"_s).toStdString());
-    EXPECT_EQ("/a/", FileDirPath::FolderOf(u"/a/b.mp3"_s).toStdString());
-    EXPECT_EQ("", FileDirPath::FolderOf(u"b.mp3"_s).toStdString());
-}
-
-TEST(FileDirPath, FileNameOfATextWithoutASeparatorIsTheText)
-{
-    EXPECT_EQ("b.mp3", FileDirPath::FileNameOf(u"b.mp3"_s).toStdString());
-    EXPECT_EQ("c.mp3", FileDirPath::FileNameOf(u"C:\\a/b\\c.mp3"_s).toStdString());
-    EXPECT_EQ("", FileDirPath::FileNameOf(u"C:\\a\\"_s).toStdString());
-}
-
-TEST(FileDirPath, APathTakesTheSeparatorOfItsBase)
-{
-    EXPECT_EQ("C:\\D\\x", FileDirPath::join(u"C:\\D"_s, u"x").toStdString());
-    EXPECT_EQ("/d/x", FileDirPath::join(u"/d/"_s, u"x").toStdString());
-    EXPECT_EQ("d/x", FileDirPath::join(u"d"_s, u"x").toStdString());
-}
 
 TEST(TextLimits, ASurrogatePairIsNeverCutInTwo)
 {

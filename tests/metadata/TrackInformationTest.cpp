@@ -2,7 +2,7 @@
 #include "metadata/Mp3HeaderReader.h"
 #include "metadata/ShowTrackInfo.h"
 
-#include "app/FileDirPath.h"
+#include "platform/FileDirPath.h"
 #include "playback/MediaChange.h"
 
 namespace orvantine::fake {

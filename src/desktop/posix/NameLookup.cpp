@@ -2,6 +2,7 @@
 
 #include "platform/CaseFold.h"
 #include "platform/CodePage.h"
+#include "platform/FileDirPath.h"
 
 #include <QUtf8StringView>
 
@@ -304,10 +305,7 @@ std::optional<QByteArray> NameLookup::creationPath(const QString& path) const
     const QString slashed = QString(*text).replace(u'\\', u'/');
     const QStringList parts = slashed.split(u'/');
     const QString& name = parts.last();
-    if (name.isEmpty() || parts.contains(u"."_s) || parts.contains(u".."_s))
-        return std::nullopt;
-    const auto refused = [](QChar unit) { return unit.unicode() < 0x20 || u":*?\"<>|"_s.contains(unit); };
-    if (std::any_of(name.begin(), name.end(), refused))
+    if (name.isEmpty() || !FileDirPath::canBeFileName(name) || parts.contains(u"."_s) || parts.contains(u".."_s))
         return std::nullopt;
     const QByteArray nameBytes = bytesOf(name);
     const qsizetype folderLength = slashed.size() - name.size();

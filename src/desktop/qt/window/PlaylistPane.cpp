@@ -1,6 +1,5 @@
 #include "desktop/qt/window/PlaylistPane.h"
 
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "desktop/qt/widgets/FlatButton.h"
 #include "desktop/qt/widgets/Labels.h"
@@ -8,6 +7,7 @@
 #include "desktop/qt/widgets/Surfaces.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/CoverView.h"
+#include "platform/FileDirPath.h"
 #include "playback/CoverArt.h"
 #include "playback/CoverPane.h"
 

@@ -13,6 +13,9 @@ namespace orvantine::FileDirPath {
 
 [[nodiscard]] bool hasSeparator(QStringView text);
 
+/// True for a path that begins with a separator or with a drive, "C:" and a separator.
+[[nodiscard]] bool isAbsolute(QStringView path);
+
 /// False for a text with a character that no file name holds on the desktops that the lists travel between.
 [[nodiscard]] bool canBeFileName(QStringView name);
 

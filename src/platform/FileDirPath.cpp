@@ -1,4 +1,4 @@
-#include "app/FileDirPath.h"
+#include "platform/FileDirPath.h"
 
 #include <algorithm>
 
@@ -34,6 +34,15 @@ QString FolderOf(const QString& path)
 bool hasSeparator(QStringView text)
 {
     return std::any_of(text.begin(), text.end(), isSeparator);
+}
+
+bool isAbsolute(QStringView path)
+{
+    if (path.isEmpty())
+        return false;
+    if (isSeparator(path.front()))
+        return true;
+    return path.size() >= 3 && path.front().isLetter() && path[1] == u':' && isSeparator(path[2]);
 }
 
 bool canBeFileName(QStringView name)
