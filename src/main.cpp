@@ -1,6 +1,4 @@
-#include "app/FormLoad.h"
 #include "app/Root.h"
-#include "app/Shutdown.h"
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/LockInstance.h"
@@ -24,6 +22,8 @@
 #include "desktop/tags/TagLibTags.h"
 #include "platform/Version.h"
 #include "shell/Assemble.h"
+#include "shell/FormLoad.h"
+#include "shell/Shutdown.h"
 
 #include <QApplication>
 #include <QFileInfo>

@@ -2,7 +2,6 @@
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
-#include "app/FormLoad.h"
 #include "app/Quiet.h"
 #include "app/Root.h"
 #include "metadata/SelectedTrack.h"
@@ -29,6 +28,7 @@
 #include "search/Suchen.h"
 #include "shell/Design.h"
 #include "shell/Dialoge.h"
+#include "shell/FormLoad.h"
 #include "shell/Info.h"
 #include "shell/Menus.h"
 #include "shell/Startup.h"

@@ -1,7 +1,6 @@
 #include "shell/CommandTable.h"
 
 #include "app/Root.h"
-#include "app/Shutdown.h"
 #include "catalogue/mnuDurchsuchen.h"
 #include "catalogue/mnuL_schen.h"
 #include "catalogue/mnuLaden.h"
@@ -24,6 +23,7 @@
 #include "playlists/mnuAddSounds.h"
 #include "playlists/mnuSpeichernUnter.h"
 #include "shell/MainWindow.h"
+#include "shell/Shutdown.h"
 #include "transfer/Trackcopy.h"
 
 namespace orvantine {

@@ -7,9 +7,9 @@
 #include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
-#include "app/SaveOptions.h"
 #include "catalogue/mnuSpeichern.h"
 #include "shell/Info.h"
+#include "shell/SaveOptions.h"
 
 namespace orvantine {
 

@@ -87,15 +87,6 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"app/Root -> metadata/WideMp3Record"_s,
         u"app/Root -> playback/Sequence"_s,
         u"app/Root -> playlists/TrackList"_s,
-        // The start and the end of the program touch everything once.
-        u"app/FormLoad -> catalogue/GetPlayListe"_s,
-        u"app/FormLoad -> playback/Volume"_s,
-        u"app/FormLoad -> shell/Dialoge"_s,
-        u"app/FormLoad -> shell/Startup"_s,
-        u"app/FormLoad -> shell/UpdateCheck"_s,
-        u"app/SaveOptions -> catalogue/CatalogueRows"_s,
-        u"app/SaveOptions -> playback/PlaybackState"_s,
-        u"app/Shutdown -> metadata/frmID3"_s,
         // A command on the catalogue ends with a playlist that is opened and its cover that is shown.
         u"catalogue/GetPlayListe -> playlists/GetPlayEntrys"_s,
         u"catalogue/GetPlayListe -> playlists/GetPlayCounts"_s,

@@ -1,9 +1,9 @@
 
-#include "app/SaveOptions.h"
 #include "operations/Eigenschaften.h"
 #include "playback/PlaybackWorld.h"
 #include "playback/Timer2.h"
 #include "playlists/SavePlayEntrys.h"
+#include "shell/SaveOptions.h"
 
 namespace orvantine::fake {
 

@@ -1,8 +1,8 @@
 #include "app/Columns.h"
-#include "app/Shutdown.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "reentrance/World.h"
+#include "shell/Shutdown.h"
 
 #include <gtest/gtest.h>
 

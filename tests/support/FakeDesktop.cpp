@@ -1,8 +1,8 @@
 #include "support/FakeDesktop.h"
 
-#include "app/FormLoad.h"
 #include "app/FormResize.h"
 #include "shell/Assemble.h"
+#include "shell/FormLoad.h"
 #include "shell/MainWindow.h"
 
 #include <QDir>

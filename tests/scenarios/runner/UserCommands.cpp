@@ -1,7 +1,7 @@
 #include "runner/Run.h"
 
-#include "app/Shutdown.h"
 #include "shell/Menus.h"
+#include "shell/Shutdown.h"
 
 #include <algorithm>
 

@@ -3,7 +3,6 @@
 #include "app/ColumnWidths.h"
 #include "app/FormResize.h"
 #include "app/Root.h"
-#include "app/Shutdown.h"
 #include "desktop/qt/widgets/Keys.h"
 #include "desktop/qt/widgets/Labels.h"
 #include "desktop/qt/widgets/ReportList.h"
@@ -14,6 +13,7 @@
 #include "desktop/qt/window/PlayerBar.h"
 #include "desktop/qt/window/PlaylistPane.h"
 #include "shell/MainWindow.h"
+#include "shell/Shutdown.h"
 
 #include <QAccessible>
 #include <QAction>

@@ -1,13 +1,13 @@
-#include "app/Shutdown.h"
+#include "shell/Shutdown.h"
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
-#include "app/SaveOptions.h"
 #include "app/TooltipRegister.h"
 #include "metadata/frmID3.h"
+#include "shell/SaveOptions.h"
 
 #include <utility>
 

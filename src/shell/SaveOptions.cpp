@@ -1,4 +1,4 @@
-#include "app/SaveOptions.h"
+#include "shell/SaveOptions.h"
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"

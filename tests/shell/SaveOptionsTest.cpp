@@ -1,9 +1,9 @@
-#include "app/SaveOptions.h"
+#include "shell/SaveOptions.h"
 
 #include "catalogue/CatalogueWorld.h"
 
-#include "app/Shutdown.h"
 #include "playback/PlayerControl.h"
+#include "shell/Shutdown.h"
 
 namespace orvantine::fake {
 

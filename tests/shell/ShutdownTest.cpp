@@ -1,7 +1,7 @@
 #include "support/DesktopTest.h"
 
-#include "app/SaveOptions.h"
-#include "app/Shutdown.h"
+#include "shell/SaveOptions.h"
+#include "shell/Shutdown.h"
 
 namespace orvantine::fake {
 

@@ -1,4 +1,4 @@
-#include "app/FormLoad.h"
+#include "shell/FormLoad.h"
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
