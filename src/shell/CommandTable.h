@@ -3,16 +3,20 @@
 #include "app/RunningCommands.h"
 #include "platform/Controls.h"
 
+#include <QFlags>
+
 #include <vector>
 
 namespace orvantine {
 
 struct Root;
 
-/// How a command is at the start.
-enum Start : unsigned { Plain = 0, Disabled = 1, Hidden = 2, Marked = 4 };
+/// How a command is at the start, if not enabled, seen and without a mark.
+enum class Start : unsigned { Disabled = 1, Hidden = 2, Marked = 4 };
+Q_DECLARE_FLAGS(Starts, Start)
+Q_DECLARE_OPERATORS_FOR_FLAGS(Starts)
 
-enum Shown : unsigned {
+enum class Shown : unsigned {
     /// Holds the rows of the next level.
     Submenu = 1,
     /// Shows an empty box while it is off.
@@ -20,6 +24,8 @@ enum Shown : unsigned {
     /// Off while the catalogue is empty.
     NeedsPlaylist = 4
 };
+Q_DECLARE_FLAGS(Showing, Shown)
+Q_DECLARE_OPERATORS_FOR_FLAGS(Showing)
 
 /// The caption of a separator.
 inline constexpr char16_t Line[] = u"-";
@@ -31,7 +37,7 @@ struct CommandRow
     MenuItem* item = nullptr;
     const char16_t* caption = u"";
     const char16_t* shortcut = u"";
-    unsigned start = Plain;
+    Starts start;
     /// Null for one that nothing answers to yet: it cannot be pressed.
     void (*run)(Root& root, int index) = nullptr;
     int index = 0;
@@ -39,7 +45,7 @@ struct CommandRow
     Changes changes = Changes::Nothing;
     /// The first-use tip that is shown in front; 0 for none.
     int tip = 0;
-    unsigned shown = 0;
+    Showing shown;
     const char16_t* icon = u"";
     /// The command of the menu bar that a row of the pop-up stands for.
     MenuItem* twin = nullptr;

@@ -16,9 +16,9 @@ std::vector<MenuEntry> entriesOf(const std::vector<CommandRow>& rows)
     for (const CommandRow& row : rows)
         entries.push_back({.item = row.item,
                            .level = row.level,
-                           .submenu = (row.shown & Submenu) != 0,
+                           .submenu = row.shown.testFlag(Shown::Submenu),
                            .separator = QStringView(row.caption) == Line,
-                           .isSwitch = (row.shown & Switch) != 0,
+                           .isSwitch = row.shown.testFlag(Shown::Switch),
                            .icon = row.icon});
     return entries;
 }
@@ -38,13 +38,13 @@ void setUp(Root& root, const std::vector<CommandRow>& rows)
     for (const CommandRow& row : rows) {
         row.item->Caption = QString::fromUtf16(row.caption);
         row.item->Shortcut = QString::fromUtf16(row.shortcut);
-        row.item->Enabled = (row.start & Disabled) == 0;
-        row.item->Visible = (row.start & Hidden) == 0;
-        row.item->Checked = (row.start & Marked) != 0;
+        row.item->Enabled = !row.start.testFlag(Start::Disabled);
+        row.item->Visible = !row.start.testFlag(Start::Hidden);
+        row.item->Checked = row.start.testFlag(Start::Marked);
         row.item->Twin = row.twin;
         if (row.run != nullptr)
             row.item->Click = [&root, row] { run(root, row); };
-        if ((row.shown & NeedsPlaylist) != 0)
+        if (row.shown.testFlag(Shown::NeedsPlaylist))
             root.playlistCommands.push_back(row.item);
     }
 }
