@@ -10,13 +10,16 @@ struct Root;
 /// A column that is only storage, or that the view commands keep out of sight. Its width is neither stored nor applied.
 [[nodiscard]] bool isHidden(const Root& root, const ListView& list, int column);
 
+/// Creates the columns of the catalogue, each as wide as its rule says.
 void createCatalogueColumns(ListView& list);
-/// Widths of the columns as they are created.
+/// Gives the columns the widths of their creation; a hidden one gets 0.
 void resetCatalogueColumnWidths(Root& root);
+/// Gives them the stored widths. A column that is hidden, or that none is stored for, stays as it is.
 void applyStoredCatalogueWidths(Root& root);
 
 /// Creates the columns of the track list with its stored widths.
 void createTrackColumns(Root& root);
+/// As resetCatalogueColumnWidths.
 void resetTrackColumnWidths(Root& root);
 
 /// The width that a column comes into sight with: the stored one, else that of its creation.

@@ -152,7 +152,8 @@ bool mayAddRow(const Root& root, Command& command)
 {
     if (wholeCount(root) < MostPlaylists)
         return true;
-    tellLimit(command);
+    // Whoever may not add goes no further, whether the program has ended or not.
+    (void)tellLimit(command);
     return false;
 }
 

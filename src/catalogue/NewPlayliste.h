@@ -13,7 +13,7 @@ struct Root;
 [[nodiscard]] bool NewPlayliste(Root& root, QString& path, QString name);
 
 /// Tells that the catalogue is full; false if the program has ended.
-bool tellLimit(Command& command);
+[[nodiscard]] bool tellLimit(Command& command);
 
 /// False where no row can be added any more; that was told.
 [[nodiscard]] bool mayAddRow(const Root& root, Command& command);
