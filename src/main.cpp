@@ -15,6 +15,7 @@
 #include "desktop/qt/services/QtTray.h"
 #include "desktop/qt/services/SessionEnd.h"
 #include "desktop/qt/widgets/Emblem.h"
+#include "desktop/qt/widgets/PlainTips.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/MainWindow.h"
 #include "desktop/sound/PulseMixer.h"
@@ -70,7 +71,9 @@ PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QS
 {
     PosixFilesOptions options;
     options.drives = drives;
-    options.recoveryFolder = folders.stateHome + u"/Orvanten Manager/recovery"_s;
+    // Without a home there is no place that is the user's alone, and nothing is written.
+    if (!folders.stateHome.isEmpty())
+        options.recoveryFolder = folders.stateHome + u"/Orvanten Manager/recovery"_s;
     return options;
 }
 
@@ -83,7 +86,8 @@ struct Desktop
     PosixFiles files{filesOptions(folders, drives)};
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};
-    LockInstance instance{folders.stateHome + u"/Orvanten Manager"_s, folders.temp};
+    LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
+                          folders.temp};
     QtEvents events;
     QtMessages messages;
     QtChoosers choosers{files};
@@ -139,6 +143,7 @@ int run()
     desktop.forms.setMainWindow(&root, &window);
     RemoteControl face(root, [] { return QApplication::activeModalWidget() != nullptr; });
     MprisBus bus(face, QCoreApplication::applicationName(), QGuiApplication::desktopFileName());
+    const PlainTips plainTips;
     const SessionEnd sessionEnd([&root] { endBySession(root); });
     QTimer::singleShot(0, &window, [&root, &window, &bus] {
         Form_Load(root);

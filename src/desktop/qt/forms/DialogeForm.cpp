@@ -37,6 +37,7 @@ QVBoxLayout* addPage(QStackedWidget& pages, PictureBox& control)
 void fillGreeting(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
 {
     auto* const title = new QLabel(u"Herzlich willkommen"_s, &window);
+    title->setTextFormat(Qt::PlainText);
     QFont heading = window.font();
     heading.setBold(true);
     heading.setPointSizeF(heading.pointSizeF() * 1.4);

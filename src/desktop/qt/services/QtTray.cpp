@@ -1,6 +1,7 @@
 #include "desktop/qt/services/QtTray.h"
 
 #include "desktop/qt/widgets/Emblem.h"
+#include "desktop/qt/widgets/PlainTips.h"
 #include "platform/Twips.h"
 
 #include <QDBusConnection>
@@ -110,7 +111,7 @@ bool QtTray::add(const QString& tip)
         m_area = area();
         make();
     } else if (m_icon) {
-        m_icon->setToolTip(tip);
+        showTip();
     }
     return stands();
 }
@@ -145,6 +146,12 @@ void QtTray::follow()
         Changed();
 }
 
+/// A tray of the display shows the tip as a widget would; one on the bus takes it as it stands.
+void QtTray::showTip()
+{
+    m_icon->setToolTip(m_area == Area::Display ? plainTip(m_tip) : m_tip);
+}
+
 /// An item is of the kind of the tray that it was made for.
 void QtTray::make()
 {
@@ -157,7 +164,7 @@ void QtTray::make()
                          if (const std::optional<int> code = trayCode(reason))
                              Callback(*code);
                      });
-    m_icon->setToolTip(m_tip);
+    showTip();
     m_icon->show();
 }
 

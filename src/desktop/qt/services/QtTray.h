@@ -34,6 +34,7 @@ private:
     [[nodiscard]] static Area area();
     void follow();
     void make();
+    void showTip();
 
     bool m_wanted = false;
     QString m_tip;
