@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace orvantine {
 
@@ -39,6 +40,27 @@ struct ReadText
     ReadOutcome outcome = ReadOutcome::Failed;
     QString text;
     [[nodiscard]] bool done() const { return outcome == ReadOutcome::Done; }
+};
+
+/// Why an action did not change the disk, or what it had changed was put back.
+enum class WriteFault {
+    NoRoom,
+    ReadOnlyDisk,
+    NoRights,
+    /// Anything else that the disk reports.
+    Disk,
+    /// No file can have that name, or its folder is missing.
+    NoSuchPlace,
+    /// There is no place in which old bytes could be kept.
+    NoSafePlace
+};
+
+/// Why no action can change anything at all.
+enum class FilesTrouble {
+    /// No folder for old bytes, or one that is not this user's alone.
+    NoSafePlace,
+    /// What an earlier command left half done cannot be put back yet.
+    Unfinished
 };
 
 /// The one door to the user's files. Paths are texts as users and playlists have them: "\" and "/" both separate, a
@@ -105,17 +127,33 @@ public:
     /// As copy, but not over a file that is no text.
     bool copyPlaylist(const QString& from, const QString& to) { return mayHoldPlaylist(to) && copy(from, to); }
     virtual bool remove(const QString& path) = 0;
+    /// For what writes an existing file of any size anew: `change` gets the host's path of a hidden file beside it,
+    /// which it makes and puts in the place of the first. What a killed program leaves of it goes at the next start.
+    virtual bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) = 0;
     /// One level; false if it stands already.
     virtual bool makeFolder(const QString& path) = 0;
     /// Takes the write protection away.
     virtual bool clearAttributes(const QString& path) = 0;
 
-    // Commands that change more than one thing: see WholeChange
+    // Commands that change more than one thing: see WholeChange and PartChange. The ends are false if it was put back.
 
     virtual void beginWhole() {}
-    virtual void endWhole() {}
+    virtual bool endWhole() { return true; }
+    virtual void beginPart() {}
+    virtual bool endPart() { return true; }
+    /// A step of the running change has failed that is no action of this service.
+    virtual void failWhole() {}
+    [[nodiscard]] virtual bool wholeFailed() const { return false; }
     /// What was kept for the command before does not count for this one.
     virtual void beginCommand() {}
+
+    /// False, with a fault as of a write, where a write to the file is bound to fail. A write protection that its owner
+    /// can take away is no obstacle.
+    [[nodiscard]] virtual bool claimWrite(const QString& path) = 0;
+    /// Why the last action failed, once. Nothing there to copy or to remove is no fault.
+    [[nodiscard]] virtual std::optional<WriteFault> takeFault() = 0;
+    virtual void noteFault(WriteFault fault) = 0;
+    [[nodiscard]] virtual std::optional<FilesTrouble> trouble() const { return {}; }
     /// A WholeChange lives inside which no events may be served.
     [[nodiscard]] bool inClosedChange() const { return m_closedChanges > 0; }
 
@@ -129,8 +167,9 @@ private:
     int m_closedChanges = 0;
 };
 
-/// While one lives, what is written, copied over, created and removed belongs together: if the program is killed
-/// meanwhile, the next start puts the files back as they were before. They nest; the outermost one counts.
+/// While one lives, what is written, copied over, created and removed belongs together: if one of these actions fails,
+/// no other one is done, and all are put back at its end; if the program is killed meanwhile, the next start puts the
+/// files back as they were before. They nest; the outermost one counts.
 class WholeChange
 {
 public:
@@ -144,18 +183,48 @@ public:
             ++m_files.m_closedChanges;
         m_files.beginWhole();
     }
-    ~WholeChange()
-    {
-        m_files.endWhole();
-        if (m_events == Events::NotServed)
-            --m_files.m_closedChanges;
-    }
+    ~WholeChange() { end(); }
     WholeChange(const WholeChange&) = delete;
     WholeChange& operator=(const WholeChange&) = delete;
+
+    /// Ends it in front of its scope. False if it was put back, or will be at the end of the one around it.
+    bool end()
+    {
+        if (std::exchange(m_ended, true))
+            return true;
+        if (m_events == Events::NotServed)
+            --m_files.m_closedChanges;
+        return m_files.endWhole();
+    }
+    /// A step that is no action of the service has failed, a read of what is to be written above all.
+    void fail() { m_files.failWhole(); }
+    [[nodiscard]] bool failed() const { return m_files.wholeFailed(); }
 
 private:
     Files& m_files;
     Events m_events;
+    bool m_ended = false;
+};
+
+/// What is done for the user's eyes inside a command, a read that brings a list into its form above all: if it fails it
+/// is put back alone, and nobody is told.
+class PartChange
+{
+public:
+    explicit PartChange(Files& files) : m_files(files), m_faultBefore(files.takeFault()) { m_files.beginPart(); }
+    ~PartChange()
+    {
+        m_files.endPart();
+        (void)m_files.takeFault();
+        if (m_faultBefore)
+            m_files.noteFault(*m_faultBefore);
+    }
+    PartChange(const PartChange&) = delete;
+    PartChange& operator=(const PartChange&) = delete;
+
+private:
+    Files& m_files;
+    std::optional<WriteFault> m_faultBefore;
 };
 
 } // namespace orvantine

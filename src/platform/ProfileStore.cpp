@@ -106,6 +106,8 @@ public:
         return true;
     }
 
+    [[nodiscard]] int failedReads() const { return m_failedReads; }
+
 private:
     bool isUnchanged(const QString& file, Entry& entry)
     {
@@ -124,7 +126,13 @@ private:
         ReadBytes read = m_files.readBytes(file);
         loaded.outcome = read.outcome;
         const std::optional<FileStamp> after = m_files.stamp(file);
-        if (!read.done() || !after)
+        if (read.done() && !after)
+            loaded.outcome = ReadOutcome::Failed;
+        if (loaded.outcome == ReadOutcome::Failed) {
+            ++m_failedReads;
+            m_files.failWhole();
+        }
+        if (loaded.outcome != ReadOutcome::Done)
             return loaded;
         const bool quiet = before && *before == *after;
         auto entry = std::unique_ptr<Entry>(
@@ -147,6 +155,7 @@ private:
     Files& m_files;
     std::unordered_map<QString, std::unique_ptr<Entry>> m_entries;
     quint64 m_call = 0;
+    int m_failedReads = 0;
     QString m_steady;
 };
 
@@ -168,6 +177,11 @@ QString ProfileStore::value(const QString& file, const QString& section, const Q
 {
     const Cache::Loaded loaded = m_cache->load(file);
     return loaded.entry != nullptr ? loaded.entry->text.value(section, key) : QString();
+}
+
+int ProfileStore::failedReads() const
+{
+    return m_cache->failedReads();
 }
 
 QStringList ProfileStore::keys(const QString& file, const QString& section)

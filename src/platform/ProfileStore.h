@@ -39,6 +39,10 @@ public:
         ProfileStore& m_store;
     };
 
+    /// How many reads have failed so far: what was told then is nothing to write back. A running change of the files
+    /// fails with each.
+    [[nodiscard]] int failedReads() const;
+
     /// Keys of a section in the file's order.
     [[nodiscard]] QStringList keys(const QString& file, const QString& section);
 

@@ -85,7 +85,8 @@ protected:
     }
 
     QTemporaryDir folder;
-    PosixFiles files;
+    QTemporaryDir recovery;
+    PosixFiles files{{.recoveryFolder = recovery.path()}};
     TagLibTags tags{files};
 };
 

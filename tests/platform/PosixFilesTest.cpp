@@ -107,7 +107,7 @@ TEST_F(PosixFilesTest, AMappedDriveIsItsFolder)
 {
     const TempWorld target;
     target.put("Lied.mp3", "x");
-    PosixFiles mapped({.drives = {{u"d:"_s, target.folder()}}});
+    PosixFiles mapped({.drives = {{u"d:"_s, target.folder()}}, .recoveryFolder = target.recovery()});
     EXPECT_EQ(mapped.readBytes(u"D:\\lied.MP3"_s).bytes, "x");
     EXPECT_EQ(mapped.readBytes(u"d:/Lied.mp3"_s).bytes, "x");
     EXPECT_TRUE(mapped.isFolder(u"D:\\"_s));
@@ -227,38 +227,6 @@ TEST_F(PosixFilesTest, WithoutRoomTheOldBytesStay)
     EXPECT_FALSE(files().exists(at(u"neu"_s)));
 }
 
-TEST_F(PosixFilesTest, AWriteThatWasKilledIsCompletedAtTheNextStart)
-{
-    const QByteArray old(50'000, 'a');
-    const QByteArray fresh(40'000, 'b');
-    m_world.put("a", old);
-    {
-        WriteJournal journal(m_world.recovery().toUtf8());
-        const Descriptor file(::open(m_world.native("a").c_str(), O_RDWR | O_CLOEXEC));
-        journal.begin(file, QByteArray::fromStdString(m_world.native("a")), 0, fresh, {}, fresh.size());
-        ASSERT_TRUE(writeAt(file, 0, fresh.first(8192))); // and here it dies
-    }
-    PosixFiles next({.recoveryFolder = m_world.recovery()});
-    EXPECT_EQ(m_world.bytes("a"), fresh);
-    m_world.put("a", old);
-    PosixFiles afterNext({.recoveryFolder = m_world.recovery()});
-    EXPECT_EQ(m_world.bytes("a"), old);
-}
-
-TEST_F(PosixFilesTest, AWriteOverManyPagesStandsInTheJournalFirst)
-{
-    m_world.put("a", QByteArray(60'000, 'a'));
-    const QString journal = m_world.recovery() + u"/Journal"_s;
-    ASSERT_TRUE(files().replaceBytes(at(u"a"_s), 10, 1, "b"));
-    ASSERT_TRUE(files().appendBytes(at(u"a"_s), QByteArray(9'000, 'c')));
-    EXPECT_FALSE(files().exists(journal)); // one page, and an append: the kernel does each as a whole
-    const QByteArray fresh(50'000, 'n');
-    ASSERT_TRUE(files().writeBytes(at(u"a"_s), fresh));
-    const QByteArray kept = files().readBytes(journal).bytes;
-    EXPECT_TRUE(kept.endsWith(fresh));
-    EXPECT_TRUE(kept.startsWith(QByteArray(8, '\0'))); // and is done with
-}
-
 TEST_F(PosixFilesTest, AnOwnWriteBearsItsExactTime)
 {
     m_world.put("a", "alt");
@@ -270,35 +238,6 @@ TEST_F(PosixFilesTest, AnOwnWriteBearsItsExactTime)
     const auto nanoseconds = [](const timespec& time) { return qint64{time.tv_sec} * 1'000'000'000 + time.tv_nsec; };
     EXPECT_GE(nanoseconds(m_world.info("a").st_mtim), nanoseconds(before));
     EXPECT_LE(nanoseconds(m_world.info("a").st_mtim), nanoseconds(after));
-}
-
-TEST_F(PosixFilesTest, AJournalForAnotherFileOfThatNameIsDropped)
-{
-    m_world.put("a", QByteArray(50'000, 'a'));
-    {
-        WriteJournal journal(m_world.recovery().toUtf8());
-        const Descriptor file(::open(m_world.native("a").c_str(), O_RDWR | O_CLOEXEC));
-        journal.begin(file, QByteArray::fromStdString(m_world.native("a")), 0, QByteArray(50'000, 'b'), {}, 50'000);
-    }
-    m_world.put("b", QByteArray(50'000, 'c'));
-    ASSERT_EQ(::rename(m_world.native("b").c_str(), m_world.native("a").c_str()), 0);
-    PosixFiles next({.recoveryFolder = m_world.recovery()});
-    EXPECT_EQ(m_world.bytes("a"), QByteArray(50'000, 'c'));
-}
-
-TEST_F(PosixFilesTest, ADamagedJournalIsDropped)
-{
-    ASSERT_TRUE(QDir().mkpath(m_world.recovery()));
-    for (const QByteArray& bytes : {QByteArray(), QByteArray("ORV"), QByteArray(5000, '\xff'), QByteArray(5000, '\0'),
-                                    QByteArray("1LNRJVRO") + QByteArray(5000, '\x7f')}) {
-        QFile journal(m_world.recovery() + u"/Journal"_s);
-        ASSERT_TRUE(journal.open(QIODevice::WriteOnly));
-        journal.write(bytes);
-        journal.close();
-        PosixFiles next({.recoveryFolder = m_world.recovery()});
-        EXPECT_TRUE(next.writeBytes(at(u"a"_s), QByteArray(20'000, 'x')));
-        EXPECT_TRUE(next.writeBytes(at(u"a"_s), QByteArray(10'000, 'y')));
-    }
 }
 
 TEST_F(PosixFilesTest, ACopyIsOnTheSameTimeAndMode)

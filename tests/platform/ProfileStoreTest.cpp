@@ -301,7 +301,8 @@ TEST_F(ProfileStoreTest, ManyMixedChangesGiveWhatAFreshReadGives)
 
 TEST_F(ProfileStoreTest, TheCodePageGoesForKeysAndValues)
 {
-    PosixFiles ansi({.codePage = CodePage::Windows1252});
+    const QTemporaryDir recovery;
+    PosixFiles ansi({.codePage = CodePage::Windows1252, .recoveryFolder = recovery.path()});
     ProfileStore store(ansi);
     ASSERT_TRUE(store.setValue(m_file, u"Rename"_s, u"Köln.m3u"_s, u"Größe Ω"_s));
     ASSERT_TRUE(store.setValue(m_file, u"Rename"_s, u"Ω"_s, u"1"_s));

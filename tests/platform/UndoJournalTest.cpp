@@ -1,4 +1,5 @@
 #include "TempWorld.h"
+#include "desktop/posix/JournalNotes.h"
 #include "desktop/posix/RecoveryStore.h"
 
 #include <QCryptographicHash>
@@ -7,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <ctime>
 #include <functional>
 
@@ -145,14 +147,6 @@ TEST_F(UndoJournalTest, AnInnerEndDoesNotEndTheCommand)
     EXPECT_EQ(m_world.bytes("b"), "alt");
 }
 
-TEST_F(UndoJournalTest, WritesOutsideOfACommandAreNotNoted)
-{
-    PosixFiles files({.recoveryFolder = m_world.recovery()});
-    EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu"));
-    EXPECT_TRUE(files.remove(at(u"a"_s)));
-    EXPECT_FALSE(QFile::exists(m_world.recovery() + u"/Undo"_s));
-}
-
 TEST_F(UndoJournalTest, AnotherFileOfThatNameIsLeftAlone)
 {
     m_world.put("a", "alt");
@@ -163,14 +157,222 @@ TEST_F(UndoJournalTest, AnotherFileOfThatNameIsLeftAlone)
     EXPECT_EQ(m_world.bytes("a"), "eines anderen");
 }
 
-TEST_F(UndoJournalTest, WhatWasWrittenSinceIsKept)
+TEST_F(UndoJournalTest, WhatSomebodyElseHasWrittenSinceStays)
 {
-    m_world.put("a.dat", "alt");
-    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a.dat"_s), "neu")); });
-    m_world.put("a.dat", "von Hand");
+    for (const char* since : {"von Hand", "neue", "ne", "nlu"}) {
+        m_world.put("a.dat", "alt");
+        dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a.dat"_s), "neu")); });
+        m_world.put("a.dat", since);
+        startAgain();
+        const bool torn = QByteArray(since) == "nlu";
+        EXPECT_EQ(m_world.bytes("a.dat"), torn ? "alt" : since) << since;
+    }
+}
+
+TEST_F(UndoJournalTest, AWriteThatWasCutOffIsPutBack)
+{
+    const QByteArray old(50'000, 'a');
+    for (const QByteArray& fresh : {QByteArray(40'000, 'b'), QByteArray(60'000, 'b'), QByteArray(), old + "b"}) {
+        for (const qsizetype cut : {qsizetype{0}, qsizetype{1}, qsizetype{8192}, fresh.size() / 2, fresh.size()}) {
+            m_world.put("a", old);
+            dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a"_s), fresh)); });
+            // What a write leaves that came so far: what goes beyond the old end comes first, what is cut off last.
+            const qsizetype done = std::min(cut, fresh.size());
+            QByteArray torn = fresh.size() > old.size() ? old + fresh.mid(old.size()) : old;
+            torn.replace(0, done, fresh.first(done));
+            m_world.put("a", torn);
+            startAgain();
+            EXPECT_EQ(m_world.bytes("a"), old) << fresh.size() << " cut at " << cut;
+        }
+    }
+}
+
+TEST_F(UndoJournalTest, AFailingStepPutsTheWholeChangeBack)
+{
+    m_world.put("dat", "alt");
+    m_world.put("weg", "auch alt");
+    ASSERT_EQ(::mkdir(m_world.native("ordner").c_str(), 0700), 0);
+    PosixFiles& files = m_world.files();
+    {
+        WholeChange change(files);
+        EXPECT_TRUE(files.appendBytes(at(u"dat"_s), " und mehr"));
+        EXPECT_TRUE(files.remove(at(u"weg"_s)));
+        EXPECT_TRUE(files.writeBytes(at(u"frisch"_s), "neu"));
+        EXPECT_FALSE(files.writeBytes(at(u"ordner"_s), "x")) << "a folder is no file";
+        EXPECT_TRUE(change.failed());
+        EXPECT_FALSE(files.appendBytes(at(u"dat"_s), "nicht mehr"));
+        EXPECT_FALSE(change.end());
+    }
+    EXPECT_EQ(m_world.bytes("dat"), "alt");
+    EXPECT_EQ(m_world.bytes("weg"), "auch alt");
+    EXPECT_FALSE(QFile::exists(at(u"frisch"_s)));
+    EXPECT_TRUE(files.takeFault());
+    EXPECT_TRUE(files.appendBytes(at(u"dat"_s), "!"));
+    EXPECT_EQ(m_world.bytes("dat"), "alt!");
+    EXPECT_FALSE(files.takeFault());
+}
+
+TEST_F(UndoJournalTest, NothingThereToCopyOrToRemoveIsNoFault)
+{
+    PosixFiles& files = m_world.files();
+    WholeChange change(files);
+    EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu"));
+    EXPECT_FALSE(files.copy(at(u"nichts"_s), at(u"b"_s)));
+    EXPECT_FALSE(files.remove(at(u"nichts"_s)));
+    EXPECT_TRUE(change.end());
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+    EXPECT_FALSE(files.takeFault());
+}
+
+TEST_F(UndoJournalTest, APartThatFailsIsPutBackAlone)
+{
+    m_world.put("dat", "alt");
+    m_world.put("liste", "eins");
+    ASSERT_EQ(::mkdir(m_world.native("ordner").c_str(), 0700), 0);
+    PosixFiles& files = m_world.files();
+    {
+        WholeChange change(files);
+        EXPECT_TRUE(files.writeBytes(at(u"dat"_s), "neu"));
+        {
+            const PartChange part(files);
+            EXPECT_TRUE(files.writeBytes(at(u"liste"_s), "zwei"));
+            EXPECT_TRUE(files.appendBytes(at(u"dat"_s), " dazu"));
+            EXPECT_TRUE(files.replaceBytes(at(u"dat"_s), 0, 1, "N"));
+            EXPECT_FALSE(files.writeBytes(at(u"ordner"_s), "x"));
+        }
+        EXPECT_FALSE(change.failed());
+        EXPECT_EQ(m_world.bytes("dat"), "neu");
+        EXPECT_EQ(m_world.bytes("liste"), "eins");
+        EXPECT_TRUE(files.appendBytes(at(u"dat"_s), "er"));
+        EXPECT_TRUE(change.end());
+    }
+    EXPECT_EQ(m_world.bytes("dat"), "neuer");
+    EXPECT_FALSE(files.takeFault());
+}
+
+TEST_F(UndoJournalTest, AChangeWithAPartThatFailedIsPutBackAsAWhole)
+{
+    m_world.put("dat", "alt");
+    ASSERT_EQ(::mkdir(m_world.native("ordner").c_str(), 0700), 0);
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.writeBytes(at(u"dat"_s), "neu"));
+        {
+            const PartChange part(files);
+            EXPECT_TRUE(files.writeBytes(at(u"dat"_s), "noch neuer"));
+            EXPECT_FALSE(files.writeBytes(at(u"ordner"_s), "x"));
+        }
+        EXPECT_TRUE(files.appendBytes(at(u"dat"_s), "er"));
+    });
+    EXPECT_EQ(m_world.bytes("dat"), "neuer");
     startAgain();
-    EXPECT_EQ(m_world.bytes("a.dat"), "alt");
-    EXPECT_EQ(m_world.kept(), (QByteArrayList{"alt", "von Hand"}));
+    EXPECT_EQ(m_world.bytes("dat"), "alt");
+}
+
+TEST_F(UndoJournalTest, WithoutAPlaceOfOnesOwnNothingIsChanged)
+{
+    m_world.put("a", "alt");
+    const auto refuses = [this](const QString& recovery) {
+        PosixFiles files({.recoveryFolder = recovery});
+        EXPECT_EQ(files.trouble(), FilesTrouble::NoSafePlace) << recovery.toStdString();
+        EXPECT_FALSE(files.writeBytes(at(u"a"_s), "neu"));
+        EXPECT_FALSE(files.appendBytes(at(u"b"_s), "neu"));
+        EXPECT_FALSE(files.remove(at(u"a"_s)));
+        EXPECT_EQ(files.takeFault(), WriteFault::NoSafePlace);
+        EXPECT_EQ(m_world.bytes("a"), "alt");
+        EXPECT_FALSE(QFile::exists(at(u"b"_s)));
+    };
+    refuses({});
+    QDir(m_world.folder()).mkdir(u"ziel"_s);
+    ASSERT_TRUE(QFile::link(at(u"ziel"_s), at(u"verweis"_s)));
+    refuses(at(u"verweis"_s));
+    if (::geteuid() == 0) {
+        ASSERT_EQ(::chown(m_world.native("ziel").c_str(), 65534, 65534), 0);
+        refuses(at(u"ziel"_s));
+    }
+}
+
+TEST_F(UndoJournalTest, AJournalThatOthersCouldHaveWrittenIsNotBelieved)
+{
+    m_world.put("a", "alt");
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neu")); });
+    const QByteArray journal = (m_world.recovery() + u"/Undo"_s).toUtf8();
+    ASSERT_EQ(::chmod(journal.constData(), 0666), 0);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+    ASSERT_EQ(::chmod(journal.constData(), 0600), 0);
+    ASSERT_EQ(::chmod(m_world.recovery().toUtf8().constData(), 0777), 0);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "neu");
+    ASSERT_EQ(::chmod(m_world.recovery().toUtf8().constData(), 0700), 0);
+    startAgain();
+    EXPECT_EQ(m_world.bytes("a"), "alt");
+}
+
+TEST_F(UndoJournalTest, OneFlippedBitNeverMakesAFileThatNeverWas)
+{
+    const QByteArray old = "[Index]\r\n1a=000\r\n";
+    m_world.put("a", old);
+    m_world.put("fremd", "fremd");
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.replaceBytes(at(u"a"_s), 9, 8, {}));
+        EXPECT_TRUE(files.appendBytes(at(u"a"_s), "1a=001\r\n"));
+    });
+    const QByteArray after = m_world.bytes("a");
+    QFile journal(m_world.recovery() + u"/Undo"_s);
+    ASSERT_TRUE(journal.open(QIODevice::ReadOnly));
+    const QByteArray whole = journal.readAll();
+    journal.close();
+    for (qsizetype bit = 0; bit < whole.size() * 8; bit += 7) {
+        QByteArray damaged = whole;
+        damaged[bit / 8] = static_cast<char>(damaged[bit / 8] ^ (1 << (bit % 8)));
+        ASSERT_TRUE(journal.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        journal.write(damaged);
+        journal.close();
+        m_world.put("a", after);
+        startAgain();
+        EXPECT_TRUE(m_world.bytes("a") == old || m_world.bytes("a") == after) << bit;
+    }
+    EXPECT_EQ(m_world.bytes("fremd"), "fremd");
+}
+
+TEST_F(UndoJournalTest, AReturnThatIsBrokenOffGoesOnAtTheNextStart)
+{
+    m_world.put("a", "alt");
+    m_world.put("weg", "auch alt");
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.writeBytes(at(u"a"_s), "neuer"));
+        EXPECT_TRUE(files.remove(at(u"weg"_s)));
+        EXPECT_TRUE(files.writeBytes(at(u"frisch"_s), "neu"));
+    });
+    QFile journal(m_world.recovery() + u"/Undo"_s);
+    ASSERT_TRUE(journal.open(QIODevice::ReadOnly));
+    const QByteArray whole = journal.readAll();
+    journal.close();
+    // It dies in front of the last step of all: everything is put back, and the notes still stand.
+    for (const char* half : {"alt", "alter", "neter", "neuer"}) {
+        startAgain();
+        m_world.put("a", half);
+        ASSERT_TRUE(journal.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        journal.write(whole);
+        journal.close();
+        startAgain();
+        EXPECT_EQ(m_world.bytes("a"), "alt") << half;
+        EXPECT_EQ(m_world.bytes("weg"), "auch alt");
+        EXPECT_FALSE(QFile::exists(at(u"frisch"_s)));
+    }
+}
+
+TEST_F(UndoJournalTest, ALargeCopyThatWasBrokenOffLeavesNothing)
+{
+    const QByteArray large(17 << 20, 'x');
+    m_world.put("quelle", large);
+    dieAfter([&](PosixFiles& files) { EXPECT_TRUE(files.copy(at(u"quelle"_s), at(u"ziel"_s))); });
+    EXPECT_EQ(m_world.bytes("ziel"), large);
+    const QByteArray scratch = scratchName(QByteArray::fromStdString(m_world.native("ziel")));
+    m_world.put(scratch.sliced(scratch.lastIndexOf('/') + 1), "halb");
+    startAgain();
+    EXPECT_FALSE(QFile::exists(at(u"ziel"_s)));
+    EXPECT_EQ(QDir(m_world.folder()).entryList(QDir::Files | QDir::Hidden), QStringList{u"quelle"_s});
 }
 
 TEST_F(UndoJournalTest, ASecondProgramPutsNothingBackBesideARunningOne)

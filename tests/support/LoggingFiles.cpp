@@ -1,5 +1,7 @@
 #include "support/LoggingFiles.h"
 
+#include <utility>
+
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
@@ -77,9 +79,25 @@ ReadText LoggingFiles::readPlaylist(const QString& path)
     return read;
 }
 
+std::optional<WriteFault> LoggingFiles::takeFault()
+{
+    const std::optional<WriteFault> inner = m_files.takeFault();
+    const std::optional<WriteFault> own = std::exchange(m_fault, std::nullopt);
+    return own ? own : inner;
+}
+
+bool LoggingFiles::admits(const QString& line)
+{
+    if (m_log.call(line))
+        return true;
+    m_fault = WriteFault::Disk;
+    m_files.failWhole();
+    return false;
+}
+
 bool LoggingFiles::write(const QString& line, const QString& path, const std::function<bool()>& action)
 {
-    if (!m_log.call(line))
+    if (!admits(line))
         return false;
     const std::optional<FileStamp> before = m_files.stamp(path);
     const bool done = action();
@@ -115,17 +133,20 @@ bool LoggingFiles::replaceBytes(const QString& path, qint64 offset, qint64 lengt
 
 bool LoggingFiles::copy(const QString& from, const QString& to)
 {
-    return m_log.call(u"files.copy %1 to %2"_s.arg(quoted(from), quoted(to))) && m_files.copy(from, to);
+    return admits(u"files.copy %1 to %2"_s.arg(quoted(from), quoted(to))) && m_files.copy(from, to);
 }
 
 bool LoggingFiles::remove(const QString& path)
 {
-    return m_log.call(u"files.remove %1"_s.arg(quoted(path))) && m_files.remove(path);
+    return admits(u"files.remove %1"_s.arg(quoted(path))) && m_files.remove(path);
 }
 
 bool LoggingFiles::makeFolder(const QString& path)
 {
-    return write(u"files.makeFolder %1"_s.arg(quoted(path)), path, [&] { return m_files.makeFolder(path); });
+    if (!m_log.call(u"files.makeFolder %1"_s.arg(quoted(path))) || !m_files.makeFolder(path))
+        return false;
+    Written(path);
+    return true;
 }
 
 bool LoggingFiles::clearAttributes(const QString& path)

@@ -35,11 +35,23 @@ public:
     bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
+    bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) override
+    {
+        return m_files.replaceAnew(path, change);
+    }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
     void beginWhole() override { m_files.beginWhole(); }
-    void endWhole() override { m_files.endWhole(); }
+    bool endWhole() override { return m_files.endWhole(); }
+    void beginPart() override { m_files.beginPart(); }
+    bool endPart() override { return m_files.endPart(); }
+    void failWhole() override { m_files.failWhole(); }
+    [[nodiscard]] bool wholeFailed() const override { return m_files.wholeFailed(); }
     void beginCommand() override { m_files.beginCommand(); }
+    [[nodiscard]] bool claimWrite(const QString& path) override { return m_files.claimWrite(path); }
+    [[nodiscard]] std::optional<WriteFault> takeFault() override;
+    void noteFault(WriteFault fault) override { m_fault = fault; }
+    [[nodiscard]] std::optional<FilesTrouble> trouble() const override { return m_files.trouble(); }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override { return m_files.encode(text); }
     [[nodiscard]] QString decode(const QByteArray& bytes) const override { return m_files.decode(bytes); }
@@ -52,9 +64,12 @@ public:
 
 private:
     bool write(const QString& line, const QString& path, const std::function<bool()>& action);
+    /// Writes the call down; one that is to fail fails as a device does.
+    bool admits(const QString& line);
 
     Files& m_files;
     CallLog& m_log;
+    std::optional<WriteFault> m_fault;
 };
 
 } // namespace orvantine::fake

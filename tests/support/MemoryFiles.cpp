@@ -5,6 +5,7 @@
 #include "platform/NamePattern.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace orvantine::fake {
 
@@ -191,6 +192,7 @@ ReadText MemoryFiles::readPlaylist(const QString& path)
         return {};
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
         read.bytes = adopted(read.bytes);
+        const PartChange alone(*this);
         writeBytes(path, read.bytes);
     }
     return {read.outcome, decode(read.bytes)};
@@ -206,6 +208,67 @@ void MemoryFiles::beginCommand()
 {
     if (m_wholes == 0)
         m_keptForCommand.clear();
+}
+
+void MemoryFiles::beginWhole()
+{
+    if (m_wholes++ == 0)
+        m_changesBefore.append({m_nodes, false});
+}
+
+bool MemoryFiles::endWhole()
+{
+    if (--m_wholes > 0)
+        return !m_failed;
+    if (m_failed)
+        m_nodes = m_changesBefore.last().before;
+    m_changesBefore.removeLast();
+    return !std::exchange(m_failed, false);
+}
+
+void MemoryFiles::beginPart()
+{
+    beginWhole();
+    m_changesBefore.append({m_nodes, std::exchange(m_failed, false)});
+}
+
+bool MemoryFiles::endPart()
+{
+    const Change part = m_changesBefore.takeLast();
+    const bool done = !std::exchange(m_failed, part.failedBefore);
+    if (!done)
+        m_nodes = part.before;
+    return endWhole() && done;
+}
+
+void MemoryFiles::failWhole()
+{
+    m_failed = m_wholes > 0;
+    if (m_failed && !m_fault)
+        m_fault = WriteFault::Disk;
+}
+
+bool MemoryFiles::claimWrite(const QString& path)
+{
+    const Node* const found = std::as_const(*this).node(path);
+    const bool possible = found != nullptr ? !found->folder && !found->unreadable
+                                           : canBeCreated(nameOf(path)) && isFolder(parentOf(path));
+    if (!possible)
+        m_fault = found != nullptr ? WriteFault::NoRights : WriteFault::NoSuchPlace;
+    return possible;
+}
+
+bool MemoryFiles::act(const std::function<bool()>& action)
+{
+    if (m_failed)
+        return false;
+    const QMap<QString, Node> before = m_nodes;
+    if (action())
+        return true;
+    m_nodes = before;
+    m_fault = m_storeIsBroken ? WriteFault::NoSafePlace : WriteFault::NoRights;
+    failWhole();
+    return false;
 }
 
 bool MemoryFiles::keep(const Node& node)
@@ -272,65 +335,77 @@ bool MemoryFiles::replaceWhole(const QString& path, const QByteArray& bytes, boo
 
 bool MemoryFiles::writeBytes(const QString& path, const QByteArray& bytes)
 {
-    return replaceWhole(path, bytes, false);
+    return act([&] { return replaceWhole(path, bytes, false); });
 }
 
 bool MemoryFiles::writeText(const QString& path, const QString& text)
 {
-    return replaceWhole(path, encode(text), true);
+    return act([&] { return replaceWhole(path, encode(text), true); });
 }
 
 bool MemoryFiles::appendBytes(const QString& path, const QByteArray& bytes)
 {
-    Node* target = writable(path);
-    if (target == nullptr || !keepBeforeCommand(*target))
-        return false;
-    target->bytes += bytes;
-    touch(*target);
-    m_keptForCommand.insert(target->number, target->changes);
-    return true;
+    return act([&] {
+        Node* target = writable(path);
+        if (target == nullptr || !keepBeforeCommand(*target))
+            return false;
+        target->bytes += bytes;
+        touch(*target);
+        m_keptForCommand.insert(target->number, target->changes);
+        return true;
+    });
 }
 
 bool MemoryFiles::replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes)
 {
-    Node* target = node(path);
-    if (target == nullptr || writable(path) == nullptr || offset < 0 || length < 0 || offset > target->bytes.size() ||
-        length > target->bytes.size() - offset)
-        return false;
-    if (target->bytes.mid(offset, length) == bytes)
+    return act([&] {
+        Node* target = node(path);
+        if (target == nullptr || writable(path) == nullptr || offset < 0 || length < 0 ||
+            offset > target->bytes.size() || length > target->bytes.size() - offset)
+            return false;
+        if (target->bytes.mid(offset, length) == bytes)
+            return true;
+        if (!keepBeforeCommand(*target))
+            return false;
+        target->bytes.replace(offset, length, bytes);
+        touch(*target);
+        m_keptForCommand.insert(target->number, target->changes);
         return true;
-    if (!keepBeforeCommand(*target))
-        return false;
-    target->bytes.replace(offset, length, bytes);
-    touch(*target);
-    m_keptForCommand.insert(target->number, target->changes);
-    return true;
+    });
 }
 
 bool MemoryFiles::copy(const QString& from, const QString& to)
 {
     const Node* source = std::as_const(*this).node(from);
-    if (source == nullptr || source->folder || source->unreadable)
+    if (source == nullptr || source->folder)
         return false;
-    if (std::as_const(*this).node(to) == source)
+    return act([&] {
+        const Node* const origin = std::as_const(*this).node(from);
+        if (origin->unreadable)
+            return false;
+        if (std::as_const(*this).node(to) == origin)
+            return true;
+        const QByteArray bytes = origin->bytes;
+        const QDateTime modified = origin->modified;
+        Node* target = writable(to);
+        if (target == nullptr || (target->bytes != bytes && !keep(*target)))
+            return false;
+        target->bytes = bytes;
+        touch(*target);
+        target->modified = modified;
         return true;
-    const QByteArray bytes = source->bytes;
-    const QDateTime modified = source->modified;
-    Node* target = writable(to);
-    if (target == nullptr || (target->bytes != bytes && !keep(*target)))
-        return false;
-    target->bytes = bytes;
-    touch(*target);
-    target->modified = modified;
-    return true;
+    });
 }
 
 bool MemoryFiles::remove(const QString& path)
 {
     const Node* found = std::as_const(*this).node(path);
-    if (found == nullptr || found->folder || found->unreadable || !keep(*found))
+    if (found == nullptr || found->folder)
         return false;
-    return m_nodes.remove(keyOf(path)) == 1;
+    return act([&] {
+        const Node* const entry = std::as_const(*this).node(path);
+        return !entry->unreadable && keep(*entry) && m_nodes.remove(keyOf(path)) == 1;
+    });
 }
 
 bool MemoryFiles::makeFolder(const QString& path)

@@ -43,11 +43,20 @@ public:
     bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
+    /// Nothing of the host lies here.
+    bool replaceAnew(const QString&, const std::function<bool(const QByteArray&)>&) override { return false; }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
-    void beginWhole() override { ++m_wholes; }
-    void endWhole() override { --m_wholes; }
+    void beginWhole() override;
+    bool endWhole() override;
+    void beginPart() override;
+    bool endPart() override;
+    void failWhole() override;
+    [[nodiscard]] bool wholeFailed() const override { return m_failed; }
     void beginCommand() override;
+    [[nodiscard]] bool claimWrite(const QString& path) override;
+    [[nodiscard]] std::optional<WriteFault> takeFault() override { return std::exchange(m_fault, std::nullopt); }
+    void noteFault(WriteFault fault) override { m_fault = fault; }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;
@@ -96,13 +105,24 @@ private:
     [[nodiscard]] bool keep(const Node& node);
     [[nodiscard]] bool keepBeforeCommand(const Node& node);
     bool replaceWhole(const QString& path, const QByteArray& bytes, bool textOnly);
+    /// Runs one writing action, unless one of the running change has failed.
+    bool act(const std::function<bool()>& action);
     [[nodiscard]] QStringList names(const QString& folder, bool folders, const QString& patterns, bool hidden) const;
 
     MemoryFilesOptions m_options;
     QMap<QString, Node> m_nodes;
     QList<QByteArray> m_recovered;
     bool m_storeIsBroken = false;
+    struct Change
+    {
+        QMap<QString, Node> before;
+        bool failedBefore = false;
+    };
+    /// The outermost change, and the parts inside it.
+    QList<Change> m_changesBefore;
     int m_wholes = 0;
+    bool m_failed = false;
+    std::optional<WriteFault> m_fault;
     /// By number of the node, the change that a command came to whose file was kept before.
     QMap<quint64, qint64> m_keptForCommand;
     quint64 m_lastNumber = 0;

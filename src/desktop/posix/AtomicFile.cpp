@@ -5,7 +5,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -16,19 +15,12 @@ namespace {
 
 constexpr qint64 maximumSize = qint64{16} << 20;
 
-QByteArray behindLinks(const QByteArray& path)
-{
-    char* const real = ::realpath(path.constData(), nullptr);
-    QByteArray result = real == nullptr ? path : QByteArray(real);
-    std::free(real); // realpath allocates with malloc
-    return result;
-}
-
 } // namespace
 
 bool writeAtomically(const QByteArray& path, const QByteArray& bytes)
 {
-    const QByteArray target = behindLinks(path);
+    const QByteArray real = realPath(path);
+    const QByteArray target = real.isEmpty() ? path : real;
     const QByteArray folder = target.left(target.lastIndexOf('/'));
     const QByteArray unfinished = target + ".neu";
     if (!folder.isEmpty() && !makePrivateFolder(folder))

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/xattr.h>
@@ -14,23 +14,16 @@ namespace {
 
 constexpr qint64 blockSize = qint64{1} << 20;
 
-QByteArray behindLinks(const QByteArray& path)
-{
-    char* const real = ::realpath(path.constData(), nullptr);
-    QByteArray result(real);
-    std::free(real); // realpath allocates with malloc
-    return result;
-}
-
 /// Unlinked unless it was put in its place.
 class TemporaryFile
 {
 public:
-    /// The name is short, so that a track whose own name is as long as can be has room for it, and hidden, so that no
-    /// list shows it.
-    explicit TemporaryFile(const QByteArray& folder)
-        : m_path(folder + "/.orvantine-XXXXXX"), m_file(::mkostemp(m_path.data(), O_CLOEXEC))
+    explicit TemporaryFile(QByteArray path) : m_path(std::move(path))
     {
+        constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY;
+        // What an earlier try has left.
+        ::unlink(m_path.constData());
+        m_file = Descriptor(::open(m_path.constData(), flags, 0600));
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
@@ -121,7 +114,7 @@ bool takeOver(const Descriptor& from, const struct stat& info, const Descriptor&
 
 } // namespace
 
-AtomicReplace::AtomicReplace(const QByteArray& path) : m_path(behindLinks(path))
+AtomicReplace::AtomicReplace(const QByteArray& path) : m_path(realPath(path))
 {
     if (m_path.isEmpty())
         return;
@@ -132,13 +125,13 @@ AtomicReplace::AtomicReplace(const QByteArray& path) : m_path(behindLinks(path))
                  (m_info.st_mode & anyWrite) != 0 && ::faccessat(AT_FDCWD, m_path.constData(), W_OK, AT_EACCESS) == 0;
 }
 
-bool AtomicReplace::replace(qint64 keptFrom, qint64 keptTo, const QByteArray& tail)
+bool AtomicReplace::replace(const QByteArray& scratch, qint64 keptFrom, qint64 keptTo, const QByteArray& tail)
 {
     if (!m_possible || keptFrom < 0 || keptTo < keptFrom || keptTo > size())
         return false;
     const QByteArray folder = m_path.left(m_path.lastIndexOf('/'));
     const qint64 kept = keptTo - keptFrom;
-    TemporaryFile fresh(folder);
+    TemporaryFile fresh(scratch);
     if (!fresh.file().isOpen() || !copyBytes(m_file, keptFrom, kept, fresh.file()) ||
         !writeAt(fresh.file(), kept, tail))
         return false;

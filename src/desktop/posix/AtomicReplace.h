@@ -21,10 +21,10 @@ public:
     [[nodiscard]] const Descriptor& file() const { return m_file; }
     [[nodiscard]] qint64 size() const { return m_info.st_size; }
 
-    /// Writes the bytes from `keptFrom` to `keptTo` and `tail` behind them to one temporary file beside the old one,
+    /// Writes the bytes from `keptFrom` to `keptTo` and `tail` behind them to `scratch` beside the old one,
     /// compares what it then holds, gives it times, mode, owner and extended attributes of the old one and puts it in
     /// its place. False if any of this fails or somebody else has changed the file since; then the old one stands.
-    bool replace(qint64 keptFrom, qint64 keptTo, const QByteArray& tail);
+    bool replace(const QByteArray& scratch, qint64 keptFrom, qint64 keptTo, const QByteArray& tail);
 
 private:
     [[nodiscard]] bool isUntouched() const;

@@ -1,6 +1,7 @@
 #include "desktop/posix/Descriptor.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <ctime>
 
 #include <fcntl.h>
@@ -40,6 +41,14 @@ bool writeAt(const Descriptor& file, qint64 offset, QByteArrayView bytes)
         done += count;
     }
     return true;
+}
+
+QByteArray realPath(const QByteArray& path)
+{
+    char* const real = ::realpath(path.constData(), nullptr);
+    QByteArray result(real);
+    std::free(real); // realpath allocates with malloc
+    return result;
 }
 
 void stampNow(const Descriptor& file)

@@ -44,6 +44,8 @@ private:
 [[nodiscard]] bool readAt(const Descriptor& file, qint64 offset, qint64 length, QByteArray& bytes);
 /// Writes all bytes at `offset`; false if the device took fewer.
 [[nodiscard]] bool writeAt(const Descriptor& file, qint64 offset, QByteArrayView bytes);
+/// The file that a path leads to through all links; "" with `errno` where nothing stands.
+[[nodiscard]] QByteArray realPath(const QByteArray& path);
 /// Sets the modification time to now, to the nanosecond. The kernel's own time stands still for some milliseconds, so
 /// that two changes could bear one time; after this call any other change bears another one.
 void stampNow(const Descriptor& file);

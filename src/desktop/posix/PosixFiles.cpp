@@ -1,5 +1,6 @@
 #include "desktop/posix/PosixFiles.h"
 
+#include "desktop/posix/InPlace.h"
 #include "platform/CaseFold.h"
 #include "platform/HostText.h"
 #include "platform/NamePattern.h"
@@ -19,10 +20,9 @@ namespace orvantine {
 namespace {
 
 constexpr unsigned anyWriteBit = S_IWUSR | S_IWGRP | S_IWOTH;
-constexpr qint64 pageSize = 4096;
 constexpr qint64 copyChunk = qint64{1} << 20;
-// A copy over an existing file is taken through memory up to this size, so that a failure leaves the old bytes.
-constexpr qint64 copyInMemory = qint64{16} << 20;
+// A new file that is larger is not noted byte by byte.
+constexpr qint64 largestNoted = qint64{16} << 20;
 
 qint64 nanoseconds(const timespec& time)
 {
@@ -52,53 +52,6 @@ Descriptor openRegular(const QByteArray& path, int flags, struct stat& info)
     if (file.isOpen() && (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)))
         file.close();
     return file;
-}
-
-bool truncateTo(const Descriptor& file, qint64 size)
-{
-    int result = 0;
-    do {
-        result = ::ftruncate(file.get(), size);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
-}
-
-// Two pieces that follow one another.
-struct Pieces
-{
-    QByteArrayView head;
-    QByteArrayView rest;
-
-    [[nodiscard]] qint64 size() const { return head.size() + rest.size(); }
-    [[nodiscard]] bool write(const Descriptor& file, qint64 offset, qint64 from, qint64 to) const
-    {
-        const qint64 cut = head.size();
-        if (from < cut && !writeAt(file, offset + from, head.sliced(from, std::min(to, cut) - from)))
-            return false;
-        const qint64 start = std::max(from, cut);
-        return start >= to || writeAt(file, offset + start, rest.sliced(start - cut, to - start));
-    }
-};
-
-// What goes beyond the old end is written first: a full disk shows there, and then the old bytes still stand.
-bool rewriteTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh)
-{
-    const qint64 oldEnd = offset + old.size();
-    const qint64 common = std::min(qint64{old.size()}, fresh.size());
-    if (!fresh.write(file, offset, common, fresh.size())) {
-        static_cast<void>(truncateTo(file, oldEnd));
-        return false;
-    }
-    if (!fresh.write(file, offset, 0, common)) {
-        static_cast<void>(writeAt(file, offset, old));
-        static_cast<void>(truncateTo(file, oldEnd));
-        return false;
-    }
-    if (fresh.size() < old.size() && !truncateTo(file, offset + fresh.size())) {
-        static_cast<void>(writeAt(file, offset, old));
-        return false;
-    }
-    return true;
 }
 
 QByteArray absolute(const QByteArray& path)
@@ -132,7 +85,6 @@ PosixFiles::PosixFiles(PosixFilesOptions options)
     : m_options(std::move(options)),
       m_names(m_options.drives),
       m_store(m_options.recoveryFolder.toUtf8()),
-      m_journal(m_options.recoveryFolder.toUtf8()),
       m_undo(m_options.recoveryFolder.toUtf8(), m_store)
 {
 }
@@ -297,6 +249,7 @@ ReadText PosixFiles::readPlaylist(const QString& path)
         return {};
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
         read.bytes = adopted(read.bytes);
+        const PartChange alone(*this);
         writeBytes(path, read.bytes);
     }
     return {read.outcome, decode(read.bytes)};
@@ -314,6 +267,90 @@ void PosixFiles::beginCommand()
 {
     if (!m_undo.running())
         m_keptForCommand.clear();
+}
+
+void PosixFiles::noteError(int error)
+{
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+        m_fault = WriteFault::NoRoom;
+        return;
+    case EROFS:
+        m_fault = WriteFault::ReadOnlyDisk;
+        return;
+    case EACCES:
+    case EPERM:
+        m_fault = WriteFault::NoRights;
+        return;
+    default:
+        m_fault = m_undo.hasPlace() ? WriteFault::Disk : WriteFault::NoSafePlace;
+    }
+}
+
+bool PosixFiles::act(const std::function<bool()>& action)
+{
+    m_undo.begin();
+    errno = 0;
+    bool done = action();
+    if (!done) {
+        noteError(errno);
+        m_undo.fail();
+    }
+    const bool ended = m_undo.end();
+    if (done && !ended)
+        noteError(errno);
+    return done && ended;
+}
+
+bool PosixFiles::endWhole()
+{
+    const bool failed = m_undo.failed();
+    const bool ended = m_undo.end();
+    if (!ended && !failed)
+        noteError(errno);
+    return ended;
+}
+
+bool PosixFiles::claimWrite(const QString& path)
+{
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error == 0) {
+        const bool own = found.info.st_uid == ::geteuid();
+        if (S_ISREG(found.info.st_mode) && (own || ::access(found.path.constData(), W_OK) == 0))
+            return m_undo.hasPlace();
+        noteError(EACCES);
+        return false;
+    }
+    const std::optional<QByteArray> fresh = isMissing(found.error) ? m_names.creationPath(path) : std::nullopt;
+    if (!fresh) {
+        m_fault = WriteFault::NoSuchPlace;
+        return false;
+    }
+    const QByteArray whole = absolute(*fresh);
+    const bool possible = ::access(whole.first(whole.lastIndexOf('/') + 1).constData(), W_OK | X_OK) == 0;
+    if (!possible)
+        noteError(errno);
+    return possible;
+}
+
+void PosixFiles::failWhole()
+{
+    if (m_undo.running() && !m_fault)
+        m_fault = WriteFault::Disk;
+    m_undo.fail();
+}
+
+bool PosixFiles::endPart()
+{
+    return m_undo.endPart();
+}
+
+std::optional<FilesTrouble> PosixFiles::trouble() const
+{
+    if (m_undo.isStuck())
+        return FilesTrouble::Unfinished;
+    return m_undo.hasPlace() ? std::nullopt : std::optional(FilesTrouble::NoSafePlace);
 }
 
 bool PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
@@ -348,8 +385,10 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
     struct stat info = {};
     if (found.error == 0) {
         // The mode counts even for root: taking the write protection away is a step of its own.
-        if (!S_ISREG(found.info.st_mode) || (found.info.st_mode & anyWriteBit) == 0)
+        if (!S_ISREG(found.info.st_mode) || (found.info.st_mode & anyWriteBit) == 0) {
+            errno = EACCES;
             return std::nullopt;
+        }
         target.path = found.path;
         target.file = openRegular(target.path, O_RDWR, info);
         target.size = info.st_size;
@@ -358,7 +397,8 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
         if (!fresh)
             return std::nullopt;
         target.path = *fresh;
-        m_undo.willCreate(absolute(target.path));
+        if (!m_undo.willCreate(absolute(target.path)))
+            return std::nullopt;
         target.file =
             Descriptor(::open(target.path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, creationMode));
         target.created = true;
@@ -372,27 +412,8 @@ bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& 
                          QByteArrayView rest)
 {
     const Pieces fresh{head, rest};
-    if (!target.created)
-        m_undo.willChange(target.file, absolute(target.path), offset, old);
-    // The kernel does a write inside one page, an append and a cut as a whole.
-    const bool grows = fresh.size() >= old.size();
-    const bool onePage = grows && offset / pageSize == (offset + std::max<qint64>(fresh.size(), 1) - 1) / pageSize;
-    if (onePage) {
-        const QByteArray joined = head.toByteArray() + rest.toByteArray();
-        if (writeAt(target.file, offset, joined))
-            return true;
-        static_cast<void>(writeAt(target.file, offset, old));
-        static_cast<void>(truncateTo(target.file, target.size));
-        return false;
-    }
-    const bool whole = old.isEmpty() || fresh.size() == 0;
-    if (!whole)
-        m_journal.begin(target.file, absolute(target.path), offset, head, rest,
-                        target.size + fresh.size() - old.size());
-    const bool done = rewriteTail(target.file, offset, old, fresh);
-    if (!whole)
-        m_journal.end();
-    return done;
+    return m_undo.willWrite(target.file, absolute(target.path), offset, old, old.size() - rest.size(), head) &&
+           replaceTail(target.file, offset, old, fresh);
 }
 
 bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Content content)
@@ -409,38 +430,42 @@ bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Cont
         return true;
     if (!keepOld(target->path, old))
         return false;
-    const bool done = rewrite(*target, 0, old, bytes, {});
-    if (done)
-        stampNow(target->file);
-    else if (target->created)
-        ::unlink(target->path.constData());
-    return done;
+    if (!rewrite(*target, 0, old, bytes, {}))
+        return false;
+    stampNow(target->file);
+    return true;
 }
 
 bool PosixFiles::writeBytes(const QString& path, const QByteArray& bytes)
 {
-    return replaceWhole(path, bytes, Content::Any);
+    return act([&] { return replaceWhole(path, bytes, Content::Any); });
 }
 
 bool PosixFiles::writeText(const QString& path, const QString& text)
 {
-    return replaceWhole(path, encode(text), Content::TextOnly);
+    return act([&] { return replaceWhole(path, encode(text), Content::TextOnly); });
 }
 
 bool PosixFiles::appendBytes(const QString& path, const QByteArray& bytes)
 {
+    return act([&] { return append(path, bytes); });
+}
+
+bool PosixFiles::append(const QString& path, const QByteArray& bytes)
+{
     const std::optional<Target> target = openTarget(path, true, 0666);
-    if (!target || !keepBeforeCommand(*target))
+    if (!target || !keepBeforeCommand(*target) || !rewrite(*target, target->size, {}, bytes, {}))
         return false;
-    const bool done = rewrite(*target, target->size, {}, bytes, {});
-    if (done)
-        changedByCommand(*target);
-    else if (target->created)
-        ::unlink(target->path.constData());
-    return done;
+    changedByCommand(*target);
+    return true;
 }
 
 bool PosixFiles::replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes)
+{
+    return act([&] { return replacePart(path, offset, length, bytes); });
+}
+
+bool PosixFiles::replacePart(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes)
 {
     const std::optional<Target> target = openTarget(path, false, 0);
     if (!target || offset < 0 || length < 0 || offset > target->size || length > target->size - offset)
@@ -463,41 +488,56 @@ bool PosixFiles::replaceBytes(const QString& path, qint64 offset, qint64 length,
 bool PosixFiles::copy(const QString& from, const QString& to)
 {
     const NameLookup::Found source = m_names.find(from);
-    if (source.error != 0 || !S_ISREG(source.info.st_mode))
+    if (isMissing(source.error) || (source.error == 0 && !S_ISREG(source.info.st_mode)))
         return false;
-    struct stat info = {};
-    const Descriptor reading = openRegular(source.path, O_RDONLY, info);
-    if (!reading.isOpen())
-        return false;
-    const NameLookup::Found existing = m_names.find(to);
-    if (existing.error == 0 && existing.info.st_dev == info.st_dev && existing.info.st_ino == info.st_ino)
-        return true;
-    const std::optional<Target> target = openTarget(to, true, info.st_mode & 0666U);
-    if (!target)
-        return false;
-    bool done = false;
-    if (target->created || info.st_size > copyInMemory || target->size > copyInMemory) {
-        if (target->size > 0 && !m_store.keep(absolute(target->path), target->file, target->size))
+    return act([&] {
+        struct stat info = {};
+        const Descriptor reading = openRegular(source.path, O_RDONLY, info);
+        if (!reading.isOpen())
             return false;
-        // Room first, so that a full disk leaves an existing target as it was.
-        const bool room = info.st_size <= target->size ||
-                          ::posix_fallocate(target->file.get(), target->size, info.st_size - target->size) == 0;
-        done = room && streamCopy(reading, target->file, info.st_size) && truncateTo(target->file, info.st_size);
-        if (!room)
-            static_cast<void>(truncateTo(target->file, target->size));
-    } else {
-        QByteArray fresh;
-        QByteArray old;
-        if (readAt(reading, 0, info.st_size, fresh) && readAt(target->file, 0, target->size, old))
-            done = old == fresh || (keepOld(target->path, old) && rewrite(*target, 0, old, fresh, {}));
-    }
-    if (done) {
-        timespec times[2] = {};
-        times[0].tv_nsec = UTIME_OMIT;
-        times[1] = info.st_mtim;
-        ::futimens(target->file.get(), times);
-    } else if (target->created) {
-        ::unlink(target->path.constData());
+        const NameLookup::Found existing = m_names.find(to);
+        if (existing.error == 0 && existing.info.st_dev == info.st_dev && existing.info.st_ino == info.st_ino)
+            return true;
+        if (isMissing(existing.error) && info.st_size > largestNoted) {
+            const std::optional<QByteArray> fresh = m_names.creationPath(to);
+            return fresh && placeCopy(reading, info, absolute(*fresh));
+        }
+        return copyOver(reading, info, to);
+    });
+}
+
+bool PosixFiles::copyOver(const Descriptor& source, const struct stat& info, const QString& to)
+{
+    const std::optional<Target> target = openTarget(to, true, info.st_mode & 0666U);
+    if (!target || std::max<qint64>(info.st_size, target->size) > m_options.maximumReadSize)
+        return false;
+    QByteArray fresh;
+    QByteArray old;
+    if (!readAt(source, 0, info.st_size, fresh) || !readAt(target->file, 0, target->size, old))
+        return false;
+    if (old != fresh && (!keepOld(target->path, old) || !rewrite(*target, 0, old, fresh, {})))
+        return false;
+    const timespec times[2] = {{0, UTIME_OMIT}, info.st_mtim};
+    ::futimens(target->file.get(), times);
+    return true;
+}
+
+bool PosixFiles::placeCopy(const Descriptor& source, const struct stat& info, const QByteArray& path)
+{
+    if (!m_undo.willPrepare(path))
+        return false;
+    const QByteArray scratch = scratchName(path);
+    ::unlink(scratch.constData());
+    const Descriptor fresh(::open(scratch.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY | O_NOFOLLOW,
+                                  info.st_mode & 0666U));
+    const timespec times[2] = {{0, UTIME_OMIT}, info.st_mtim};
+    const bool done = fresh.isOpen() && streamCopy(source, fresh, info.st_size) &&
+                      ::futimens(fresh.get(), times) == 0 && ::fsync(fresh.get()) == 0 &&
+                      m_undo.willPlace(path, fresh) && ::rename(scratch.constData(), path.constData()) == 0;
+    if (!done) {
+        const int error = errno;
+        ::unlink(scratch.constData());
+        errno = error;
     }
     return done;
 }
@@ -505,17 +545,34 @@ bool PosixFiles::copy(const QString& from, const QString& to)
 bool PosixFiles::remove(const QString& path)
 {
     const NameLookup::Found found = m_names.find(path);
-    if (found.error != 0 || S_ISDIR(found.info.st_mode))
+    if (isMissing(found.error) || (found.error == 0 && S_ISDIR(found.info.st_mode)))
         return false;
+    return act([&] { return removeFile(found); });
+}
+
+bool PosixFiles::removeFile(const NameLookup::Found& found)
+{
     struct stat entry = {};
+    if (found.error != 0 || ::lstat(found.path.constData(), &entry) != 0)
+        return false;
     // What a link leads to stays.
-    if (::lstat(found.path.constData(), &entry) == 0 && S_ISREG(entry.st_mode) && entry.st_size > 0) {
+    if (S_ISREG(entry.st_mode)) {
         const Descriptor file = openRegular(found.path, O_RDONLY, entry);
-        if (!file.isOpen() || !m_store.keep(absolute(found.path), file, entry.st_size))
+        if (!file.isOpen() || (entry.st_size > 0 && !m_store.keep(absolute(found.path), file, entry.st_size)) ||
+            !m_undo.willRemove(absolute(found.path)))
             return false;
     }
-    m_undo.willRemove(absolute(found.path));
     return ::unlink(found.path.constData()) == 0;
+}
+
+bool PosixFiles::replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change)
+{
+    const std::optional<QByteArray> native = nativePath(path);
+    return native && act([&] {
+               // The new file stands beside the one that a link leads to.
+               const QByteArray real = realPath(*native);
+               return !real.isEmpty() && m_undo.willPrepare(real) && change(scratchName(real));
+           });
 }
 
 bool PosixFiles::makeFolder(const QString& path)

@@ -4,12 +4,14 @@
 #include "desktop/posix/NameLookup.h"
 #include "desktop/posix/RecoveryStore.h"
 #include "desktop/posix/UndoJournal.h"
-#include "desktop/posix/WriteJournal.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
 
 #include <QHash>
 #include <QMap>
+
+#include <functional>
+#include <utility>
 
 namespace orvantine {
 
@@ -20,8 +22,7 @@ struct PosixFilesOptions
     QMap<QString, QString> drives;
     /// Whether `readPlaylist` turns the host's own text files into CR LF files.
     bool adoptsHostTexts = true;
-    /// Made with mode 0700 when it is needed; "" for none: then nothing is journalled, and nothing that holds bytes is
-    /// written over or removed.
+    /// Made with mode 0700 when it is needed. Where it is not this user's alone, or "", nothing is changed.
     QString recoveryFolder;
     qint64 maximumReadSize = qint64{256} * 1024 * 1024;
 };
@@ -55,11 +56,20 @@ public:
     bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
+    bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
     void beginWhole() override { m_undo.begin(); }
-    void endWhole() override { m_undo.end(); }
+    bool endWhole() override;
+    void beginPart() override { m_undo.beginPart(); }
+    bool endPart() override;
+    void failWhole() override;
+    [[nodiscard]] bool wholeFailed() const override { return m_undo.failed(); }
     void beginCommand() override;
+    [[nodiscard]] bool claimWrite(const QString& path) override;
+    [[nodiscard]] std::optional<WriteFault> takeFault() override { return std::exchange(m_fault, std::nullopt); }
+    void noteFault(WriteFault fault) override { m_fault = fault; }
+    [[nodiscard]] std::optional<FilesTrouble> trouble() const override;
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;
@@ -77,10 +87,19 @@ private:
     /// What may be written over.
     enum class Content { Any, TextOnly };
 
+    /// Runs one writing action, alone or as a step of a whole change. One that fails is taken back.
+    bool act(const std::function<bool()>& action);
+    void noteError(int error);
     [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode);
     /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
     bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
     bool replaceWhole(const QString& path, const QByteArray& bytes, Content content);
+    bool append(const QString& path, const QByteArray& bytes);
+    bool replacePart(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes);
+    bool copyOver(const Descriptor& source, const struct stat& info, const QString& to);
+    /// A new file, too large for the memory, that stands at its place as a whole or not at all.
+    bool placeCopy(const Descriptor& source, const struct stat& info, const QByteArray& path);
+    bool removeFile(const NameLookup::Found& found);
     /// Keeps what stands in a file that is about to go. False if no copy could be made: then the file must stay.
     [[nodiscard]] bool keepOld(const QByteArray& path, const QByteArray& old);
     /// The same for a file that the running command changes bit by bit.
@@ -91,9 +110,8 @@ private:
     PosixFilesOptions m_options;
     NameLookup m_names;
     RecoveryStore m_store;
-    // A write that was cut off is completed before what it was a part of is put back.
-    WriteJournal m_journal;
     UndoJournal m_undo;
+    std::optional<WriteFault> m_fault;
     /// By path, the state in which the running command has left a file whose old bytes it has kept.
     QHash<QByteArray, FileStamp> m_keptForCommand;
 };

@@ -9,6 +9,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <ctime>
 #include <utility>
@@ -69,7 +70,9 @@ bool writeWhole(const QByteArray& path, const QByteArray& bytes)
     if (file.isOpen() && writeAt(file, 0, bytes) && ::fsync(file.get()) == 0 &&
         ::rename(unfinished.constData(), path.constData()) == 0)
         return true;
+    const int error = errno;
     ::unlink(unfinished.constData());
+    errno = error;
     return false;
 }
 
@@ -112,7 +115,7 @@ RecoveryStore::RecoveryStore(QByteArray folder) : m_folder(std::move(folder)) {}
 
 bool RecoveryStore::keep(const QByteArray& path, const QByteArray& bytes)
 {
-    if (m_folder.isEmpty() || !makePrivateFolder(m_folder))
+    if (!preparePrivateFolder(m_folder))
         return false;
     const QByteArray copy = copyName(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256), path);
     const QByteArray whole = m_folder + '/' + copy;
@@ -125,7 +128,7 @@ bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 
         QByteArray bytes;
         return readAt(file, 0, size, bytes) && bytes.size() == size && keep(path, bytes);
     }
-    if (m_folder.isEmpty() || !makePrivateFolder(m_folder))
+    if (!preparePrivateFolder(m_folder))
         return false;
     const QByteArray unfinished = m_folder + "/Copy.neu";
     QCryptographicHash hash(QCryptographicHash::Sha256);
@@ -133,7 +136,9 @@ bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 
     const QByteArray copy = copyName(hash.result(), path);
     const QByteArray whole = m_folder + '/' + copy;
     done = done && (stands(whole, size) || ::rename(unfinished.constData(), whole.constData()) == 0);
+    const int error = errno;
     ::unlink(unfinished.constData());
+    errno = error;
     return done && enter(copy, path, size);
 }
 

@@ -1,250 +1,448 @@
 #include "desktop/posix/UndoJournal.h"
 
 #include "desktop/posix/Checksum.h"
+#include "desktop/posix/InPlace.h"
 #include "desktop/posix/PrivateFolder.h"
 #include "desktop/posix/RecoveryStore.h"
 
 #include <QSet>
 
-#include <cstring>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <ctime>
 #include <utility>
-#include <vector>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 
 namespace orvantine {
-
-struct UndoJournal::Note
-{
-    enum class Kind : quint64 { Changed = 1, Created = 2, Removed = 3 };
-
-    quint64 magic = 0;
-    quint64 checksum = 0;
-    Kind kind = Kind::Changed;
-    quint64 device = 0;
-    quint64 inode = 0;
-    quint64 mode = 0;
-    qint64 modifiedSeconds = 0;
-    qint64 modifiedNanoseconds = 0;
-    qint64 offset = 0;
-    qint64 oldSize = 0;
-    qint64 pathLength = 0;
-    qint64 bytesLength = 0;
-};
-
 namespace {
 
-constexpr quint64 magicMark = 0x4f5256554e444f31; // "ORVUNDO1"
 constexpr qint64 longestJournal = qint64{1} << 30;
 
 QByteArray folderOf(const QByteArray& path)
 {
-    return path.first(qMax<qsizetype>(path.lastIndexOf('/'), 1));
+    return path.first(std::max<qsizetype>(path.lastIndexOf('/'), 1));
 }
 
-void syncPath(const QByteArray& path)
+bool syncPath(const QByteArray& path)
 {
     const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    if (file.isOpen())
-        ::fsync(file.get());
+    // What has gone has nothing to be brought to the disk. A folder of a foreign file system may take no sync.
+    return file.isOpen() ? ::fsync(file.get()) == 0 || errno == EINVAL : errno == ENOENT || errno == ENOTDIR;
 }
 
-/// Nothing for what is no regular file.
-Descriptor openFile(const QByteArray& path, int flags, struct stat& info)
+/// Nobody else can have written it: the folder is private, and no other name leads to the file.
+bool isOwnFile(const struct stat& info)
 {
-    Descriptor file(::open(path.constData(), flags | O_CLOEXEC | O_NONBLOCK | O_NOCTTY, 0600));
-    if (file.isOpen() && (::fstat(file.get(), &info) != 0 || !S_ISREG(info.st_mode)))
-        file.close();
-    return file;
+    return S_ISREG(info.st_mode) && info.st_uid == ::geteuid() && info.st_nlink == 1 && (info.st_mode & 0077) == 0;
+}
+
+quint64 currentBoot()
+{
+    static const quint64 boot = [] {
+        const Descriptor file(::open("/proc/sys/kernel/random/boot_id", O_RDONLY | O_CLOEXEC));
+        QByteArray text;
+        return file.isOpen() && readAt(file, 0, 64, text) ? checksum(1, text) : 0;
+    }();
+    return boot;
+}
+
+qint64 bootSeconds()
+{
+    timespec wall = {};
+    timespec sinceBoot = {};
+    ::clock_gettime(CLOCK_REALTIME, &wall);
+    ::clock_gettime(CLOCK_BOOTTIME, &sinceBoot);
+    return wall.tv_sec - sinceBoot.tv_sec;
+}
+
+bool isPlaced(const JournalNote& note, const struct stat& info)
+{
+    return info.st_size == note.length && info.st_mtim.tv_sec == note.modifiedSeconds &&
+           info.st_mtim.tv_nsec == note.modifiedNanoseconds;
+}
+
+/// Nobody has taken the rights away since.
+bool mayWriteAgain(const struct stat& info)
+{
+    constexpr mode_t ownRights = S_IRUSR | S_IWUSR;
+    return (info.st_mode & ownRights) == ownRights;
+}
+
+void setTimes(const Descriptor& file, const std::optional<JournalNote>& origin)
+{
+    if (!origin)
+        return stampNow(file);
+    const timespec times[2] = {{0, UTIME_OMIT}, {origin->modifiedSeconds, origin->modifiedNanoseconds}};
+    ::futimens(file.get(), times);
+}
+
+/// Puts a file where none stands. A return that is broken off leaves at most a file under a name that the next one
+/// takes first.
+bool makeAnew(const QByteArray& path, const FileHistory& history)
+{
+    const QByteArray temporary = scratchName(path);
+    if (::unlink(temporary.constData()) != 0 && errno != ENOENT)
+        return false;
+    const Descriptor file(
+        ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, 0600));
+    if (!file.isOpen())
+        return false;
+    bool done = writeAt(file, 0, history.target().tail);
+    // A disk without rights takes none.
+    done = done && (::fchmod(file.get(), static_cast<mode_t>(history.mode()) & 0777U) == 0 || errno == EPERM);
+    if (done)
+        setTimes(file, history.origin());
+    done = done && ::fsync(file.get()) == 0;
+    struct stat info = {};
+    done = done && ::lstat(path.constData(), &info) != 0 && errno == ENOENT;
+    done = done && ::rename(temporary.constData(), path.constData()) == 0;
+    if (!done) {
+        const int error = errno;
+        ::unlink(temporary.constData());
+        errno = error;
+    }
+    return done;
 }
 
 } // namespace
 
 UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store) : m_folder(std::move(folder)), m_store(store)
 {
-    if (open(false))
-        putBack();
+    if (!open(false) || m_length == 0)
+        return;
+    m_stuck = m_recovers = true;
+    static_cast<void>(settle());
+}
+
+bool UndoJournal::hasPlace() const
+{
+    if (m_file.isOpen() || isPrivateFolder(m_folder))
+        return true;
+    struct stat info = {};
+    QByteArray above = m_folder;
+    while (above.size() > 1 && ::lstat(above.constData(), &info) != 0 && errno == ENOENT)
+        above = folderOf(above);
+    if (above.size() == m_folder.size())
+        return !m_folder.isEmpty() && S_ISDIR(info.st_mode) && info.st_uid == ::geteuid();
+    return ::access(above.constData(), W_OK | X_OK) == 0;
 }
 
 bool UndoJournal::open(bool create)
 {
     if (m_file.isOpen())
         return true;
-    if (m_folder.isEmpty() || (create && !makePrivateFolder(m_folder)))
+    if (create ? !preparePrivateFolder(m_folder) : !isPrivateFolder(m_folder))
         return false;
     const QByteArray path = m_folder + "/Undo";
+    const int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | (create ? O_CREAT : 0);
+    Descriptor file(::open(path.constData(), flags, 0600));
     struct stat info = {};
-    Descriptor file = openFile(path, O_RDWR | O_NOFOLLOW | (create ? O_CREAT : 0), info);
-    if (!file.isOpen() || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0)
+        return false;
+    if (!isOwnFile(info)) {
+        errno = EACCES;
+        return false;
+    }
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+        return false;
+    // A new name in the folder.
+    if (info.st_size == 0 && create && !syncPath(m_folder))
         return false;
     m_length = info.st_size;
     m_file = std::move(file);
     return true;
 }
 
-void UndoJournal::end()
+bool UndoJournal::settle()
+{
+    if (m_stuck && putBack(0) && cutTo(0))
+        m_stuck = m_recovers = false;
+    return !m_stuck;
+}
+
+void UndoJournal::begin()
+{
+    if (m_depth++ == 0)
+        static_cast<void>(settle());
+}
+
+bool UndoJournal::end()
 {
     if (m_depth == 0 || --m_depth > 0)
-        return;
-    QSet<QByteArray> folders;
-    for (const QByteArray& path : std::as_const(m_touched)) {
-        syncPath(path);
-        folders.insert(folderOf(path));
+        return !m_failed;
+    bool done = !m_failed && !m_stuck && syncTouched() && cutTo(0);
+    const int error = errno;
+    if (!done && m_length > 0 && !m_stuck) {
+        m_stuck = true;
+        static_cast<void>(settle());
     }
-    for (const QByteArray& folder : std::as_const(folders))
-        syncPath(folder);
+    m_failed = false;
     m_touched.clear();
     m_coveredFrom.clear();
-    if (m_file.isOpen() && m_length > 0 && ::ftruncate(m_file.get(), 0) == 0)
-        m_length = 0;
+    errno = error;
+    return done;
 }
 
-void UndoJournal::willChange(const Descriptor& file, const QByteArray& path, qint64 offset, QByteArrayView old)
+void UndoJournal::beginPart()
+{
+    begin();
+    m_parts.push_back({m_length, std::exchange(m_failed, false)});
+}
+
+bool UndoJournal::endPart()
+{
+    const Part part = m_parts.back();
+    m_parts.pop_back();
+    if (m_depth == 1)
+        return end();
+    const bool done = !m_failed;
+    if (!done && m_length > part.start) {
+        const int error = errno;
+        // Where the part cannot be put back the whole change is.
+        m_failed = !putBack(part.start) || !cutTo(part.start) || !rememberCovered();
+        errno = error;
+    } else {
+        m_failed = false;
+    }
+    m_failed = m_failed || part.failedBefore;
+    return end() && done;
+}
+
+bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint64 offset, QByteArrayView old,
+                            qint64 length, QByteArrayView fresh)
 {
     struct stat info = {};
-    if (!running() || ::fstat(file.get(), &info) != 0)
-        return;
-    const qint64 covered = m_coveredFrom.value(path, info.st_size);
-    if (m_coveredFrom.contains(path) && offset >= covered)
-        return;
-    Note note;
-    note.kind = Note::Kind::Changed;
-    note.device = info.st_dev;
-    note.inode = info.st_ino;
-    note.modifiedSeconds = info.st_mtim.tv_sec;
-    note.modifiedNanoseconds = info.st_mtim.tv_nsec;
-    note.offset = offset;
-    note.oldSize = info.st_size;
-    // What is noted already is not noted once more: a command notes no more than the whole file.
-    add(note, path, old.first(qMin<qsizetype>(old.size(), covered - offset)));
-    if (offset + old.size() >= covered)
-        m_coveredFrom.insert(path, offset);
+    if (::fstat(file.get(), &info) != 0)
+        return false;
+    std::vector<JournalNote> notes;
+    const auto known = m_coveredFrom.constFind(path);
+    const qint64 covered = known != m_coveredFrom.constEnd() ? *known : info.st_size;
+    if (known == m_coveredFrom.constEnd() || offset < covered) {
+        JournalNote before;
+        before.kind = JournalNote::Kind::Before;
+        before.path = path;
+        before.device = info.st_dev;
+        before.inode = info.st_ino;
+        before.modifiedSeconds = info.st_mtim.tv_sec;
+        before.modifiedNanoseconds = info.st_mtim.tv_nsec;
+        before.offset = offset;
+        // What is noted already is not noted once more: a command notes no more than the whole file.
+        before.bytes = old.first(std::min<qsizetype>(old.size(), covered - offset)).toByteArray();
+        const qint64 told = offset + before.bytes.size();
+        QByteArray behind;
+        if (told < covered && (!readAt(file, told, covered - told, behind) || behind.size() != covered - told))
+            return false;
+        before.bytes += behind;
+        notes.push_back(std::move(before));
+    }
+    JournalNote step;
+    step.kind = JournalNote::Kind::Step;
+    step.path = path;
+    step.offset = offset;
+    step.length = length;
+    step.bytes = fresh.toByteArray();
+    const Sync sync = notes.empty() ? Sync::No : Sync::Yes;
+    notes.push_back(std::move(step));
+    if (!add(std::move(notes), sync))
+        return false;
+    m_coveredFrom.insert(path, std::min(offset, covered));
+    return true;
 }
 
-void UndoJournal::willCreate(const QByteArray& path)
+bool UndoJournal::willCreate(const QByteArray& path)
 {
-    if (!running())
-        return;
-    Note note;
-    note.kind = Note::Kind::Created;
-    add(note, path, {});
+    JournalNote note;
+    note.kind = JournalNote::Kind::Created;
+    note.path = path;
+    if (!add({std::move(note)}, Sync::Yes))
+        return false;
     m_coveredFrom.insert(path, 0);
+    return true;
 }
 
-void UndoJournal::willRemove(const QByteArray& path)
+bool UndoJournal::willPrepare(const QByteArray& path)
+{
+    JournalNote note;
+    note.kind = JournalNote::Kind::Scratch;
+    note.path = scratchName(path);
+    return add({std::move(note)}, Sync::Yes);
+}
+
+bool UndoJournal::willPlace(const QByteArray& path, const Descriptor& prepared)
 {
     struct stat info = {};
-    if (!running())
-        return;
-    const Descriptor file = openFile(path, O_RDONLY, info);
-    QByteArray bytes;
-    if (!file.isOpen() || info.st_size > longestJournal || !readAt(file, 0, info.st_size, bytes))
-        return;
-    Note note;
-    note.kind = Note::Kind::Removed;
-    note.mode = info.st_mode & 07777U;
+    if (::fstat(prepared.get(), &info) != 0)
+        return false;
+    JournalNote note;
+    note.kind = JournalNote::Kind::Placed;
+    note.path = path;
+    note.length = info.st_size;
     note.modifiedSeconds = info.st_mtim.tv_sec;
     note.modifiedNanoseconds = info.st_mtim.tv_nsec;
-    add(note, path, bytes);
-    m_coveredFrom.remove(path);
+    return add({std::move(note)}, Sync::Yes);
 }
 
-void UndoJournal::add(const Note& told, const QByteArray& path, QByteArrayView bytes)
+bool UndoJournal::willRemove(const QByteArray& path)
 {
-    if (!m_touched.contains(path))
-        m_touched.append(path);
-    if (!open(true))
-        return;
-    Note note = told;
-    note.magic = magicMark;
-    note.checksum = checksum(checksum(0, path), bytes);
-    note.pathLength = path.size();
-    note.bytesLength = bytes.size();
-    const QByteArray head(reinterpret_cast<const char*>(&note), sizeof note);
-    const qint64 start = m_length;
-    if (writeAt(m_file, start, head + path) && writeAt(m_file, start + head.size() + path.size(), bytes) &&
-        ::fdatasync(m_file.get()) == 0)
-        m_length = start + head.size() + path.size() + bytes.size();
-    else
-        static_cast<void>(::ftruncate(m_file.get(), start) == 0);
+    struct stat info = {};
+    const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW));
+    JournalNote note;
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || info.st_size > longestJournal ||
+        !readAt(file, 0, info.st_size, note.bytes) || note.bytes.size() != info.st_size)
+        return false;
+    note.kind = JournalNote::Kind::Removed;
+    note.path = path;
+    note.mode = info.st_mode & 0777U;
+    note.modifiedSeconds = info.st_mtim.tv_sec;
+    note.modifiedNanoseconds = info.st_mtim.tv_nsec;
+    if (!add({std::move(note)}, Sync::Yes))
+        return false;
+    m_coveredFrom.remove(path);
+    return true;
 }
 
-void UndoJournal::putBack()
+bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
+{
+    if (m_stuck || m_failed || !running() || !open(true))
+        return false;
+    QByteArray bytes;
+    for (JournalNote& note : notes) {
+        note.boot = currentBoot();
+        bytes += encodedNote(note);
+    }
+    if (m_length + bytes.size() > longestJournal) {
+        errno = EFBIG;
+        return false;
+    }
+    if (!writeAt(m_file, m_length, bytes) || (sync == Sync::Yes && ::fdatasync(m_file.get()) != 0)) {
+        const int error = errno;
+        static_cast<void>(truncateTo(m_file, m_length));
+        errno = error;
+        return false;
+    }
+    m_length += bytes.size();
+    for (const JournalNote& note : notes)
+        if (!m_touched.contains(note.path))
+            m_touched.append(note.path);
+    return true;
+}
+
+bool UndoJournal::syncTouched() const
+{
+    QSet<QByteArray> folders;
+    for (const QByteArray& path : m_touched) {
+        if (!syncPath(path))
+            return false;
+        folders.insert(folderOf(path));
+    }
+    return std::all_of(folders.begin(), folders.end(), syncPath);
+}
+
+bool UndoJournal::cutTo(qint64 length)
+{
+    if (m_file.isOpen() && m_length > length) {
+        if (!truncateTo(m_file, length))
+            return false;
+        m_length = length;
+    }
+    return true;
+}
+
+std::optional<std::vector<ReadNote>> UndoJournal::notes() const
 {
     QByteArray content;
     if (m_length > longestJournal || !readAt(m_file, 0, m_length, content))
-        return;
-    struct Read
-    {
-        Note note;
-        QByteArray path;
-        QByteArray bytes;
-    };
-    std::vector<Read> notes;
-    qint64 at = 0;
-    while (content.size() - at >= qint64{sizeof(Note)}) {
-        Read read;
-        std::memcpy(&read.note, content.constData() + at, sizeof read.note);
-        const qint64 room = content.size() - at - qint64{sizeof(Note)};
-        if (read.note.magic != magicMark || read.note.pathLength <= 0 || read.note.pathLength > room ||
-            read.note.bytesLength < 0 || read.note.bytesLength > room - read.note.pathLength)
-            break;
-        read.path = content.sliced(at + qint64{sizeof(Note)}, read.note.pathLength);
-        read.bytes = content.sliced(at + qint64{sizeof(Note)} + read.note.pathLength, read.note.bytesLength);
-        // A torn note is one whose step has not begun.
-        if (read.note.checksum != checksum(checksum(0, read.path), read.bytes))
-            break;
-        at += qint64{sizeof(Note)} + read.note.pathLength + read.note.bytesLength;
-        notes.push_back(std::move(read));
-    }
-
-    begin();
-    QSet<QByteArray> kept;
-    QSet<QByteArray> madeAnew;
-    for (auto read = notes.rbegin(); read != notes.rend(); ++read) {
-        struct stat info = {};
-        QByteArray present;
-        if (!kept.contains(read->path)) {
-            kept.insert(read->path);
-            const Descriptor file = openFile(read->path, O_RDONLY, info);
-            if (file.isOpen() && info.st_size > 0 && readAt(file, 0, info.st_size, present))
-                (void)m_store.keep(read->path, present);
-        }
-        putBack(read->note, read->path, read->bytes, madeAnew.contains(read->path));
-        if (read->note.kind == Note::Kind::Removed)
-            madeAnew.insert(read->path);
-        m_touched.append(read->path);
-    }
-    end();
+        return {};
+    return decodedNotes(content);
 }
 
-void UndoJournal::putBack(const Note& note, const QByteArray& path, const QByteArray& bytes, bool madeAnew)
+bool UndoJournal::rememberCovered()
 {
+    m_coveredFrom.clear();
+    const auto standing = notes();
+    if (!standing)
+        return false;
+    for (const ReadNote& read : *standing) {
+        const JournalNote& note = read.note;
+        if (note.kind == JournalNote::Kind::Before || note.kind == JournalNote::Kind::Created)
+            m_coveredFrom.insert(note.path, note.offset);
+        else if (note.kind == JournalNote::Kind::Removed)
+            m_coveredFrom.remove(note.path);
+    }
+    return true;
+}
+
+bool UndoJournal::putBack(qint64 start)
+{
+    const auto standing = notes();
+    if (!standing)
+        return false;
+    std::vector<std::pair<QByteArray, FileHistory>> files;
+    QHash<QByteArray, std::size_t> places;
+    for (const ReadNote& read : *standing) {
+        const auto place = places.constFind(read.note.path);
+        const std::size_t number = place != places.constEnd() ? *place : files.size();
+        if (number == files.size()) {
+            files.emplace_back(read.note.path, FileHistory());
+            places.insert(read.note.path, number);
+        }
+        files[number].second.take(read.note);
+        if (read.end <= start)
+            files[number].second.setTarget();
+    }
+    bool done = true;
+    for (const auto& [path, history] : files) {
+        if (!history.isSound() || !history.changedSinceTarget())
+            continue;
+        if (!m_touched.contains(path))
+            m_touched.append(path);
+        // The others are put back all the same: the sooner, the less is mixed.
+        done = restore(path, history) && done;
+    }
+    return done && syncTouched();
+}
+
+bool UndoJournal::restore(const QByteArray& path, const FileHistory& history)
+{
+    const FileHistory::State& target = history.target();
     struct stat info = {};
-    const timespec times[2] = {{0, UTIME_OMIT}, {note.modifiedSeconds, note.modifiedNanoseconds}};
-    switch (note.kind) {
-    case Note::Kind::Created:
-        ::unlink(path.constData());
-        return;
-    case Note::Kind::Changed: {
-        const Descriptor file = openFile(path, O_RDWR, info);
-        // Another file of that name is left alone.
-        const bool same = madeAnew || (info.st_dev == note.device && info.st_ino == note.inode);
-        if (!file.isOpen() || !same || info.st_size < note.offset)
-            return;
-        if (writeAt(file, note.offset, bytes) && ::ftruncate(file.get(), note.oldSize) == 0)
-            ::futimens(file.get(), times);
-        return;
+    if (::stat(path.constData(), &info) != 0) {
+        const bool missing = errno == ENOENT || errno == ENOTDIR;
+        if (!missing || !target.exists || !history.explains({}))
+            return missing;
+        return makeAnew(path, history);
     }
-    case Note::Kind::Removed: {
-        const Descriptor file = openFile(path, O_WRONLY | O_CREAT | O_EXCL, info);
-        if (file.isOpen() && writeAt(file, 0, bytes) && ::fchmod(file.get(), static_cast<mode_t>(note.mode)) == 0)
-            ::futimens(file.get(), times);
-        return;
-    }
-    }
+    if (!S_ISREG(info.st_mode) || info.st_uid != ::geteuid())
+        return true;
+    if (isScratchName(path))
+        return ::unlink(path.constData()) == 0;
+    if (history.placed())
+        return !isPlaced(*history.placed(), info) || ::unlink(path.constData()) == 0;
+    // Behind a loss of power the notes of the last steps may be missing: what nobody has touched since is ours.
+    const bool untouched = history.boot() != currentBoot() && info.st_ctim.tv_sec < bootSeconds();
+    const qint64 length = info.st_size - history.base();
+    if (!mayWriteAgain(info) || (history.inode() != 0 && history.inode() != info.st_ino) || length < 0 ||
+        (length > history.longestTail() && !untouched))
+        return true;
+    const Descriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    QByteArray found;
+    if (!file.isOpen() || !readAt(file, history.base(), length, found))
+        return false;
+    // Somebody else has changed it, and what was there before is in the store.
+    if (!untouched && !history.explains(found))
+        return true;
+    if (m_recovers && info.st_size > 0)
+        (void)m_store.keep(path, file, info.st_size);
+    if (!target.exists)
+        return ::unlink(path.constData()) == 0;
+    if (found != target.tail && !replaceTail(file, history.base(), found, {target.tail, {}}))
+        return false;
+    setTimes(file, history.origin());
+    return true;
 }
 
 } // namespace orvantine

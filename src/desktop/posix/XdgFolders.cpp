@@ -56,6 +56,14 @@ QString userFolder(const QString& lines, const QString& name, const QString& hom
     return result;
 }
 
+/// A folder that somebody else has put there is nobody's home, and there is no other.
+QString withoutHome(const QString& temp)
+{
+    const QString home = temp + u"/orvanten-manager-"_s + QString::number(::getuid());
+    const bool foreign = isFolder(home) && !isPrivateFolder(home.toUtf8());
+    return foreign ? u"/dev/null/orvanten-manager"_s : home;
+}
+
 } // namespace
 
 QMap<QString, QString> processEnvironment()
@@ -77,11 +85,13 @@ XdgFolders xdgFolders(const QMap<QString, QString>& environment)
     if (!isFolder(folders.temp))
         folders.temp = u"/tmp"_s;
     folders.home = folderOr(environment, u"HOME"_s, QString());
-    if (folders.home.isEmpty())
-        folders.home = folders.temp + u"/orvanten-manager-"_s + QString::number(::getuid());
+    const bool hasHome = !folders.home.isEmpty();
+    if (!hasHome)
+        folders.home = withoutHome(folders.temp);
     folders.dataHome = folderOr(environment, u"XDG_DATA_HOME"_s, folders.home + u"/.local/share"_s);
     folders.configHome = folderOr(environment, u"XDG_CONFIG_HOME"_s, folders.home + u"/.config"_s);
-    folders.stateHome = folderOr(environment, u"XDG_STATE_HOME"_s, folders.home + u"/.local/state"_s);
+    folders.stateHome =
+        folderOr(environment, u"XDG_STATE_HOME"_s, hasHome ? folders.home + u"/.local/state"_s : QString());
     folders.runtime = folderOr(environment, u"XDG_RUNTIME_DIR"_s, QString());
     folders.autostart = folders.configHome + u"/autostart"_s;
     QByteArray bytes;

@@ -8,12 +8,14 @@
 namespace orvantine {
 
 /// The user's folders by the rules of the desktop, each absolute and without a trailing separator. Without a home
-/// folder all of them lie in a folder of ours below the temporary one.
+/// folder they lie in a folder below the temporary one, if nobody else has put one there, and there is no place for the
+/// program's state.
 struct XdgFolders
 {
     QString home;
     QString dataHome;
     QString configHome;
+    /// "" without a home folder: what is kept there must be the user's alone.
     QString stateHome;
     /// Where sockets and locks stand; "" if the session gives none.
     QString runtime;

@@ -58,18 +58,21 @@ FileStamp stampOf(const struct stat& info)
             .changedNanoseconds = nanoseconds(info.st_ctim)};
 }
 
-/// Applies an edit that was found for the bytes of a file.
+/// Applies an edit that is found for the bytes of a file.
 template <class Edit>
-bool edited(const QByteArray& path, Edit edit)
+bool edited(Files& files, const QString& path, Edit edit)
 {
-    AtomicReplace file(path);
+    const std::optional<QByteArray> native = files.nativePath(path);
+    AtomicReplace file(native.value_or(QByteArray()));
     if (!file.isPossible())
         return false;
     const FileBytes bytes(file.file(), file.size());
     const std::optional<TagEdit> found = edit(bytes);
     if (!found || bytes.failed())
         return false;
-    return changesNothing(bytes, *found) || file.replace(found->keptFrom, found->keptTo, found->tail);
+    return changesNothing(bytes, *found) || files.replaceAnew(path, [&](const QByteArray& scratch) {
+        return file.replace(scratch, found->keptFrom, found->keptTo, found->tail);
+    });
 }
 
 } // namespace
@@ -100,23 +103,18 @@ void TagLibTags::Mp3FileInfo(const QString& path, Mp3Record& record)
 
 bool TagLibTags::WriteID3V1(const QString& path, const Mp3Record& record)
 {
-    const std::optional<QByteArray> native = writablePath(path);
-    return native && edited(*native, [&record](const ByteSource& bytes) { return id3v1Edit(bytes, record); });
+    return isWritable(path) &&
+           edited(m_files, path, [&record](const ByteSource& bytes) { return id3v1Edit(bytes, record); });
 }
 
 bool TagLibTags::EraseID3V2(const QString& path)
 {
-    const std::optional<QByteArray> native = writablePath(path);
-    return native && edited(*native, id3v2Removal);
+    return isWritable(path) && edited(m_files, path, id3v2Removal);
 }
 
-std::optional<QByteArray> TagLibTags::writablePath(const QString& path) const
+bool TagLibTags::isWritable(const QString& path)
 {
-    for (const QString& foreign : {u".wav"_s, u".wma"_s}) {
-        if (path.endsWith(foreign, Qt::CaseInsensitive))
-            return std::nullopt;
-    }
-    return m_files.nativePath(path);
+    return !path.endsWith(u".wav"_s, Qt::CaseInsensitive) && !path.endsWith(u".wma"_s, Qt::CaseInsensitive);
 }
 
 } // namespace orvantine

@@ -17,7 +17,7 @@ namespace orvantine {
 class TagLibTags final : public TagLibrary
 {
 public:
-    explicit TagLibTags(const Files& files) : m_files(files) {}
+    explicit TagLibTags(Files& files) : m_files(files) {}
 
     void Mp3FileInfo(const QString& path, Mp3Record& record) override;
     /// False, and the file stays, where it could not be written, where it is write-protected or no frame is found.
@@ -28,7 +28,7 @@ public:
 
 private:
     /// Nothing for a file that nothing is written to.
-    [[nodiscard]] std::optional<QByteArray> writablePath(const QString& path) const;
+    [[nodiscard]] static bool isWritable(const QString& path);
 
     /// The program asks twice for one selection: the last answer, kept while the file stays the same.
     struct Known
@@ -37,7 +37,7 @@ private:
         TrackFacts facts;
     };
 
-    const Files& m_files;
+    Files& m_files;
     std::optional<Known> m_known;
 };
 

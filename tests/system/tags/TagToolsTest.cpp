@@ -75,7 +75,8 @@ protected:
     }
 
     QTemporaryDir folder;
-    PosixFiles files;
+    QTemporaryDir recovery;
+    PosixFiles files{{.recoveryFolder = recovery.path()}};
     TagLibTags tags{files};
 };
 

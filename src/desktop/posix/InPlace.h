@@ -1,0 +1,24 @@
+#pragma once
+
+#include "desktop/posix/Descriptor.h"
+
+namespace orvantine {
+
+/// Two pieces that follow one another.
+struct Pieces
+{
+    QByteArrayView head;
+    QByteArrayView rest;
+
+    [[nodiscard]] qint64 size() const { return head.size() + rest.size(); }
+};
+
+/// Puts `fresh` in the place of `old`, with which the file ends, from `offset` on. What goes beyond the old end is
+/// written first: a full disk shows there, and then the old bytes still stand. False with `errno`; what was begun is
+/// taken back as far as that goes.
+[[nodiscard]] bool replaceTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh);
+
+/// False with `errno`.
+[[nodiscard]] bool truncateTo(const Descriptor& file, qint64 size);
+
+} // namespace orvantine

@@ -1,0 +1,114 @@
+#pragma once
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+#include <optional>
+#include <vector>
+
+namespace orvantine {
+
+/// One line of the journal of changes: what is about to happen to the file at `path`, or what stands there before it.
+struct JournalNote
+{
+    enum class Kind : quint32 {
+        /// The file stood like this from `offset` to its end, or to the offset that an earlier note begins at.
+        Before = 1,
+        /// There was no file.
+        Created = 2,
+        /// The whole file stood like this, and goes.
+        Removed = 3,
+        /// `bytes` take the place of `length` bytes at `offset`.
+        Step = 4,
+        /// A whole file of `length` bytes and the noted time takes the place of none.
+        Placed = 5,
+        /// A file on its way to its place, under a name of ours: whatever it holds is nobody's.
+        Scratch = 6
+    };
+
+    Kind kind = Kind::Before;
+    QByteArray path;
+    QByteArray bytes;
+    qint64 offset = 0;
+    qint64 length = 0;
+    quint64 device = 0;
+    quint64 inode = 0;
+    quint32 mode = 0;
+    qint64 modifiedSeconds = 0;
+    qint64 modifiedNanoseconds = 0;
+    /// Of the running system: tells a program that died from a loss of power.
+    quint64 boot = 0;
+};
+
+/// Name for a file on its way to `path`, in the same folder: short, hidden, and the same at the next try.
+[[nodiscard]] QByteArray scratchName(const QByteArray& path);
+[[nodiscard]] bool isScratchName(const QByteArray& path);
+
+/// As it is written: a head, the path, the bytes, under one checksum over all of them.
+[[nodiscard]] QByteArray encodedNote(const JournalNote& note);
+
+struct ReadNote
+{
+    JournalNote note;
+    /// Offset behind the note.
+    qint64 end = 0;
+};
+
+/// The notes of a journal up to the first that is not whole: the step of a torn one has not begun.
+[[nodiscard]] std::vector<ReadNote> decodedNotes(const QByteArray& journal);
+
+/// What a journal tells of one file: how it was at some time, and how it must look now.
+class FileHistory
+{
+public:
+    struct State
+    {
+        bool exists = false;
+        /// The bytes from `base` to the end.
+        QByteArray tail;
+    };
+
+    void take(const JournalNote& note);
+    /// The file is to be as it is told of up to here; else it is to be as it was in front of the first note.
+    void setTarget();
+
+    /// False where the notes contradict one another: nobody of ours has written them.
+    [[nodiscard]] bool isSound() const { return m_sound; }
+    /// Nothing in front of this offset was changed.
+    [[nodiscard]] qint64 base() const { return m_base; }
+    [[nodiscard]] const State& target() const { return m_target; }
+    [[nodiscard]] bool changedSinceTarget() const { return m_changed; }
+    /// The first note, if it tells of a file that stood; the target has its times.
+    [[nodiscard]] const std::optional<JournalNote>& origin() const { return m_origin; }
+    /// Of the file all along; 0 where one of that name was removed or made meanwhile.
+    [[nodiscard]] quint64 inode() const { return m_inode; }
+    /// What was put in the place of none as a whole, if that is the last that was done.
+    [[nodiscard]] const std::optional<JournalNote>& placed() const { return m_placed; }
+    [[nodiscard]] quint64 boot() const { return m_boot; }
+    /// Rights of the file that was removed.
+    [[nodiscard]] quint32 mode() const { return m_mode; }
+
+    /// The longest file that could be explained, from the base on.
+    [[nodiscard]] qint64 longestTail() const;
+    /// A file as it is found from the base on, nothing where there is none, may have been left so by the noted steps:
+    /// the last one done, not done or done in part, or by a return to the target that was done in part.
+    [[nodiscard]] bool explains(const std::optional<QByteArray>& found) const;
+
+private:
+    bool extendTo(qint64 offset, const QByteArray& bytes);
+
+    qint64 m_base = 0;
+    State m_target;
+    State m_previous;
+    State m_now;
+    std::optional<JournalNote> m_origin;
+    quint32 m_mode = 0600;
+    std::optional<JournalNote> m_placed;
+    quint64 m_inode = 0;
+    quint64 m_boot = 0;
+    bool m_sound = true;
+    bool m_empty = true;
+    bool m_changed = false;
+};
+
+} // namespace orvantine
