@@ -1,6 +1,7 @@
 #include "app/Command.h"
 
 #include "app/DisabledButtons.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 
 #include <algorithm>
@@ -53,6 +54,8 @@ Command::~Command()
     if (m_wait)
         endWait();
     m_root.commands.m_running.pop_back();
+    if (m_root.commands.idle())
+        tellFault(m_root);
 }
 
 void Command::wait(Wait what, MousePointer pointer)

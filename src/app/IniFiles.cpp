@@ -1,5 +1,7 @@
 #include "app/IniFiles.h"
 
+#include "app/DataFolder.h"
+#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 
@@ -8,6 +10,17 @@ namespace orvantine::IniFiles {
 namespace {
 
 constexpr qsizetype LongestValue = 254;
+
+/// What may be written of a database that could not be read is not known.
+bool mayWrite(const Root& root, const QString& file)
+{
+    const bool may = !root.databaseDoubted || !FileDirPath::isSameFile(file, databaseFile(root));
+    if (!may) {
+        root.files.noteFault(WriteFault::Disk);
+        root.files.failWhole();
+    }
+    return may;
+}
 
 } // namespace
 
@@ -19,17 +32,17 @@ QString ReadValue(const Root& root, const QString& file, const QString& section,
 
 bool WriteValue(Root& root, const QString& file, const QString& section, const QString& key, const QString& value)
 {
-    return root.services.profiles.setValue(file, section, key, value);
+    return mayWrite(root, file) && root.services.profiles.setValue(file, section, key, value);
 }
 
 bool DeleteKey(Root& root, const QString& file, const QString& section, const QString& key)
 {
-    return root.services.profiles.removeKey(file, section, key);
+    return mayWrite(root, file) && root.services.profiles.removeKey(file, section, key);
 }
 
 bool DeleteSection(Root& root, const QString& file, const QString& section)
 {
-    return root.services.profiles.removeSection(file, section);
+    return mayWrite(root, file) && root.services.profiles.removeSection(file, section);
 }
 
 } // namespace orvantine::IniFiles

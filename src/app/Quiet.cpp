@@ -4,6 +4,37 @@
 
 namespace orvantine {
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString reasonOf(WriteFault fault)
+{
+    switch (fault) {
+    case WriteFault::NoRoom:
+        return u"Der Datenträger ist voll."_s;
+    case WriteFault::ReadOnlyDisk:
+        return u"Der Datenträger ist schreibgeschützt."_s;
+    case WriteFault::NoRights:
+        return u"Die Datei ist schreibgeschützt, oder es fehlen die Rechte."_s;
+    case WriteFault::Disk:
+        return u"Der Datenträger meldet einen Fehler."_s;
+    case WriteFault::NoSuchPlace:
+        return u"Unter diesem Namen lässt sich keine Datei anlegen."_s;
+    case WriteFault::NoSafePlace:
+        return u"Die bisherige Fassung kann nicht aufbewahrt werden."_s;
+    }
+    return {};
+}
+
+} // namespace
+
+void tellFault(Root& root)
+{
+    if (const std::optional<WriteFault> fault = root.files.takeFault())
+        showQuietly(root, u"Nicht gespeichert: "_s + reasonOf(*fault));
+}
+
 void showQuietly(Root& root, const QString& text)
 {
     root.quietLine.Caption = text;

@@ -10,6 +10,9 @@ struct Root;
 /// without a box, or why something was not saved.
 void showQuietly(Root& root, const QString& text);
 
+/// Says what the command that ends now could not save, if there is anything.
+void tellFault(Root& root);
+
 /// The line has been seen long enough.
 void quietTimer_Tick(Root& root);
 

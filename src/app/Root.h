@@ -161,6 +161,8 @@ struct Root : RootMenus
     bool ending = false;
     /// How many missing playlists the last load found.
     int missingPlaylists = 0;
+    /// The catalogue came of a read that failed: it is not saved, and no key is written, until one was whole.
+    bool databaseDoubted = false;
     /// Number of the last key that a row of the catalogue was given.
     int lastRowKey = 0;
     TooltipsClass TT;

@@ -188,7 +188,7 @@ void markAllFavourites(Root& root)
 
 bool isWholeCatalogue(const Root& root)
 {
-    return root.LListView1.count() > 0 && !isFiltered(root);
+    return root.LListView1.count() > 0 && !isFiltered(root) && !root.databaseDoubted;
 }
 
 } // namespace orvantine

@@ -5,6 +5,7 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/FormResize.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -67,8 +68,13 @@ void mnuLaden_Click(Root& root)
         setFiltered(root, false);
     root.nAnzeige.Caption = u"(0)"_s;
     root.missingPlaylists = 0;
+    const int failedReads = root.services.profiles.failedReads();
     if (!command.yield() || !loadRows(root, command))
         return;
+    root.databaseDoubted = root.services.profiles.failedReads() != failedReads;
+    if (root.databaseDoubted)
+        showQuietly(
+            root, u"Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist."_s);
 
     if (list.count() > 0) {
         if (!command.pause(1.0))

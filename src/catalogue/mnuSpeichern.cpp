@@ -4,6 +4,7 @@
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
 #include "app/IniFiles.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -17,18 +18,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void backUpOnceADay(Root& root)
+/// False if a copy was due and could not be made: the extras of the rows come from it.
+bool backUpOnceADay(Root& root)
 {
     const QString database = databaseFile(root);
     if (!Dateiexistenz::FileExists(root, database))
-        return;
+        return true;
     const std::optional<QDateTime> changed = root.files.modified(database);
     const QString today = dateText(root.services.events.now().date());
-    const WholeChange together(root.files);
+    WholeChange together(root.files);
+    bool kept = true;
     if (!changed || dateText(changed->date()) != today)
-        backUp(root, database, backupFile(root));
-    if (!Dateiexistenz::FileExists(root, backupFile(root)))
-        backUp(root, database, backupFile(root));
+        kept = backUp(root, database, backupFile(root));
+    if (kept && !Dateiexistenz::FileExists(root, backupFile(root)))
+        kept = backUp(root, database, backupFile(root));
+    return together.end() && kept;
 }
 
 /// A row as it is stored. Required: the extras stay with the position, as the copy of the old order has them.
@@ -58,6 +62,8 @@ void writeRows(Root& root)
 void mnuSpeichern_Click(Root& root)
 {
     ListView& list = root.LListView1;
+    if (root.databaseDoubted)
+        showQuietly(root, u"Nicht gespeichert: Die Datenbank konnte nicht ganz gelesen werden."_s);
     if (!isWholeCatalogue(root))
         return;
 
@@ -66,7 +72,7 @@ void mnuSpeichern_Click(Root& root)
     if (!command.yield())
         return;
 
-    backUpOnceADay(root);
+    const bool kept = backUpOnceADay(root);
 
     if (root.LListView2.count() > 0) {
         if (readSetting(root, u"AutoTag"_s).is(1)) {
@@ -85,7 +91,8 @@ void mnuSpeichern_Click(Root& root)
         command.endWait();
     }
 
-    writeRows(root);
+    if (kept)
+        writeRows(root);
 
     showTrackHeading(root);
     if (root.mnuPositionen.Checked.value())

@@ -188,10 +188,12 @@ void showEigenschaften(Root& root)
     form.tPlaylistname.Text = name;
     form.tPlayliste.Text = playlistPath(root, row);
     form.shown = identityOf(root, row);
+    const int failedReads = root.services.profiles.failedReads();
     form.tDatum.Text = labelsTellOf(root, row)
                            ? root.tDatum.Caption.value()
                            : indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Date);
     form.tBeschreibung.Text = indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
+    form.doubted = root.services.profiles.failedReads() != failedReads;
     form.tAlbumCover.Text = coverFile(root, name);
     root.services.forms.show(form);
 }
@@ -211,7 +213,9 @@ void Eigenschaften_BReady_Click(Root& root)
         return;
 
     {
-        const WholeChange together(root.files);
+        WholeChange together(root.files);
+        if (form.doubted)
+            together.fail();
         const QString old = playlistName(root, row);
         if (old != form.tPlaylistname.Text)
             renameCovers(root, old, form.tPlaylistname.Text);

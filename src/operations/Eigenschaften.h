@@ -32,6 +32,8 @@ struct Eigenschaften : Form
 
     /// The entry that is shown.
     RowIdentity shown;
+    /// Not all of it could be read: what was left empty is not written back.
+    bool doubted = false;
 };
 
 void setUpEigenschaften(Root& root);

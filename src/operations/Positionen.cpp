@@ -46,11 +46,13 @@ void writeRow(Root& root, int place, int number)
     writeFilledValues(root, databaseFile(root), place + 1, entry);
 }
 
-/// Rewrites the section in the order of the lines. False if the program has ended.
-bool rewriteIndex(Root& root, Command& command, const QStringList& lines)
+enum class Rewritten { Yes, No, Ended };
+
+/// Rewrites the section in the order of the lines.
+Rewritten rewriteIndex(Root& root, Command& command, const QStringList& lines)
 {
     const QString database = databaseFile(root);
-    const WholeChange together(root.files, WholeChange::Events::Served);
+    WholeChange together(root.files, WholeChange::Events::Served);
 
     if (Dateiexistenz::FileExists(root, backupFile(root)))
         root.files.remove(backupFile(root));
@@ -66,7 +68,10 @@ bool rewriteIndex(Root& root, Command& command, const QStringList& lines)
         // The catalogue is written to its end, whatever comes in between.
         goesOn = command.yield() && goesOn;
     }
-    return goesOn;
+    const bool stands = together.end();
+    if (!goesOn)
+        return Rewritten::Ended;
+    return stands ? Rewritten::Yes : Rewritten::No;
 }
 
 void BReady_Click(Root& root, Positionen& form)
@@ -77,8 +82,11 @@ void BReady_Click(Root& root, Positionen& form)
     form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
 
     Command command(root);
+    const Rewritten rewritten = rewriteIndex(root, command, form.LSortView.List);
+    if (rewritten == Rewritten::Ended)
+        return;
     // Required: the name in the message is not that of the file.
-    if (!rewriteIndex(root, command, form.LSortView.List) ||
+    if (rewritten == Rewritten::Yes &&
         !command.ask({.text = u"Es wurde eine Datensicherungsdatei unter ''Orvanten.bak'' erstellt.   "_s,
                       .title = u" Orvanten Manager"_s,
                       .icon = MessageIcon::Information}))

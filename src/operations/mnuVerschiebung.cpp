@@ -80,6 +80,8 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
         PlayResource(root, u"Stop"_s);
 
     const int neighbour = index == Up ? row - 1 : row + 1;
+    // What cannot be read now must not be written back empty.
+    const WholeChange together(root.files, WholeChange::Events::Served);
     const CatalogueEntry neighbourEntry = readEntry(root, databaseFile(root), neighbour);
     const RowIdentity playlist = identityOf(root, row);
 
@@ -106,7 +108,6 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
         writeMovedRow(root, place, extras);
     };
 
-    const WholeChange together(root.files, WholeChange::Events::Served);
     root.mnuSpeichern.Click();
     root.bMoveDown.Tag = u"0"_s;
     const bool goesOn = command.yield();
@@ -127,11 +128,9 @@ void mnuVerschiebung_Click(Root& root, int index)
         return;
     ChecksOff checks(root);
 
-    if (Dateiexistenz::FileExists(root, databaseFile(root))) {
-        // The next save takes the extras from the copy: half of one would lose them.
-        const WholeChange together(root.files);
-        backUp(root, databaseFile(root), backupFile(root));
-    }
+    // The next save takes the extras from the copy: that of another day would lose them.
+    if (Dateiexistenz::FileExists(root, databaseFile(root)) && !backUp(root, databaseFile(root), backupFile(root)))
+        return;
 
     Command command(root);
     if (!command.pause(1.0))

@@ -2,6 +2,7 @@
 
 #include "app/AudioTypes.h"
 #include "app/ColumnWidths.h"
+#include "app/Columns.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -45,6 +46,15 @@ QString nameOf(const QString& file)
     return FileDirPath::hasSeparator(file) || AudioTypes::endsInMp3(file) ? FileDirPath::titleOf(file) : file;
 }
 
+/// The list takes tracks, and its file as well.
+bool mayAppend(Root& root)
+{
+    if (!ownTracks(root))
+        return false;
+    const QString& path = root.trackList.path();
+    return path.isEmpty() || root.files.claimWrite(path);
+}
+
 void append(Root& root, TrackList::Hold& hold, const QString& file, Existence existence)
 {
     const bool first = root.LListView2.count() == 0;
@@ -74,16 +84,29 @@ void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
     hold.follow(*own);
 }
 
-void writeList(Root& root, TrackList::Hold& hold)
+/// False if the file is as it was.
+bool writeList(Root& root, TrackList::Hold& hold)
 {
     const QString playlist = root.trackList.path();
-    const WholeChange together(root.files);
+    WholeChange together(root.files);
     const ReadText before = root.files.readText(playlist);
     const QString text = root.tPlayliste.Text.value() + u"\r\n"_s;
     if (before.outcome != ReadOutcome::Failed && hold.mayReplace(before.text) && writePlaylist(root, playlist, text))
         hold.written(text);
     if (isUnnamed(playlist))
         moveNewList(root, hold, playlist);
+    return together.end();
+}
+
+/// What could not be written is not shown as if it were.
+void takeBack(Root& root, TrackList::Hold& hold, const QString& linesBefore)
+{
+    const ListView& tracks = root.LListView2;
+    int last = tracks.count();
+    while (last > 1 && tracks.subItem(last, TrackItem::Number).toInt() != tracks.count())
+        --last;
+    hold.remove(last);
+    root.trackList.setLines(linesBefore, root.trackList.path());
 }
 
 void showFirstRow(Root& root, Command& command)
@@ -107,14 +130,15 @@ void AddPlayEntrys(Root& root, const QString& file, int batch)
     if (!isEntry(file) || command.ended())
         return;
     ensurePlaylistFolder(root);
-    if (!ownTracks(root))
+    if (!mayAppend(root))
         return;
     TrackList::Hold hold = root.trackList.hold();
+    const QString lines = root.tPlayliste.Text.value();
     append(root, hold, file, Existence::Asked);
     if (batch != 0)
         setTrackCount(root, rowInSight(root));
-    else
-        writeList(root, hold);
+    else if (!writeList(root, hold) && !root.trackList.path().isEmpty())
+        takeBack(root, hold, lines);
     showFirstRow(root, command);
 }
 
@@ -128,7 +152,7 @@ void AddPlayEntrys(Root& root, const QStringList& files, bool exist)
     if (entries.isEmpty() || command.ended())
         return;
     ensurePlaylistFolder(root);
-    if (!ownTracks(root))
+    if (!mayAppend(root))
         return;
     TrackList::Hold hold = root.trackList.hold();
     const Existence existence = exist ? Existence::Known : Existence::Asked;

@@ -49,6 +49,7 @@ std::optional<QString> convertNml(Root& root, const QString& path)
     if (!Dateiexistenz::FileExists(root, converted)) {
         if (!Dateiexistenz::FileExists(root, path))
             return path;
+        const PartChange alone(root.files);
         const ReadText read = readPlaylist(root, path);
         const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
         if (!read.done() || !writePlaylist(root, converted, result + u"\r\n"_s))
@@ -185,6 +186,7 @@ void showDate(Root& root, int number)
     if (!changed)
         return;
     date = dateText(changed->date());
+    const PartChange alone(root.files);
     writeIndexValue(root, database, number, EntryKey::Date, date);
     root.tDatum.Caption = date;
 }

@@ -64,7 +64,10 @@ ConvertedList convertPlaylist(Root& root, const QString& path)
     if (out.size() < ShortestList)
         return {.lines = {}, .entries = allOrNothing(out, read.text)};
 
-    writePlaylist(root, path, out + u"\r\n"_s);
+    {
+        const PartChange alone(root.files);
+        writePlaylist(root, path, out + u"\r\n"_s);
+    }
     Command command(root);
     if (!command.yield())
         return {};

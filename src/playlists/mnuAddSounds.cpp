@@ -71,9 +71,13 @@ void addAbsent(Root& root, const TrackList::Hold& hold, const QStringList& paths
 {
     qsizetype added = 0;
     // Required: the flag is the count of rows less one, so behind a single row the file is written at once.
-    while (added < paths.size() && root.LListView2.count() < 2 && hold.valid())
-        AddPlayEntrys(root, paths[added++], root.LListView2.count() - 1);
-    if (hold.valid())
+    bool taken = true;
+    while (added < paths.size() && root.LListView2.count() < 2 && hold.valid() && taken) {
+        const int rows = root.LListView2.count();
+        AddPlayEntrys(root, paths[added++], rows - 1);
+        taken = root.LListView2.count() > rows || root.trackList.path().isEmpty();
+    }
+    if (hold.valid() && taken)
         AddPlayEntrys(root, paths.mid(added), true);
 }
 

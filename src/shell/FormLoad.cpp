@@ -46,6 +46,25 @@ bool isFirstInstance(Root& root)
     return false;
 }
 
+/// Says once why nothing can be changed. False if the program has ended.
+bool tellTrouble(const Root& root, Command& command)
+{
+    const std::optional<FilesTrouble> trouble = root.files.trouble();
+    if (!trouble)
+        return true;
+    const QString reason =
+        trouble == FilesTrouble::NoSafePlace
+            ? u"Der Ordner, in dem die bisherigen Fassungen Ihrer Dateien aufbewahrt werden, fehlt oder gehört nicht "
+              u"Ihnen allein.    \n"_s
+            : u"Ein unterbrochener Vorgang kann noch nicht zurückgenommen werden: Der Datenträger ist voll, "
+              u"schreibgeschützt oder nicht erreichbar.    \n"_s;
+    return command
+        .ask({.text = reason + u"Solange das so ist, wird keine Datei geändert."_s,
+              .title = u" Orvanten Manager"_s,
+              .icon = MessageIcon::Exclamation})
+        .has_value();
+}
+
 bool takeCommand(Root& root, Command& command)
 {
     root.startCommand = root.services.start.command;
@@ -258,7 +277,7 @@ bool startUp(Root& root, Command& command)
 {
     Services& services = root.services;
 
-    if (!takeCommand(root, command))
+    if (!takeCommand(root, command) || !tellTrouble(root, command))
         return false;
     DisabledButtons(root, 1);
     root.startup->RVersion.Caption = u"Version "_s + versionText(root);

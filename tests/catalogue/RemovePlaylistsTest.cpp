@@ -285,34 +285,40 @@ TEST_F(RemovePlaylists, TheShownPaneIsAlignedWithTheFrame)
     EXPECT_EQ(root().xpFrame1.Height.value(), root().pCoverBack.Height.value());
 }
 
-TEST_F(RemovePlaylists, AListWhoseCopyOrRemovalFailsIsTakenOutAllTheSame)
+TEST_F(RemovePlaylists, AListWhoseCopyOrRemovalFailsStaysOnTheDiskWithItsPlaceInTheDatabase)
 {
     putThree();
+    const std::string before = bytes(database()).toStdString();
     confirm(u"Eins"_s);
     catalogue().select(1);
     desktop.log.failNext(u"files.copy"_s, 2);
     root().mnuLöschen.Click();
     EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/Eins.bak"_s).toStdString());
-    EXPECT_FALSE(exists(listPath(u"Eins"_s)));
-    EXPECT_EQ(2, catalogue().count());
+    EXPECT_TRUE(exists(listPath(u"Eins"_s)));
+    EXPECT_EQ(before, bytes(database()).toStdString());
+    EXPECT_EQ(2, catalogue().count()) << "the rows stay as the user made them";
+    EXPECT_EQ("Nicht gespeichert: Der Datenträger meldet einen Fehler.",
+              root().quietLine.Caption.value().toStdString());
 
     confirm(u"Zwei"_s);
     catalogue().select(1);
     desktop.log.failNext(u"files.remove"_s);
     root().mnuLöschen.Click();
     EXPECT_TRUE(exists(listPath(u"Zwei"_s)));
+    EXPECT_EQ(before, bytes(database()).toStdString());
     EXPECT_EQ(1, catalogue().count());
 }
 
-TEST_F(RemovePlaylists, AFailingCopyLeavesTheRestToGoOn)
+TEST_F(RemovePlaylists, WithoutACopyOfTheDatabaseNothingIsRemoved)
 {
     putThree();
+    const std::string before = bytes(listPath(u"Eins"_s)).toStdString();
     confirm(u"Eins"_s);
     catalogue().select(1);
     desktop.log.failNext(u"files.copy"_s);
     root().mnuLöschen.Click();
     EXPECT_EQ(2, catalogue().count());
-    EXPECT_EQ("(missing)", bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_EQ(before, bytes(listPath(u"Eins"_s)).toStdString());
 }
 
 TEST_F(RemovePlaylists, AnotherRowInItsPlaceWhileTheBoxIsUpStaysUntouched)

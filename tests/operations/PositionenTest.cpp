@@ -137,42 +137,26 @@ TEST_F(Reordering, WhileReadyWorksTheDialogIsLockedAndSaysSo)
     });
 }
 
-TEST_F(Reordering, WithoutABackupOnlyTheIdsAreLeft)
-{
-    startWith(1);
-    openDialog([this] {
-        desktop.log.failNext(u"files.copy"_s);
-        confirm();
-    });
-    EXPECT_EQ("000|-|-|-|-|-|0|", keys(1));
-    EXPECT_EQ(0, catalogue().count());
-    EXPECT_EQ("0", catalogue().Tag.toStdString());
-}
-
-TEST_F(Reordering, AKeyThatCannotBeWrittenIsSkippedByReady)
+TEST_F(Reordering, AStepOfReadyThatFailsLeavesDatabaseAndCopyAsTheyWereAndNoBoxSpeaksOfACopy)
 {
     startWith(1);
     setting(u"Error"_s, dwordSetting(0));
-    openDialog([this] {
-        desktop.log.failNext(u"files.appendBytes"_s, 5);
-        confirm();
-    });
-    EXPECT_EQ("000|Eins|Eins.m3u|2|-|01.01.2001|0|", keys(1));
-    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2));
-    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001|0|", keys(3));
-    EXPECT_EQ(1U, desktop.messages.take().size());
-}
-
-TEST_F(Reordering, ABackupThatCannotBeDeletedIsOverwritten)
-{
-    startWith(1);
     const std::string before = databaseText();
-    openDialog([this] {
-        desktop.log.failNext(u"files.remove"_s);
-        confirm();
-    });
-    EXPECT_EQ(before, backupText());
-    EXPECT_EQ("001|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(2));
+    for (const auto& [call, number] : {std::pair{u"files.copy"_s, 1}, std::pair{u"files.remove"_s, 1},
+                                       std::pair{u"files.replaceBytes"_s, 1}, std::pair{u"files.appendBytes"_s, 5}}) {
+        openDialog([this, call, number] {
+            form().LSortView.move(2, 0);
+            put(backup(), "[Index]\r\n1b=Frueher\r\n");
+            desktop.log.failNext(call, number);
+            form().BReady.Click();
+        });
+        EXPECT_EQ(before, databaseText()) << call.toStdString();
+        EXPECT_EQ("[Index]\r\n1b=Frueher\r\n", backupText()) << call.toStdString();
+        EXPECT_EQ("Eins Zwei *Drei", names()) << "the catalogue is loaded again";
+        EXPECT_EQ("", boxes());
+        EXPECT_TRUE(root().quietLine.Visible.value());
+        EXPECT_FALSE(form().Visible.value());
+    }
 }
 
 TEST_F(Reordering, ANameWithATabLosesItsNumber)

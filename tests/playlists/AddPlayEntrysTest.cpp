@@ -277,10 +277,13 @@ TEST_F(AddTracks, ANewListStaysWhereItIsIfItCannotMove)
     desktop.log.failNext(u"files.copy"_s);
     AddPlayEntrys(root(), putTrack(u"c"_s), 0);
     EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ(0, tracks().count()) << "what could not be written is not shown";
+    EXPECT_EQ("Nicht gespeichert: Der Datenträger meldet einen Fehler.",
+              root().quietLine.Caption.value().toStdString());
     catalogue().setSubItem(2, 1, u"../böse"_s);
     AddPlayEntrys(root(), putTrack(u"d"_s), 0);
     EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
-    EXPECT_EQ("/m/c.mp3\r\n/m/d.mp3\r\n\r\n", bytes(fresh).toStdString());
+    EXPECT_EQ("/m/d.mp3\r\n\r\n", bytes(fresh).toStdString());
 }
 
 TEST_F(AddTracks, TracksGoToTheListInSightWhicheverRowIsSelected)
