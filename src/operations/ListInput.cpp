@@ -2,7 +2,6 @@
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
-#include "app/Dateiexistenz.h"
 #include "app/DisabledButtons.h"
 #include "app/PlayButtons.h"
 #include "app/Root.h"
@@ -29,7 +28,7 @@ void LListView1_Click(Root& root)
         return;
     const QString path = playlistPath(root, row);
     Command command(root);
-    if (!Dateiexistenz::FileExists(root, path)) {
+    if (!isPlaylistThere(root, path)) {
         const std::optional<Answer> answer =
             command.ask({.text = u"Die folgende Wiedergabeliste ist nicht vorhanden: \n"_s + path,
                          .title = u" "_s + playlistName(root, row),

@@ -333,6 +333,12 @@ QString openRow(Root& root, int row)
     return path;
 }
 
+bool isPlaylistThere(const Root& root, const QString& path)
+{
+    return Dateiexistenz::FileExists(root, path) ||
+           (isNml(path) && Dateiexistenz::FileExists(root, convertedPlace(root, path)));
+}
+
 void LoadPlayEntrysTmp(Root& root)
 {
     root.LListView1.Click();

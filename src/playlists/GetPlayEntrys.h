@@ -17,6 +17,9 @@ void GetPlayEntrys(Root& root, QString& path);
 /// list's path as `GetPlayEntrys` leaves it. Without such a row nothing is marked any more.
 QString openRow(Root& root, int row);
 
+/// Whether a read finds the list: its file, or the one that it was converted to.
+[[nodiscard]] bool isPlaylistThere(const Root& root, const QString& path);
+
 /// Runs the click handler of the catalogue, which loads the selected playlist unless it is marked as loaded.
 void LoadPlayEntrysTmp(Root& root);
 /// The same whatever is marked: the mark may stand on a row whose tracks are not the ones shown.

@@ -25,6 +25,36 @@ protected:
         start();
     }
 
+    /// A catalogue with a list that stands, open, behind an NML list whose file is gone.
+    void openMissing()
+    {
+        putDatabase(indexRow(1, {.name = u"Set"_s, .path = u"/m/Set.nml"_s}) +
+                    indexRow(2, {.name = u"Zuletzt"_s, .path = putList(u"Zuletzt"_s, {putTrack(u"a"_s)})}));
+        desktop.messages.answer(Answer::Ok, u" Wiedergabelisten überprüfen"_s,
+                                u"Es wurden 1 nicht vorhandene Playlisten in der Datenbank gefunden.    \n"
+                                u"Überprüfen Sie bitte die Datenbankeinträge oder die Quelldateien."_s);
+        start();
+        desktop.messages.take();
+    }
+    /// The click asks whether to try, and the read where the list has gone; the user chooses this one.
+    void clickAndChoose(const QString& file)
+    {
+        desktop.messages.answer(Answer::Retry, u" Set"_s,
+                                u"Die folgende Wiedergabeliste ist nicht vorhanden: \n/m/Set.nml"_s);
+        desktop.messages.answer(Answer::Yes, u" Songinformationen"_s,
+                                u"Die Wiedergabeliste wurde verschoben und kann nicht gelesen werden.    \nMöchten Sie "
+                                u"jetzt die Wiedergabeliste im Dateisystem auswählen ?"_s);
+        desktop.choosers.open(file);
+        click(1);
+    }
+    [[nodiscard]] std::string paths()
+    {
+        QStringList texts;
+        for (int row = 1; row <= tracks().count(); ++row)
+            texts += tracks().subItem(row, 3);
+        return texts.join(u' ').toStdString();
+    }
+
     QByteArray before;
 };
 
@@ -122,6 +152,58 @@ TEST_F(Nml, AnM3uThatCannotBeWrittenLeavesTheRowAndMakesNoFile)
     EXPECT_EQ(location(u"eins.mp3"_s, u"/m/"_s).toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
     EXPECT_EQ("Set", root().tPlaylisteinträge.Caption.value().toStdString());
     EXPECT_TRUE(root().LListView1.Enabled.value());
+}
+
+TEST_F(Nml, AMissingOneIsNotConvertedAndTheQuestionForAMissingListComes)
+{
+    openMissing();
+    desktop.messages.answer(Answer::Cancel, u" Set"_s,
+                            u"Die folgende Wiedergabeliste ist nicht vorhanden: \n/m/Set.nml"_s);
+    click(1);
+    EXPECT_EQ("/m/Set.nml", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ("/m/a.mp3", paths());
+    EXPECT_EQ("2", catalogue().Tag.toStdString());
+}
+
+TEST_F(Nml, AMissingOneWhoseM3uStandsIsOpenedWithoutAQuestion)
+{
+    openMissing();
+    putList(u"Set"_s, {putTrack(u"eins"_s), putTrack(u"zwei"_s)});
+    click(1);
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/eins.mp3 /m/zwei.mp3", paths());
+    EXPECT_EQ("Set", root().tPlaylisteinträge.Caption.value().toStdString());
+    EXPECT_EQ("1", catalogue().Tag.toStdString());
+}
+
+TEST_F(Nml, AMissingOneThatIsReplacedByAnotherKindGoesOnAsItsM3u)
+{
+    openMissing();
+    put(u"/neu/ort.m3u"_s, "/m/eins.mp3\r\n/m/zwei.mp3\r\n");
+    putTrack(u"eins"_s);
+    putTrack(u"zwei"_s);
+    clickAndChoose(u"/neu/ort.m3u"_s);
+    EXPECT_EQ("(missing)", bytes(u"/m/Set.nml"_s).toStdString()) << "no M3U text under the name of an NML";
+    EXPECT_EQ("/m/eins.mp3\r\n/m/zwei.mp3\r\n\r\n", bytes(listPath(u"Set"_s)).toStdString());
+    EXPECT_EQ("/m/eins.mp3\r\n/m/zwei.mp3\r\n", bytes(u"/neu/ort.m3u"_s).toStdString());
+    EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/eins.mp3 /m/zwei.mp3", paths());
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 1));
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 3));
+}
+
+TEST_F(Nml, AMissingOneThatIsReplacedByItsKindComesBackAndIsConverted)
+{
+    openMissing();
+    const QByteArray nml = (location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8();
+    put(u"/neu/ort.nml"_s, nml);
+    putTrack(u"eins"_s);
+    clickAndChoose(u"/neu/ort.nml"_s);
+    EXPECT_EQ(nml.toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
+    EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/eins.mp3", paths());
 }
 
 } // namespace orvantine::fake
