@@ -144,7 +144,7 @@ int run()
     RemoteControl face(root, [] { return QApplication::activeModalWidget() != nullptr; });
     MprisBus bus(face, QCoreApplication::applicationName(), QGuiApplication::desktopFileName());
     const PlainTips plainTips;
-    const SessionEnd sessionEnd([&root] { endBySession(root); });
+    const SessionEnd sessionEnd([&window] { window.endSession(); });
     QTimer::singleShot(0, &window, [&root, &window, &bus] {
         Form_Load(root);
         // Behind the events that draw it.

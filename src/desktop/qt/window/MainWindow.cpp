@@ -72,18 +72,18 @@ MainWindow::MainWindow(Root& root) : m_root(root)
     m_menus.fill(*menuBar(), orvantine::menuBar(root));
 
     auto* const centre = new QWidget(this);
-    auto* const splitter = new QSplitter(Qt::Horizontal, centre);
-    m_catalogue = new CataloguePane(root, splitter);
-    m_playlist = new PlaylistPane(root, splitter);
-    splitter->setChildrenCollapsible(false);
-    splitter->setStretchFactor(0, 0);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({CatalogueWidth, 4 * CatalogueWidth});
-    keepSplitter(*splitter);
+    m_splitter = new QSplitter(Qt::Horizontal, centre);
+    m_catalogue = new CataloguePane(root, m_splitter);
+    m_playlist = new PlaylistPane(root, m_splitter);
+    m_splitter->setChildrenCollapsible(false);
+    m_splitter->setStretchFactor(0, 0);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes({CatalogueWidth, 4 * CatalogueWidth});
+    keepSplitter();
     auto* const layout = new QVBoxLayout(centre);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(splitter, 1);
+    layout->addWidget(m_splitter, 1);
     layout->addWidget(new PlayerBar(root, centre));
     setCentralWidget(centre);
     makeBusyPanel(centre);
@@ -139,21 +139,26 @@ void MainWindow::makeBusyPanel(QWidget* centre)
 }
 
 /// Where the user drew the edge between the two panes, it stays.
-void MainWindow::keepSplitter(QSplitter& splitter)
+void MainWindow::keepSplitter()
 {
-    const auto show = [&splitter](Twips width) {
-        const QList<int> sizes = splitter.sizes();
+    const auto show = [this](Twips width) {
+        const QList<int> sizes = m_splitter->sizes();
         const int room = std::accumulate(sizes.begin(), sizes.end(), 0);
         const int pixels = pixelsOf(width);
         if (pixels > 0 && sizes.constFirst() != pixels)
-            splitter.setSizes({pixels, std::max(room - pixels, 1)});
+            m_splitter->setSizes({pixels, std::max(room - pixels, 1)});
     };
     m_bindings.follow(m_root.CatalogueWidth, show);
     m_splitterLater.setSingleShot(true);
     m_splitterLater.setInterval(NoteAfter);
-    connect(&splitter, &QSplitter::splitterMoved, this, [this] { m_splitterLater.start(); });
-    connect(&m_splitterLater, &QTimer::timeout, this,
-            [this, &splitter] { noteCatalogueWidth(m_root, twipsOf(splitter.sizes().constFirst())); });
+    connect(m_splitter, &QSplitter::splitterMoved, this, [this] { m_splitterLater.start(); });
+    connect(&m_splitterLater, &QTimer::timeout, this, [this] { noteSplitter(); });
+}
+
+void MainWindow::noteSplitter()
+{
+    m_splitterLater.stop();
+    noteCatalogueWidth(m_root, twipsOf(m_splitter->sizes().constFirst()));
 }
 
 /// Stands over the lists for a moment; a screen reader hears of it at once.
@@ -242,9 +247,15 @@ void MainWindow::closeEvent(QCloseEvent* event)
     if (m_closing)
         return;
     m_closing = true;
-    notePlace();
+    noteNow();
     Form_QueryUnload(m_root);
     m_closing = false;
+}
+
+void MainWindow::endSession()
+{
+    noteNow();
+    endBySession(m_root);
 }
 
 void MainWindow::resizeEvent(QResizeEvent* event)
@@ -373,6 +384,13 @@ void MainWindow::showVisible()
         activateWindow();
     else
         (*shown)->activateWindow();
+}
+
+void MainWindow::noteNow()
+{
+    if (m_splitterLater.isActive())
+        noteSplitter();
+    notePlace();
 }
 
 void MainWindow::notePlace()

@@ -25,6 +25,9 @@ public:
     explicit MainWindow(Root& root);
     ~MainWindow() override;
 
+    /// The session ends, and the program with it.
+    void endSession();
+
 protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
@@ -40,7 +43,8 @@ private:
     void makeQuietLine(QWidget* centre);
     void placeQuietLine();
     void placeOverlays();
-    void keepSplitter(QSplitter& splitter);
+    void keepSplitter();
+    void noteSplitter();
     void openMenuBar();
     void showPlace();
     void showSize();
@@ -50,12 +54,15 @@ private:
     void minimise();
     /// The window's own place and size go to Root.
     void notePlace();
+    /// What was drawn and moved a moment ago goes to Root at once: nobody waits for it any more.
+    void noteNow();
 
     Root& m_root;
     CataloguePane* m_catalogue = nullptr;
     PlaylistPane* m_playlist = nullptr;
     QWidget* m_busy = nullptr;
     QWidget* m_quiet = nullptr;
+    QSplitter* m_splitter = nullptr;
     QTimer m_splitterLater;
     std::unique_ptr<Balloons> m_tips;
     QTimer m_minimiseLater;
