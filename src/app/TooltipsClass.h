@@ -31,7 +31,7 @@ public:
     int Margin = 0;
     /// Below the middle of the control.
     bool CenteredTooltip = false;
-    /// The mouse reaches what lies below: tips of this desktop always let it.
+    /// The mouse reaches what lies below.
     bool Transparent = true;
     TipAlignment Alignment = TipAlignment::Left;
     /// Pixels; lines are broken there. 0: as wide as the text.

@@ -7,6 +7,9 @@
 #include <QHelpEvent>
 #include <QTimer>
 #include <QToolTip>
+#include <QWindow>
+
+#include <algorithm>
 
 namespace orvantine {
 
@@ -49,6 +52,15 @@ QString wordOf(TooltipsClass::TipAlignment alignment)
     return u"left"_s;
 }
 
+QWindow* shownTip()
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto tip = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+        return window->isVisible() && window->inherits("QTipLabel");
+    });
+    return tip == windows.end() ? nullptr : (*tip)->windowHandle();
+}
+
 } // namespace
 
 Balloons::Balloons(const TooltipsClass& tips, QWidget& window) : m_tips(tips)
@@ -84,12 +96,13 @@ bool Balloons::eventFilter(QObject* watched, QEvent* event)
     if (m_tips.ShowMode == TooltipsClass::TipShowMode::Never)
         return true;
     const QPoint mouse = static_cast<QHelpEvent*>(event)->globalPos();
-    if (m_tips.Show.count() == 0) {
+    const std::chrono::milliseconds rest = QToolTip::isVisible() ? m_tips.ReShow : m_tips.Show;
+    if (rest.count() == 0) {
         show(*control, mouse);
         return true;
     }
     // On top of the time that the toolkit has waited already.
-    QTimer::singleShot(m_tips.Show, control, [this, control, mouse] {
+    QTimer::singleShot(rest, control, [this, control, mouse] {
         if (control->underMouse())
             show(*control, mouse);
     });
@@ -106,6 +119,8 @@ void Balloons::show(const QWidget& control, const QPoint& mouse) const
     const int shown = m_tips.AutoHide.count() > 0 ? static_cast<int>(m_tips.AutoHide.count()) : -1;
     QToolTip::showText(place, content(m_tips, control.toolTip()), const_cast<QWidget*>(&control), control.rect(),
                        shown);
+    if (QWindow* const tip = shownTip())
+        tip->setFlag(Qt::WindowTransparentForInput, m_tips.Transparent);
 }
 
 } // namespace orvantine
