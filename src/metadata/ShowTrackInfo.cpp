@@ -32,6 +32,11 @@ void clearLabels(Root& root)
         label->Caption = QString();
 }
 
+bool isLibraryThere(const Root& root)
+{
+    return Dateiexistenz::FileExists(root, programFile(root, u"Orvantine.dll"_s));
+}
+
 /// False where the library or the track's file is missing; told only in a visible window.
 bool passesChecks(Root& root, Command& command)
 {
@@ -44,7 +49,7 @@ bool passesChecks(Root& root, Command& command)
 
     if (seen() && missing() && errors())
         ShowFeatureTip(root, 715);
-    if (!Dateiexistenz::FileExists(root, programFile(root, u"Orvantine.dll"_s))) {
+    if (!isLibraryThere(root)) {
         if (seen())
             command.tell({.text = u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s,
                           .title = u" Fehlerhafte Systemdatei"_s,
@@ -77,17 +82,11 @@ QString timeOfDay(int seconds)
     return QString::number(seconds / 3600) + u':' + padded(seconds / 60 % 60, 2) + u':' + padded(seconds % 60, 2);
 }
 
-} // namespace
-
-void ShowTrackInfo(Root& root, int, int)
+void refresh(Root& root, Command& command)
 {
     constexpr Twips SymbolAlone = 1560;
     constexpr Twips SymbolBesideText = 1260;
     constexpr Twips Margin = 1170;
-
-    Command command(root);
-    if (!root.suchen->Visible.value() && !passesChecks(root, command))
-        return;
 
     clearLabels(root);
     if (root.LListView2.count() > 0)
@@ -103,6 +102,29 @@ void ShowTrackInfo(Root& root, int, int)
     for (const int label : {1, 2})
         root.sAnzeige[label].Width = std::min(root.sAnzeige[label].Width.value(), root.xpFrame1.Width.value() - Margin);
 
+    root.Timer2.Tick();
+    command.lastYield();
+}
+
+} // namespace
+
+void ShowTrackInfo(Root& root, int, int)
+{
+    Command command(root);
+    if (root.suchen->Visible.value() || passesChecks(root, command))
+        refresh(root, command);
+}
+
+void showSelectedTrack(Root& root)
+{
+    if (!isLibraryThere(root))
+        return;
+    Command command(root);
+    if (Dateiexistenz::FileExists(root, selectedTrackPath(root)))
+        return refresh(root, command);
+    clearLabels(root);
+    for (const int label : {0, 1, 2})
+        root.sAnzeige[label].Caption = QString();
     root.Timer2.Tick();
     command.lastYield();
 }

@@ -6,6 +6,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "metadata/SelectedTrack.h"
+#include "metadata/ShowTrackInfo.h"
 #include "metadata/TrackNames.h"
 #include "platform/FileDirPath.h"
 #include "playlists/GetPlayEntrys.h"
@@ -75,7 +76,8 @@ void readAgain(Root& root, Command& command, int back, int top)
         root.trackList.doubt();
         if (ownTracks(root) && back != 0)
             root.LListView2.select(back);
-        return showFrom(root.LListView2, top);
+        showFrom(root.LListView2, top);
+        return showSelectedTrack(root);
     }
     const QString path = openRow(root, row);
     if (root.LListView1.selectedRow() == row)
@@ -90,6 +92,7 @@ void readAgain(Root& root, Command& command, int back, int top)
     if (back != 0)
         root.LListView2.select(back);
     showFrom(root.LListView2, top);
+    showSelectedTrack(root);
 }
 
 } // namespace

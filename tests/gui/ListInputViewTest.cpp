@@ -304,6 +304,32 @@ TEST_F(ListInputView, ARightPressSelectsTheRowBeforeTheMenuComesUp)
     EXPECT_EQ(taken(), "");
 }
 
+TEST_F(ListInputView, BehindARightPressTheTitleIsThatOfTheSelectedTrack)
+{
+    const QString path = root.LListView2.subItem(5, 3);
+    ASSERT_TRUE(desktop.disk().makeFolder(desktop.folders.program) || desktop.disk().isFolder(desktop.folders.program));
+    ASSERT_TRUE(desktop.disk().writeBytes(desktop.folders.program + u"/Orvantine.dll"_s, "x"));
+    desktop.memory()->put(path, "mp3");
+    desktop.tags.tracks[path] = {.title = u"Halb sechs"_s, .artist = u"Trio Morgenrot"_s};
+    ReportList& list = view(root.LListView2);
+    QStringList titles;
+    const auto press = [&](int row) {
+        QTimer::singleShot(0, &list, [&] {
+            titles += root.sAnzeige[1].Caption.value() + u'|' + root.sAnzeige[2].Caption.value();
+            if (QWidget* const menu = QApplication::activePopupWidget())
+                menu->close();
+        });
+        const QPoint place = list.visualRect(root.LListView2.index(row - 1, 2)).center();
+        QTest::mousePress(list.viewport(), Qt::RightButton, {}, place);
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list.viewport(), &menu);
+    };
+    press(5);
+    press(3);
+    EXPECT_EQ(titles.join(u", "_s).toStdString(), "Halb sechs|Trio Morgenrot, |") << "row 3 has no file";
+    EXPECT_EQ(taken(), "") << "it was no click";
+}
+
 TEST_F(ListInputView, ARowTellsPlaceCountAndStateInWords)
 {
     const auto said = [](const ListView& list, int row, int column) {

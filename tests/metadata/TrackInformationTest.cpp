@@ -40,12 +40,56 @@ TEST_F(TrackInformation, ShowsTheSelectedTrackAndAsksTheLibraryTwice)
     EXPECT_EQ("", boxes());
 }
 
-TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndAsksForNoTrack)
+TEST_F(TrackInformation, TheTwoArgumentsAreNotUsed)
+{
+    addTrack(u"a.mp3"_s, Tagged);
+    addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
+    tracks().select(1);
+    const std::pair<int, int> cases[] = {{1, 1}, {2, 0}, {0, 7}, {-5, -1}, {32767, 2}};
+    for (const auto& [index, flag] : cases) {
+        SCOPED_TRACE(index);
+        root().sAnzeige[1].Caption = QString();
+        const int before = reads();
+        ShowTrackInfo(root(), index, flag);
+        EXPECT_EQ(u"Titel"_s, root().sAnzeige[1].Caption.value());
+        EXPECT_EQ(2, reads() - before);
+    }
+}
+
+TEST_F(TrackInformation, AnEmptyTrackListClearsTheLabelsAndStillRunsTheReader)
 {
     root().sTitle.Caption = u"alt"_s;
+    root().sTrack.Caption = u"alt"_s;
+    root().sAnzeige[0].Visible = false;
     ShowTrackInfo(root(), 0, 0);
     EXPECT_EQ(u""_s, root().sTitle.Caption.value());
-    EXPECT_EQ("", lines(libraryCalls()));
+    // What the reader alone sets.
+    EXPECT_EQ(u"0"_s, root().sTrack.Caption.value());
+    EXPECT_TRUE(root().sAnzeige[0].Visible.value());
+    EXPECT_EQ("", lines(libraryCalls())) << "there is no track to ask for";
+}
+
+TEST_F(TrackInformation, ATrackThatIsSelectedByTheWayIsShownWithoutAWord)
+{
+    addTrack(u"a.mp3"_s, Tagged);
+    ShowTrackInfo(root(), 1, 1);
+    addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
+    showSelectedTrack(root());
+    EXPECT_EQ("B\nZwei\n\n\n\n0\n128\n00:01:00", labels());
+    EXPECT_EQ(u"Zwei"_s, root().sAnzeige[1].Caption.value());
+    addRow(music(u"weg.mp3"_s));
+    showSelectedTrack(root());
+    EXPECT_EQ("\n\n\n\n\n\n\n", labels());
+    EXPECT_EQ(u""_s, root().sAnzeige[1].Caption.value());
+    EXPECT_EQ(u""_s, root().sAnzeige[2].Caption.value());
+    EXPECT_EQ("", boxes());
+
+    tracks().select(1);
+    desktop.disk().remove(library());
+    const int before = reads();
+    showSelectedTrack(root());
+    EXPECT_EQ(before, reads());
+    EXPECT_EQ("", boxes());
 }
 
 TEST_F(TrackInformation, WithoutTheLibrarysFileARefreshStopsWithTheMessage)

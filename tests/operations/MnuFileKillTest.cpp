@@ -56,6 +56,26 @@ TEST_F(TrackListOperations, ARemovalLeavesTheRowsWhereTheyStandOnTheScreen)
     EXPECT_EQ("from 2, from 2, from 2, in sight 2", shown.join(u", "_s).toStdString());
 }
 
+TEST_F(TrackListOperations, BehindARemovalTheTitleIsThatOfTheSelectedTrack)
+{
+    for (const char16_t track : {u'a', u'b', u'c', u'd'})
+        desktop.tags.tracks[u"/m/"_s + track + u".mp3"_s] = {.title = u"Titel "_s + track, .artist = u"Wir"_s};
+    open({u"a"_s, u"b"_s, u"c"_s, u"d"_s});
+    const auto remove = [this](int row) {
+        tracks().select(row);
+        answerRemove(Answer::Ok);
+        root().mnuFileKill.Click();
+        return (root().sAnzeige[1].Caption.value() + u'|' + root().sAnzeige[2].Caption.value()).toStdString();
+    };
+    EXPECT_EQ("Titel c|Wir", remove(4));
+    desktop.disk().remove(u"/m/b.mp3"_s);
+    EXPECT_EQ("|", remove(3)) << "b is missing, and nobody asks about it";
+    EXPECT_EQ("Titel a|Wir", remove(2));
+    EXPECT_EQ("|", remove(1)) << "nothing is left";
+    EXPECT_EQ("", root().sBitrate.Caption.value().toStdString());
+    EXPECT_EQ("", root().sAnzeige[0].Caption.value().toStdString());
+}
+
 TEST_F(TrackListOperations, RemovingRowOneLeavesRowOneSelected)
 {
     open();

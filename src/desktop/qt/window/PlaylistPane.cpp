@@ -7,6 +7,7 @@
 #include "desktop/qt/widgets/Surfaces.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/CoverView.h"
+#include "metadata/ShowTrackInfo.h"
 #include "platform/FileDirPath.h"
 #include "playback/CoverArt.h"
 #include "playback/CoverPane.h"
@@ -71,7 +72,12 @@ PlaylistPane::PlaylistPane(Root& root, QWidget* parent) : QWidget(parent), m_roo
 {
     m_list = new ReportList(root.LListView2, this);
     m_list->setAccessibleName(u"Einträge in der Playliste"_s);
-    m_list->PopUp = [this](const QPoint& point) { m_popup.exec(point); };
+    m_list->PopUp = [this](const QPoint& point) {
+        // The row was selected without a click.
+        showSelectedTrack(m_root);
+        if (!m_root.services.events.ended())
+            m_popup.exec(point);
+    };
     m_menus.fill(m_popup, trackPopup(root));
 
     auto* const layout = new QVBoxLayout(this);
