@@ -291,6 +291,18 @@ TEST_F(ReportListView, RowsThatAreShownAndNoMoreAreGrey)
     EXPECT_FALSE(view->isGreyed());
 }
 
+TEST_F(ReportListView, AListThatIsOutOfReachForAWhileIsDrawnGrey)
+{
+    const auto cell = [this] { return view->viewport()->grab(view->visualRect(list.index(2, 1))).toImage(); };
+    const QImage before = cell();
+    list.Enabled = false;
+    EXPECT_EQ(cell(), before) << "a wait of a moment does not flicker";
+    EXPECT_TRUE(QTest::qWaitFor([this] { return view->isGreyed(); }));
+    EXPECT_NE(cell(), before);
+    list.Enabled = true;
+    EXPECT_EQ(cell(), before);
+}
+
 TEST_F(ReportListView, AColumnHeadTellsItsNumber)
 {
     const QHeaderView* head = view->header();

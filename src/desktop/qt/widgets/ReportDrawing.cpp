@@ -28,7 +28,7 @@ QSize ReportCells::sizeHint(const QStyleOptionViewItem&, const QModelIndex&) con
 
 void ReportCells::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
-    const QPalette& palette = m_view.palette();
+    const QPalette palette = groundPalette();
     QRect area = option.rect.adjusted(RowPadding, 0, -RowPadding, 0);
 
     const QString pictureName = index.data(ListView::IconNameRole).toString();
@@ -59,6 +59,13 @@ void ReportCells::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     painter->drawText(area, static_cast<int>((number ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter), text);
 }
 
+QPalette ReportCells::groundPalette() const
+{
+    QPalette palette = m_view.palette();
+    palette.setCurrentColorGroup(QPalette::Active);
+    return palette;
+}
+
 bool ReportCells::leavesRoom(const QRect& area, const QModelIndex& index) const
 {
     if (index.column() == m_view.keyColumn())
@@ -73,9 +80,10 @@ int ReportCells::paintMissing(QPainter& painter, const QRect& area) const
     const int width = painter.fontMetrics().horizontalAdvance(words);
     if (width > area.width() / 2)
         return area.right() + RowPadding;
-    const QColor red = Theme::textColor(Color::DarkRed, m_view.palette());
+    const QPalette palette = groundPalette();
+    const QColor red = Theme::textColor(Color::DarkRed, palette);
     const QPen before = painter.pen();
-    painter.setPen(Theme::mix(red, m_view.palette().color(QPalette::Base), m_view.isGreyed() ? GreyPart : 0.25));
+    painter.setPen(Theme::mix(red, palette.color(QPalette::Base), m_view.isGreyed() ? GreyPart : 0.25));
     painter.drawText(area, static_cast<int>(Qt::AlignRight | Qt::AlignVCenter), words);
     painter.setPen(before);
     return area.right() - width;

@@ -17,6 +17,8 @@ public:
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 private:
+    /// The colours of a list in use: one that is out of reach for a moment looks as before.
+    [[nodiscard]] QPalette groundPalette() const;
     /// A track number of many digits stands without its picture: cut, it would tell nothing.
     [[nodiscard]] bool leavesRoom(const QRect& area, const QModelIndex& index) const;
     /// Tells in words what the colour tells, which may be that of a column out of sight. Gives where the words begin.
