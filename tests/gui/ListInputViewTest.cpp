@@ -137,6 +137,34 @@ TEST_F(ListInputView, AListThatAllowsNoDropShowsSo)
     EXPECT_EQ(taken(), "");
 }
 
+TEST_F(ListInputView, WhileSomethingIsHeldOverItAListThatTakesItHasAnEdge)
+{
+    QMimeData data;
+    data.setData(u"text/uri-list"_s, "file:///m/a.mp3\r\n");
+    for (ListView* list : {&root.LListView1, &root.LListView2}) {
+        const auto picture = [&] { return view(*list).viewport()->grab().toImage(); };
+        const QColor accent = view(*list).palette().color(QPalette::Active, QPalette::Highlight);
+        const QImage before = picture();
+        ASSERT_TRUE(enter(*list, data));
+        const QImage held = picture();
+        for (const QPoint corner : {QPoint(1, 1), QPoint(held.width() - 2, 1), QPoint(1, held.height() - 2),
+                                    QPoint(held.width() - 2, held.height() - 2)})
+            EXPECT_EQ(held.pixelColor(corner), accent);
+        EXPECT_EQ(held.copy(4, 4, held.width() - 8, held.height() - 8),
+                  before.copy(4, 4, before.width() - 8, before.height() - 8))
+            << "the rows stay as they are";
+        QDragLeaveEvent leave;
+        QApplication::sendEvent(view(*list).viewport(), &leave);
+        EXPECT_EQ(picture(), before);
+        EXPECT_EQ(drop(*list, data), Qt::CopyAction);
+        EXPECT_EQ(picture(), before) << "dropped";
+        list->AllowDrop = false;
+        EXPECT_FALSE(enter(*list, data));
+        EXPECT_EQ(picture(), before) << "refused";
+    }
+    QApplication::processEvents();
+}
+
 TEST_F(ListInputView, NothingIsDroppedBehindAModalWindow)
 {
     QMimeData data;

@@ -248,6 +248,27 @@ TEST(Chooser, OpensAtItsDefaultWhereAMarkStandsInThePlaceOfAFolder)
     QDir::setCurrent(before);
 }
 
+TEST(Chooser, TheDesktopsOwnFileDialogsAreUsedWhereThereAreAny)
+{
+    const PosixFiles files;
+    QtChoosers choosers(files);
+    const auto own = [](const std::function<void()>& open) {
+        std::optional<bool> native;
+        QTimer::singleShot(0, [&native] {
+            auto* const dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            ASSERT_NE(dialog, nullptr);
+            native = !dialog->testOption(QFileDialog::DontUseNativeDialog);
+            dialog->reject();
+        });
+        open();
+        return native;
+    };
+    EXPECT_FALSE(QCoreApplication::testAttribute(Qt::AA_DontUseNativeDialogs));
+    EXPECT_EQ(own([&] { EXPECT_FALSE(choosers.openFile({})); }), true);
+    EXPECT_EQ(own([&] { EXPECT_FALSE(choosers.saveFile({})); }), true);
+    EXPECT_EQ(own([&] { EXPECT_EQ(choosers.folder({}), QString()); }), true);
+}
+
 class Programs : public testing::Test
 {
 protected:

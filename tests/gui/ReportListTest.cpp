@@ -291,6 +291,60 @@ TEST_F(ReportListView, RowsThatAreShownAndNoMoreAreGrey)
     EXPECT_FALSE(view->isGreyed());
 }
 
+TEST_F(ReportListView, GridLinesAreOnePixelWideAtEveryScale)
+{
+    list.clear();
+    for (int row = 0; row < 5; ++row)
+        list.append({.SubItems = {{}, {}}});
+    list.GridLines = true;
+    // Of a row or a column of the screen, the widths of what is not the ground.
+    const auto widths = [](const QImage& image, const QPoint& from, const QPoint& step, int pixels) {
+        QList<int> runs;
+        bool inside = false;
+        const QRgb ground = image.pixel(from);
+        for (int i = 0; i < pixels; ++i) {
+            const bool line = image.pixel(from + i * step) != ground;
+            if (line && inside)
+                ++runs.last();
+            else if (line)
+                runs += 1;
+            inside = line;
+        }
+        return runs;
+    };
+    for (const double scale : {1.0, 1.25, 1.5, 2.0}) {
+        SCOPED_TRACE(scale);
+        QImage image(view->viewport()->size() * scale, QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        view->viewport()->render(&image);
+        const QPoint cell = (view->visualRect(list.index(0, 1)).topLeft() + QPoint(20, 4)).toPointF().toPoint();
+        const QPoint from(static_cast<int>(cell.x() * scale), static_cast<int>(cell.y() * scale));
+        EXPECT_EQ(widths(image, from, {0, 1}, image.height() - from.y()), QList<int>(5, 1)) << "below the rows";
+        EXPECT_EQ(widths(image, from, {1, 0}, image.width() - from.x()), QList<int>(2, 1)) << "beside the columns";
+    }
+}
+
+TEST_F(ReportListView, APathIsCutInItsMiddleAndAnythingElseAtItsEnd)
+{
+    list.clear();
+    list.clearColumns();
+    list.addColumn(u"ID"_s, 0);
+    list.addColumn(u"Name"_s, 3000);
+    list.addColumn(u"Path"_s, 2250);
+    const QString folder = u"/home/anna/Musik/Sommerabend/"_s;
+    for (const QString& path :
+         {folder + u"Lied 1.mp3"_s, folder + u"Lied 2.mp3"_s, u"/home/anna/Musik/Herbstabend im Garten/Lied 1.mp3"_s})
+        list.append({.SubItems = {{.Text = path + path}, {.Text = path}}});
+    const auto cell = [this](int row, int column) {
+        return view->viewport()->grab(view->visualRect(list.index(row - 1, column))).toImage();
+    };
+    ASSERT_LT(view->columnWidth(2), QFontMetrics(view->font()).horizontalAdvance(folder)) << "no room for it";
+    EXPECT_NE(cell(1, 2), cell(2, 2)) << "the file's name is seen";
+    EXPECT_EQ(cell(1, 2), cell(3, 2)) << "the middle is not";
+    view->header()->resizeSection(1, 150);
+    EXPECT_EQ(cell(1, 1), cell(2, 1));
+}
+
 TEST_F(ReportListView, AListThatIsOutOfReachForAWhileIsDrawnGrey)
 {
     const auto cell = [this] { return view->viewport()->grab(view->visualRect(list.index(2, 1))).toImage(); };
