@@ -133,6 +133,33 @@ TEST_F(AddPlaylists, NoneOfTheCommandsActsInTheMiddleOfALoad)
     EXPECT_EQ(2, catalogue().count());
 }
 
+TEST_F(AddPlaylists, NoneOfTheCommandsActsInTheWaitOfALoad)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    const std::string before = databaseText();
+    std::vector<MenuItem*> commands{&root().mnuNeu,          &root().mnuDurchsuchen,     &root().mnuLöschen,
+                                    &root().mnuUmbenennen,   &root().mnuBeschriftung,    &root().mnuFavoriten,
+                                    &root().mnuSpeichern,    &root().mnuVerschiebung[1], &root().mnuVerschiebung[2],
+                                    &root().mnuFavoritenShow};
+    int tried = 0;
+    for (MenuItem* command : commands) {
+        SCOPED_TRACE(command->fullName().toStdString());
+        desktop.events().after(std::chrono::milliseconds{500}, [&] {
+            ++tried;
+            // What was selected before has gone with its row.
+            catalogue().select(1);
+            command->Click();
+        });
+        root().mnuLaden.Click();
+        EXPECT_EQ(before, databaseText());
+        EXPECT_EQ(2, catalogue().count());
+        EXPECT_EQ("", boxes());
+    }
+    EXPECT_EQ(static_cast<int>(commands.size()), tried);
+}
+
 TEST_F(AddPlaylists, TheOpenDialogStartsInFolderFiveUnlessTheFlagHasAText)
 {
     start();

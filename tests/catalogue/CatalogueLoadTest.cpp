@@ -1,3 +1,4 @@
+#include "app/FormResize.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueWorld.h"
 #include "catalogue/mnuLaden.h"
@@ -131,6 +132,49 @@ TEST_F(CatalogueLoad, TheNumberOfMissingListsIsToldOnlyWithErrorOneOrAbsent)
         start();
         EXPECT_EQ(c.told, !boxes().empty());
     }
+}
+
+TEST_F(CatalogueLoad, ASecondLoadCountsTheMissingListsAnew)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    desktop.disk().remove(listPath(u"Eins"_s));
+    answerMissing(1);
+    start();
+    // Under a window that is seen a list that is missing would be made anew.
+    root().Visible = false;
+    desktop.disk().remove(listPath(u"Zwei"_s));
+    answerMissing(2);
+    mnuLaden_Click(root());
+    EXPECT_EQ(2, root().missingPlaylists);
+    put(listPath(u"Eins"_s), "/m/Eins 1.mp3\r\n");
+    put(listPath(u"Zwei"_s), "/m/Zwei 1.mp3\r\n");
+    desktop.messages.take();
+    mnuLaden_Click(root());
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ(Color::ButtonText, catalogue().color(1, 1));
+}
+
+TEST_F(CatalogueLoad, BehindALoadTheWindowIsKeptAtItsLeastSizeWithTheButtonsOnAgain)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    // Nobody tells of the size before.
+    root().Visible = false;
+    root().Width.setValueBypassingBindings(100);
+    root().Height.setValueBypassingBindings(100);
+    bool buttons = false;
+    bool told = false;
+    const auto watch = root().Height.addNotifier([&] {
+        buttons = root().mnuBearbeiten.Enabled.value();
+        told = !boxes().empty();
+    });
+    mnuLaden_Click(root());
+    EXPECT_EQ(LeastWidth, root().Width.value());
+    EXPECT_EQ(LeastHeight, root().Height.value());
+    EXPECT_TRUE(buttons);
+    EXPECT_FALSE(told);
 }
 
 TEST_F(CatalogueLoad, WhileItLoadsThePointerIsTheArrowWithTheHourglass)

@@ -87,6 +87,28 @@ TEST_F(CatalogueViewTest, ThePlaylistOpensAndTheWaitEnds)
     EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
 }
 
+TEST_F(CatalogueViewTest, WhileThePlaylistIsTakenPointerListsAndButtonsWait)
+{
+    putCatalogue({u"Eins"_s});
+    const QString path = putList(u"Neu"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    start();
+    const auto state = [this] {
+        return QStringList{QString::number(static_cast<int>(root().Pointer.value())),
+                           catalogue().Enabled.value() ? u"catalogue"_s : u"-"_s,
+                           tracks().Enabled.value() ? u"tracks"_s : u"-"_s,
+                           root().mnuBearbeiten.Enabled.value() ? u"menus"_s : u"-"_s,
+                           root().pSymbole.Enabled.value() ? u"buttons"_s : u"-"_s}
+            .join(u' ')
+            .toStdString();
+    };
+    ASSERT_EQ("0 catalogue tracks menus buttons", state());
+    std::string inside;
+    desktop.events().atYield(1, [&] { inside = state(); });
+    GetPlayListe(root(), path);
+    EXPECT_EQ("11 - - - -", inside);
+    EXPECT_EQ("0 catalogue tracks menus buttons", state());
+}
+
 TEST_F(CatalogueViewTest, ARowWhoseListIsGoneCanStillBeSelected)
 {
     const QString path = putList(u"Da"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});

@@ -1,4 +1,5 @@
 
+#include "app/DisabledButtons.h"
 #include "catalogue/CatalogueWorld.h"
 #include "catalogue/NewPlayliste.h"
 #include "catalogue/mnuSpeichern.h"
@@ -18,6 +19,14 @@ protected:
                                 u"Diese Wiedergabeliste ist schon im Datenbestand vorhanden.\n"
                                 u"Überprüfen Sie bitte, ob es sich nur um den gleichen Namen handelt.   \n \n"
                                 u"Möchten Sie diese Playliste trotzdem erneut hinzufügen ?"_s);
+    }
+    void expectNoWait()
+    {
+        EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+        EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
+        EXPECT_TRUE(catalogue().Enabled.value());
+        EXPECT_TRUE(tracks().Enabled.value());
+        EXPECT_FALSE(root().buttonsDisabled);
     }
     [[nodiscard]] QString marker() const { return data() + u"Orvantine.tmp"_s; }
 };
@@ -61,10 +70,11 @@ TEST_F(NewPlaylist, The160thIsAddedAndA161stIsNot)
     desktop.messages.answer(Answer::Ok, u" Wiedergabelisten verwalten"_s,
                             u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \n"
                             u"Bitte löschen Sie eine der 160 Playlisten aus der Liste."_s);
+    DisabledButtons(root(), 1);
     root().Pointer = MousePointer::Hourglass;
     EXPECT_FALSE(NewPlayliste(root(), added, u"Zu viel"_s));
     EXPECT_EQ(160, catalogue().count());
-    EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+    expectNoWait();
 }
 
 TEST_F(NewPlaylist, AnEmptyPathAndTheMarkerFormThePathAndTheCallerSeesIt)
@@ -92,8 +102,11 @@ TEST_F(NewPlaylist, AnotherCaseOfAStoredNameAsksAndNoLeavesEverything)
     start();
     const std::string before = rows(catalogue()) + rows(tracks());
     answerDouble(Answer::No);
+    DisabledButtons(root(), 1);
+    root().Pointer = MousePointer::Hourglass;
     QString path;
     EXPECT_FALSE(NewPlayliste(root(), path, u"ROCK"_s));
+    expectNoWait();
     EXPECT_EQ("box title \" Playliste hinzufügen\" text \"Diese Wiedergabeliste ist schon im Datenbestand "
               "vorhanden.\\nÜberprüfen Sie bitte, ob es sich nur um den gleichen Namen handelt.   \\n \\nMöchten Sie "
               "diese Playliste trotzdem erneut hinzufügen ?\" icon exclamation buttons yes-no answer no",

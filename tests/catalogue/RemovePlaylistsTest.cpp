@@ -404,6 +404,22 @@ TEST_F(RemovePlaylists, TheCopyStillHoldsTheKeysAndTheGivenNameOfTheLastRow)
     EXPECT_EQ(before, backupText());
 }
 
+TEST_F(RemovePlaylists, WithoutADatabaseNoCopyIsMadeAndTheRestGoesOn)
+{
+    putThree();
+    desktop.disk().remove(database());
+    remove(1);
+    // The list that is opened instead gets its date: that is all that a copy can hold.
+    EXPECT_EQ("[Index]\r\n2f=20.11.2026\r\n", backupText());
+    EXPECT_FALSE(exists(listPath(u"Eins"_s)));
+    EXPECT_EQ("/m/Eins 1.mp3\r\n/m/Eins 2.mp3\r\n\r\n", bytes(data() + u"Playlisten/Eins.bak"_s).toStdString());
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("[Index]\r\n"
+              "1a=000\r\n1b=Zwei\r\n1c={data}/Playlisten/Zwei.m3u\r\n1d=2\r\n1e=\r\n1f=\r\n1g=\r\n"
+              "2a=001\r\n2b=Drei\r\n2c={data}/Playlisten/Drei.m3u\r\n2d=2\r\n2e=\r\n2f=20.11.2026\r\n2g=\r\n",
+              databaseText());
+}
+
 TEST_F(RemovePlaylists, TheRemovalOfTheOnlyListHidesTheCover)
 {
     putDatabase(indexRow(1, {.name = u"Eins"_s, .path = putList(u"Eins"_s, {putTrack(u"a"_s), putTrack(u"b"_s)})}));
