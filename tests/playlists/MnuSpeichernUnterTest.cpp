@@ -248,4 +248,71 @@ TEST_F(SavePlaylists, CancelKeepsThePathAndOkRepointsAndSavesTheCatalogue)
     EXPECT_EQ(listPath(u"neu"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
 }
 
+TEST_F(SavePlaylists, AnExportHoldsItsOwnListWhateverIsOpenedInItsYields)
+{
+    putFolder(u"/x"_s);
+    const QString other = putList(u"Andere"_s, {putTrack(u"x"_s), putTrack(u"y"_s)});
+    ListItem row;
+    row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"2"_s}};
+    catalogue().append(std::move(row));
+    for (const QString& target : {u"/x/neu.m3u"_s, u"/x/neu.pls"_s}) {
+        bool inTime = true;
+        for (int yield = 1; inTime; ++yield) {
+            SCOPED_TRACE(target.toStdString() + ' ' + std::to_string(yield));
+            ASSERT_LT(yield, 20);
+            catalogue().Tag = u"0"_s;
+            click(1);
+            desktop.disk().remove(target);
+            desktop.choosers.save(target);
+            bool clicked = false;
+            desktop.events().atYield(yield, [&] {
+                clicked = true;
+                click(2);
+            });
+            mnuSpeichernUnter_Click(root());
+            EXPECT_EQ("/m/a.mp3\r\r\n/m/b.mp3\r\r\n/m/c.mp3\r\r\n\r\n", bytes(target).toStdString());
+            inTime = clicked;
+            EXPECT_TRUE(inTime || yield > 1) << "an export serves events";
+            while (!clicked)
+                desktop.events().yield();
+        }
+    }
+}
+
+TEST_F(SavePlaylists, TheLinkGoesToTheExportedListWhicheverIsSelectedUnderTheQuestion)
+{
+    putFolder(u"/x"_s);
+    const QString other = putList(u"Andere"_s, {putTrack(u"x"_s), putTrack(u"y"_s)});
+    ListItem row;
+    row.SubItems = {{.Text = u"Andere"_s}, {.Text = other}, {.Text = u"2"_s}};
+    catalogue().append(std::move(row));
+    root().mnuLokalePlayliste.Checked = true;
+    desktop.choosers.save(u"/x/neu.m3u"_s);
+    desktop.messages.script(
+        {.answer = Answer::Ok, .entered = {}, .title = SaveTitle, .text = LinkQuestion, .meanwhile = [this] {
+             click(2);
+         }});
+    mnuSpeichernUnter_Click(root());
+    EXPECT_EQ("/x/neu.m3u", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ(other.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/x/neu.m3u", desktop.profiles().value(database(), u"Index"_s, u"1c"_s).toStdString());
+    EXPECT_EQ(other.toStdString(), desktop.profiles().value(database(), u"Index"_s, u"2c"_s).toStdString());
+}
+
+TEST_F(SavePlaylists, AnExportThatStandsIsToldQuietlyAndOneThatDoesNotIsNot)
+{
+    putFolder(u"/x"_s);
+    for (const QString& name : {u"/x/neu.m3u"_s, u"/x/neu.nml"_s}) {
+        root().quietLine.Caption = QString();
+        desktop.choosers.save(name);
+        mnuSpeichernUnter_Click(root());
+        EXPECT_EQ("Gespeichert", root().quietLine.Caption.value().toStdString()) << name.toStdString();
+    }
+    root().quietLine.Caption = QString();
+    desktop.choosers.save(u"/gibt es nicht/neu.m3u"_s);
+    mnuSpeichernUnter_Click(root());
+    EXPECT_NE("Gespeichert", root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ("", boxes());
+}
+
 } // namespace orvantine::fake

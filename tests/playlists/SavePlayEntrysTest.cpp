@@ -321,6 +321,31 @@ TEST_F(SavePlaylists, AListWithUmlautsIsCopiedOnceAndIsALocalOneFromThenOnInWhat
     EXPECT_EQ("Größe ÄÖÜ.m3u", desktop.disk().list(data() + u"Playlisten"_s, u"*.*"_s).join(u' ').toStdString());
 }
 
+TEST_F(SavePlaylists, ALocalCopyKeepsItsEnding)
+{
+    desktop.newProcess();
+    open(u"/l/liste.m3u8"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    tracks().remove(1);
+    SavePlayEntrys(root());
+    const QString local = data() + u"Playlisten/liste.m3u8"_s;
+    EXPECT_EQ("/m/b.mp3\r\n/m/c.mp3\r\n", bytes(local).toStdString());
+    EXPECT_EQ(local.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", listBytes());
+}
+
+TEST_F(SavePlaylists, AListInASubfolderOfPlaylistenIsALocalOne)
+{
+    desktop.newProcess();
+    open(data() + u"Playlisten/Alt/liste.m3u"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    tracks().remove(1);
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/b.mp3\r\n/m/c.mp3\r\n", listBytes());
+    EXPECT_EQ(list.toStdString(), catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("(missing)", bytes(listPath(u"liste"_s)).toStdString());
+}
+
 /// Whichever single call of a save fails: the file holds the old entries or the new ones, and never nothing.
 TEST_F(SavePlaylists, NoSingleFailingCallEmptiesAList)
 {

@@ -61,4 +61,27 @@ TEST_F(UnfitLists, AFileThatIsNoTextHasNoRowsAndIsNotSaved)
     EXPECT_EQ(sound.toStdString(), bytes(list).toStdString());
 }
 
+TEST_F(UnfitLists, OneOldLineDoesNotSpoilTheOtherNamesOnTheDisk)
+{
+    startWith("/m/Gr\xC3\xBC\xC3\x9F\x65.mp3\r\n/m/B\xE4r.mp3\r\n#k\r\n/m/\xC3\x96l.mp3\r\n");
+    click(1);
+    EXPECT_EQ("/m/Grüße.mp3\r\n/m/Bär.mp3\r\n/m/Öl.mp3\r\n\r\n", bytes(list).toStdString());
+    EXPECT_EQ("/m/Grüße.mp3", tracks().subItem(1, 3).toStdString());
+}
+
+TEST_F(UnfitLists, AListOfAnotherEndingThatTheReadRewritesIsKeptFirst)
+{
+    const QByteArray before = "#k\r\n/m/eins.mp3\r\n/m/zwei.mp3\r\n";
+    const QString other = u"/l/Titel.mp3"_s;
+    put(other, before);
+    setting(u"Error"_s, dwordSetting(0));
+    putDatabase(indexRow(1, {.name = u"Titel"_s, .path = other}) +
+                indexRow(2, {.name = u"Zuletzt"_s, .path = putList(u"Zuletzt"_s, {putTrack(u"a"_s)})}));
+    start();
+    ASSERT_FALSE(desktop.memory()->recovered().contains(before));
+    click(1);
+    EXPECT_EQ("/m/eins.mp3\r\n/m/zwei.mp3\r\n\r\n", bytes(other).toStdString());
+    EXPECT_EQ(1, desktop.memory()->recovered().count(before));
+}
+
 } // namespace orvantine::fake
