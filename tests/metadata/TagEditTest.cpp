@@ -217,6 +217,8 @@ TEST(WriteID3V1, OneFrameIsEnoughWhereverItIsFound)
         EXPECT_EQ(bytes + id3v1Bytes(record), written(bytes, record)) << bytes.left(40).toHex().toStdString();
         EXPECT_EQ(LeftAlone, erased(bytes)) << bytes.left(40).toHex().toStdString();
     }
+    const QByteArray behindJunk = QByteArray(100, 'x') + sound();
+    EXPECT_EQ(behindJunk + id3v1Bytes(record), written(behindJunk, record));
 }
 
 TEST(EraseID3V2, TakesALeadingTagAndNothingElse)

@@ -245,4 +245,31 @@ TEST_F(TagNaming, TheViewFollowsWhenABoxComesUp)
     EXPECT_EQ(1, atTheBox);
 }
 
+TEST_F(TagNaming, TheViewFollowsALongListTenTimesASecondAtTheMost)
+{
+    constexpr int Tracks = 40;
+    for (int i = 1; i <= Tracks; ++i)
+        addTrack(u"%1.mp3"_s.arg(i), {.title = QString::number(i), .artist = u"A"_s});
+    look(1);
+    const QDateTime begin = desktop.events().now();
+    const int before = desktop.events().yields();
+    // Each yield takes as long as a slow disk would.
+    for (int yield = 1; yield <= 10 * Tracks; ++yield)
+        desktop.events().atYield(yield, [this] { desktop.events().setNow(desktop.events().now().addMSecs(15)); });
+    int shown = 0;
+    bool selection = false;
+    tracks().BatchEnded = [&] {
+        ++shown;
+        selection = selection || tracks().selectedRow() > 1;
+    };
+    root().mnuSetTagName.Click();
+    ASSERT_LT(desktop.events().yields() - before, 10 * Tracks);
+    const qint64 tenths = begin.msecsTo(desktop.events().now()) / 100;
+    ASSERT_GT(tenths, 10);
+    EXPECT_LE(shown, tenths + 1);
+    EXPECT_GE(shown, tenths / 2) << "the view follows";
+    EXPECT_TRUE(selection);
+    tracks().BatchEnded = [] {};
+}
+
 } // namespace orvantine::fake
