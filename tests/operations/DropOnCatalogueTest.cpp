@@ -36,6 +36,27 @@ TEST_F(ListDrops, ADroppedFolderBecomesAListOfItsAudioFilesWithItsCover)
     EXPECT_EQ("x", bytes(data() + u"Resource/Mein Album.jpg"_s).toStdString());
 }
 
+TEST_F(ListDrops, ADroppedFolderNeitherShowsNorTakesTheDescriptionOfTheListBefore)
+{
+    startPlayback();
+    desktop.profiles().setValue(database(), u"Index"_s, u"1e"_s, u"Für die Fahrt"_s);
+    catalogue().Tag = u"0"_s;
+    click(1);
+    ASSERT_EQ("Für die Fahrt", root().LSoundCaption.Caption.value().toStdString());
+    put(u"/musik/Album/a.mp3"_s, "x");
+    catalogue().Drop({u"/musik/Album"_s});
+    EXPECT_NE("Für die Fahrt", root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ("0", root().LSoundCaption.Tag.toStdString());
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("Erste Zweite Dritte *Album Einzeln", names());
+    const auto description = [this](const QString& key) {
+        return IniFiles::ReadValue(root(), database(), u"Index"_s, key).toStdString();
+    };
+    EXPECT_EQ("", description(u"4e"_s));
+    EXPECT_EQ("Für die Fahrt", description(u"1e"_s));
+}
+
 TEST_F(ListDrops, ANewEntryEndsTheSearchDisplay)
 {
     startPlayback();

@@ -46,6 +46,15 @@ protected:
         return all;
     }
 
+    void expectNoWait()
+    {
+        EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+        EXPECT_TRUE(catalogue().Enabled.value());
+        EXPECT_TRUE(tracks().Enabled.value());
+        EXPECT_TRUE(root().mnuBearbeiten.Enabled.value());
+        EXPECT_TRUE(root().commands.idle());
+    }
+
     /// "Erste" and "Dritte" are the favourites, and alone in sight.
     void onlyFirstAndThird()
     {
@@ -245,6 +254,45 @@ TEST_F(Favourites, AListThatIsMadeUnderTheFilterShowsTheTracksOfAFileThatStood)
     desktop.messages.enter(u"Neu"_s);
     root().mnuNeu.Click();
     EXPECT_EQ("Erste 1", tracks().subItem(1, 2).toStdString());
+}
+
+TEST_F(Favourites, AnImportUnderTheFilterEndsItsWait)
+{
+    onlyFirstAndThird();
+    put(u"/fremd/Fremd.m3u"_s, "/m/Erste 1.mp3\r\n/m/Zweite 1.mp3\r\n");
+    desktop.choosers.open(u"/fremd/Fremd.m3u"_s);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("Erste Dritte Fremd", names());
+    EXPECT_EQ("Fremd", stored(5, 'b'));
+    EXPECT_EQ("/m/Erste 1.mp3", tracks().subItem(1, 3).toStdString());
+    expectNoWait();
+}
+
+TEST_F(Favourites, ANewListInsideAReadUnderTheFilterEndsTheWaitAndIsSeen)
+{
+    onlyFirstAndThird();
+    bool inTime = true;
+    for (int yield = 1; inTime; ++yield) {
+        SCOPED_TRACE(yield);
+        ASSERT_LT(yield, 20);
+        bool made = false;
+        catalogue().Tag = u"0"_s;
+        desktop.messages.enter(u"Neu %1"_s.arg(yield));
+        desktop.events().atYield(yield, [&] {
+            made = true;
+            root().mnuNeu.Click();
+        });
+        click(2);
+        expectNoWait();
+        if (root().trackList.content() == TrackList::Content::Own) {
+            EXPECT_TRUE(tracks().Visible.value());
+        }
+        inTime = made;
+        EXPECT_TRUE(inTime || yield > 1) << "a read serves events";
+        while (!made)
+            desktop.events().yield();
+        desktop.messages.queue.clear();
+    }
 }
 
 TEST_F(Favourites, TheProgramEndsWithTheOwnNumberOfTheFilteredRow)

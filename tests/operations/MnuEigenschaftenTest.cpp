@@ -162,4 +162,24 @@ TEST_F(Properties, TheRepairIsWrittenToTheListInSightWhicheverRowIsSelected)
     EXPECT_EQ(other, bytes(listPath(u"Zweite"_s)));
 }
 
+TEST_F(Properties, AnOkInTheWaitOfALoadIsPassedOverAndTheEditsStay)
+{
+    open();
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    form().tBeschreibung.Text = u"Für die Fahrt"_s;
+    bool pressed = false;
+    desktop.events().after(std::chrono::milliseconds{500}, [&] {
+        pressed = true;
+        form().BReady.Click();
+    });
+    root().mnuLaden.Click();
+    ASSERT_TRUE(pressed);
+    EXPECT_TRUE(form().Visible.value());
+    EXPECT_EQ("Für die Fahrt", form().tBeschreibung.Text.value().toStdString());
+    EXPECT_EQ("", key(1, 'e'));
+    form().BReady.Click();
+    EXPECT_EQ("Für die Fahrt", key(1, 'e'));
+    EXPECT_FALSE(form().Visible.value());
+}
+
 } // namespace orvantine::fake

@@ -1,5 +1,7 @@
 #include "catalogue/CatalogueWorld.h"
 #include "operations/mnuEditPaste.h"
+#include "playlists/mnuAddSounds.h"
+#include "transfer/FolderDialogs.h"
 
 #include <QFile>
 
@@ -161,6 +163,54 @@ TEST_F(RealFiles, AFolderThatHasVanishedIsAskedAboutAsAnyOtherItem)
     desktop.messages.answer(Answer::No);
     catalogue().Drop({at(u"Gewesen"_s)});
     EXPECT_EQ("Erste", names());
+}
+
+// The menu
+
+TEST_F(RealFiles, TheCopyOfAReadOnlyDatabaseIsWritableSoThatThatOfTheNextDayIsMade)
+{
+    desktop.disk().remove(backup());
+    const QByteArray before = bytes(database());
+    ASSERT_TRUE(QFile::setPermissions(database(), QFile::ReadOwner | QFile::ReadGroup));
+    // Without a tag there is nothing to name: the copy is all that is made.
+    root().mnuSetTagName.Click();
+    EXPECT_EQ(before.toStdString(), bytes(backup()).toStdString());
+    EXPECT_TRUE(QFile::permissions(backup()).testFlag(QFile::WriteOwner));
+
+    ASSERT_TRUE(QFile::setPermissions(database(), QFile::ReadOwner | QFile::WriteOwner));
+    root().mnuSpeichern.Click();
+    const QByteArray evening = bytes(database());
+    ASSERT_NE(before.toStdString(), evening.toStdString());
+    desktop.events().setNow(desktop.events().now().addDays(1));
+    root().mnuSpeichern.Click();
+    EXPECT_EQ(evening.toStdString(), bytes(backup()).toStdString());
+}
+
+TEST_F(RealFiles, NamesThatDifferInCaseAloneAreBothAddedInOneRunAndBothPresentInTheNext)
+{
+    const QByteArray lower = make(u"Neu/lied.mp3"_s).toUtf8();
+    ASSERT_EQ(0, ::link(lower.constData(), at(u"Neu/LIED.MP3"_s).toUtf8().constData()));
+    const auto addFolder = [this] {
+        desktop.forms().whileModal(u"Ordner"_s, [this](Form& form) {
+            auto& dialog = static_cast<Ordner&>(form);
+            dialog.LTreeview.SelectedFolder = at(u"Neu"_s);
+            dialog.LTreeview.Change();
+            dialog.BReady.Click();
+        });
+        mnuAddSounds_Click(root());
+    };
+    addFolder();
+    QStringList both{tracks().subItem(2, 3).remove(desktop.base), tracks().subItem(3, 3).remove(desktop.base)};
+    both.sort();
+    EXPECT_EQ("/Neu/LIED.MP3 /Neu/lied.mp3", both.join(u' ').toStdString());
+    EXPECT_EQ(3, linesOf(u"Erste"_s).size());
+    EXPECT_EQ("", boxes()) << "what the run itself adds is not in the file that it has read";
+
+    desktop.messages.answer(Answer::Ok, u" Sounddateien hinzufügen"_s,
+                            u"Es wurden 2 vorhandene Sounddateien nicht zur Playliste hinzugefügt.   "_s);
+    addFolder();
+    EXPECT_EQ(3, tracks().count());
+    EXPECT_EQ(3, linesOf(u"Erste"_s).size());
 }
 
 // The clipboard
