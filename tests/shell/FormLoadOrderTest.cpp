@@ -144,6 +144,28 @@ TEST_F(FormLoadOrder, TheStateChangesInTheToldOrder)
         lines(once));
 }
 
+TEST_F(FormLoadOrder, BehindTheMenusComeTheTipsTheClickOnTheTrackAndTheFocusBeforeTheWindowIsSeen)
+{
+    putCatalogue({u"Erste"_s, u"Zweite"_s});
+    setting(u"Index"_s, {.type = SettingType::Binary, .text = {}, .bytes = QByteArray("\1\0\0\0", 4)});
+    QStringList told;
+    root().LListView1.Click = [&told, click = root().LListView1.Click] {
+        told += u"open"_s;
+        click();
+    };
+    root().LListView2.Click = [&told, click = root().LListView2.Click] {
+        told += u"track"_s;
+        click();
+    };
+    root().LListView1.SetFocus = [&told] { told += u"focus"_s; };
+    const auto menus = root().mnuLokalePlayliste.Checked.addNotifier([&told] { told += u"menus"_s; });
+    const auto tips = root().pPlayBack.ToolTipText.addNotifier([&told] { told += u"tips"_s; });
+    const auto seen = root().Visible.addNotifier([&told] { told += u"visible"_s; });
+    start();
+    EXPECT_EQ("open menus tips track focus visible", told.join(u' ').toStdString());
+    EXPECT_EQ("Erste", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
 TEST_F(FormLoadOrder, APlayCommandPlaysBehindAllOtherSteps)
 {
     putCatalogue({u"Erste"_s});

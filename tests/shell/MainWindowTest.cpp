@@ -1,4 +1,5 @@
 #include "shell/MainWindow.h"
+#include "app/ColumnWidths.h"
 #include "app/DisabledButtons.h"
 #include "app/TooltipRegister.h"
 
@@ -348,6 +349,41 @@ TEST_F(MainWindow, CommandsWithoutAHandlerAreNotAvailable)
     EXPECT_FALSE(root().mnuEditCut.available());
     EXPECT_FALSE(root().mnuAddChanges.available());
     EXPECT_FALSE(root().TagIDs.available());
+}
+
+TEST_F(MainWindow, ASavedDatabaseIsToldQuietlyAndOneThatIsNotSavedIsNot)
+{
+    catalogue().setSubItem(1, 1, u"Anders"_s);
+    root().mnuSpeichern.Click();
+    EXPECT_EQ("Gespeichert", root().quietLine.Caption.value().toStdString());
+    EXPECT_TRUE(root().quietLine.Visible.value());
+    EXPECT_EQ("", boxes());
+    desktop.events().run(std::chrono::seconds{5});
+    ASSERT_FALSE(root().quietLine.Visible.value());
+    // The filter keeps the database as it is.
+    root().mnuFavoritenShow.Click();
+    root().mnuSpeichern.Click();
+    EXPECT_NE("Gespeichert", root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(MainWindow, ADrawnWidthSurvivesTheNextClickAndTheNextStart)
+{
+    catalogue().select(1);
+    catalogue().Click();
+    tracks().setColumnWidth(3, 4321);
+    tracks().WidthDrawn(3);
+    catalogue().setColumnWidth(2, 3210);
+    catalogue().WidthDrawn(2);
+    noteCatalogueWidth(root(), 5250);
+    catalogue().select(2);
+    catalogue().Click();
+    EXPECT_EQ(4321, tracks().columnWidth(3));
+    EXPECT_EQ(3210, catalogue().columnWidth(2));
+    desktop.newProcess();
+    start();
+    EXPECT_EQ(4321, tracks().columnWidth(3));
+    EXPECT_EQ(3210, catalogue().columnWidth(2));
+    EXPECT_EQ(5250, root().CatalogueWidth.value());
 }
 
 } // namespace orvantine::fake

@@ -75,6 +75,19 @@ TEST_F(Options, AllValuesAreWrittenInThisOrderWithTheirTypes)
               written());
 }
 
+TEST_F(Options, AFontOfAHalfPointComesBackAsItWas)
+{
+    start();
+    catalogue().FontName = u"Serife"_s;
+    catalogue().FontSize = 9.5;
+    SaveOptions(root());
+    EXPECT_EQ("sz \"9.5\"", setting(u"Fontsize"_s).toStdString());
+    desktop.newProcess();
+    start();
+    EXPECT_EQ(9.5, catalogue().FontSize.value());
+    EXPECT_EQ(9.5, tracks().FontSize.value());
+}
+
 TEST_F(Options, EachMarkIsWrittenAsOneOrNought)
 {
     putCatalogue({u"Erste"_s});
