@@ -135,6 +135,8 @@ const std::vector<Deed> Interruptions{
      }},
     {"move track", [](World& w) { w.root().mnuMoveEntry[2].press(); }},
     {"step down", [](World& w) { w.root().mnuVerschiebung[2].press(); }},
+    {"rename", [](World& w) { w.root().mnuUmbenennen.press(); }},
+    {"sort", [](World& w) { w.root().mnuSortierung[1].press(); }},
     {"reload", [](World& w) { w.root().mnuLaden.press(); }},
     {"play", [](World& w) { w.root().pSoundPlayer.Click(); }},
     {"stop", [](World& w) { w.root().pStopPlayer.Click(); }},
