@@ -1,9 +1,9 @@
 #include "app/IniFiles.h"
 
 #include "app/DataFolder.h"
-#include "app/FileDirPath.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine::IniFiles {
 

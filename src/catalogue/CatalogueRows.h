@@ -78,8 +78,8 @@ void markMissing(Root& root, int row, bool missing);
 void markFavourite(Root& root, int row);
 void markAllFavourites(Root& root);
 
-/// False for an empty list, under the filter and behind a read that failed: such a list must never overwrite the section
-/// `Index`.
+/// False for an empty list, under the filter and behind a read that failed: such a list must never overwrite the
+/// section `Index`.
 [[nodiscard]] bool isWholeCatalogue(const Root& root);
 
 } // namespace orvantine
