@@ -1,7 +1,7 @@
 #include "desktop/tags/TagLibTags.h"
 
 #include "desktop/posix/AtomicReplace.h"
-#include "desktop/posix/Descriptor.h"
+#include "desktop/posix/HostFile.h"
 #include "desktop/tags/OtherTrack.h"
 #include "desktop/tags/TagEdit.h"
 
@@ -43,20 +43,6 @@ private:
     qint64 m_size;
     mutable bool m_failed = false;
 };
-
-qint64 nanoseconds(const timespec& time)
-{
-    return qint64{time.tv_sec} * 1000000000 + time.tv_nsec;
-}
-
-FileStamp stampOf(const struct stat& info)
-{
-    return {.device = info.st_dev,
-            .inode = info.st_ino,
-            .size = info.st_size,
-            .modifiedNanoseconds = nanoseconds(info.st_mtim),
-            .changedNanoseconds = nanoseconds(info.st_ctim)};
-}
 
 /// Applies an edit that is found for the bytes of a file.
 template <class Edit>
