@@ -2,10 +2,14 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/mnuLaden.h"
 #include "catalogue/mnuSpeichern.h"
+#include "desktop/tags/TagLibTags.h"
 #include "operations/DropOnCatalogue.h"
 #include "operations/DropOnTracks.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
+#include "playback/CoverArt.h"
+#include "playlists/SavePlayEntrys.h"
+#include "playlists/mnuSpeichernUnter.h"
 #include "support/DiskDesktop.h"
 
 #include <QCryptographicHash>
@@ -28,10 +32,15 @@ constexpr int NewTracks = 12;
 /// A desktop that answers every box with its first button.
 struct Machine : fake::DiskDesktop
 {
-    explicit Machine(const QString& where) : DiskDesktop(where)
+    explicit Machine(const QString& where)
+        : DiskDesktop(where, [](Files& disk) { return std::make_unique<TagLibTags>(disk); })
     {
         settings.createKey(Hive::CurrentUser, settingsKey());
-        complaints.Report = [](const QString& text) { qFatal("%s", qPrintable(text)); };
+        // Where a call of the disk fails a box may come up that nobody has an answer for: it is refused.
+        complaints.Report = [](const QString& text) {
+            if (!qEnvironmentVariableIsSet("FIXTURE_LENIENT"))
+                qFatal("%s", qPrintable(text));
+        };
     }
 
     [[nodiscard]] QString data() const { return path(u"data/"_s); }
@@ -73,6 +82,49 @@ QStringList soundFiles(const QString& folder)
     return files;
 }
 
+/// A track of whole frames with a tag of either kind.
+QByteArray soundBytes()
+{
+    constexpr int Frames = 50;
+    constexpr qsizetype FrameLength = 417;
+    QByteArray bytes("ID3\x03\x00\x00\x00\x00\x02\x00", 10);
+    bytes += QByteArray(256, '\0');
+    for (int number = 0; number < Frames; ++number)
+        bytes += QByteArray("\xff\xfb\x90\x44", 4) + QByteArray(FrameLength - 4, static_cast<char>(number));
+    QByteArray tag("TAGAlter Titel");
+    tag.resize(128, '\0');
+    return bytes + tag;
+}
+
+QByteArray trackLines(const char* name, int count, const char* before = "")
+{
+    QByteArray list;
+    for (int track = 0; track < count; ++track)
+        list += before + QByteArray("/musik/") + name + ' ' + QByteArray::number(track) + ".mp3\r\n";
+    return list;
+}
+
+/// What some commands find besides.
+void prepareFor(const QString& folder, const QByteArray& command)
+{
+    QDir().mkpath(folder + u"/fremd"_s);
+    if (command == "convert" || command == "convert-lf") {
+        const QByteArray list = trackLines("Lied", 700, "#EXTINF:1,Lied\r\n");
+        layOut(listFile(folder, Lists), command == "convert" ? list : QByteArray(list).replace("\r", ""));
+    }
+    if (command == "nml") {
+        QByteArray list = "<?xml version=\"1.0\"?>\r\n<NML>\r\n";
+        for (int track = 0; track < 20; ++track)
+            list += "<ENTRY>\r\n<LOCATION FILE=\"Lied " + QByteArray::number(track) +
+                    ".mp3\" PATH=\"/musik/\"/>\r\n</ENTRY>\r\n";
+        layOut(folder + u"/fremd/Import.nml"_s, list + "</NML>\r\n");
+    }
+    if (command == "browse" || command == "local-save")
+        layOut(folder + u"/fremd/Fremde Liste.m3u"_s, trackLines("Fremd", 400) + "\r\n");
+    if (command == "tag" || command == "untag")
+        layOut(soundFiles(folder).front(), soundBytes());
+}
+
 /// Lists with tracks, descriptions, a favourite, covers, names of tracks before the catalogue.
 void prepare(const QString& folder)
 {
@@ -104,6 +156,10 @@ void prepare(const QString& folder)
                 (row == 2 ? "g=1\r\n" : "g=0\r\n");
     }
     layOut(folder + u"/data/Orvantine.dat"_s, text);
+    // The copy of another day.
+    layOut(folder + u"/data/Orvantine.bak"_s,
+           QByteArray(text).replace("Beschreibung", "Frueheres").replace("01.02.2003", "31.12.2001"));
+    prepareFor(folder, qgetenv("FIXTURE_FOR"));
 }
 
 QByteArray sumOf(const QByteArray& bytes)
@@ -255,6 +311,63 @@ constexpr Command Commands[] = {
          machine.root.mnuEditPaste.Click();
      }},
     {"drop", [](Machine& machine) { LListView2_OLEDragDrop(machine.root, soundFiles(machine.folder)); }},
+    {"convert", [](Machine&) {}},
+    {"convert-lf", [](Machine&) {}},
+    {"nml",
+     [](Machine& machine) {
+         machine.choosers.open(machine.path(u"fremd/Import.nml"_s));
+         machine.root.mnuDurchsuchen.Click();
+     }},
+    {"browse",
+     [](Machine& machine) {
+         machine.choosers.open(machine.path(u"fremd/Fremde Liste.m3u"_s));
+         machine.root.mnuDurchsuchen.Click();
+     }},
+    {"new",
+     [](Machine& machine) {
+         machine.messages.enter(u"Ganz neu"_s);
+         machine.root.mnuNeu.Click();
+     }},
+    {"local-save",
+     [](Machine& machine) {
+         Root& root = machine.root;
+         root.mnuLokalePlayliste.Checked = true;
+         root.LListView1.setSubItem(5, 2, machine.path(u"fremd/Fremde Liste.m3u"_s));
+         open(root, 5);
+         TrackList::Hold hold = root.trackList.hold();
+         hold.remove(7);
+         SavePlayEntrys(root);
+     }},
+    {"export",
+     [](Machine& machine) {
+         machine.choosers.save(machine.path(u"data/Playlisten/Liste 4.m3u"_s));
+         mnuSpeichernUnter_Click(machine.root);
+     }},
+    {"cover",
+     [](Machine& machine) {
+         machine.choosers.open(machine.path(u"Neue Musik/Bild.jpg"_s));
+         pCovers_Click(machine.root);
+     }},
+    {"cover-away",
+     [](Machine& machine) {
+         machine.answer(Answer::Yes);
+         pCovers_MouseDown(machine.root, MouseButton::Right);
+     }},
+    {"move-track",
+     [](Machine& machine) {
+         machine.root.LListView2.select(40);
+         machine.root.mnuMoveEntry[1].Click();
+     }},
+    {"tag",
+     [](Machine& machine) {
+         const QString track = soundFiles(machine.folder).front();
+         Mp3Record record;
+         machine.tags->Mp3FileInfo(track, record);
+         std::copy_n("Neuer Titel", 11, record.title);
+         record.trackFlagA = record.trackFlagB = 1;
+         machine.tags->WriteID3V1(track, record);
+     }},
+    {"untag", [](Machine& machine) { machine.tags->EraseID3V2(soundFiles(machine.folder).front()); }},
     {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
 };
 
