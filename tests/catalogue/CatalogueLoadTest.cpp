@@ -193,6 +193,7 @@ TEST_F(CatalogueLoad, WhileItLoadsThePointerIsTheArrowWithTheHourglass)
 TEST_F(CatalogueLoad, TheLastRowOpensAfterASecondHasGoneBy)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    setting(u"CheckEntrys"_s, dwordSetting(0));
     start();
     setting(u"CheckEntrys"_s, dwordSetting(0));
     click(1);
@@ -261,6 +262,50 @@ TEST_F(CatalogueLoad, ADescriptionOf300CharactersComesBackWith254)
     EXPECT_EQ(254, indexValue(root(), database(), 1, 'e').size());
     mnuSpeichern_Click(root());
     EXPECT_EQ(QString(254, u'x'), desktop.profiles().value(database(), u"Index"_s, u"1e"_s));
+}
+
+TEST_F(CatalogueLoad, AReadOfTheDatabaseThatFailsIsNoEmptyDatabase)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    start();
+    const std::string before = databaseText();
+    put(database(), bytes(database()) + "[Options]\r\nx=1\r\n");
+    const std::string there = databaseText();
+    desktop.memory()->setUnreadable(database());
+    mnuLaden_Click(root());
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ("Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist.",
+              root().quietLine.Caption.value().toStdString());
+
+    // It can be read again, but the rows in sight are not those of it.
+    desktop.memory()->setUnreadable(database(), false);
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ(1, catalogue().count());
+    mnuSpeichern_Click(root());
+    EXPECT_EQ("Nicht gespeichert: Die Datenbank konnte nicht ganz gelesen werden.",
+              root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ(there, databaseText());
+
+    mnuLaden_Click(root());
+    EXPECT_EQ(3, catalogue().count());
+    catalogue().setSubItem(1, 1, u"Anders"_s);
+    mnuSpeichern_Click(root());
+    EXPECT_NE(databaseText().find("1b=Anders"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, OneFailingReadInsideALoadIsEnough)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    start();
+    put(database(), bytes(database()) + "[Options]\r\nx=1\r\n");
+    const std::string before = databaseText();
+    desktop.log.failNext(u"files.readBytes \"%1\""_s.arg(database()), 1);
+    mnuLaden_Click(root());
+    mnuSpeichern_Click(root());
+    EXPECT_EQ(before, databaseText());
 }
 
 } // namespace orvantine::fake

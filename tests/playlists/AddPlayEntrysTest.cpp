@@ -430,4 +430,38 @@ TEST_F(AddTracks, ATrackComesBehindWhatSomebodyElseHasAddedToTheFile)
     EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/fremd.mp3\r\n/m/c.mp3\r\n", bytes(list).toStdString());
 }
 
+TEST_F(AddTracks, AListWhoseNameNoFileCanHaveTakesNoTracks)
+{
+    desktop.messages.enter(u"Best of: 80s"_s);
+    desktop.messages.answer(
+        Answer::Cancel, u" Best of: 80s"_s,
+        u"Die folgende Wiedergabeliste ist nicht vorhanden: \n%1Playlisten/Best of: 80s.m3u"_s.arg(data()));
+    root().mnuNeu.Click();
+    EXPECT_EQ("Best of: 80s", catalogue().subItem(catalogue().count(), 1).toStdString());
+    EXPECT_EQ("Nicht gespeichert: Unter diesem Namen lässt sich keine Datei anlegen.",
+              root().quietLine.Caption.value().toStdString());
+    for (const int batch : {0, 1}) {
+        root().quietLine.Caption = QString();
+        AddPlayEntrys(root(), putTrack(u"c"_s), batch);
+        EXPECT_EQ(0, tracks().count()) << batch;
+        EXPECT_EQ("Nicht gespeichert: Unter diesem Namen lässt sich keine Datei anlegen.",
+                  root().quietLine.Caption.value().toStdString());
+    }
+    AddPlayEntrys(root(), QStringList{putTrack(u"c"_s), putTrack(u"d"_s)});
+    EXPECT_EQ(0, tracks().count());
+}
+
+TEST_F(AddTracks, ATrackThatCannotBeWrittenIsNotShown)
+{
+    click(1);
+    const std::string before = rows(tracks()) + bytes(list).toStdString();
+    desktop.log.failNext(u"files.write"_s);
+    AddPlayEntrys(root(), putTrack(u"neu"_s), 0);
+    EXPECT_EQ(before, rows(tracks()) + bytes(list).toStdString());
+    AddPlayEntrys(root(), putTrack(u"neu"_s), 0);
+    EXPECT_NE(before, rows(tracks()) + bytes(list).toStdString());
+    EXPECT_NE(bytes(list).toStdString().find("neu.mp3"), std::string::npos);
+    EXPECT_EQ(bytes(list).count("neu.mp3"), 1) << "the line of the first try is gone";
+}
+
 } // namespace orvantine::fake

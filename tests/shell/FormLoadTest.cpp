@@ -73,6 +73,25 @@ TEST_F(FormLoad, AFirstRunMakesKeysFoldersAndDefaults)
     EXPECT_EQ("forms.show Dialoge\nforms.show Dialoge", calls({u"forms.show Dialoge"_s}));
 }
 
+TEST_F(FormLoad, WhatKeepsEveryFileFromBeingChangedIsToldOnce)
+{
+    for (const auto& [trouble, reason] :
+         {std::pair{FilesTrouble::NoSafePlace,
+                    u"Der Ordner, in dem die bisherigen Fassungen Ihrer Dateien aufbewahrt werden, fehlt oder gehört "
+                    u"nicht Ihnen allein.    \n"_s},
+          std::pair{FilesTrouble::Unfinished,
+                    u"Ein unterbrochener Vorgang kann noch nicht zurückgenommen werden: Der Datenträger ist voll, "
+                    u"schreibgeschützt oder nicht erreichbar.    \n"_s}}) {
+        FakeDesktop other;
+        other.complaints.Report = [](const QString& text) { ADD_FAILURE() << text.toStdString(); };
+        other.memory()->Trouble = trouble;
+        other.messages.answer(Answer::Ok, u" Orvanten Manager"_s,
+                              reason + u"Solange das so ist, wird keine Datei geändert."_s);
+        other.start();
+        other.complainOfUnused();
+    }
+}
+
 TEST_F(FormLoad, TheLastPlaylistIsOpenUntilTheRememberedIndexIsSelected)
 {
     putCatalogue({u"Erste"_s, u"Zweite"_s, u"Dritte"_s});

@@ -263,10 +263,11 @@ bool MemoryFiles::act(const std::function<bool()>& action)
     if (m_failed)
         return false;
     const QMap<QString, Node> before = m_nodes;
+    m_reason = WriteFault::NoRights;
     if (action())
         return true;
     m_nodes = before;
-    m_fault = m_storeIsBroken ? WriteFault::NoSafePlace : WriteFault::NoRights;
+    m_fault = m_storeIsBroken ? WriteFault::NoSafePlace : m_reason;
     failWhole();
     return false;
 }
@@ -314,8 +315,10 @@ MemoryFiles::Node* MemoryFiles::writable(const QString& path)
     if (path.endsWith(u'/') || path.endsWith(u'\\'))
         return nullptr;
     Node* found = node(path);
-    if (found == nullptr)
+    if (found == nullptr) {
+        m_reason = WriteFault::NoSuchPlace;
         return std::as_const(*this).node(path) == nullptr ? create(path, false) : nullptr;
+    }
     return found->folder || found->readOnly || found->unreadable ? nullptr : found;
 }
 

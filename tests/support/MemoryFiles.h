@@ -75,6 +75,9 @@ public:
     [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
     /// From now on no old bytes can be kept.
     void breakStore() { m_storeIsBroken = true; }
+    [[nodiscard]] std::optional<FilesTrouble> trouble() const override { return Trouble; }
+    /// What the program finds wrong at its start.
+    std::optional<FilesTrouble> Trouble;
 
     /// Time of what is written from now on.
     std::function<QDateTime()> Clock = [] { return QDateTime(QDate(2026, 11, 20), QTime(12, 0)); };
@@ -123,6 +126,8 @@ private:
     int m_wholes = 0;
     bool m_failed = false;
     std::optional<WriteFault> m_fault;
+    /// Of the action that runs, should it fail.
+    WriteFault m_reason = WriteFault::NoRights;
     /// By number of the node, the change that a command came to whose file was kept before.
     QMap<quint64, qint64> m_keptForCommand;
     quint64 m_lastNumber = 0;

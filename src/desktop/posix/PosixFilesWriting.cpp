@@ -54,6 +54,11 @@ void PosixFiles::noteError(int error)
     case EPERM:
         m_fault = WriteFault::NoRights;
         return;
+    case ENOENT:
+    case ENOTDIR:
+    case ENAMETOOLONG:
+        m_fault = WriteFault::NoSuchPlace;
+        return;
     default:
         m_fault = m_undo.hasPlace() ? WriteFault::Disk : WriteFault::NoSafePlace;
     }
@@ -165,8 +170,10 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
         target.size = info.st_size;
     } else if (mayCreate && isMissing(found.error)) {
         const std::optional<QByteArray> fresh = m_names.creationPath(path);
-        if (!fresh)
+        if (!fresh) {
+            errno = ENOENT;
             return std::nullopt;
+        }
         target.path = *fresh;
         if (!m_undo.willCreate(absolutePath(target.path)))
             return std::nullopt;
