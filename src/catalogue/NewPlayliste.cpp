@@ -115,7 +115,9 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         root.files.clearAttributes(path);
     if (!command.yield())
         return false;
-    const bool stands = usable && Dateiexistenz::FileExists(root, path);
+    // A disk that does not answer is no proof that there is none.
+    const bool stands =
+        usable && (Dateiexistenz::FileExists(root, path) || root.files.readBytes(path).outcome != ReadOutcome::Missing);
     if (root.Visible.value() && usable && !stands)
         writePlaylist(root, path, u"\r\n"_s);
 

@@ -22,8 +22,9 @@ namespace {
 bool backUpOnceADay(Root& root)
 {
     const QString database = databaseFile(root);
+    // A disk that does not answer is no proof that there is none.
     if (!Dateiexistenz::FileExists(root, database))
-        return true;
+        return root.files.readBytes(database).outcome == ReadOutcome::Missing;
     const std::optional<QDateTime> changed = root.files.modified(database);
     const QString today = dateText(root.services.events.now().date());
     WholeChange together(root.files);

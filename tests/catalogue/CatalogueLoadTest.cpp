@@ -193,7 +193,6 @@ TEST_F(CatalogueLoad, WhileItLoadsThePointerIsTheArrowWithTheHourglass)
 TEST_F(CatalogueLoad, TheLastRowOpensAfterASecondHasGoneBy)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
-    setting(u"CheckEntrys"_s, dwordSetting(0));
     start();
     setting(u"CheckEntrys"_s, dwordSetting(0));
     click(1);

@@ -163,6 +163,18 @@ TEST_F(CatalogueSave, AKeyThatCannotBeWrittenPutsTheWholeSaveBack)
     EXPECT_EQ(before, databaseText());
 }
 
+TEST_F(CatalogueSave, ADiskThatDoesNotAnswerIsNoProofThatThereIsNoDatabase)
+{
+    putExtras(2);
+    desktop.memory()->setModified(database(), QDateTime(QDate(2026, 11, 19), QTime(23, 0)));
+    put(backup(), "[Index]\r\n1e=uralt\r\n");
+    start();
+    const std::string before = databaseText();
+    desktop.log.failNext(u"files.exists \"%1\""_s.arg(database()));
+    mnuSpeichern_Click(root());
+    EXPECT_EQ(before, databaseText()) << "the extras of the rows would come from the old copy";
+}
+
 TEST_F(CatalogueSave, ACopyThatCannotBeReadPutsTheWholeSaveBack)
 {
     putExtras(2);

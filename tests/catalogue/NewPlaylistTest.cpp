@@ -115,6 +115,20 @@ TEST_F(NewPlaylist, AnotherCaseOfAStoredNameAsksAndNoLeavesEverything)
     EXPECT_EQ("/m/Rock 1.mp3\r\n/m/Rock 2.mp3\r\n\r\n", bytes(listPath(u"Rock"_s)).toStdString());
 }
 
+TEST_F(NewPlaylist, ADiskThatDoesNotAnswerIsNoProofThatThereIsNoFile)
+{
+    start();
+    root().Visible = true;
+    const QString there = putList(u"Da"_s, {putTrack(u"a"_s)});
+    const std::string before = bytes(there).toStdString();
+    for (const int call : {1, 2}) {
+        desktop.log.failNext(u"files.exists \"%1\""_s.arg(there), call);
+        QString path = there;
+        (void)NewPlayliste(root(), path, u"Da %1"_s.arg(call));
+        EXPECT_EQ(before, bytes(there).toStdString()) << call;
+    }
+}
+
 TEST_F(NewPlaylist, YesAddsARowThatSharesTheFileAndKeepsItsBytes)
 {
     putCatalogue({u"Rock"_s});
