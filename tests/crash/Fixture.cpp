@@ -193,6 +193,10 @@ void show(Machine& machine)
             std::printf("%s%s: %s\n", qPrintable(folder), qPrintable(file),
                         contentOf(machine, machine.data() + folder + file).constData());
     }
+    const QStringList sounds = soundFiles(machine.folder);
+    for (const QString& sound : sounds)
+        std::printf("%s: %s\n", qPrintable(sound.section(u'/', -1)),
+                    sumOf(machine.files.readBytes(sound).bytes).constData());
     // A copy may stand before the command it is made for has ended. A torn one would spoil the next save.
     if (const auto keys = machine.profiles.keys(backup, u"Index"_s).size();
         machine.files.exists(backup) && (keys == 0 || keys % KeysOfRow != 0))
