@@ -142,16 +142,21 @@ TEST_F(Reordering, AStepOfReadyThatFailsLeavesDatabaseAndCopyAsTheyWereAndNoBoxS
     startWith(1);
     setting(u"Error"_s, dwordSetting(0));
     const std::string before = databaseText();
-    for (const auto& [call, number] : {std::pair{u"files.copy"_s, 1}, std::pair{u"files.remove"_s, 1},
-                                       std::pair{u"files.replaceBytes"_s, 1}, std::pair{u"files.appendBytes"_s, 5}}) {
-        openDialog([this, call, number] {
+    struct Fault
+    {
+        QString call;
+        int number;
+    };
+    for (const Fault& fault : {Fault{u"files.copy"_s, 1}, Fault{u"files.remove"_s, 1},
+                               Fault{u"files.replaceBytes"_s, 1}, Fault{u"files.appendBytes"_s, 5}}) {
+        openDialog([this, &fault] {
             form().LSortView.move(2, 0);
             put(backup(), "[Index]\r\n1b=Frueher\r\n");
-            desktop.log.failNext(call, number);
+            desktop.log.failNext(fault.call, fault.number);
             form().BReady.Click();
         });
-        EXPECT_EQ(before, databaseText()) << call.toStdString();
-        EXPECT_EQ("[Index]\r\n1b=Frueher\r\n", backupText()) << call.toStdString();
+        EXPECT_EQ(before, databaseText()) << fault.call.toStdString();
+        EXPECT_EQ("[Index]\r\n1b=Frueher\r\n", backupText()) << fault.call.toStdString();
         EXPECT_EQ("Eins Zwei *Drei", names()) << "the catalogue is loaded again";
         EXPECT_EQ("", boxes());
         EXPECT_TRUE(root().quietLine.Visible.value());
