@@ -17,8 +17,10 @@ namespace orvantine {
 class clsVolume;
 struct Dialoge;
 struct Eigenschaften;
+struct ErrorListe;
 struct FilesCopy;
 struct FindAudio;
+struct FolderCheck;
 struct Info;
 struct Ordner;
 struct Positionen;
@@ -173,7 +175,9 @@ struct Root : RootMenus
     std::shared_ptr<Dialoge> dialoge;
     std::shared_ptr<Positionen> positionen;
     std::shared_ptr<Eigenschaften> eigenschaften;
+    std::shared_ptr<ErrorListe> errorListe;
     std::shared_ptr<FindAudio> findAudio;
+    std::shared_ptr<FolderCheck> folderCheck;
     std::shared_ptr<Suchen> suchen;
     std::shared_ptr<FilesCopy> filesCopy;
     std::shared_ptr<Ordner> ordner;

@@ -24,7 +24,9 @@
 #include "playback/Timer2.h"
 #include "playback/Tray.h"
 #include "playback/Volume.h"
+#include "search/ErrorListe.h"
 #include "search/FindAudio.h"
+#include "search/FolderCheck.h"
 #include "search/Suchen.h"
 #include "shell/Design.h"
 #include "shell/Dialoge.h"
@@ -122,7 +124,9 @@ void makeForms(Root& root)
     root.dialoge = std::make_shared<Dialoge>();
     root.positionen = std::make_shared<Positionen>();
     root.eigenschaften = std::make_shared<Eigenschaften>();
+    root.errorListe = std::make_shared<ErrorListe>();
     root.findAudio = std::make_shared<FindAudio>();
+    root.folderCheck = std::make_shared<FolderCheck>();
     root.suchen = std::make_shared<Suchen>();
     root.filesCopy = std::make_shared<FilesCopy>();
     root.ordner = std::make_shared<Ordner>();
@@ -135,6 +139,8 @@ void makeForms(Root& root)
     setUpPositionen(root);
     setUpTagForms(root);
     setUpEigenschaften(root);
+    setUpErrorListe(root);
+    setUpFolderCheck(root);
     setUpFolderDialogs(root);
     setUpTrackcopy(root);
 }

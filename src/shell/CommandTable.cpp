@@ -22,6 +22,9 @@
 #include "playlists/SavePlayEntrys.h"
 #include "playlists/mnuAddSounds.h"
 #include "playlists/mnuSpeichernUnter.h"
+#include "search/FolderCheck.h"
+#include "search/mnuCheckPlaylists.h"
+#include "search/mnuRecycle.h"
 #include "shell/MainWindow.h"
 #include "shell/Shutdown.h"
 #include "transfer/Trackcopy.h"
@@ -194,11 +197,15 @@ std::vector<CommandRow> barRows(Root& r)
         {.level = 1,
          .item = &r.mnuFolderCheck,
          .caption = u"Medienordner zuweisen ... ",
+         .run = plain<mnuFolderCheck_Click>,
          .shown = Shown::NeedsPlaylist,
          .icon = u"folder-music"},
         {.level = 1,
          .item = &r.mnuCheckPlaylists,
          .caption = u"Playlisten überprüfen ... ",
+         .run = plain<mnuCheckPlaylists_Click>,
+         .changes = Changes::Both,
+         .tip = 714,
          .shown = Shown::NeedsPlaylist},
         {.level = 1, .item = &r.Trennung5, .caption = Line},
         {.level = 1, .item = &r.mnuWiederherstellen, .caption = u"Datenbank wiederherstellen ... "},
@@ -447,7 +454,12 @@ std::vector<CommandRow> barRows(Root& r)
          .caption = u"&Spaltenbreiten zurücksetzen ",
          .run = plain<mnuSpaltenReset_Click>,
          .tip = 510},
-        {.level = 1, .item = &r.mnuRecycle, .caption = u"O&rdner für Playlisten aufräumen "},
+        {.level = 1,
+         .item = &r.mnuRecycle,
+         .caption = u"O&rdner für Playlisten aufräumen ",
+         .run = plain<mnuRecycle_Click>,
+         .changes = Changes::Catalogue,
+         .tip = 511},
         {.level = 1, .item = &r.mnuDeleteDatabase, .caption = u"Da&tenbank und Playlisten löschen"},
         {.level = 1, .item = &r.Trennung41, .caption = Line},
         {.level = 1, .item = &r.mnuSendtoInstall, .caption = u"F&unktion 'Senden an' hinzufügen "},

@@ -104,6 +104,7 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"operations/DropOnCatalogue -> search/Dialogsuche"_s,
         u"operations/RepairSource -> transfer/BrowseFolders2k"_s,
         u"playlists/mnuAddSounds -> transfer/FolderDialogs"_s,
+        u"search/FolderCheck -> transfer/BrowseFolders2k"_s,
     };
     const auto floorOf = [](const QString& room) { return Floors.indexOf(room.section(u'/', 0, 0)); };
     QStringList found;

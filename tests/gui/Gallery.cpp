@@ -4,6 +4,8 @@
 #include "gui/Sample.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
+#include "search/ErrorListe.h"
+#include "search/FolderCheck.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -124,6 +126,22 @@ int main(int argc, char** argv)
         properties.tDatum.Text = u"21.06.2026"_s;
         properties.tAlbumCover.Text = u"/home/anna/.local/share/Orvanten Manager/Resource/Sommerabend.jpg"_s;
         picture(properties, u"eigenschaften"_s);
+        FolderCheck& folders = *root.folderCheck;
+        folders.Load = [&folders] {
+            folders.tFolderOld.Text = u"/home/anna/Musik"_s;
+            folders.tFolderNew.Text = u"/media/anna/Platte/Musik"_s;
+            folders.LVorschau.Caption = u"1.240 Einträge in 17 Playlisten würden geändert. "
+                                        u"Von ihnen gibt es 1.238 unter dem neuen Ordner."_s;
+        };
+        picture(folders, u"foldercheck"_s);
+        ErrorListe& faults = *root.errorListe;
+        const auto load = faults.Load;
+        faults.Load = [&faults, load] {
+            load();
+            faults.LErrorView.select(1);
+            faults.LErrorView.Click();
+        };
+        picture(faults, u"errorliste"_s);
         forms.dropAll();
     }
     return 0;

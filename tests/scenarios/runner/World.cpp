@@ -3,6 +3,8 @@
 #include "metadata/frmID3.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
+#include "search/ErrorListe.h"
+#include "search/FolderCheck.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -126,6 +128,8 @@ std::vector<Form*> formsOf(Root& root)
             root.tagForm.get(),
             root.otherTagForm.get(),
             root.eigenschaften.get(),
+            root.errorListe.get(),
+            root.folderCheck.get(),
             root.filesCopy.get(),
             root.ordner.get(),
             root.trackcopy.get()};

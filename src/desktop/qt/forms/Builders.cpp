@@ -10,6 +10,7 @@ FormBuilder formBuilder(const QString& name)
 {
     static const QHash<QString, FormBuilder> builders{
         {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
+        {u"ErrorListe"_s, buildErrorListe},  {u"FolderCheck"_s, buildFolderCheck},
         {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
         {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
         {u"Startup"_s, buildStartup},        {u"Trackcopy"_s, buildTrackcopy},

@@ -15,6 +15,8 @@ using FormBuilder = void (*)(FormWindow&);
 // One a form, each in a file of its own. A new form is declared here and entered in the table of Builders.cpp.
 void buildDialoge(FormWindow& window);
 void buildEigenschaften(FormWindow& window);
+void buildErrorListe(FormWindow& window);
+void buildFolderCheck(FormWindow& window);
 void buildFolderDialog(FormWindow& window);
 void buildInfo(FormWindow& window);
 void buildOtherTagForm(FormWindow& window);
