@@ -10,6 +10,7 @@
 #include "playback/CoverArt.h"
 #include "playlists/SavePlayEntrys.h"
 #include "playlists/mnuSpeichernUnter.h"
+#include "search/FolderCheck.h"
 #include "support/DiskDesktop.h"
 
 #include <QCryptographicHash>
@@ -62,9 +63,12 @@ void layOut(const QString& path, const QByteArray& bytes)
         qFatal("the fixture could not be laid out");
 }
 
-/// The first list is a new one, which has no file in "Playlisten" yet.
+/// The first list is a new one, which has no file in "Playlisten" yet; another lies elsewhere.
 QString listFile(const QString& folder, int row)
 {
+    constexpr int Foreign = 5;
+    if (row == Foreign)
+        return folder + u"/fremd/Liste 5.m3u"_s;
     return folder + (row == 1 ? u"/data/Neu.tmp"_s : u"/data/Playlisten/Liste %1.m3u"_s.arg(row));
 }
 
@@ -136,6 +140,9 @@ void prepare(const QString& folder)
         layOut(sound, "Klang");
     layOut(soundFolder(folder) + u"/Bild.jpg"_s, "Bild dazu");
     layOut(folder + u"/program/Orvantine.dll"_s, "");
+    QDir().mkpath(folder + u"/fremd"_s);
+    layOut(folder + u"/data/Playlisten/Lose.m3u"_s, "/musik/Lied 1.mp3\r\n\r\n");
+    layOut(folder + u"/data/Playlisten/Alt.bak"_s, "/musik/Lied 2.mp3\r\n\r\n");
 
     QByteArray text = "[TagInfo]\r\n";
     for (int track = 0; track < 200; ++track)
@@ -188,7 +195,8 @@ void show(Machine& machine)
     const QString database = machine.data() + u"Orvantine.dat"_s;
     const QString backup = machine.data() + u"Orvantine.bak"_s;
     for (const QString& folder : {u""_s, u"Playlisten/"_s, u"Resource/"_s}) {
-        const QStringList found = machine.files.list(machine.data() + folder, u"*.m3u;*.tmp;*.jpg"_s);
+        const QString copies = folder == u"Playlisten/"_s ? u";*.bak"_s : QString();
+        const QStringList found = machine.files.list(machine.data() + folder, u"*.m3u;*.tmp;*.jpg"_s + copies);
         for (const QString& file : found)
             std::printf("%s%s: %s\n", qPrintable(folder), qPrintable(file),
                         contentOf(machine, machine.data() + folder + file).constData());
@@ -229,6 +237,11 @@ void removeTrack(Machine& machine)
     machine.root.LListView2.select(machine.root.LListView2.count() - 5);
     machine.answer(Answer::Ok);
     machine.root.mnuFileKill.Click();
+}
+
+void closeNextModal(Machine& machine, const QString& name)
+{
+    machine.forms.whileModal(name, [&machine](Form& form) { machine.forms.unload(form); });
 }
 
 struct Command
@@ -372,6 +385,30 @@ constexpr Command Commands[] = {
          machine.tags->WriteID3V1(track, record);
      }},
     {"untag", [](Machine& machine) { machine.tags->EraseID3V2(soundFiles(machine.folder).front()); }},
+    {"check-lists",
+     [](Machine& machine) {
+         machine.answer(Answer::Yes);
+         closeNextModal(machine, u"ErrorListe"_s);
+         machine.root.mnuCheckPlaylists.Click();
+     }},
+    {"recycle",
+     [](Machine& machine) {
+         machine.answer(Answer::Ok);
+         machine.root.mnuRecycle.Click();
+     }},
+    {"remap",
+     [](Machine& machine) {
+         machine.root.mnuErrorDisplay.Checked = false;
+         machine.forms.whileModal(u"FolderCheck"_s, [&machine](Form&) {
+             FolderCheck& form = *machine.root.folderCheck;
+             form.tFolderOld.Text = u"/musik"_s;
+             form.tFolderNew.Text = u"/klang"_s;
+             machine.answer(Answer::Yes);
+             machine.answer(Answer::Ok);
+             form.BReady.Click();
+         });
+         machine.root.mnuFolderCheck.Click();
+     }},
     {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
 };
 

@@ -2,6 +2,7 @@
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "reentrance/World.h"
+#include "search/FolderCheck.h"
 #include "shell/Shutdown.h"
 
 #include <gtest/gtest.h>
@@ -115,6 +116,25 @@ const std::vector<Deed> Commands{
      }},
     {"names by tag", [](World& w) { w.root().mnuSetTagName.Click(); }},
     {"name by tag", [](World& w) { w.root().mnuGetIDTag.Click(); }},
+    {"check lists",
+     [](World& w) {
+         w.desktop.forms().whileModal(u"ErrorListe"_s, [&w](Form& form) { w.desktop.forms().unload(form); });
+         w.root().mnuCheckPlaylists.Click();
+     }},
+    {"remap",
+     [](World& w) {
+         w.remaps = true;
+         w.desktop.forms().whileModal(u"FolderCheck"_s, [&w](Form& shown) {
+             FolderCheck& form = *w.root().folderCheck;
+             form.tFolderOld.Text = u"/m/"_s;
+             form.tFolderNew.Text = u"/n/"_s;
+             form.BReady.Click();
+             if (shown.Visible.value())
+                 w.desktop.forms().unload(shown);
+         });
+         w.root().mnuFolderCheck.Click();
+     }},
+    {"recycle", [](World& w) { w.root().mnuRecycle.Click(); }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
 };
 
@@ -158,6 +178,7 @@ const std::vector<Deed> Interruptions{
          copyNewTrack(w);
          w.root().mnuEditPaste.press();
      }},
+    {"recycle", [](World& w) { w.root().mnuRecycle.press(); }},
     {"tick", [](World& w) { w.root().Timer2.Tick(); }},
     {"close", [](World& w) { Form_QueryUnload(w.root()); }},
     {"end", [](World& w) { w.root().mnuBeenden.press(); }},

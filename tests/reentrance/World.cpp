@@ -57,6 +57,7 @@ World::World()
         put(listPath(name), (Tracks[name].join(u"\r\n"_s) + u"\r\n\r\n"_s).toUtf8());
         for (const QString& track : Tracks[name]) {
             put(track, "mp3");
+            put(QString(track).replace(u"/m/"_s, u"/n/"_s), "mp3");
             desktop.tags.tracks[track] = {.title = track.right(6), .artist = name};
         }
         ++number;
@@ -152,7 +153,7 @@ QStringList World::faults()
         extras.insert(entry.path, entry.description + u' ' + entry.date);
     }
     for (const QString& name : Tracks.keys()) {
-        const std::optional<QStringList> now = entries(name);
+        std::optional<QStringList> now = entries(name);
         if (!now) {
             if (!removesList)
                 found += u"the file of %1 is gone"_s.arg(name);
@@ -163,7 +164,9 @@ QStringList World::faults()
         if (paths.count(listPath(name)) != 1 && !(removesList && !paths.contains(listPath(name))))
             found += u"%1 stands %2 times in the catalogue"_s.arg(name).arg(paths.count(listPath(name)));
         QStringList left = Tracks[name];
-        for (const QString& entry : *now)
+        if (remaps)
+            now->replaceInStrings(u"/n/"_s, u"/m/"_s);
+        for (const QString& entry : std::as_const(*now))
             if (!left.removeOne(entry) && !(m_addsTo.contains(listPath(name)) && entry.endsWith(u"neu.mp3"_s)))
                 found += u"%1 holds %2"_s.arg(name, entry);
         if (left.size() > (removesTrack ? 1 : 0))

@@ -37,6 +37,8 @@ public:
     bool removesList = false;
     /// A text that the user gives comes to one of the lists.
     bool describes = false;
+    /// Tracks in "/m" may be told to lie in "/n".
+    bool remaps = false;
     /// The new track may come to the list that is in sight now.
     void addsTrack();
 
