@@ -1,3 +1,4 @@
+#include "app/DataFolder.h"
 #include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/MainWindow.h"
@@ -130,11 +131,16 @@ int main(int argc, char** argv)
         folders.Load = [&folders] {
             folders.tFolderOld.Text = u"/home/anna/Musik"_s;
             folders.tFolderNew.Text = u"/media/anna/Platte/Musik"_s;
-            folders.LVorschau.Caption = u"1.240 Einträge in 17 Playlisten würden geändert. "
-                                        u"Von ihnen gibt es 1.238 unter dem neuen Ordner."_s;
+            folders.LVorschau.Caption = u"1.240 Einträge würden sich ändern (in 17 Playlisten). "
+                                        u"1.238 der neuen Dateien sind vorhanden."_s;
         };
         picture(folders, u"foldercheck"_s);
         ErrorListe& faults = *root.errorListe;
+        root.tDatenbank.Text = u"/home/anna/.local/share/Orvanten Manager/"_s;
+        desktop.memory()->put(databaseFile(root), "[Index]\r\n1b=Sommerabend\r\n1c=/home/anna/Musik/Sommer.m3u\r\n"
+                                                  "2b=Auf dem Dachboden\r\n2c=/media/anna/Platte/Dach.m3u\r\n");
+        desktop.memory()->put(u"/home/anna/Musik/Sommer.m3u"_s,
+                              "/home/anna/Musik/Nachtzug nach Lissabon.mp3\r\n/home/anna/Musik/Abfahrt.mp3\r\n");
         const auto load = faults.Load;
         faults.Load = [&faults, load] {
             load();
