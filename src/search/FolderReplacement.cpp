@@ -58,7 +58,7 @@ std::vector<QByteArrayView> linesOf(QByteArrayView bytes)
 QByteArray encoded(const QString& text, const QByteArray& before)
 {
     if (!isUtf8(before)) {
-        const QByteArray old = CodePage::toWindows1252(text);
+        QByteArray old = CodePage::toWindows1252(text);
         if (CodePage().decode(old) == text)
             return old;
     }
