@@ -15,7 +15,6 @@
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/PlaylistText.h"
 #include "playlists/TrackRow.h"
-#include "search/FolderLooks.h"
 
 namespace orvantine {
 
@@ -104,14 +103,13 @@ int addMissingTracks(Root& root, const CatalogueEntry& entry, int number)
     const ProfileStore::Steady names(root.services.profiles, databaseFile(root));
     ListView& lines = root.errorListe->LErrorView;
     const ListView::Batch together(lines);
-    FolderLooks looks(root);
     int position = 0;
     int found = 0;
     const QStringList tracks = entriesOf(root, entry.path);
     for (const QString& track : tracks) {
         ++position;
         const QString full = fullPath(track, folder);
-        if (track.size() < ShortestEntry || looks.exists(full))
+        if (track.size() < ShortestEntry || Dateiexistenz::FileExists(root, full))
             continue;
         ++found;
         append(lines, {.number = position,

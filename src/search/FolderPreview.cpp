@@ -1,6 +1,7 @@
 #include "search/FolderPreview.h"
 
 #include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
 #include "app/PlaylistFile.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueEntry.h"
@@ -8,7 +9,6 @@
 #include "platform/FileDirPath.h"
 #include "platform/PlaylistWalk.h"
 #include "playlists/TrackRow.h"
-#include "search/FolderLooks.h"
 #include "search/FolderReplacement.h"
 
 #include <QLocale>
@@ -61,13 +61,12 @@ void FolderPreview::lookAt(const QString& path)
     const QList<PlaylistEntry> after = playlistEntries({}, m_root.files.decode(replacement.result()));
     if (before.size() != after.size())
         return;
-    FolderLooks looks(m_root);
     qint64 changed = 0;
     for (qsizetype i = 0; i < before.size(); ++i) {
         if (before[i] == after[i])
             continue;
         ++changed;
-        if (looks.exists(fullPath(after[i].sourceURL, FileDirPath::FolderOf(path))))
+        if (Dateiexistenz::FileExists(m_root, fullPath(after[i].sourceURL, FileDirPath::FolderOf(path))))
             ++m_existing;
     }
     m_entries += changed;
