@@ -24,7 +24,6 @@ namespace {
 
 namespace FaultItem {
 constexpr int Number = 1;
-constexpr int Name = 2;
 constexpr int Path = 3;
 constexpr int Marker = 4;
 } // namespace FaultItem

@@ -255,6 +255,7 @@ void BReady_Click(Root& root, FolderCheck& form)
         return;
 
     stopPreview(form);
+    form.LVorschau.Caption = u"Der Ordner wird überall ersetzt. Abbrechen beendet das."_s;
     enableInput(form, false);
     form.Pointer = MousePointer::Hourglass;
     command.wait();

@@ -140,7 +140,6 @@ void prepare(const QString& folder)
         layOut(sound, "Klang");
     layOut(soundFolder(folder) + u"/Bild.jpg"_s, "Bild dazu");
     layOut(folder + u"/program/Orvantine.dll"_s, "");
-    QDir().mkpath(folder + u"/fremd"_s);
     layOut(folder + u"/data/Playlisten/Lose.m3u"_s, "/musik/Lied 1.mp3\r\n\r\n");
     layOut(folder + u"/data/Playlisten/Alt.bak"_s, "/musik/Lied 2.mp3\r\n\r\n");
 
