@@ -28,6 +28,7 @@
 #include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "search/Suchen.h"
+#include "search/mnuSuchen.h"
 #include "shell/Design.h"
 #include "shell/Dialoge.h"
 #include "shell/FormLoad.h"
@@ -141,6 +142,7 @@ void makeForms(Root& root)
     setUpEigenschaften(root);
     setUpErrorListe(root);
     setUpFolderCheck(root);
+    setUpSuchen(root);
     setUpFolderDialogs(root);
     setUpTrackcopy(root);
 }

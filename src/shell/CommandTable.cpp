@@ -25,6 +25,7 @@
 #include "search/FolderCheck.h"
 #include "search/mnuCheckPlaylists.h"
 #include "search/mnuRecycle.h"
+#include "search/mnuSuchen.h"
 #include "shell/MainWindow.h"
 #include "shell/Shutdown.h"
 #include "transfer/Trackcopy.h"
@@ -269,6 +270,7 @@ std::vector<CommandRow> barRows(Root& r)
          .item = &r.mnuSuchen,
          .caption = u"&Suchen ... ",
          .shortcut = u"Ctrl+F",
+         .run = plain<mnuSuchen_Click>,
          .shown = Shown::NeedsPlaylist,
          .icon = u"edit-find"},
 
@@ -295,7 +297,11 @@ std::vector<CommandRow> barRows(Root& r)
          .run = plain<mnuGridlines_Click>,
          .shown = Shown::Switch},
         {.level = 1, .item = &r.Trennung22, .caption = Line},
-        {.level = 1, .item = &r.mnuSuchDialog, .caption = u"&Suchdialog ", .shown = Shown::Switch},
+        {.level = 1,
+         .item = &r.mnuSuchDialog,
+         .caption = u"&Suchdialog ",
+         .run = plain<mnuSuchDialog_Click>,
+         .shown = Shown::Switch},
         {.level = 1,
          .item = &r.mnuDatumsanzeige,
          .caption = u"&Erstellungsdatum ",

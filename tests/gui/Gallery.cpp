@@ -7,6 +7,7 @@
 #include "operations/Positionen.h"
 #include "search/ErrorListe.h"
 #include "search/FolderCheck.h"
+#include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -148,6 +149,11 @@ int main(int argc, char** argv)
             faults.LErrorView.Click();
         };
         picture(faults, u"errorliste"_s);
+        picture(*root.suchen, u"suchen"_s);
+        root.suchen->Text1.Text = u"Nachtzug"_s;
+        root.suchen->Text1.Change();
+        root.suchen->progress.Caption = u"Durchsucht wird „Sommerabend“, noch 12 Playlisten."_s;
+        picture(*root.suchen, u"suchen-busy"_s);
         forms.dropAll();
     }
     return 0;

@@ -1,10 +1,13 @@
+#include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/widgets/ReportList.h"
 #include "desktop/qt/window/MainWindow.h"
 
 #include "gui/Sample.h"
+#include "search/Suchen.h"
 #include "support/FakeDesktop.h"
 
 #include <QAccessible>
+#include <QLabel>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -30,6 +33,21 @@ void noteFocused(QAccessibleEvent* event)
         focused() += event->accessibleInterface()->text(QAccessible::Name);
 }
 
+/// What was told aloud.
+QStringList& alerts()
+{
+    static QStringList texts;
+    return texts;
+}
+
+void noteAlert(QAccessibleEvent* event)
+{
+    if (event->type() != QAccessible::Alert)
+        return;
+    if (const auto* label = qobject_cast<QLabel*>(event->object()))
+        alerts() += label->text();
+}
+
 /// The real window on a display and a bus where a screen reader could listen.
 class ScreenReader : public testing::Test
 {
@@ -42,11 +60,12 @@ protected:
     }
     ~ScreenReader() override { QAccessible::installUpdateHandler(m_before); }
 
-    void listen()
+    void listen(QAccessible::UpdateHandler handler = noteFocused)
     {
         ASSERT_TRUE(QTest::qWaitFor([] { return QAccessible::isActive(); }, LongestWait));
         focused().clear();
-        m_before = QAccessible::installUpdateHandler(noteFocused);
+        alerts().clear();
+        m_before = QAccessible::installUpdateHandler(handler);
     }
 
     fake::FakeDesktop desktop;
@@ -70,6 +89,19 @@ TEST_F(ScreenReader, HearsOfTheRowAfterTheListWasOutOfReach)
     QTest::keyClick(&view, Qt::Key_Down);
     ASSERT_FALSE(focused().isEmpty());
     EXPECT_EQ("Frühstück, Favorit, 2 von 12", focused().back().toStdString());
+}
+
+TEST_F(ScreenReader, HearsWhichListASearchReads)
+{
+    QtForms forms;
+    Suchen& form = *root.suchen;
+    form.Load = {};
+    forms.show(form);
+    listen(noteAlert);
+    form.progress.Caption = u"Durchsucht wird „Erste“, noch 3 Playlisten."_s;
+    form.progress.Caption = QString();
+    EXPECT_EQ("Durchsucht wird „Erste“, noch 3 Playlisten.", alerts().join(u'|').toStdString());
+    forms.unload(form);
 }
 
 } // namespace

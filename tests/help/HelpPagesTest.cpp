@@ -75,7 +75,7 @@ TEST_F(HelpPages, HaveATopicForEachKindOfWork)
     const QString contents = read(folder.filePath(u"Inhalt.htm"_s));
     for (const QString& title :
          {u"Playlisten anlegen und hinzufügen"_s, u"Playlisten umbenennen und löschen"_s, u"Sounddateien hinzufügen"_s,
-          u"Ziehen und Ablegen"_s, u"Ordner auswählen"_s, u"Titel sortieren und verschieben"_s,
+          u"Ziehen und Ablegen"_s, u"Ordner auswählen"_s, u"Suchen"_s, u"Titel sortieren und verschieben"_s,
           u"Titel entfernen und kopieren"_s, u"Tastaturbefehle"_s})
         EXPECT_TRUE(contents.contains(u'>' + title + u"</a>"_s)) << title.toStdString();
 }

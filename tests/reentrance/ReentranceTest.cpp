@@ -3,6 +3,7 @@
 #include "operations/Positionen.h"
 #include "reentrance/World.h"
 #include "search/FolderCheck.h"
+#include "search/Suchen.h"
 #include "shell/Shutdown.h"
 
 #include <gtest/gtest.h>
@@ -39,6 +40,15 @@ void copyNewTrack(World& world)
     world.addsTrack();
     world.root().mnuEditCopy.Tag = u"2"_s;
     world.desktop.clipboard.copied = {u"/m/neu.mp3"_s};
+}
+
+void search(World& world)
+{
+    Root& root = world.root();
+    root.mnuSuchen.Click();
+    root.suchen->Text1.Text = u"nirgends"_s;
+    root.suchen->Text1.Change();
+    root.suchen->CSuchen.Click();
 }
 
 /// The commands that wait.
@@ -136,6 +146,7 @@ const std::vector<Deed> Commands{
      }},
     {"recycle", [](World& w) { w.root().mnuRecycle.Click(); }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
+    {"search", search},
 };
 
 /// What comes in meanwhile.
@@ -179,6 +190,7 @@ const std::vector<Deed> Interruptions{
          w.root().mnuEditPaste.press();
      }},
     {"recycle", [](World& w) { w.root().mnuRecycle.press(); }},
+    {"search", search},
     {"tick", [](World& w) { w.root().Timer2.Tick(); }},
     {"close", [](World& w) { Form_QueryUnload(w.root()); }},
     {"end", [](World& w) { w.root().mnuBeenden.press(); }},

@@ -4,7 +4,9 @@
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "search/ErrorListe.h"
+#include "search/FindAudio.h"
 #include "search/FolderCheck.h"
+#include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
 #include "shell/Startup.h"
@@ -132,6 +134,8 @@ std::vector<Form*> formsOf(Root& root)
             root.folderCheck.get(),
             root.filesCopy.get(),
             root.ordner.get(),
+            root.suchen.get(),
+            root.findAudio.get(),
             root.trackcopy.get()};
 }
 

@@ -13,8 +13,9 @@ FormBuilder formBuilder(const QString& name)
         {u"ErrorListe"_s, buildErrorListe},  {u"FolderCheck"_s, buildFolderCheck},
         {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
         {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
-        {u"Startup"_s, buildStartup},        {u"Trackcopy"_s, buildTrackcopy},
-        {u"frmID3V1"_s, buildTagForm},       {u"frmID3V2"_s, buildOtherTagForm}};
+        {u"Startup"_s, buildStartup},        {u"Suchen"_s, buildSuchen},
+        {u"Trackcopy"_s, buildTrackcopy},    {u"frmID3V1"_s, buildTagForm},
+        {u"frmID3V2"_s, buildOtherTagForm}};
     return builders.value(name);
 }
 

@@ -22,6 +22,7 @@ void buildInfo(FormWindow& window);
 void buildOtherTagForm(FormWindow& window);
 void buildPositionen(FormWindow& window);
 void buildStartup(FormWindow& window);
+void buildSuchen(FormWindow& window);
 void buildTagForm(FormWindow& window);
 void buildTrackcopy(FormWindow& window);
 

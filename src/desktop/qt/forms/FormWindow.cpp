@@ -5,9 +5,12 @@
 #include "desktop/qt/widgets/SortList.h"
 #include "desktop/qt/widgets/Theme.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCheckBox>
 #include <QCloseEvent>
+#include <QComboBox>
+#include <QCompleter>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -15,6 +18,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -197,6 +201,72 @@ QCheckBox* FormWindow::addCheckBox(CheckBox& control)
         call(control.Click);
     });
     return box;
+}
+
+QRadioButton* FormWindow::addOption(OptionButton& control, QWidget* parent)
+{
+    auto* const option = new QRadioButton(parent);
+    follow(control, option);
+    m_bindings.follow(control.Caption, [option](const QString& caption) { option->setText(caption.trimmed()); });
+    m_bindings.follow(control.Value, [option](bool on) { option->setChecked(on); });
+    connect(option, &QRadioButton::toggled, this, [&control](bool on) { control.Value = on; });
+    connect(option, &QRadioButton::clicked, this, [&control] { call(control.Click); });
+    return option;
+}
+
+QComboBox* FormWindow::addComboBox(ComboBox& control, const QString& accessibleName, bool textEntry)
+{
+    auto* const box = new QComboBox(this);
+    box->setAccessibleName(accessibleName);
+    box->setEditable(textEntry);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    if (textEntry)
+        // What is typed is searched for as it stands.
+        box->setCompleter(nullptr);
+    follow(control, box);
+    const auto showText = [box, &control, textEntry] {
+        const QSignalBlocker quiet(box);
+        if (textEntry && box->currentText() != control.Text.value())
+            box->setEditText(control.Text);
+    };
+    const auto show = [box, &control, showText] {
+        const QSignalBlocker quiet(box);
+        box->clear();
+        box->addItems(control.List);
+        box->setCurrentIndex(control.ListIndex);
+        showText();
+    };
+    show();
+    m_bindings.watch(control.List, show);
+    m_bindings.watch(control.ListIndex, [box, &control, showText] {
+        const QSignalBlocker quiet(box);
+        box->setCurrentIndex(control.ListIndex);
+        showText();
+    });
+    m_bindings.watch(control.Text, showText);
+    connect(box, &QComboBox::activated, this, [&control](int line) {
+        control.ListIndex = line;
+        control.Text = control.List.value().value(line);
+        call(control.Click);
+    });
+    if (textEntry)
+        connect(box->lineEdit(), &QLineEdit::textEdited, this, [&control](const QString& text) {
+            control.Text = text;
+            call(control.Change);
+        });
+    return box;
+}
+
+QLabel* FormWindow::addStatus(Label& control)
+{
+    QLabel* const label = addLabel(control);
+    m_bindings.watch(control.Caption, [label] {
+        if (label->text().isEmpty() || !label->isVisible())
+            return;
+        QAccessibleEvent told(label, QAccessible::Alert);
+        QAccessible::updateAccessibility(&told);
+    });
+    return label;
 }
 
 QListWidget* FormWindow::addListBox(ListBox& control, const QString& accessibleName)

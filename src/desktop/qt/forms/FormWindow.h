@@ -12,12 +12,14 @@
 #include <initializer_list>
 
 class QCheckBox;
+class QComboBox;
 class QHBoxLayout;
 class QKeyEvent;
 class QLabel;
 class QLineEdit;
 class QListWidget;
 class QPushButton;
+class QRadioButton;
 class QVBoxLayout;
 
 namespace orvantine {
@@ -57,6 +59,12 @@ public:
     QLabel* addRefusal(QLineEdit* field, const QString& text);
     QPushButton* addButton(Button& control);
     QCheckBox* addCheckBox(CheckBox& control);
+    /// Options in one parent widget uncheck one another.
+    QRadioButton* addOption(OptionButton& control, QWidget* parent);
+    /// With or without a field for texts that are not in its list.
+    QComboBox* addComboBox(ComboBox& control, const QString& accessibleName, bool textEntry);
+    /// A label whose changes a screen reader tells.
+    QLabel* addStatus(Label& control);
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
     SortList* addSortList(DragListBox& control, const QString& accessibleName);
     FolderTreeView* addFolderTree(FolderTree& control);
