@@ -3,6 +3,7 @@
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/LockInstance.h"
 #include "desktop/posix/PosixFiles.h"
+#include "desktop/posix/PosixFolderWalks.h"
 #include "desktop/posix/PosixVolumes.h"
 #include "desktop/posix/RegSettings.h"
 #include "desktop/posix/XdgFolders.h"
@@ -86,6 +87,7 @@ struct Desktop
     PosixFiles files{filesOptions(folders, drives)};
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};
+    PosixFolderWalks walks{drives};
     LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
                           folders.temp};
     QtEvents events;
@@ -133,6 +135,7 @@ int run()
                       .instance = desktop.instance,
                       .fonts = desktop.fonts,
                       .screen = desktop.screen,
+                      .walks = desktop.walks,
                       .folders = standardFolders(desktop.folders, QCoreApplication::applicationDirPath()),
                       .system = {},
                       .start = startContext()};

@@ -22,6 +22,7 @@ struct FilesCopy;
 struct FindAudio;
 struct FolderCheck;
 struct Info;
+struct Kopieren;
 struct Ordner;
 struct Positionen;
 struct Startup;
@@ -182,6 +183,7 @@ struct Root : RootMenus
     std::shared_ptr<FilesCopy> filesCopy;
     std::shared_ptr<Ordner> ordner;
     std::shared_ptr<Trackcopy> trackcopy;
+    std::shared_ptr<Kopieren> kopieren;
     std::shared_ptr<frmID3V1> tagForm;
     std::shared_ptr<frmID3V2> otherTagForm;
 };

@@ -1,7 +1,6 @@
 #include "catalogue/mnuAddFolder.h"
 
 #include "app/Command.h"
-#include "app/FeatureTips.h"
 #include "app/Root.h"
 #include "search/FindAudio.h"
 #include "search/IndexFiles.h"
@@ -10,11 +9,15 @@ namespace orvantine {
 
 void mnuAddFolder_Click(Root& root)
 {
-    ShowFeatureTip(root, 113);
-    if (!indexIsOfToday(root))
-        SetIndexFile(root);
-    root.services.forms.unload(*root.findAudio);
+    // What the finder finds would be passed over in front of a command that waits.
+    if (!root.commands.admits(Changes::Both))
+        return;
     Command command(root);
+    if (!indexIsOfToday(root))
+        runCommand(root, Changes::Both, [&root] { SetIndexFile(root); });
+    if (command.ended())
+        return;
+    root.services.forms.unload(*root.findAudio);
     (void)command.showModal(*root.findAudio);
 }
 

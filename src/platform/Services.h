@@ -4,6 +4,7 @@
 #include "platform/Clipboard.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
+#include "platform/FolderWalk.h"
 #include "platform/Fonts.h"
 #include "platform/Forms.h"
 #include "platform/Instance.h"
@@ -76,6 +77,7 @@ struct Services
     Instance& instance;
     Fonts& fonts;
     Screen& screen;
+    FolderWalks& walks;
     StandardFolders folders;
     SystemVersion system;
     StartContext start;

@@ -9,6 +9,7 @@
 #include "catalogue/CatalogueRows.h"
 #include "metadata/ShowTrackInfo.h"
 #include "playlists/GetPlayEntrys.h"
+#include "search/CatalogueWalk.h"
 #include "search/Dialogsuche.h"
 #include "search/Suchen.h"
 
@@ -107,22 +108,6 @@ void tellProgress(Root& root, int row)
     root.suchen->progress.Caption = u"Durchsucht wird „%1“, %2."_s.arg(playlistName(root, row), rest);
 }
 
-/// Opens the row's list. An event inside may open another one; the row's is then read once more. False after the end.
-bool read(Root& root, Command& command, int row)
-{
-    constexpr int Attempts = 2;
-    for (int attempt = 0; attempt < Attempts; ++attempt) {
-        const QString path = openRow(root, row);
-        if (!command.yield())
-            return false;
-        // The reading has shown the list's cover.
-        Dialogsuche(root, true);
-        if (root.trackList.isOf(path))
-            break;
-    }
-    return true;
-}
-
 /// What a click on the row shows besides its tracks.
 void showRow(Root& root, int row)
 {
@@ -148,14 +133,13 @@ Found searchTracks(Root& root, Command& command, const QString& text)
 {
     for (int row = 1; row <= root.LListView1.count(); ++row) {
         tellProgress(root, row);
-        if (!read(root, command, row))
+        // The reading shows the list's cover.
+        if (!openWalkedRow(root, command, row, [&root] { Dialogsuche(root, true); }))
             return Found::Ended;
         // Cancel wins over a hit of the same list.
         if (isCancelled(root))
             return Found::Nothing;
-        // A list that is too short leaves the rows of the one before in sight.
-        const bool own = root.trackList.isOf(playlistPath(root, row)) && !root.trackList.showsListBefore();
-        const int hit = own ? ListViewFind(root.LListView2, text) : 0;
+        const int hit = showsTracksOf(root, row) ? ListViewFind(root.LListView2, text) : 0;
         if (hit == 0)
             continue;
         showRow(root, row);

@@ -37,6 +37,7 @@
 #include "shell/Startup.h"
 #include "shell/Timer3.h"
 #include "transfer/FolderDialogs.h"
+#include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
 
 namespace orvantine {
@@ -132,6 +133,7 @@ void makeForms(Root& root)
     root.filesCopy = std::make_shared<FilesCopy>();
     root.ordner = std::make_shared<Ordner>();
     root.trackcopy = std::make_shared<Trackcopy>();
+    root.kopieren = std::make_shared<Kopieren>();
     root.tagForm = std::make_shared<frmID3V1>();
     root.otherTagForm = std::make_shared<frmID3V2>();
 
@@ -143,8 +145,10 @@ void makeForms(Root& root)
     setUpErrorListe(root);
     setUpFolderCheck(root);
     setUpSuchen(root);
+    setUpFindAudio(root);
     setUpFolderDialogs(root);
     setUpTrackcopy(root);
+    setUpKopieren(root);
 }
 
 } // namespace

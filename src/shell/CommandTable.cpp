@@ -1,6 +1,7 @@
 #include "shell/CommandTable.h"
 
 #include "app/Root.h"
+#include "catalogue/mnuAddFolder.h"
 #include "catalogue/mnuDurchsuchen.h"
 #include "catalogue/mnuL_schen.h"
 #include "catalogue/mnuLaden.h"
@@ -57,6 +58,8 @@ std::vector<CommandRow> barRows(Root& r)
          .item = &r.mnuAddFolder,
          .caption = u"Ordner durchsuchen ... ",
          .shortcut = u"Ctrl+O",
+         .run = plain<mnuAddFolder_Click>,
+         .tip = 113,
          .icon = u"folder-open"},
         {.level = 2, .item = &r.mnuAddChanges, .caption = u"Wechseldatenträger ... ", .start = Start::Disabled},
         {.level = 2, .item = &r.Trennung0X, .caption = Line},

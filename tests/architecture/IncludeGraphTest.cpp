@@ -105,6 +105,8 @@ TEST(IncludeGraph, AnArrowUpHasItsReason)
         u"operations/RepairSource -> transfer/BrowseFolders2k"_s,
         u"playlists/mnuAddSounds -> transfer/FolderDialogs"_s,
         u"search/FolderCheck -> transfer/BrowseFolders2k"_s,
+        u"search/FindAudio -> transfer/BrowseFolders2k"_s,
+        u"search/IndexFiles -> transfer/Kopieren"_s,
     };
     const auto floorOf = [](const QString& room) { return Floors.indexOf(room.section(u'/', 0, 0)); };
     QStringList found;

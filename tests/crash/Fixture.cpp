@@ -10,6 +10,7 @@
 #include "playback/CoverArt.h"
 #include "playlists/SavePlayEntrys.h"
 #include "playlists/mnuSpeichernUnter.h"
+#include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "support/DiskDesktop.h"
 
@@ -78,6 +79,12 @@ QString soundFolder(const QString& folder)
     return folder + u"/Neue Musik"_s;
 }
 
+/// Two lists that are in no catalogue.
+QString foreignFolder(const QString& folder)
+{
+    return folder + u"/Fremde Listen"_s;
+}
+
 QStringList soundFiles(const QString& folder)
 {
     QStringList files;
@@ -139,6 +146,9 @@ void prepare(const QString& folder)
     for (const QString& sound : sounds)
         layOut(sound, "Klang");
     layOut(soundFolder(folder) + u"/Bild.jpg"_s, "Bild dazu");
+    QDir().mkpath(foreignFolder(folder));
+    for (const QString& list : {u"/Eine.m3u"_s, u"/Andere.m3u"_s})
+        layOut(foreignFolder(folder) + list, "/musik/Lied 1.mp3\r\n/musik/Lied 2.mp3\r\n\r\n");
     layOut(folder + u"/program/Orvantine.dll"_s, "");
     layOut(folder + u"/data/Playlisten/Lose.m3u"_s, "/musik/Lied 1.mp3\r\n\r\n");
     layOut(folder + u"/data/Playlisten/Alt.bak"_s, "/musik/Lied 2.mp3\r\n\r\n");
@@ -208,6 +218,9 @@ void show(Machine& machine)
     if (const auto keys = machine.profiles.keys(backup, u"Index"_s).size();
         machine.files.exists(backup) && (keys == 0 || keys % KeysOfRow != 0))
         std::printf("Orvantine.bak: torn\n");
+    const QString index = machine.data() + u"Orvantine.idx"_s;
+    if (machine.files.exists(index) && !machine.files.readBytes(index).bytes.endsWith("\r\n"))
+        std::printf("Orvantine.idx: torn\n");
     for (const QString& section : {u"TagInfo"_s, u"Rename"_s, u"Options"_s})
         std::printf("%s: %d\n", qPrintable(section), static_cast<int>(machine.profiles.keys(database, section).size()));
     std::printf("Index\n");
@@ -241,6 +254,16 @@ void removeTrack(Machine& machine)
 void closeNextModal(Machine& machine, const QString& name)
 {
     machine.forms.whileModal(name, [&machine](Form& form) { machine.forms.unload(form); });
+    /// The finder takes what it finds; a run of the index comes first.
+    void find(Machine & machine, const QString& folder, int type) machine.root.mnuLokalePlayliste.Checked = false;
+    machine.forms.whileModal(u"FindAudio"_s, [&machine, folder, type](Form&) {
+        FindAudio& form = *machine.root.findAudio;
+        form.TDrives.Text = folder;
+        form.LFindType.ListIndex = type;
+        form.Command1.Click();
+        form.BReady.Click();
+    });
+    machine.root.mnuAddFolder.Click();
 }
 
 struct Command
@@ -408,6 +431,8 @@ constexpr Command Commands[] = {
          });
          machine.root.mnuFolderCheck.Click();
      }},
+    {"find-tracks", [](Machine& machine) { find(machine, soundFolder(machine.folder), FindAudio::NamesAndFolders); }},
+    {"find-lists", [](Machine& machine) { find(machine, foreignFolder(machine.folder), FindAudio::Playlists); }},
     {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
 };
 

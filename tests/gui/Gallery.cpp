@@ -6,6 +6,7 @@
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "search/ErrorListe.h"
+#include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
@@ -13,6 +14,7 @@
 #include "shell/Startup.h"
 #include "support/FakeDesktop.h"
 #include "transfer/FolderDialogs.h"
+#include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
 
 #include <QApplication>
@@ -149,6 +151,20 @@ int main(int argc, char** argv)
             faults.LErrorView.Click();
         };
         picture(faults, u"errorliste"_s);
+        picture(*root.findAudio, u"findaudio"_s);
+        FindAudio& finder = *root.findAudio;
+        finder.TDrives.Text = u"/home/anna/Musik"_s;
+        finder.LFindType.ListIndex = FindAudio::NamesAndFolders;
+        QStringList found;
+        for (int i = 1; i <= 40; ++i)
+            found += u"/home/anna/Musik/Nachtzug nach Lissabon\tAbfahrt %1.mp3"_s.arg(i);
+        finder.LFileList.Checked = QList<bool>(found.size(), true);
+        finder.LFileList.List = found;
+        finder.progress.Caption = u"40 Sounddateien in 12 Ordnern gefunden."_s;
+        picture(finder, u"findaudio-found"_s);
+        root.kopieren->Caption = u" Katalogisierung"_s;
+        root.kopieren->Label2.Caption = u"Bitte warten Sie, bis die Indexerstellung vollständig abgeschlossen wurde."_s;
+        picture(*root.kopieren, u"kopieren"_s);
         picture(*root.suchen, u"suchen"_s);
         root.suchen->Text1.Text = u"Nachtzug"_s;
         root.suchen->Text1.Change();

@@ -1,8 +1,11 @@
 #include "app/Root.h"
 #include "desktop/qt/services/QtForms.h"
+#include "desktop/qt/widgets/LineList.h"
+#include "search/FindAudio.h"
 #include "search/Suchen.h"
-#include "search/mnuSuchen.h"
+#include "transfer/Kopieren.h"
 
+#include <QAbstractItemModelTester>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -127,6 +130,133 @@ TEST_F(SearchWindow, KeepsItsSizeUnderALongHistoryAndALongName)
     form.progress.Caption = u"Durchsucht wird „%1“, noch 3 Playlisten."_s.arg(QString(60, u'W'));
     QCoreApplication::processEvents();
     EXPECT_EQ(before.width(), window->width());
+}
+
+namespace {
+
+/// Forms whose window is found on the screen.
+class SearchForms : public testing::Test
+{
+protected:
+    QWidget* show(Form& form)
+    {
+        forms.show(form);
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget* candidate : windows)
+            if (candidate->objectName() == form.name && candidate->isVisible()) {
+                QApplication::setActiveWindow(candidate);
+                return candidate;
+            }
+        ADD_FAILURE() << form.name.toStdString() << " is not seen";
+        return nullptr;
+    }
+    void fill(int lines)
+    {
+        QStringList found;
+        for (int i = 1; i <= lines; ++i)
+            found += u"/m\tLied %1.mp3"_s.arg(i);
+        finder.LFileList.Checked = QList<bool>(lines, true);
+        finder.LFileList.List = found;
+    }
+    [[nodiscard]] std::string marks() const
+    {
+        QString text;
+        for (const bool mark : finder.LFileList.Checked.value())
+            text += mark ? u'x' : u'-';
+        return text.toStdString();
+    }
+
+    QtForms forms;
+    FindAudio finder;
+    Kopieren copying;
+};
+
+} // namespace
+
+TEST_F(SearchForms, TheFinderIsFilledAndStartedByKeys)
+{
+    int scans = 0;
+    finder.Command1.Click = [&] { ++scans; };
+    QWidget* const window = show(finder);
+    ASSERT_NE(window, nullptr);
+    QTest::keyClicks(QApplication::focusWidget(), u"/m"_s);
+    auto* const type = window->findChild<QComboBox*>(u"LFindType"_s);
+    type->setFocus();
+    QTest::keyClick(type, Qt::Key_Down);
+    QTest::keyClick(type, Qt::Key_Return);
+    EXPECT_EQ("/m", finder.TDrives.Text.value().toStdString());
+    EXPECT_EQ(FindAudio::Playlists, finder.LFindType.ListIndex.value());
+    EXPECT_EQ(1, scans);
+    forms.unload(finder);
+}
+
+TEST_F(SearchForms, TheTabKeyGoesThroughTheFinder)
+{
+    ASSERT_NE(show(finder), nullptr);
+    QStringList reached;
+    for (int i = 0; i < 9; ++i) {
+        reached += QApplication::focusWidget()->objectName();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ("TDrives bDurchsuchen LFindType bOnlyAudio Command1 LFileList BReady bAbbrechen bHilfe",
+              reached.join(u' ').toStdString());
+    forms.unload(finder);
+}
+
+TEST_F(SearchForms, ResultsAppearWhileTheyAreFoundAndLoseTheirMarksByTheSpaceBar)
+{
+    QWidget* const window = show(finder);
+    ASSERT_NE(window, nullptr);
+    auto* const list = window->findChild<LineList*>(u"LFileList"_s);
+    ASSERT_NE(list, nullptr);
+    const QAbstractItemModelTester tester(list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    EXPECT_EQ("Gefundene Dateien", list->accessibleName().toStdString());
+    fill(2);
+    EXPECT_EQ(2, list->model()->rowCount());
+    fill(5);
+    EXPECT_EQ(5, list->model()->rowCount());
+    EXPECT_EQ("/m  ›  Lied 5.mp3", list->model()->index(4, 0).data().toString().toStdString());
+    list->setFocus();
+    list->setCurrentIndex(list->model()->index(1, 0));
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("x-xxx", marks());
+    QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("x---x", marks());
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("xxxxx", marks());
+    EXPECT_EQ(3, finder.LFileList.ListIndex.value());
+    fill(0);
+    EXPECT_EQ(0, list->model()->rowCount());
+    forms.unload(finder);
+}
+
+TEST_F(SearchForms, EscapeInTheFinderPressesCancel)
+{
+    int cancelled = 0;
+    finder.bAbbrechen.Click = [&] { ++cancelled; };
+    QWidget* const window = show(finder);
+    ASSERT_NE(window, nullptr);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_EQ(1, cancelled);
+    EXPECT_TRUE(window->isVisible());
+    forms.unload(finder);
+}
+
+TEST_F(SearchForms, TheProgressDialogIsStoppedByEscapeAndByItsButtonAndStays)
+{
+    int stops = 0;
+    copying.bAbbrechen.Click = [&] { ++stops; };
+    QWidget* const window = show(copying);
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(" Datenübertragung", window->windowTitle().toStdString());
+    QTest::keyClick(window, Qt::Key_Escape);
+    window->findChild<QPushButton*>(u"bAbbrechen"_s)->click();
+    window->close();
+    EXPECT_EQ(3, stops);
+    EXPECT_TRUE(window->isVisible());
+    forms.unload(copying);
 }
 
 } // namespace orvantine

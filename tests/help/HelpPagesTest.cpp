@@ -66,7 +66,10 @@ TEST_F(HelpPages, HoldTheTopicsThatTheDialogsOpen)
 {
     for (const QString& topic :
          {u"1.0 Erste Schritte.htm"_s, u"1.9 Eigenschaften bearbeiten.htm"_s, u"3.3 Medienordner zuweisen.htm"_s,
-          u"3.4 Orvanten positionieren.htm"_s, u"3.5 Fehlerliste.htm"_s, u"4.0 Einstellungen festlegen.htm"_s})
+          u"3.4 Orvanten positionieren.htm"_s, u"3.5 Fehlerliste.htm"_s, u"4.0 Einstellungen festlegen.htm"_s}) {
+        u"1.0 Erste Schritte.htm"_s, u"1.8 Ordner durchsuchen.htm"_s, u"1.9 Eigenschaften bearbeiten.htm"_s,
+            u"3.4 Orvanten positionieren.htm"_s, u"4.0 Einstellungen festlegen.htm"_s
+    })
         EXPECT_TRUE(pages.contains(topic)) << topic.toStdString();
 }
 
@@ -75,8 +78,8 @@ TEST_F(HelpPages, HaveATopicForEachKindOfWork)
     const QString contents = read(folder.filePath(u"Inhalt.htm"_s));
     for (const QString& title :
          {u"Playlisten anlegen und hinzufügen"_s, u"Playlisten umbenennen und löschen"_s, u"Sounddateien hinzufügen"_s,
-          u"Ziehen und Ablegen"_s, u"Ordner auswählen"_s, u"Suchen"_s, u"Titel sortieren und verschieben"_s,
-          u"Titel entfernen und kopieren"_s, u"Tastaturbefehle"_s})
+          u"Ziehen und Ablegen"_s, u"Ordner auswählen"_s, u"Suchen"_s, u"Ordner durchsuchen"_s,
+          u"Titel sortieren und verschieben"_s, u"Titel entfernen und kopieren"_s, u"Tastaturbefehle"_s})
         EXPECT_TRUE(contents.contains(u'>' + title + u"</a>"_s)) << title.toStdString();
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/Root.h"
 #include "desktop/posix/PosixFiles.h"
+#include "desktop/posix/PosixFolderWalks.h"
 #include "support/CallLog.h"
 #include "support/Complaints.h"
 #include "support/FakeDevices.h"
@@ -51,6 +52,7 @@ public:
     FakeInstance instance{log};
     FakeFonts fonts{log};
     FakeScreen screen;
+    PosixFolderWalks walks;
     Services services;
     Root root;
 };

@@ -70,6 +70,10 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
         posix.recoveryFolder = base + u"/recovery"_s;
         m_disk = std::make_unique<PosixFiles>(posix);
     }
+    if (m_folder)
+        walks.readHost(m_options.drives);
+    else
+        walks.readFrom(*m_disk);
     m_loggingFiles = std::make_unique<LoggingFiles>(*m_disk, log);
     if (m_folder)
         m_loggingFiles->Written = [this](const QString& path) { touch(path); };
@@ -119,7 +123,7 @@ void FakeDesktop::newProcess()
     auto profiles = std::make_unique<ProfileStore>(*m_loggingFiles);
     Services services{*m_loggingFiles, *profiles, settings, messages, choosers, *newForms, *newEvents, *player,
                       *infoPlayer,     mixer,     sound,    tags,     *newTray, clipboard, launcher,   volumes,
-                      instance,        fonts,     screen,   folders,  system,   context};
+                      instance,        fonts,     screen,   walks,    folders,  system,    context};
     m_process = std::make_unique<FakeProcess>(std::move(services), std::move(newEvents), std::move(newForms),
                                               std::move(newTray), std::move(player), std::move(infoPlayer),
                                               std::move(profiles));

@@ -7,6 +7,7 @@
 #include "support/FakeDevices.h"
 #include "support/FakeForms.h"
 #include "support/FakePlayer.h"
+#include "support/FakeWalks.h"
 #include "support/LoggingFiles.h"
 #include "support/MemoryFiles.h"
 #include "support/MemorySettings.h"
@@ -90,6 +91,7 @@ public:
     FakeInstance instance{log};
     FakeFonts fonts{log};
     FakeScreen screen;
+    FakeWalks walks{log};
     FakeTags tags{log};
 
     /// Where everything lies, without a trailing separator.

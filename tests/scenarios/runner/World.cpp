@@ -12,6 +12,7 @@
 #include "shell/Startup.h"
 #include "support/Quoting.h"
 #include "transfer/FolderDialogs.h"
+#include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
 
 #include <QDir>
@@ -136,6 +137,7 @@ std::vector<Form*> formsOf(Root& root)
             root.ordner.get(),
             root.suchen.get(),
             root.findAudio.get(),
+            root.kopieren.get(),
             root.trackcopy.get()};
 }
 

@@ -12,6 +12,8 @@ FormBuilder formBuilder(const QString& name)
         {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
         {u"ErrorListe"_s, buildErrorListe},  {u"FolderCheck"_s, buildFolderCheck},
         {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
+        {u"FilesCopy"_s, buildFolderDialog}, {u"FindAudio"_s, buildFindAudio},
+        {u"Kopieren"_s, buildKopieren},      {u"Info"_s, buildInfo},
         {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
         {u"Startup"_s, buildStartup},        {u"Suchen"_s, buildSuchen},
         {u"Trackcopy"_s, buildTrackcopy},    {u"frmID3V1"_s, buildTagForm},

@@ -322,6 +322,12 @@ FolderTreeView* FormWindow::addFolderTree(FolderTree& control)
     return tree;
 }
 
+void FormWindow::addControl(Control& control, QWidget* widget, const QString& accessibleName)
+{
+    widget->setAccessibleName(accessibleName);
+    follow(control, widget);
+}
+
 void FormWindow::reject()
 {
     if (m_cancel == nullptr)

@@ -68,6 +68,8 @@ public:
     QListWidget* addListBox(ListBox& control, const QString& accessibleName);
     SortList* addSortList(DragListBox& control, const QString& accessibleName);
     FolderTreeView* addFolderTree(FolderTree& control);
+    /// A widget of the caller's own that shows the control.
+    void addControl(Control& control, QWidget* widget, const QString& accessibleName);
 
     void reject() override;
 

@@ -1,0 +1,30 @@
+#include "search/CatalogueWalk.h"
+
+#include "app/Command.h"
+#include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
+#include "playlists/GetPlayEntrys.h"
+
+namespace orvantine {
+
+bool openWalkedRow(Root& root, Command& command, int row, const std::function<void()>& behindReading)
+{
+    constexpr int Attempts = 2;
+    for (int attempt = 0; attempt < Attempts; ++attempt) {
+        const QString path = openRow(root, row);
+        if (!command.ended())
+            behindReading();
+        if (!command.yield())
+            return false;
+        if (root.trackList.isOf(path))
+            break;
+    }
+    return true;
+}
+
+bool showsTracksOf(const Root& root, int row)
+{
+    return root.trackList.isOf(playlistPath(root, row)) && !root.trackList.showsListBefore();
+}
+
+} // namespace orvantine
