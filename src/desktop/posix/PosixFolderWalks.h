@@ -5,6 +5,7 @@
 #include <QMap>
 
 #include <functional>
+#include <utility>
 
 namespace orvantine {
 
