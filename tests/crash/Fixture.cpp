@@ -254,8 +254,12 @@ void removeTrack(Machine& machine)
 void closeNextModal(Machine& machine, const QString& name)
 {
     machine.forms.whileModal(name, [&machine](Form& form) { machine.forms.unload(form); });
-    /// The finder takes what it finds; a run of the index comes first.
-    void find(Machine & machine, const QString& folder, int type) machine.root.mnuLokalePlayliste.Checked = false;
+}
+
+/// The finder takes what it finds; a run of the index comes first.
+void find(Machine& machine, const QString& folder, int type)
+{
+    machine.root.mnuLokalePlayliste.Checked = false;
     machine.forms.whileModal(u"FindAudio"_s, [&machine, folder, type](Form&) {
         FindAudio& form = *machine.root.findAudio;
         form.TDrives.Text = folder;

@@ -11,7 +11,6 @@ FormBuilder formBuilder(const QString& name)
     static const QHash<QString, FormBuilder> builders{
         {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
         {u"ErrorListe"_s, buildErrorListe},  {u"FolderCheck"_s, buildFolderCheck},
-        {u"FilesCopy"_s, buildFolderDialog}, {u"Info"_s, buildInfo},
         {u"FilesCopy"_s, buildFolderDialog}, {u"FindAudio"_s, buildFindAudio},
         {u"Kopieren"_s, buildKopieren},      {u"Info"_s, buildInfo},
         {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
