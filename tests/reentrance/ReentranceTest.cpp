@@ -2,7 +2,6 @@
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "reentrance/World.h"
-#include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "search/Suchen.h"
 #include "shell/Shutdown.h"
@@ -50,21 +49,6 @@ void search(World& world)
     root.suchen->Text1.Text = u"nirgends"_s;
     root.suchen->Text1.Change();
     root.suchen->CSuchen.Click();
-}
-
-/// The finder over the folder of the new track, behind a run of the index.
-void find(World& world, const QString& folder, int type)
-{
-    Root& root = world.root();
-    world.desktop.forms().whileModal(u"FindAudio"_s, [&root, folder, type](Form& form) {
-        root.findAudio->TDrives.Text = folder;
-        root.findAudio->LFindType.ListIndex = type;
-        root.findAudio->Command1.Click();
-        root.findAudio->BReady.Click();
-        if (form.Visible.value())
-            root.services.forms.unload(form);
-    });
-    root.mnuAddFolder.Click();
 }
 
 /// The commands that wait.
@@ -163,12 +147,6 @@ const std::vector<Deed> Commands{
     {"recycle", [](World& w) { w.root().mnuRecycle.Click(); }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
     {"search", search},
-    {"find tracks",
-     [](World& w) {
-         w.addsTrack();
-         find(w, u"/neu"_s, FindAudio::NamesAndFolders);
-     }},
-    {"find lists", [](World& w) { find(w, u"/fremd"_s, FindAudio::Playlists); }},
 };
 
 /// What comes in meanwhile.
