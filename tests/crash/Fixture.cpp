@@ -139,7 +139,7 @@ void prepareFor(const QString& folder, const QByteArray& command)
 /// Lists with tracks, descriptions, a favourite, covers, names of tracks before the catalogue.
 void prepare(const QString& folder)
 {
-    for (const QString& name : {u"data/Playlisten"_s, u"data/Resource"_s, u"data/Burning"_s, u"program"_s})
+    for (const QString& name : {u"data/Playlisten"_s, u"data/Resource"_s, u"data/Burning"_s, u"program"_s, u"fremd"_s})
         QDir().mkpath(folder + u'/' + name);
     QDir().mkpath(soundFolder(folder));
     const QStringList sounds = soundFiles(folder);
