@@ -19,8 +19,8 @@ KINDS = {
     "error once": [str(number) for number in ONCE],
     "error for good": ["%d+" % number for number in ONCE],
 }
-# Their list is written before the catalogue counts its tracks.
-TWO_PARTS = {"remove-track", "remove-new-track", "drop", "drop-folder", "local-save"}
+# Their list is written before the catalogue counts its tracks, or they go on with the next file where one fails.
+TWO_PARTS = {"remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save"}
 
 
 def files_of(folder):
