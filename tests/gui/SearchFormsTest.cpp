@@ -173,6 +173,24 @@ protected:
 
 } // namespace
 
+TEST_F(SearchForms, TheFinderIsFilledAndStartedByKeys)
+{
+    int scans = 0;
+    finder.Command1.Click = [&] { ++scans; };
+    finder.LFindType.ListIndex = FindAudio::Heading;
+    QWidget* const window = show(finder);
+    ASSERT_NE(window, nullptr);
+    QTest::keyClicks(QApplication::focusWidget(), u"/m"_s);
+    auto* const type = window->findChild<QComboBox*>(u"LFindType"_s);
+    type->setFocus();
+    QTest::keyClick(type, Qt::Key_Down);
+    QTest::keyClick(type, Qt::Key_Return);
+    EXPECT_EQ("/m", finder.TDrives.Text.value().toStdString());
+    EXPECT_EQ(FindAudio::Playlists, finder.LFindType.ListIndex.value());
+    EXPECT_EQ(1, scans);
+    forms.unload(finder);
+}
+
 TEST_F(SearchForms, TheTabKeyGoesThroughTheFinder)
 {
     ASSERT_NE(show(finder), nullptr);
@@ -183,6 +201,35 @@ TEST_F(SearchForms, TheTabKeyGoesThroughTheFinder)
     }
     EXPECT_EQ("TDrives bDurchsuchen LFindType bOnlyAudio Command1 LFileList BReady bAbbrechen bHilfe",
               reached.join(u' ').toStdString());
+    forms.unload(finder);
+}
+
+TEST_F(SearchForms, ResultsAppearWhileTheyAreFoundAndLoseTheirMarksByTheSpaceBar)
+{
+    QWidget* const window = show(finder);
+    ASSERT_NE(window, nullptr);
+    auto* const list = window->findChild<LineList*>(u"LFileList"_s);
+    ASSERT_NE(list, nullptr);
+    const QAbstractItemModelTester tester(list->model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
+    EXPECT_EQ("Gefundene Dateien", list->accessibleName().toStdString());
+    fill(2);
+    EXPECT_EQ(2, list->model()->rowCount());
+    fill(5);
+    EXPECT_EQ(5, list->model()->rowCount());
+    EXPECT_EQ("/m  ›  Lied 5.mp3", list->model()->index(4, 0).data().toString().toStdString());
+    list->setFocus();
+    list->setCurrentIndex(list->model()->index(1, 0));
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("x-xxx", marks());
+    QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list, Qt::Key_Down, Qt::ShiftModifier);
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("x---x", marks());
+    QTest::keyClick(list, Qt::Key_Space);
+    EXPECT_EQ("xxxxx", marks());
+    EXPECT_EQ(3, finder.LFileList.ListIndex.value());
+    fill(0);
+    EXPECT_EQ(0, list->model()->rowCount());
     forms.unload(finder);
 }
 

@@ -48,7 +48,8 @@ bool LineListModel::setData(const QModelIndex& index, const QVariant& value, int
 
 Qt::ItemFlags LineListModel::flags(const QModelIndex& index) const
 {
-    return QAbstractListModel::flags(index) | Qt::ItemIsUserCheckable;
+    const Qt::ItemFlags flags = QAbstractListModel::flags(index);
+    return index.isValid() ? flags | Qt::ItemIsUserCheckable : flags;
 }
 
 void LineListModel::follow()
