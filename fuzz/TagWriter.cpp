@@ -41,6 +41,11 @@ QByteArray withoutId3v2(QByteArray bytes)
     return bytes.mid(layout.soundBegin);
 }
 
+qint64 soundEnd(const QByteArray& bytes)
+{
+    return trackLayout(MemoryBytes(bytes)).soundEnd;
+}
+
 bool hasId3v1(const QByteArray& bytes)
 {
     return trackLayout(MemoryBytes(bytes)).hasId3v1;
@@ -68,8 +73,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(once.endsWith(id3v1Bytes(record)));
         require(once.startsWith(withoutId3v1(track)) && once.size() == withoutId3v1(track).size() + id3v1Size);
         const std::optional<TagEdit> again = id3v1Edit(MemoryBytes(once), record);
-        // A leading tag that claimed a few bytes more than there were is whole now, with the sound inside.
-        require(again || isBroken(track) != isBroken(once));
+        // A leading tag that claimed a few bytes more than there were is whole now, with the sound inside; or "TAG+",
+        // which means something before a tag of version 1 alone, now cuts off the end of the sound.
+        require(again || isBroken(track) != isBroken(once) || soundEnd(track) != soundEnd(once));
         require(!again || (changesNothing(MemoryBytes(once), *again) && applied(once, *again) == once));
     }
     if (const std::optional<TagEdit> edit = id3v2Removal(MemoryBytes(track))) {
