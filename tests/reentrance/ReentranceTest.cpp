@@ -2,6 +2,7 @@
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
 #include "reentrance/World.h"
+#include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "search/Suchen.h"
 #include "shell/Shutdown.h"
@@ -49,6 +50,23 @@ void search(World& world)
     root.suchen->Text1.Text = u"nirgends"_s;
     root.suchen->Text1.Change();
     root.suchen->CSuchen.Click();
+}
+
+/// The finder over the folder of the new track, behind a run of the index.
+void find(World& world, const QString& folder, int type)
+{
+    Root& root = world.root();
+    world.desktop.forms().whileModal(u"FindAudio"_s, [&world, &root, folder, type](Form& form) {
+        root.findAudio->TDrives.Text = folder;
+        root.findAudio->LFindType.ListIndex = type;
+        root.findAudio->Command1.Click();
+        if (type != FindAudio::Playlists)
+            world.addsTrack();
+        root.findAudio->BReady.Click();
+        if (form.Visible.value())
+            root.services.forms.unload(form);
+    });
+    root.mnuAddFolder.Click();
 }
 
 /// The commands that wait.
@@ -147,6 +165,12 @@ const std::vector<Deed> Commands{
     {"recycle", [](World& w) { w.root().mnuRecycle.Click(); }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
     {"search", search},
+    {"find tracks", [](World& w) { find(w, u"/neu"_s, FindAudio::NamesAndFolders); }},
+    {"find lists",
+     [](World& w) {
+         w.savesCatalogue = true;
+         find(w, u"/fremd"_s, FindAudio::Playlists);
+     }},
 };
 
 /// What comes in meanwhile.
@@ -165,7 +189,11 @@ const std::vector<Deed> Interruptions{
          w.root().mnuFileKill.press();
      }},
     {"move track", [](World& w) { w.root().mnuMoveEntry[2].press(); }},
-    {"step down", [](World& w) { w.root().mnuVerschiebung[2].press(); }},
+    {"step down",
+     [](World& w) {
+         w.steps = true;
+         w.root().mnuVerschiebung[2].press();
+     }},
     {"rename", [](World& w) { w.root().mnuUmbenennen.press(); }},
     {"sort", [](World& w) { w.root().mnuSortierung[1].press(); }},
     {"reload", [](World& w) { w.root().mnuLaden.press(); }},
