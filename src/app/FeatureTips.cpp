@@ -1,7 +1,43 @@
 #include "app/FeatureTips.h"
 
+#include "app/Command.h"
+#include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
+#include "app/Direkthilfe.h"
+#include "app/IniFiles.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+
 namespace orvantine {
 
-void ShowFeatureTip(Root&, int) {}
+using namespace Qt::StringLiterals;
+
+void ShowFeatureTip(Root& root, int id)
+{
+    const QString tips = programFile(root, root.services.start.stem + u".tip"_s);
+    // The start clicks commands as a user would.
+    if (!root.loaded || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, id) != 1)
+        return;
+    const auto text = [&root, &tips, id](QChar key) {
+        return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(id) + key);
+    };
+    Direkthilfe& form = *root.direkthilfe;
+    form.RHelpID.Caption = QString::number(id);
+    form.Caption = u"Orvanten Manager\r"_s + text(u'a');
+    form.RText.Caption = text(u'b') + u"\n\n"_s + text(u'c');
+    // Who goes on asks for the end of the program.
+    (void)Command(root).showModal(form);
+}
+
+int DirektHilfen(const Root& root, int id)
+{
+    int result = 0;
+    const Setting own = readSetting(root, QString::number(id));
+    if (!own.present || own.is(0))
+        result = 1;
+    if (readSetting(root, u"HelpDirekt"_s).is(1))
+        result = 0;
+    return result;
+}
 
 } // namespace orvantine

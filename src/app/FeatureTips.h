@@ -4,7 +4,11 @@ namespace orvantine {
 
 struct Root;
 
-/// The first-use tip at the head of a command. Without the tips' file none is ever shown.
+/// The first-use tip at the head of a command. Without the tips' file none is ever shown, nor before the program has
+/// started. The command goes on behind it in any case, unless the program has ended.
 void ShowFeatureTip(Root& root, int id);
+
+/// 1 for show, 0 for do not show.
+[[nodiscard]] int DirektHilfen(const Root& root, int id);
 
 } // namespace orvantine

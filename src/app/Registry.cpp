@@ -79,6 +79,11 @@ bool Registry::WriteValue(Root& root, Hive hive, const QString& path, const QStr
     return root.services.settings.setValue(hive, path, name, stored);
 }
 
+bool Registry::DeleteValue(Root& root, Hive hive, const QString& path, const QString& name)
+{
+    return root.services.settings.removeValue(hive, path, name);
+}
+
 bool Setting::is(int wanted) const
 {
     return hasValue() && number() == wanted;

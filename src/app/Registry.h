@@ -23,6 +23,7 @@ bool ReadValue(const Root& root, Hive hive, const QString& path, const QString& 
 /// 16-bit integers become double words, 32-bit integers four bytes of binary, texts strings or, with a CR,
 /// multi-strings that end in CR LF. Any other kind writes nothing and gives true.
 bool WriteValue(Root& root, Hive hive, const QString& path, const QString& name, const SettingVariant& value);
+bool DeleteValue(Root& root, Hive hive, const QString& path, const QString& name);
 
 } // namespace Registry
 

@@ -16,6 +16,7 @@ namespace orvantine {
 
 class clsVolume;
 struct Dialoge;
+struct Direkthilfe;
 struct Eigenschaften;
 struct ErrorListe;
 struct FilesCopy;
@@ -23,10 +24,12 @@ struct FindAudio;
 struct FolderCheck;
 struct Info;
 struct Kopieren;
+struct Optionen;
 struct Ordner;
 struct Positionen;
 struct Startup;
 struct Suchen;
+struct Tastatur;
 struct Trackcopy;
 struct frmID3V1;
 struct frmID3V2;
@@ -174,6 +177,9 @@ struct Root : RootMenus
     std::shared_ptr<Startup> startup;
     std::shared_ptr<Info> info;
     std::shared_ptr<Dialoge> dialoge;
+    std::shared_ptr<Direkthilfe> direkthilfe;
+    std::shared_ptr<Optionen> optionen;
+    std::shared_ptr<Tastatur> tastatur;
     std::shared_ptr<Positionen> positionen;
     std::shared_ptr<Eigenschaften> eigenschaften;
     std::shared_ptr<ErrorListe> errorListe;
