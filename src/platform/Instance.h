@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 
@@ -20,6 +21,10 @@ public:
     virtual bool activateOther() = 0;
     /// A later instance asked this one to come to the front.
     std::function<void()> Activated = [] {};
+    /// Asked before files are handed over: true if they would be taken now.
+    std::function<bool()> TakesFiles = [] { return false; };
+    /// Another program of this user hands files, folders and lists over.
+    std::function<void(const QStringList& paths)> Handed = [](const QStringList&) {};
 };
 
 } // namespace orvantine

@@ -16,6 +16,7 @@
 #include "platform/FileDirPath.h"
 #include "playback/Volume.h"
 #include "shell/Dialoge.h"
+#include "shell/HandedFiles.h"
 #include "shell/Startup.h"
 #include "shell/UpdateCheck.h"
 
@@ -39,6 +40,8 @@ bool isFirstInstance(Root& root)
     if (root.services.instance.acquire(u"Orvanten Manager"_s) &&
         root.services.instance.acquireFolder(dataFolderOf(root))) {
         root.services.instance.Activated = [&root] { activateWindow(root); };
+        root.services.instance.TakesFiles = [&root] { return takesFiles(root); };
+        root.services.instance.Handed = [&root](const QStringList& paths) { takeHandedFiles(root, paths); };
         return true;
     }
     root.Caption = u"_"_s + root.Caption.value();

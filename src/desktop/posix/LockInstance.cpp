@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QUrl>
 
 #include <cerrno>
 
@@ -20,6 +21,10 @@ constexpr int answerMilliseconds = 500;
 constexpr char wish[] = "nach vorn\n";
 constexpr char answer[] = "ok\n";
 constexpr qint64 longestWish = 64;
+/// Files that are handed over: this line, a line for each path, an empty line.
+constexpr char offer[] = "nehmen\n";
+constexpr char later[] = "nicht jetzt\n";
+constexpr qint64 longestOffer = 1 << 20;
 
 // A folder that nobody else can put something into, not even by a link that stood there first.
 bool isOwnFolder(const QString& path)
@@ -113,21 +118,64 @@ std::unique_ptr<QLocalServer> LockInstance::listen(const QString& path)
     QObject::connect(server, &QLocalServer::newConnection, server, [this, server] {
         while (QLocalSocket* const socket = server->nextPendingConnection()) {
             QObject::connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-            const auto hear = [this, socket] {
-                if (!socket->canReadLine() && socket->bytesAvailable() < longestWish)
-                    return;
-                const bool understood = socket->readLine(longestWish) == wish;
-                if (understood)
-                    socket->write(answer);
-                socket->disconnectFromServer();
-                if (understood)
-                    Activated();
-            };
-            QObject::connect(socket, &QLocalSocket::readyRead, socket, hear);
-            hear();
+            const auto heard = [this, socket] { hear(*socket); };
+            QObject::connect(socket, &QLocalSocket::readyRead, socket, heard);
+            heard();
         }
     });
     return made;
+}
+
+void LockInstance::hear(QLocalSocket& socket)
+{
+    const QByteArray heard = socket.peek(longestOffer);
+    if (heard.startsWith(offer))
+        return hearOffer(socket, heard);
+    if (!socket.canReadLine() && socket.bytesAvailable() < longestWish)
+        return;
+    const bool understood = socket.readLine(longestWish) == wish;
+    if (understood)
+        socket.write(answer);
+    socket.disconnectFromServer();
+    if (understood)
+        Activated();
+}
+
+void LockInstance::hearOffer(QLocalSocket& socket, const QByteArray& heard)
+{
+    if (!heard.endsWith("\n\n")) {
+        if (heard.size() >= longestOffer)
+            socket.abort();
+        return;
+    }
+    (void)socket.readAll();
+    QStringList paths;
+    for (const QByteArray& line : heard.mid(static_cast<qsizetype>(qstrlen(offer))).split('\n'))
+        if (!line.isEmpty())
+            paths += QUrl::fromPercentEncoding(line);
+    const bool taken = TakesFiles();
+    socket.write(taken ? answer : later);
+    socket.flush();
+    socket.disconnectFromServer();
+    if (taken)
+        Handed(paths);
+}
+
+LockInstance::Handing LockInstance::hand(const QString& title, const QStringList& paths)
+{
+    if (m_folder.isEmpty())
+        return Handing::Nobody;
+    QByteArray text = offer;
+    for (const QString& path : paths)
+        text += path.toUtf8().toPercentEncoding("/") + '\n';
+    QLocalSocket socket;
+    socket.connectToServer(m_folder + u'/' + fileName(title) + u".socket"_s);
+    if (!socket.waitForConnected(answerMilliseconds))
+        return Handing::Nobody;
+    socket.write(text + '\n');
+    while (!socket.canReadLine() && socket.waitForReadyRead(answerMilliseconds)) {
+    }
+    return socket.readLine(longestWish) == answer ? Handing::Taken : Handing::Later;
 }
 
 bool LockInstance::activateOther()

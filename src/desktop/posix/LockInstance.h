@@ -6,6 +6,7 @@
 #include <memory>
 
 class QLocalServer;
+class QLocalSocket;
 
 namespace orvantine {
 
@@ -27,8 +28,14 @@ public:
     bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
 
+    enum class Handing { Taken, Later, Nobody };
+    /// Hands files over to the program that holds the lock of that title.
+    Handing hand(const QString& title, const QStringList& paths);
+
 private:
     [[nodiscard]] std::unique_ptr<QLocalServer> listen(const QString& path);
+    void hear(QLocalSocket& socket);
+    void hearOffer(QLocalSocket& socket, const QByteArray& heard);
 
     QString m_folder;
     /// Holds the sockets of the folders of data; "" where there is none that is private.

@@ -1,0 +1,181 @@
+#include "desktop/posix/LockInstance.h"
+#include "siblings/versandhilfe/SendToEntries.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QLocalSocket>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <thread>
+
+using namespace Qt::StringLiterals;
+
+namespace orvantine {
+namespace {
+
+class SendTo : public testing::Test
+{
+protected:
+    /// Files below the folder with the rights of their owner, sorted.
+    [[nodiscard]] std::string tree() const
+    {
+        QStringList all;
+        QDirIterator walk(m_folder.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (walk.hasNext()) {
+            const QFileInfo file(walk.next());
+            all +=
+                QDir(m_folder.path()).relativeFilePath(file.filePath()) + (file.isExecutable() ? u" x"_s : QString());
+        }
+        all.sort();
+        return all.join(u'\n').toStdString();
+    }
+    [[nodiscard]] QByteArray bytes(const QString& name) const
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArrayLiteral("(missing)");
+    }
+    [[nodiscard]] SendToEntries entries(const QString& program = u"/opt/o m/Versandhilfe.dll"_s) const
+    {
+        return {m_folder.filePath(u"data"_s), m_folder.filePath(u"config"_s), program};
+    }
+
+    QTemporaryDir m_folder;
+};
+
+TEST_F(SendTo, InstallsAnEntryForEachFileManagerAndStartedAgainRemovesThem)
+{
+    EXPECT_FALSE(entries().installed());
+    EXPECT_TRUE(entries().install());
+    EXPECT_TRUE(entries().installed());
+    EXPECT_EQ("config/caja/scripts/Senden an Orvanten Manager x\n"
+              "data/Thunar/sendto/orvanten-manager.desktop\n"
+              "data/applications/orvanten-manager-senden.desktop\n"
+              "data/kio/servicemenus/orvanten-manager-senden.desktop x\n"
+              "data/nautilus/scripts/Senden an Orvanten Manager x\n"
+              "data/nemo/actions/orvanten-manager-senden.nemo_action",
+              tree());
+    EXPECT_TRUE(entries().remove());
+    EXPECT_EQ("", tree());
+}
+
+TEST_F(SendTo, ThePathOfTheProgramIsQuotedForEachOfThem)
+{
+    ASSERT_TRUE(entries(u"/o m/$x`'100%\\\"/V.dll"_s).install());
+    EXPECT_TRUE(bytes(u"data/applications/orvanten-manager-senden.desktop"_s)
+                    .contains("\nExec=\"/o m/\\\\$x\\\\`'100%%\\\\\\\\\\\\\"/V.dll\" --senden %F\n"));
+    EXPECT_TRUE(bytes(u"data/nautilus/scripts/Senden an Orvanten Manager"_s)
+                    .contains("\nexec '/o m/$x`'\\''100%\\\"/V.dll' --senden \"$@\"\n"));
+}
+
+TEST_F(SendTo, FoldersKeepTheirOwnProgram)
+{
+    ASSERT_TRUE(entries().install());
+    EXPECT_FALSE(bytes(u"data/applications/orvanten-manager-senden.desktop"_s).contains("inode/directory"));
+    EXPECT_TRUE(bytes(u"data/kio/servicemenus/orvanten-manager-senden.desktop"_s).contains("inode/directory"));
+}
+
+TEST_F(SendTo, AFileOfSomebodyElseStays)
+{
+    const QString own = u"data/nautilus/scripts/Senden an Orvanten Manager"_s;
+    ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"data/nautilus/scripts"_s));
+    QFile file(m_folder.filePath(own));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write("mein") == 4);
+    file.close();
+    EXPECT_FALSE(entries().installed());
+    EXPECT_TRUE(entries().install());
+    EXPECT_EQ("mein", bytes(own).toStdString());
+    EXPECT_TRUE(entries().remove());
+    EXPECT_EQ("mein", bytes(own).toStdString());
+    EXPECT_EQ(own.toStdString(), tree());
+}
+
+TEST_F(SendTo, WithoutAHomeNothingIsInstalled)
+{
+    const SendToEntries nowhere(QString(), QString(), u"/V.dll"_s);
+    EXPECT_FALSE(nowhere.install());
+    EXPECT_FALSE(nowhere.installed());
+}
+
+class HandedOver : public testing::Test
+{
+protected:
+    /// Runs in another thread while the events of the first instance are served.
+    void aside(const std::function<void()>& work)
+    {
+        std::atomic<bool> ended = false;
+        std::thread other([&] {
+            work();
+            ended = true;
+        });
+        while (!ended)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+        other.join();
+        QCoreApplication::processEvents();
+    }
+    LockInstance::Handing hand(const QStringList& paths)
+    {
+        LockInstance::Handing handed = LockInstance::Handing::Nobody;
+        aside([&] {
+            LockInstance sender(m_folder.path(), u"/tmp"_s);
+            handed = sender.hand(u"Orvanten Manager"_s, paths);
+        });
+        return handed;
+    }
+
+    int m_count = 0;
+    std::vector<char*> m_arguments{nullptr};
+    QCoreApplication m_application{m_count, m_arguments.data()};
+    QTemporaryDir m_folder;
+    LockInstance first{m_folder.path(), u"/tmp"_s};
+};
+
+TEST_F(HandedOver, TheRunningProgramGetsTheFilesWhateverTheirNames)
+{
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    QStringList got;
+    first.TakesFiles = [] { return true; };
+    first.Handed = [&got](const QStringList& paths) { got = paths; };
+    const QStringList paths{u"/m/eins.mp3"_s, u"/m/ü % \n zwei.mp3"_s, u"/m/"_s + QString(5000, u'w')};
+    EXPECT_EQ(hand(paths), LockInstance::Handing::Taken);
+    EXPECT_EQ(got.join(u'|').toStdString(), paths.join(u'|').toStdString());
+}
+
+TEST_F(HandedOver, ABusyProgramAsksForLater)
+{
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    int handed = 0;
+    first.Handed = [&handed](const QStringList&) { ++handed; };
+    EXPECT_EQ(hand({u"/m/eins.mp3"_s}), LockInstance::Handing::Later);
+    EXPECT_EQ(handed, 0);
+}
+
+TEST_F(HandedOver, WithoutAProgramNobodyTakesThem)
+{
+    EXPECT_EQ(hand({u"/m/eins.mp3"_s}), LockInstance::Handing::Nobody);
+}
+
+TEST_F(HandedOver, AnOfferWithoutAnEndIsHungUpOn)
+{
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    int handed = 0;
+    first.TakesFiles = [] { return true; };
+    first.Handed = [&handed](const QStringList&) { ++handed; };
+    bool hungUp = false;
+    aside([&] {
+        QLocalSocket socket;
+        socket.connectToServer(m_folder.path() + u"/orvanten-manager.socket"_s);
+        ASSERT_TRUE(socket.waitForConnected(5000));
+        socket.write("nehmen\n" + QByteArray(2 << 20, 'w'));
+        hungUp = socket.waitForDisconnected(5000) || socket.state() == QLocalSocket::UnconnectedState;
+    });
+    EXPECT_TRUE(hungUp);
+    EXPECT_EQ(handed, 0);
+}
+
+} // namespace
+} // namespace orvantine
