@@ -95,9 +95,8 @@ QStringList newAudioFilesOf(const Root& root, const QString& folder)
 }
 
 /// The entry that was added, nothing where it failed.
-std::optional<RowIdentity> addFolder(Root& root, const QString& folder)
+std::optional<RowIdentity> addFolder(Root& root, const QString& folder, const QString& name)
 {
-    const QString name = FileDirPath::FileNameOf(folder);
     // A list of such a name would have no file, and its tracks would be gone with the next click.
     if (name.isEmpty() || !FileDirPath::canBeFileName(name) || breaksLine(folder))
         return {};
@@ -123,10 +122,11 @@ std::optional<RowIdentity> addFolder(Root& root, const QString& folder)
 
 /// Gives the entry, nothing where it failed. A new one is stored at once, before the next item is looked at, and its
 /// file comes into being with it.
-std::optional<RowIdentity> storeItem(Root& root, const Command& command, const QString& item, bool folder)
+template <class Add>
+std::optional<RowIdentity> storeItem(Root& root, const Command& command, Add add)
 {
     const WholeChange together(root.files, WholeChange::Events::Served);
-    std::optional<RowIdentity> entry = folder ? addFolder(root, item) : addPlaylist(root, item);
+    std::optional<RowIdentity> entry = add();
     // Not only where the user may press it: in a catalogue that was empty it is disabled until the next pass.
     if (entry && !command.ended())
         root.mnuSpeichern.Click();
@@ -135,20 +135,36 @@ std::optional<RowIdentity> storeItem(Root& root, const Command& command, const Q
 
 void addItem(Root& root, Command& command, const QString& item, bool folder)
 {
+    if (folder) {
+        if (!addFolderPlaylist(root, command, item, FileDirPath::FileNameOf(item)) && !command.ended())
+            tellFailure(command);
+        return;
+    }
     command.wait(Wait::Buttons);
-    const std::optional<RowIdentity> stored = storeItem(root, command, item, folder);
+    const std::optional<RowIdentity> stored = storeItem(root, command, [&] { return addPlaylist(root, item); });
     command.endWait();
     if (command.ended())
         return;
     if (!stored)
         return tellFailure(command);
     Dialogsuche(root, false);
-    // The sequence may have gone on to another row: the picture is not that one's cover.
-    if (folder && selectedEntry(root) == *stored)
-        FindPicture(root, item);
 }
 
 } // namespace
+
+bool addFolderPlaylist(Root& root, Command& command, const QString& folder, const QString& name)
+{
+    command.wait(Wait::Buttons);
+    const std::optional<RowIdentity> stored = storeItem(root, command, [&] { return addFolder(root, folder, name); });
+    command.endWait();
+    if (command.ended() || !stored)
+        return false;
+    Dialogsuche(root, false);
+    // The sequence may have gone on to another row: the picture is not that one's cover.
+    if (selectedEntry(root) == *stored)
+        FindPicture(root, folder);
+    return true;
+}
 
 void LListView1_OLEDragDrop(Root& root, const QStringList& paths)
 {

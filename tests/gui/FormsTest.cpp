@@ -158,21 +158,6 @@ TEST_F(FormsOnScreen, TheWizardShowsItsPagesAndDoesNotBlock)
     EXPECT_FALSE(wizard.Visible.value());
 }
 
-TEST_F(FormsOnScreen, TheWizardLeadsToNoPageThatDoesNothing)
-{
-    fake::FakeDesktop desktop;
-    Dialoge& wizard = *desktop.root().dialoge;
-    forms.show(wizard);
-    EXPECT_EQ(wizard.page.value(), 0);
-    auto* const cancel = find<QPushButton>(u"Dialoge"_s, u"bButton(0)"_s);
-    ASSERT_NE(cancel, nullptr);
-    EXPECT_TRUE(cancel->isVisible());
-    EXPECT_TRUE(cancel->isDefault());
-    for (const QString& step : {u"bButton(1)"_s, u"bButton(2)"_s})
-        EXPECT_FALSE(find<QPushButton>(u"Dialoge"_s, step)->isVisible()) << step.toStdString();
-    forms.unload(wizard);
-}
-
 TEST_F(FormsOnScreen, AltWithALetterTypesNothingIntoAField)
 {
     frmID3V1 form;

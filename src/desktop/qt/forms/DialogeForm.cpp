@@ -55,22 +55,36 @@ void fillFolder(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
     row->addWidget(window.addLabel(form.LOrdner, folder));
     row->addWidget(folder, 1);
     row->addWidget(window.addButton(form.bOrdner));
-    QListWidget* const found = window.addListBox(form.LFindDir, u"Gefundene Ordner"_s);
-    found->setMinimumHeight(90);
     layout->addWidget(window.addLabel(form.RHinweis));
     layout->addLayout(row);
     layout->addWidget(window.addCheckBox(form.bSubDir));
     layout->addWidget(window.addCheckBox(form.bSndfiles));
-    layout->addWidget(found, 1);
+    layout->addStretch();
+    layout->addWidget(window.addStatus(form.refusal));
+    window.bindings().follow(form.page, [folder](int page) {
+        if (page == Dialoge::Folder)
+            folder->setFocus();
+    });
 }
 
-void fillWait(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
+void fillWork(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
 {
     auto* const spinner = new Spinner(&window);
-    window.bindings().follow(form.page, [spinner](int page) { spinner->setRunning(page == 2); });
-    layout->addStretch();
-    layout->addWidget(spinner, 0, Qt::AlignHCenter);
+    window.bindings().follow(form.working, [spinner](bool working) {
+        spinner->setRunning(working);
+        spinner->setVisible(working);
+    });
+    QListWidget* const found = window.addListBox(form.LFindDir, u"Hinzugefügte Wiedergabelisten"_s);
+    found->setMinimumHeight(90);
+    window.bindings().follow(form.LFindDir.List, [found](const QStringList& lines) {
+        found->setVisible(!lines.isEmpty());
+        found->scrollToBottom();
+    });
     layout->addWidget(window.addLabel(form.Label1));
+    layout->addWidget(spinner, 0, Qt::AlignHCenter);
+    layout->addWidget(window.addStatus(form.progress));
+    layout->addWidget(found, 1);
+    layout->addWidget(window.addCheckBox(form.play));
     layout->addWidget(window.addLabel(form.Label2));
     layout->addStretch();
 }
@@ -83,7 +97,7 @@ void buildDialoge(FormWindow& window)
     auto* const pages = new QStackedWidget(&window);
     fillGreeting(window, form, addPage(*pages, form.Picture[1]));
     fillFolder(window, form, addPage(*pages, form.Picture[2]));
-    fillWait(window, form, addPage(*pages, form.Picture[3]));
+    fillWork(window, form, addPage(*pages, form.Picture[3]));
     window.bindings().follow(form.page, [pages](int page) { pages->setCurrentIndex(page); });
 
     auto* const row = new QHBoxLayout;
@@ -97,9 +111,10 @@ void buildDialoge(FormWindow& window)
     QPushButton* const cancel = window.addButton(form.bButton[0]);
     QPushButton* const back = window.addButton(form.bButton[1]);
     QPushButton* const next = window.addButton(form.bButton[2]);
-    QPushButton* const first = form.bButton[2].Visible.value() ? next : cancel;
-    first->setDefault(true);
-    first->setFocus();
+    next->setDefault(true);
+    next->setFocus();
+    for (QPushButton* button : {cancel, back})
+        button->setAutoDefault(false);
     window.setCancel(cancel);
     window.addButtons({}, {back, next, cancel});
     window.setMinimumSize(640, 360);
