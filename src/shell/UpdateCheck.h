@@ -1,10 +1,21 @@
 #pragma once
 
+#include <QDate>
+#include <QString>
+
 namespace orvantine {
 
 struct Root;
 
-/// Looks for a new version, as often as the options say.
+/// Starts the updater, at most once in 30 days, unless the options forbid it.
 void UpdateCheck(Root& root);
+
+/// Starts the updater by hand.
+void mnuUpdates_Click(Root& root);
+
+namespace CalendarCalc {
+/// Days from one date to another.
+[[nodiscard]] qint64 DiffDays(const QDate& from, const QDate& to);
+} // namespace CalendarCalc
 
 } // namespace orvantine

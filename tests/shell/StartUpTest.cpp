@@ -38,7 +38,7 @@ TEST_F(StartUp, AFirstRunWritesTheseValuesInThisOrder)
 {
     start();
     EXPECT_EQ(u"Version sz 2.3\nDatabase sz {data}/\nInstallDir sz %1\nShowDate dword 0\nLV_1 sz 2800\nLV_2 sz 900\n"
-              "Info sz 1"_s.arg(desktop.folders.program)
+              "Info sz 1\nUpdate sz 20.11.2026"_s.arg(desktop.folders.program)
                   .toStdString(),
               written());
 }
