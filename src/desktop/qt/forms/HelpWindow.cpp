@@ -4,11 +4,17 @@
 #include "desktop/qt/widgets/Theme.h"
 
 #include <QAction>
+#include <QDesktopServices>
 #include <QFile>
 #include <QKeyEvent>
+#include <QPdfWriter>
 #include <QResource>
 #include <QTextBrowser>
+#include <QTextCursor>
 #include <QToolBar>
+#include <QUrl>
+
+#include <memory>
 
 namespace orvantine {
 
@@ -50,6 +56,13 @@ HelpWindow::HelpWindow() : m_page(new QTextBrowser(this))
     m_back = bar->addAction(Theme::icon(u"go-previous"_s), u"Zurück"_s);
     m_forward = bar->addAction(Theme::icon(u"go-next"_s), u"Vor"_s);
     QAction* const contents = bar->addAction(Theme::icon(u"go-home"_s), u"Inhalt"_s);
+    m_print = bar->addAction(Theme::icon(u"document-print"_s), u"Drucken"_s);
+    m_print->setToolTip(u"Öffnet die Seite als PDF, das sich ausdrucken lässt"_s);
+    m_print->setShortcut(QKeySequence(QKeySequence::Print));
+    connect(m_print, &QAction::triggered, this, [this] {
+        if (const QString file = printed(); !file.isEmpty())
+            QDesktopServices::openUrl(QUrl::fromLocalFile(file));
+    });
     m_back->setShortcut(QKeySequence(QKeySequence::Back));
     m_forward->setShortcut(QKeySequence(QKeySequence::Forward));
     contents->setShortcut(QKeySequence(Qt::ALT | Qt::Key_Home));
@@ -105,6 +118,26 @@ void HelpWindow::go(const QString& topic)
     page.setScheme(u"qrc"_s);
     page.setPath(u"/hilfe"_s + topic);
     m_page->setSource(page);
+}
+
+QString HelpWindow::printed()
+{
+    if (!m_prints.isValid())
+        return {};
+    QString file = m_prints.filePath(u"Hilfe %1.pdf"_s.arg(++m_printCount));
+    QPdfWriter writer(file);
+    writer.setTitle(m_page->documentTitle());
+    writer.setPageSize(QPageSize(QPageSize::A4));
+    writer.setPageMargins(QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter);
+    // On paper it is dark on light, whatever the desktop's colours are.
+    const std::unique_ptr<QTextDocument> page(m_page->document()->clone());
+    QTextCursor all(page.get());
+    all.select(QTextCursor::Document);
+    QTextCharFormat ink;
+    ink.setForeground(Qt::black);
+    all.mergeCharFormat(ink);
+    page->print(&writer);
+    return file;
 }
 
 void HelpWindow::keyPressEvent(QKeyEvent* event)

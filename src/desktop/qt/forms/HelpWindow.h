@@ -2,6 +2,7 @@
 
 #include <QMainWindow>
 #include <QString>
+#include <QTemporaryDir>
 
 class QAction;
 class QTextBrowser;
@@ -19,6 +20,9 @@ public:
     /// is shown, if there is no such file or topic.
     bool showTopic(const QString& file, const QString& topic);
 
+    /// Puts the page that is shown into a file that can be printed, until this window goes; "" where it fails.
+    QString printed();
+
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -30,6 +34,9 @@ private:
     QTextBrowser* m_page;
     QAction* m_back;
     QAction* m_forward;
+    QAction* m_print;
+    QTemporaryDir m_prints;
+    int m_printCount = 0;
 };
 
 } // namespace orvantine
