@@ -2,6 +2,7 @@
 
 #include "app/ColumnWidths.h"
 #include "app/Command.h"
+#include "app/Direkthilfe.h"
 #include "app/Quiet.h"
 #include "app/Root.h"
 #include "metadata/SelectedTrack.h"
@@ -34,7 +35,9 @@
 #include "shell/FormLoad.h"
 #include "shell/Info.h"
 #include "shell/Menus.h"
+#include "shell/Optionen.h"
 #include "shell/Startup.h"
+#include "shell/Tastatur.h"
 #include "shell/Timer3.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
@@ -124,6 +127,9 @@ void makeForms(Root& root)
     root.startup = std::make_shared<Startup>();
     root.info = std::make_shared<Info>();
     root.dialoge = std::make_shared<Dialoge>();
+    root.direkthilfe = std::make_shared<Direkthilfe>();
+    root.optionen = std::make_shared<Optionen>();
+    root.tastatur = std::make_shared<Tastatur>();
     root.positionen = std::make_shared<Positionen>();
     root.eigenschaften = std::make_shared<Eigenschaften>();
     root.errorListe = std::make_shared<ErrorListe>();
@@ -139,6 +145,9 @@ void makeForms(Root& root)
 
     setUpInfo(root);
     setUpDialoge(root);
+    setUpDirekthilfe(root);
+    setUpOptionen(root);
+    setUpTastatur(root);
     setUpPositionen(root);
     setUpTagForms(root);
     setUpEigenschaften(root);

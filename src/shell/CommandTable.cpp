@@ -28,7 +28,14 @@
 #include "search/mnuRecycle.h"
 #include "search/mnuSuchen.h"
 #include "shell/MainWindow.h"
+#include "shell/Optionen.h"
 #include "shell/Shutdown.h"
+#include "shell/Tastatur.h"
+#include "shell/UpdateCheck.h"
+#include "shell/mnuAddCDs.h"
+#include "shell/mnuEingangsordner.h"
+#include "shell/mnuOpenMediaplayer.h"
+#include "shell/mnuSendtoInstall.h"
 #include "transfer/Trackcopy.h"
 
 namespace orvantine {
@@ -63,7 +70,11 @@ std::vector<CommandRow> barRows(Root& r)
          .icon = u"folder-open"},
         {.level = 2, .item = &r.mnuAddChanges, .caption = u"Wechseldatenträger ... ", .start = Start::Disabled},
         {.level = 2, .item = &r.Trennung0X, .caption = Line},
-        {.level = 2, .item = &r.mnuAddCDs, .caption = u"AudioCD Ripper ... ", .icon = u"media-optical-audio"},
+        {.level = 2,
+         .item = &r.mnuAddCDs,
+         .caption = u"AudioCD Ripper ... ",
+         .run = plain<mnuAddCDs_Click>,
+         .icon = u"media-optical-audio"},
         {.level = 2, .item = &r.Trennung0, .caption = Line},
         {.level = 2,
          .item = &r.mnuAddSounds,
@@ -409,11 +420,25 @@ std::vector<CommandRow> barRows(Root& r)
          .shown = Shown::Switch},
         {.level = 1, .item = &r.Trennung32, .caption = Line},
         {.level = 1, .item = &r.mnuOpenMediaplayer, .caption = u"&Win-Mediaplayer senden ", .shown = Shown::Submenu},
-        {.level = 2, .item = &r.mnuOpenMediaplayerEx[1], .caption = u"&Sounddatei ... ", .shown = Shown::NeedsPlaylist},
-        {.level = 2, .item = &r.mnuOpenMediaplayerEx[2], .caption = u"&Playliste ... ", .shown = Shown::NeedsPlaylist},
+        {.level = 2,
+         .item = &r.mnuOpenMediaplayerEx[1],
+         .caption = u"&Sounddatei ... ",
+         .run = mnuOpenMediaplayerEx_Click,
+         .index = 1,
+         .tip = 310,
+         .shown = Shown::NeedsPlaylist},
+        {.level = 2,
+         .item = &r.mnuOpenMediaplayerEx[2],
+         .caption = u"&Playliste ... ",
+         .run = mnuOpenMediaplayerEx_Click,
+         .index = 2,
+         .tip = 310,
+         .shown = Shown::NeedsPlaylist},
         {.level = 1,
          .item = &r.mnuEingangsordner,
          .caption = u"&Eingangsordner öffnen ... ",
+         .run = plain<mnuEingangsordner_Click>,
+         .tip = 312,
          .shown = Shown::NeedsPlaylist,
          .icon = u"folder-open"},
         {.level = 1,
@@ -471,7 +496,11 @@ std::vector<CommandRow> barRows(Root& r)
          .tip = 511},
         {.level = 1, .item = &r.mnuDeleteDatabase, .caption = u"Da&tenbank und Playlisten löschen"},
         {.level = 1, .item = &r.Trennung41, .caption = Line},
-        {.level = 1, .item = &r.mnuSendtoInstall, .caption = u"F&unktion 'Senden an' hinzufügen "},
+        {.level = 1,
+         .item = &r.mnuSendtoInstall,
+         .caption = u"F&unktion 'Senden an' hinzufügen ",
+         .run = plain<mnuSendtoInstall_Click>,
+         .tip = 719},
         {.level = 1,
          .item = &r.mnuAddSoundfiles,
          .caption = u"&Hinzufügen zeigt Verzeichnisse ",
@@ -499,9 +528,17 @@ std::vector<CommandRow> barRows(Root& r)
          .shown = Shown::Switch},
         {.level = 1, .item = &r.Trennung42, .caption = Line},
         {.level = 1, .item = &r.mnuDatabase, .caption = u"&Datenbank-Ordner ... "},
-        {.level = 1, .item = &r.mnuUpdates, .caption = u"&Internet-Updates ... ", .icon = u"internet-services"},
+        {.level = 1,
+         .item = &r.mnuUpdates,
+         .caption = u"&Internet-Updates ... ",
+         .run = plain<mnuUpdates_Click>,
+         .icon = u"internet-services"},
         {.level = 1, .item = &r.Trennung43, .caption = Line},
-        {.level = 1, .item = &r.mnuOptionen, .caption = u"&Optionen ... ", .icon = u"configure"},
+        {.level = 1,
+         .item = &r.mnuOptionen,
+         .caption = u"&Optionen ... ",
+         .run = plain<mnuOptionen_Click>,
+         .icon = u"configure"},
 
         {.level = 0, .item = &r.mnuHelp, .caption = u"&?", .shown = Shown::Submenu},
         {.level = 1,
@@ -510,7 +547,11 @@ std::vector<CommandRow> barRows(Root& r)
          .shortcut = u"F1",
          .run = plain<mnuHilfe_Click>,
          .icon = u"help-contents"},
-        {.level = 1, .item = &r.mnuTastenbefehle, .caption = u"&Tastaturbefehle ... ", .icon = u"input-keyboard"},
+        {.level = 1,
+         .item = &r.mnuTastenbefehle,
+         .caption = u"&Tastaturbefehle ... ",
+         .run = plain<mnuTastenbefehle_Click>,
+         .icon = u"input-keyboard"},
         {.level = 1, .item = &r.Trennung81, .caption = Line},
         {.level = 1, .item = &r.mnuInfo, .caption = u"&Info ... ", .run = plain<mnuInfo_Click>, .icon = u"help-about"},
     };

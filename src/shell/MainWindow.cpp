@@ -40,6 +40,16 @@ void mnuDatumsanzeige_Click(Root& root)
     writeSetting(root, u"ShowDate"_s, static_cast<qint16>(on ? 0 : 1));
 }
 
+void showDateDisplay(Root& root, bool on)
+{
+    if (root.mnuDatumsanzeige.Checked.value() == on)
+        return;
+    root.mnuDatumsanzeige.Checked = on;
+    const bool visible = on && !root.mnuPositionen.Checked.value();
+    root.pDatum.Visible = visible;
+    root.tSoundzahl.Visible = visible;
+}
+
 void mnuLautstärke_Click(Root& root)
 {
     if (root.mnuPositionen.Checked.value())

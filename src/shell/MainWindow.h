@@ -8,6 +8,8 @@ struct Root;
 void mnuGridlines_Click(Root& root);
 /// Shows or hides date and number of tracks. The setting "ShowDate" is 1 while they are hidden.
 void mnuDatumsanzeige_Click(Root& root);
+/// The same where it is not so already, without a word to the settings.
+void showDateDisplay(Root& root, bool on);
 /// Shows or hides the volume; the buttons that move rows make room for it.
 void mnuLautstärke_Click(Root& root);
 /// Shows or hides the buttons that move rows, in the place of the counts and the date; the volume makes room.

@@ -1,4 +1,5 @@
 #include "app/DataFolder.h"
+#include "app/Direkthilfe.h"
 #include "desktop/qt/services/QtForms.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/MainWindow.h"
@@ -11,7 +12,9 @@
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
+#include "shell/Optionen.h"
 #include "shell/Startup.h"
+#include "shell/Tastatur.h"
 #include "support/FakeDesktop.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
@@ -110,7 +113,24 @@ int main(int argc, char** argv)
         root.dialoge->page = 1;
         picture(*root.dialoge, u"dialoge-2"_s);
         root.dialoge->page = 2;
+        root.dialoge->working = true;
+        root.dialoge->progress.Caption = u"3 von 12: Nachtzug nach Lissabon"_s;
         picture(*root.dialoge, u"dialoge-3"_s);
+        root.dialoge->working = false;
+        root.dialoge->Label1.Visible = false;
+        root.dialoge->Label2.Visible = false;
+        root.dialoge->LFindDir.List = QStringList{u"Sommerabend (14)"_s, u"Nachtzug nach Lissabon (9)"_s};
+        root.dialoge->progress.Caption = u"Hinzugefügt: 2 Wiedergabelisten mit 23 Sounddateien."_s;
+        picture(*root.dialoge, u"dialoge-4"_s);
+        picture(*root.optionen, u"optionen"_s);
+        picture(*root.tastatur, u"tastatur"_s);
+        root.direkthilfe->Caption = u"Orvanten Manager\rOrdner durchsuchen"_s;
+        root.direkthilfe->RHelpID.Caption = u"113"_s;
+        root.direkthilfe->RText.Caption =
+            u"Der Befehl sucht in einem Ordner und drei Ebenen darunter nach Playlisten oder Sounddateien. Sie haken "
+            u"an, was Sie übernehmen möchten.\n\nBis zum OK wird nur gelesen. Übernommene Listen stehen danach im "
+            u"Katalog, übernommene Titel in der geöffneten Liste. Rückgängig: die neuen Einträge löschen."_s;
+        picture(*root.direkthilfe, u"direkthilfe"_s);
         root.filesCopy->Load = [&root] {
             root.filesCopy->LTreeview.RootCaption = u"Arbeitsplatz"_s;
             root.filesCopy->LTreeview.SelectedFolder = u"/usr/share"_s;

@@ -5,6 +5,7 @@
 #include "search/FindAudio.h"
 #include "search/FolderCheck.h"
 #include "search/Suchen.h"
+#include "shell/Dialoge.h"
 #include "shell/Shutdown.h"
 
 #include <gtest/gtest.h>
@@ -171,6 +172,19 @@ const std::vector<Deed> Commands{
          w.savesCatalogue = true;
          find(w, u"/fremd"_s, FindAudio::Playlists);
      }},
+    {"welcome",
+     [](World& w) {
+         Dialoge& form = *w.root().dialoge;
+         w.desktop.forms().show(form);
+         form.bButton[2].Click();
+         form.tOrdner.Text = u"/neu"_s;
+         form.bButton[2].Click();
+         form.play.Value = false;
+         form.bButton[2].Click();
+     }},
+    {"other player", [](World& w) { w.root().mnuOpenMediaplayerEx[2].Click(); }},
+    {"rip", [](World& w) { w.root().mnuAddCDs.Click(); }},
+    {"update", [](World& w) { w.root().mnuUpdates.Click(); }},
 };
 
 /// What comes in meanwhile.
@@ -219,6 +233,12 @@ const std::vector<Deed> Interruptions{
      }},
     {"recycle", [](World& w) { w.root().mnuRecycle.press(); }},
     {"search", search},
+    {"files from a file manager",
+     [](World& w) {
+         w.addsTrack();
+         if (w.desktop.instance.TakesFiles())
+             w.desktop.instance.Handed({u"/m/neu.mp3"_s});
+     }},
     {"tick", [](World& w) { w.root().Timer2.Tick(); }},
     {"close", [](World& w) { Form_QueryUnload(w.root()); }},
     {"end", [](World& w) { w.root().mnuBeenden.press(); }},

@@ -1,5 +1,6 @@
 #include "shell/Menus.h"
 #include "playlists/PlaylistText.h"
+#include "shell/CommandTable.h"
 
 #include "support/DesktopTest.h"
 
@@ -192,6 +193,63 @@ TEST_F(Menus, ThePopUpOfTheTracksIsThisTree)
   mnxSpecials(2) "&Dateinamen sortieren "
   mnxSpecials(3) "N&ummer sortieren ")",
               printed(trackPopup(root())));
+}
+
+TEST_F(Menus, EveryCommandHasAHandlerButThoseThatNeverHaveOne)
+{
+    // These are never pressed: they stay disabled.
+    QStringList without{u"mnuAddChanges"_s, u"mnuEditCut"_s, u"TagIDs"_s};
+    // Not built yet.
+    without += {u"mnuHandling(1)"_s,         u"mnuHandling(2)"_s,   u"mnuHandling(3)"_s,      u"mnuHandling(4)"_s,
+                u"mnuHandling(6)"_s,         u"mnuHandling(7)"_s,   u"mnuWiederherstellen"_s, u"mnuPackGo"_s,
+                u"mnuDbWiederherstellung"_s, u"mnuDbSicherungen"_s, u"mnuDeleteDatabase"_s,   u"mnuDatabase"_s};
+    for (const auto& entries : {menuBar(root()), trackPopup(root())})
+        for (const MenuEntry& entry : entries) {
+            const MenuItem& item = *entry.item;
+            EXPECT_TRUE(entry.separator || !item.Caption.value().trimmed().isEmpty()) << item.fullName().toStdString();
+            const bool bare = entry.submenu || entry.separator || without.contains(item.fullName());
+            EXPECT_EQ(!bare, static_cast<bool>(item.Click)) << item.fullName().toStdString();
+        }
+}
+
+TEST_F(Menus, EveryCommandHasTheTipThatIsToldForIt)
+{
+    QMap<QString, int> told{{u"mnuDurchsuchen"_s, 110},
+                            {u"mnuNeu"_s, 111},
+                            {u"mnuAddSounds"_s, 112},
+                            {u"mnuAddFolder"_s, 113},
+                            {u"mnuOpenMediaplayerEx(1)"_s, 310},
+                            {u"mnuOpenMediaplayerEx(2)"_s, 310},
+                            {u"mnuCopyTrack"_s, 311},
+                            {u"mnuEingangsordner"_s, 312},
+                            {u"mnuGetIDTag"_s, 411},
+                            {u"mnuSpaltenReset"_s, 510},
+                            {u"mnuRecycle"_s, 511},
+                            {u"mnuAddSoundfiles"_s, 512},
+                            {u"mnuErrorDisplay"_s, 513},
+                            {u"mnuLokalePlayliste"_s, 514},
+                            {u"mnuAllesWiedergeben"_s, 515},
+                            {u"mnuVerschiebung(1)"_s, 711},
+                            {u"mnuVerschiebung(2)"_s, 711},
+                            {u"mnuVerschiebung(4)"_s, 711},
+                            {u"mnuCheckPlaylists"_s, 714},
+                            {u"mnuDateiEigenschaften"_s, 715},
+                            {u"mnuSendtoInstall"_s, 719}};
+    // These show theirs by themselves, or are not built yet.
+    const QStringList apart{u"mnuSetTagName"_s,     u"mnuEigenschaften"_s,       u"mnuPackGo"_s,
+                            u"mnuDbSicherungen"_s,  u"mnuDbWiederherstellung"_s, u"mnuWiederherstellen"_s,
+                            u"mnuDeleteDatabase"_s, u"mnuHandling(6)"_s,         u"mnuHandling(7)"_s};
+    for (const CommandRow& row : barRows(root())) {
+        const QString name = row.item->fullName();
+        EXPECT_TRUE(apart.contains(name) || row.tip == told.take(name)) << name.toStdString();
+    }
+    EXPECT_EQ("", lines(told.keys()));
+    for (const CommandRow& row : popupRows(root())) {
+        const auto twin = [&row](const CommandRow& bar) { return bar.item == row.twin; };
+        const std::vector<CommandRow> bar = barRows(root());
+        const auto found = std::find_if(bar.begin(), bar.end(), twin);
+        EXPECT_TRUE(found == bar.end() || found->tip == row.tip) << row.item->fullName().toStdString();
+    }
 }
 
 } // namespace orvantine::fake

@@ -1,5 +1,6 @@
 #include "runner/World.h"
 
+#include "app/Direkthilfe.h"
 #include "metadata/frmID3.h"
 #include "operations/Eigenschaften.h"
 #include "operations/Positionen.h"
@@ -9,7 +10,9 @@
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Info.h"
+#include "shell/Optionen.h"
 #include "shell/Startup.h"
+#include "shell/Tastatur.h"
 #include "support/Quoting.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
@@ -127,6 +130,9 @@ std::vector<Form*> formsOf(Root& root)
             root.startup.get(),
             root.info.get(),
             root.dialoge.get(),
+            root.direkthilfe.get(),
+            root.optionen.get(),
+            root.tastatur.get(),
             root.positionen.get(),
             root.tagForm.get(),
             root.otherTagForm.get(),

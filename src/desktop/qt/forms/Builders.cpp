@@ -16,7 +16,8 @@ FormBuilder formBuilder(const QString& name)
         {u"Ordner"_s, buildFolderDialog},    {u"Positionen"_s, buildPositionen},
         {u"Startup"_s, buildStartup},        {u"Suchen"_s, buildSuchen},
         {u"Trackcopy"_s, buildTrackcopy},    {u"frmID3V1"_s, buildTagForm},
-        {u"frmID3V2"_s, buildOtherTagForm}};
+        {u"frmID3V2"_s, buildOtherTagForm},  {u"Direkthilfe"_s, buildDirekthilfe},
+        {u"Optionen"_s, buildOptionen},      {u"Tastatur"_s, buildTastatur}};
     return builders.value(name);
 }
 

@@ -14,6 +14,7 @@ using FormBuilder = void (*)(FormWindow&);
 
 // One a form, each in a file of its own. A new form is declared here and entered in the table of Builders.cpp.
 void buildDialoge(FormWindow& window);
+void buildDirekthilfe(FormWindow& window);
 void buildEigenschaften(FormWindow& window);
 void buildErrorListe(FormWindow& window);
 void buildFolderCheck(FormWindow& window);
@@ -21,11 +22,13 @@ void buildFindAudio(FormWindow& window);
 void buildFolderDialog(FormWindow& window);
 void buildInfo(FormWindow& window);
 void buildKopieren(FormWindow& window);
+void buildOptionen(FormWindow& window);
 void buildOtherTagForm(FormWindow& window);
 void buildPositionen(FormWindow& window);
 void buildStartup(FormWindow& window);
 void buildSuchen(FormWindow& window);
 void buildTagForm(FormWindow& window);
+void buildTastatur(FormWindow& window);
 void buildTrackcopy(FormWindow& window);
 
 } // namespace orvantine

@@ -55,6 +55,13 @@ void showLines(QListWidget& widget, ListBox& control)
     widget.setCurrentRow(control.ListIndex.value());
 }
 
+/// A title of two lines, as the tips have one.
+QString inOneLine(const QString& caption)
+{
+    const QString second = caption.section(u'\r', 1);
+    return second.isEmpty() ? caption.section(u'\r', 0, 0) : caption.section(u'\r', 0, 0) + u" – "_s + second;
+}
+
 bool isTypedWithAltAlone(const QKeyEvent& event)
 {
     return event.modifiers().testFlag(Qt::AltModifier) && !event.modifiers().testFlag(Qt::ControlModifier) &&
@@ -76,7 +83,7 @@ FormWindow::FormWindow(Form& form, Forms& forms, QWidget* parent) : QDialog(pare
     layout->addLayout(m_content, 1);
     layout->addLayout(m_buttons);
 
-    m_bindings.follow(form.Caption, [this](const QString& caption) { setWindowTitle(caption); });
+    m_bindings.follow(form.Caption, [this](const QString& caption) { setWindowTitle(inOneLine(caption)); });
     m_bindings.follow(form.Pointer, [this](MousePointer pointer) {
         setCursor(pointer == MousePointer::Default     ? Qt::ArrowCursor
                   : pointer == MousePointer::Hourglass ? Qt::WaitCursor
