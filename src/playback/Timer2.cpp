@@ -11,6 +11,7 @@
 #include "catalogue/PlaylistTexts.h"
 #include "playback/PlaybackState.h"
 #include "playback/PlayerControl.h"
+#include "playback/RipperFolder.h"
 #include "playback/Timer1.h"
 
 #include <algorithm>
@@ -121,6 +122,7 @@ void showDescription(Root& root)
 void Timer2_Tick(Root& root)
 {
     showRipper(root);
+    watchRipperFolder(root);
 
     restoreColumns(root, root.LListView1, CatalogueColumns);
     restoreColumns(root, root.LListView2, TrackColumns);

@@ -1,6 +1,5 @@
 #include "shell/mnuAddCDs.h"
 
-#include "app/AudioTypes.h"
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
@@ -9,6 +8,7 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "platform/FileDirPath.h"
+#include "playback/RipperFolder.h"
 #include "transfer/BrowseFolders2k.h"
 
 namespace orvantine {
@@ -29,12 +29,11 @@ QString musicFolder(const Root& root)
 /// Where the ripper puts its files; "" if the user does not say.
 QString outputFolder(Root& root, Command& command)
 {
-    const QString stored = readSetting(root, u"Soundfiles"_s).text();
-    if (!stored.isEmpty())
-        return stored;
-    const QString music = musicFolder(root);
-    if (!music.isEmpty())
-        return music;
+    for (const QString& folder : {readSetting(root, u"Soundfiles"_s).text(),
+                                  IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s),
+                                  musicFolder(root)})
+        if (!folder.isEmpty())
+            return folder;
     if (!command.ask({.text = u"Bitte wählen Sie das Verzeichnis für die encodierten Sounddateien. "_s,
                       .title = u" CD-Ripper"_s}))
         return {};
@@ -111,8 +110,7 @@ void mnuAddCDs_Click(Root& root)
         ripper = programFile(root, u"CDRipper.exe"_s);
     setOutputFolder(root, ripper, folder);
     writeSetting(root, u"OutputDir"_s, folder);
-    root.LRipper.Path = FileDirPath::withoutSeparator(folder);
-    root.LRipper.Pattern = AudioTypes::Pattern.toString();
+    beginRipperWatch(root, folder);
     if (!root.services.launcher.start(
             {.kind = LaunchKind::Program, .command = ripper, .target = ripper, .arguments = {}}))
         showQuietly(root, u"Der CD-Ripper konnte nicht gestartet werden."_s);

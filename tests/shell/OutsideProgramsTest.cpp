@@ -187,6 +187,35 @@ TEST_F(OutsidePrograms, AnIniInAnotherEncodingOrWithoutACopyStaysAsItIs)
     EXPECT_EQ("program /r/CdRipper.exe -> /r/CdRipper.exe\nprogram /r/CdRipper.exe -> /r/CdRipper.exe", started());
 }
 
+TEST_F(OutsidePrograms, WhatTheRipperPutsIntoItsFolderIsToldWhenNoMoreComes)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik/"_s));
+    put(u"/musik/alt.mp3"_s, "mp3");
+    ripper(u"/r/anderer"_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    // A pass after so many seconds since noon, and what is told then.
+    const auto passAt = [this](int seconds) {
+        root().quietLine.Caption = QString();
+        desktop.events().setNow(QDateTime(QDate(2026, 11, 20), QTime(12, 0).addSecs(seconds)));
+        pass();
+        return root().quietLine.Caption.value().toStdString();
+    };
+    EXPECT_EQ("", passAt(16));
+    put(u"/musik/1.mp3"_s, "mp3");
+    put(u"/musik/text.txt"_s, "txt");
+    EXPECT_EQ("", passAt(17));
+    EXPECT_EQ("", passAt(22));
+    put(u"/musik/2.wav"_s, "wav");
+    EXPECT_EQ("", passAt(28));
+    EXPECT_EQ("Vom CD-Ripper: 2 neue Sounddateien in „musik“. Hinzufügen mit „Sounddateien ...“.", passAt(34));
+    EXPECT_EQ("", passAt(40));
+    desktop.disk().remove(u"/musik/1.mp3"_s);
+    EXPECT_EQ("", passAt(46));
+    put(u"/musik/3.mp3"_s, "mp3");
+    EXPECT_EQ("", passAt(52));
+    EXPECT_EQ("Vom CD-Ripper: eine neue Sounddatei in „musik“. Hinzufügen mit „Sounddateien ...“.", passAt(58));
+}
+
 TEST_F(OutsidePrograms, FreeRip3GetsItsValues)
 {
     setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
@@ -202,7 +231,7 @@ TEST_F(OutsidePrograms, FreeRip3GetsItsValues)
     EXPECT_EQ("program /r/FreeRip3.exe -> /r/FreeRip3.exe", started());
 }
 
-TEST_F(OutsidePrograms, TheOutputFolderIsTheStoredOneThenTheMusicFolderThenAsked)
+TEST_F(OutsidePrograms, TheOutputFolderIsTheStoredOneOrElseTheMusicFolderOrElseAskedFor)
 {
     ripper(u"/r/anderer"_s);
     (void)boxes();
@@ -224,6 +253,9 @@ TEST_F(OutsidePrograms, TheOutputFolderIsTheStoredOneThenTheMusicFolderThenAsked
 
     desktop.settings.put(Hive::CurrentUser, ShellFolders, u"My Music"_s, stringSetting(u"/music"_s));
     setting(u"Soundfiles"_s, stringSetting(QString()));
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    EXPECT_EQ("sz \"/gewählt\"", setting(u"OutputDir"_s).toStdString());
+    desktop.profiles().removeKey(database(), u"Options"_s, u"Soundfiles"_s);
     ASSERT_TRUE(root().mnuAddCDs.press());
     EXPECT_EQ("sz \"/music\"", setting(u"OutputDir"_s).toStdString());
 }
