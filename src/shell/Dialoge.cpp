@@ -2,6 +2,7 @@
 
 #include "app/AudioTypes.h"
 #include "app/Command.h"
+#include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "catalogue/CatalogueEntry.h"
@@ -245,6 +246,7 @@ void load(const Root& root, Dialoge& form)
     form.bSubDir.Value = true;
     form.bSndfiles.Value = true;
     form.play.Value = true;
+    form.tips.Value = !readSetting(root, u"HelpDirekt"_s).is(1);
     form.tOrdner.Text = root.files.isFolder(root.services.folders.music) ? root.services.folders.music : QString();
     goTo(form, Dialoge::Greeting);
 }
@@ -274,6 +276,7 @@ Dialoge::Dialoge() : Form(u"Dialoge"_s)
                      u"überprüft und Ihre Wiedergabelisten werden jetzt zusammengestellt."_s;
     Label2.Caption = u"Wenn Sie den Vorgang abbrechen, dann werden die Playlisten unvollständig in den Orvanten "
                      u"Manager hinzugefügt."_s;
+    tips.Caption = u"&Tipps vor den Befehlen anzeigen (später unter Extras, Optionen)"_s;
     play.Caption = u"&Die erste Wiedergabeliste gleich abspielen"_s;
 }
 
@@ -281,7 +284,11 @@ void setUpDialoge(Root& root)
 {
     Dialoge& form = *root.dialoge;
     form.Load = [&root, &form] { load(root, form); };
-    form.Unload = [&form] { form.stopped = true; };
+    form.Unload = [&root, &form] {
+        form.stopped = true;
+        if (form.tips.Value == readSetting(root, u"HelpDirekt"_s).is(1))
+            writeSetting(root, u"HelpDirekt"_s, static_cast<qint16>(form.tips.Value.value() ? 0 : 1));
+    };
     form.bButton[Cancel].Click = [&root, &form] {
         if (form.working.value())
             form.stopped = true;

@@ -19,6 +19,8 @@ struct Dialoge : Form
     ControlArray<Button, 0, 2> bButton{controls, u"bButton"};
     ControlArray<Label, 0, 2> bLabel{controls, u"bLabel"};
     Label RCaption{controls, u"RCaption"};
+    /// On the greeting's page: the tips in front of commands come up.
+    CheckBox tips{controls, u"tips"};
     Label RHinweis{controls, u"RHinweis"};
     Label LOrdner{controls, u"LOrdner"};
     TextBox tOrdner{controls, u"tOrdner"};

@@ -235,6 +235,23 @@ TEST_F(Welcome, WhileTheProgramStartsThePageWaits)
     root().loaded = true;
 }
 
+TEST_F(Welcome, WhoeverWantsNoTipsSaysSoAtOnce)
+{
+    start();
+    EXPECT_TRUE(form().tips.Value.value());
+    press(Cancel);
+    EXPECT_EQ("(absent)", setting(u"HelpDirekt"_s).toStdString());
+    root().services.forms.show(form());
+    form().tips.Value = false;
+    press(Cancel);
+    EXPECT_EQ("dword 1", setting(u"HelpDirekt"_s).toStdString());
+    root().services.forms.show(form());
+    EXPECT_FALSE(form().tips.Value.value());
+    form().tips.Value = true;
+    press(Cancel);
+    EXPECT_EQ("dword 0", setting(u"HelpDirekt"_s).toStdString());
+}
+
 TEST_F(Welcome, TheMusicFolderIsProposed)
 {
     putFolder(desktop.folders.music);

@@ -139,7 +139,9 @@ void Desk::settle(const QStringList& moreSettings) const
                       u"\"Version\"=\"2.3\""_s,
                       u"\"Info\"=\"1\""_s,
                       u"\"Index\"=hex:01,00,00,00"_s,
-                      u"\"NoUpdate\"=dword:00000001"_s};
+                      u"\"NoUpdate\"=dword:00000001"_s,
+                      // The tips would stand in front of the commands.
+                      u"\"HelpDirekt\"=dword:00000001"_s};
     lines += moreSettings;
     write(path(u"config/Orvanten Manager/settings.reg"_s), (lines.join(u"\r\n"_s) + u"\r\n"_s).toUtf8());
     for (const QString& font : {u"MAIAN.TTF"_s, u"OCR_B.TTF"_s})

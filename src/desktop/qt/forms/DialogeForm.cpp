@@ -45,6 +45,7 @@ void fillGreeting(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
     layout->addWidget(title);
     layout->addWidget(window.addLabel(form.RCaption));
     layout->addStretch();
+    layout->addWidget(window.addCheckBox(form.tips));
 }
 
 void fillFolder(FormWindow& window, Dialoge& form, QVBoxLayout* layout)
