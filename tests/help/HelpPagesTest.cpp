@@ -129,7 +129,7 @@ TEST_F(HelpPages, SpeakOfEveryCommand)
     QStringList unspoken;
     for (const MenuEntry& entry : menuBar(desktop.root())) {
         const QString caption =
-            entry.item->Caption.value().remove(u'&').remove(u"..."_s).section(u'(', 0, 0).simplified();
+            QString(entry.item->Caption.value()).remove(u'&').remove(u"..."_s).section(u'(', 0, 0).simplified();
         if (!entry.separator && !entry.submenu && !silent.contains(entry.item->fullName()) && !all.contains(caption))
             unspoken << caption;
     }

@@ -64,6 +64,26 @@ TEST_F(DemoCatalogue, IsHeardInOrderFromListToList)
     EXPECT_EQ(ear.allTones().mid(0, told.size()), told);
 }
 
+TEST_F(DemoCatalogue, IsMadeOfTheFoldersOfANewUserWhoseFirstStartEndsWithMusic)
+{
+    prepare(u"25"_s);
+    const QByteArray userFolders = Desk::bytes(desk.path(u"demo/config/user-dirs.dirs"_s));
+    for (const QString& name : {u"data"_s, u"config"_s, u"state"_s})
+        desk.environment.insert(u"XDG_"_s + name.toUpper() + u"_HOME"_s, desk.path(u"neu/"_s + name));
+    desk.write(desk.path(u"neu/config/user-dirs.dirs"_s), userFolders);
+
+    Program program(desk);
+    const QString wizard = u" Herzlich Willkommen"_s;
+    ASSERT_TRUE(await([&] { return !desk.window(wizard).isEmpty(); })) << program.complaints();
+    desk.press(wizard, u"Return"_s);
+    ASSERT_TRUE(await([&] { return program.control(u"Ordner"_s).has_value(); })) << program.complaints();
+    desk.press(wizard, u"Return"_s);
+    ASSERT_TRUE(await([&] { return program.control(u"Fertig"_s).has_value(); })) << program.complaints();
+    desk.press(wizard, u"Return"_s);
+    EXPECT_TRUE(ear.awaitTone(tracks.first().hertz)) << program.complaints();
+    EXPECT_EQ(desk.window(wizard), QString());
+}
+
 TEST_F(DemoCatalogue, ObeysTheControlsOfTheWindow)
 {
     prepare(u"25"_s);
