@@ -41,7 +41,10 @@ bool isFirstInstance(Root& root)
         root.services.instance.acquireFolder(dataFolderOf(root))) {
         root.services.instance.Activated = [&root] { activateWindow(root); };
         root.services.instance.TakesFiles = [&root] { return takesFiles(root); };
-        root.services.instance.Handed = [&root](const QStringList& paths) { takeHandedFiles(root, paths); };
+        root.services.instance.Handed = [&root](const QStringList& paths) {
+            activateWindow(root);
+            takeHandedFiles(root, paths);
+        };
         return true;
     }
     root.Caption = u"_"_s + root.Caption.value();

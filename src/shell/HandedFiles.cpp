@@ -2,7 +2,6 @@
 
 #include "app/AudioTypes.h"
 #include "app/Root.h"
-#include "shell/FormLoad.h"
 
 namespace orvantine {
 
@@ -19,7 +18,6 @@ void takeHandedFiles(Root& root, const QStringList& paths)
     QStringList tracks;
     for (const QString& path : paths)
         (AudioTypes::isDropped(path) && !root.files.isFolder(path) ? tracks : lists).append(path);
-    activateWindow(root);
     if (!tracks.isEmpty())
         root.LListView2.Drop(tracks);
     if (!lists.isEmpty() && !root.services.events.ended())

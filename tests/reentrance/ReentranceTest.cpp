@@ -182,7 +182,11 @@ const std::vector<Deed> Commands{
          form.play.Value = false;
          form.bButton[2].Click();
      }},
-    {"other player", [](World& w) { w.root().mnuOpenMediaplayerEx[2].Click(); }},
+    {"other player",
+     [](World& w) {
+         w.root().pSoundPlayer.Click();
+         w.root().mnuOpenMediaplayerEx[2].Click();
+     }},
     {"rip", [](World& w) { w.root().mnuAddCDs.Click(); }},
     {"update", [](World& w) { w.root().mnuUpdates.Click(); }},
 };
