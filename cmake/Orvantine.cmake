@@ -55,13 +55,3 @@ function(orvantine_test name)
         gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 ${properties})
     endif()
 endfunction()
-
-# orvantine_sibling(NAME FILE SOURCES a.cpp … LIBRARIES x …): a program that stands beside the main one under the very
-# name FILE, and is installed with it.
-function(orvantine_sibling name file)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} orvantine_flags)
-    set_target_properties(${name} PROPERTIES OUTPUT_NAME ${file} SUFFIX "")
-    install(TARGETS ${name} RUNTIME DESTINATION ${ORVANTINE_PROGRAM_DIR})
-endfunction()

@@ -84,6 +84,18 @@ TEST_F(DemoCatalogue, IsMadeOfTheFoldersOfANewUserWhoseFirstStartEndsWithMusic)
     EXPECT_EQ(desk.window(wizard), QString());
 }
 
+TEST_F(DemoCatalogue, TakesTheFolderThatAFileManagerSends)
+{
+    prepare(u"2"_s);
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    const QString album = desk.path(u"demo/Musik/Velvet Orchard/Seventeen Pears"_s);
+    ASSERT_TRUE(desk.tool(QStringLiteral(ORVANTINE_SENDER), {u"--senden"_s, album}));
+    EXPECT_TRUE(await([&] { return program.control(u"Seventeen Pears"_s).has_value(); })) << program.complaints();
+    EXPECT_TRUE(Desk::bytes(desk.path(u"demo/data/Orvanten Manager/Playlisten/Seventeen Pears.m3u"_s))
+                    .contains("/02 Ladder.mp3\r\n"));
+}
+
 TEST_F(DemoCatalogue, ObeysTheControlsOfTheWindow)
 {
     prepare(u"25"_s);
