@@ -1,4 +1,5 @@
 #include "app/Root.h"
+#include "desktop/archive/LibzipArchive.h"
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/LockInstance.h"
@@ -68,13 +69,17 @@ QMap<QString, QString> drivesOf(const SettingsStore& settings)
     return drives;
 }
 
+/// Without a home there is no place that is the user's alone, and nothing is written.
+QString recoveryFolder(const XdgFolders& folders)
+{
+    return folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager/recovery"_s;
+}
+
 PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QString>& drives)
 {
     PosixFilesOptions options;
     options.drives = drives;
-    // Without a home there is no place that is the user's alone, and nothing is written.
-    if (!folders.stateHome.isEmpty())
-        options.recoveryFolder = folders.stateHome + u"/Orvanten Manager/recovery"_s;
+    options.recoveryFolder = recoveryFolder(folders);
     return options;
 }
 
@@ -88,6 +93,7 @@ struct Desktop
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};
     PosixFolderWalks walks{drives};
+    LibzipArchive zip{files, recoveryFolder(folders)};
     LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
                           folders.temp};
     QtEvents events;
@@ -136,6 +142,7 @@ int run()
                       .fonts = desktop.fonts,
                       .screen = desktop.screen,
                       .walks = desktop.walks,
+                      .zip = desktop.zip,
                       .folders = standardFolders(desktop.folders, QCoreApplication::applicationDirPath()),
                       .system = {},
                       .start = startContext()};

@@ -15,6 +15,7 @@
 namespace orvantine {
 
 class clsVolume;
+struct Datenbank;
 struct Dialoge;
 struct Direkthilfe;
 struct Eigenschaften;
@@ -176,6 +177,7 @@ struct Root : RootMenus
     // Forms: shared for the type's sake alone, since their look is nothing that everybody has to include
     std::shared_ptr<Startup> startup;
     std::shared_ptr<Info> info;
+    std::shared_ptr<Datenbank> datenbank;
     std::shared_ptr<Dialoge> dialoge;
     std::shared_ptr<Direkthilfe> direkthilfe;
     std::shared_ptr<Optionen> optionen;

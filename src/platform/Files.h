@@ -79,6 +79,8 @@ public:
     /// True if the attributes can be read: for files as well. A trailing separator is allowed.
     [[nodiscard]] virtual bool folderExists(const QString& path) const = 0;
     [[nodiscard]] virtual bool isFolder(const QString& path) const = 0;
+    /// A link, whatever it leads to.
+    [[nodiscard]] virtual bool isLink(const QString& path) const = 0;
     /// Bytes, for a regular file.
     [[nodiscard]] virtual std::optional<qint64> size(const QString& path) const = 0;
     /// Time of the last change, in local time.
@@ -127,8 +129,9 @@ public:
     /// As copy, but not over a file that is no text.
     bool copyPlaylist(const QString& from, const QString& to) { return mayHoldPlaylist(to) && copy(from, to); }
     virtual bool remove(const QString& path) = 0;
-    /// For what writes an existing file of any size anew: `change` gets the host's path of a hidden file beside it,
-    /// which it makes and puts in the place of the first. What a killed program leaves of it goes at the next start.
+    /// For what writes a file of any size anew: `change` gets the host's path of a hidden file beside it, which it
+    /// makes and puts in the place of the first, or of none. What a killed program leaves of it goes at the next start.
+    /// The old bytes are not kept.
     virtual bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) = 0;
     /// One level; false if it stands already.
     virtual bool makeFolder(const QString& path) = 0;

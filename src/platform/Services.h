@@ -20,6 +20,7 @@
 #include "platform/TrayIcon.h"
 #include "platform/Version.h"
 #include "platform/Volumes.h"
+#include "platform/ZipArchive.h"
 
 namespace orvantine {
 
@@ -78,6 +79,7 @@ struct Services
     Fonts& fonts;
     Screen& screen;
     FolderWalks& walks;
+    ZipArchive& zip;
     StandardFolders folders;
     SystemVersion system;
     StartContext start;

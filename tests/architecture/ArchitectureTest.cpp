@@ -84,6 +84,8 @@ TEST(Architecture, ThePlatformIncludesNothingButItself)
 TEST(Architecture, AServiceOfTheHostKnowsThePlatformAndItself)
 {
     EXPECT_EQ("", foreignIncludes(u"posix"_s, u"platform/|desktop/posix/"_s));
+    EXPECT_EQ("", foreignIncludes(u"archive"_s, u"platform/|desktop/archive/|desktop/posix/(Descriptor|HostFile|"_s
+                                                u"JournalNotes|NameLookup|PrivateFolder)\\.h"_s));
     EXPECT_EQ("", foreignIncludes(u"media"_s, u"platform/|desktop/media/"_s));
     EXPECT_EQ("", foreignIncludes(u"sound"_s, u"platform/|desktop/sound/"_s));
     // A track that is written anew stands on what the disk has for that.

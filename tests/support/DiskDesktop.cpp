@@ -12,8 +12,9 @@ DiskDesktop::DiskDesktop(const QString& where, const MakeTags& makeTags)
       player(files, [](const QString&) { return true; }),
       infoPlayer(files, [](const QString&) { return true; }),
       tags(makeTags ? makeTags(files) : std::make_unique<FakeTags>(log)),
+      zip(files, where + u"/recovery"_s),
       services{files, profiles,  settings, messages, choosers, forms, events, player, infoPlayer, mixer, sound, *tags,
-               tray,  clipboard, launcher, volumes,  instance, fonts, screen, walks,  {},         {},    {}},
+               tray,  clipboard, launcher, volumes,  instance, fonts, screen, walks,  zip,        {},    {},    {}},
       root(services)
 {
     assemble(root);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Root.h"
+#include "desktop/archive/LibzipArchive.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/PosixFolderWalks.h"
 #include "support/CallLog.h"
@@ -53,6 +54,7 @@ public:
     FakeFonts fonts{log};
     FakeScreen screen;
     PosixFolderWalks walks;
+    LibzipArchive zip;
     Services services;
     Root root;
 };

@@ -77,6 +77,13 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
     m_loggingFiles = std::make_unique<LoggingFiles>(*m_disk, log);
     if (m_folder)
         m_loggingFiles->Written = [this](const QString& path) { touch(path); };
+    m_zip = std::make_unique<FakeArchive>(log, *m_disk, base + u"/staging"_s);
+    m_zip->SetModified = [this](const QString& path, const QDateTime& time) {
+        if (m_memory != nullptr)
+            m_memory->setModified(path, time);
+        else
+            touch(path, time);
+    };
 
     folders.program = base + u"/program"_s;
     folders.applicationData = base + u"/appdata"_s;
@@ -123,7 +130,7 @@ void FakeDesktop::newProcess()
     auto profiles = std::make_unique<ProfileStore>(*m_loggingFiles);
     Services services{*m_loggingFiles, *profiles, settings, messages, choosers, *newForms, *newEvents, *player,
                       *infoPlayer,     mixer,     sound,    tags,     *newTray, clipboard, launcher,   volumes,
-                      instance,        fonts,     screen,   walks,    folders,  system,    context};
+                      instance,        fonts,     screen,   walks,    *m_zip,   folders,   system,     context};
     m_process = std::make_unique<FakeProcess>(std::move(services), std::move(newEvents), std::move(newForms),
                                               std::move(newTray), std::move(player), std::move(infoPlayer),
                                               std::move(profiles));
@@ -143,12 +150,12 @@ void FakeDesktop::complainOfUnused()
 }
 
 /// Files on the real disk get the virtual clock's time, so that a date that the program compares is the test's own.
-void FakeDesktop::touch(const QString& path)
+void FakeDesktop::touch(const QString& path, const QDateTime& time)
 {
     const std::optional<QByteArray> native = m_disk->nativePath(path);
     if (!native)
         return;
-    const qint64 milliseconds = events().now().toMSecsSinceEpoch();
+    const qint64 milliseconds = time.toMSecsSinceEpoch();
     timespec times[2] = {};
     times[0].tv_nsec = UTIME_OMIT;
     times[1].tv_sec = milliseconds / 1000;

@@ -4,6 +4,7 @@
 #include "desktop/posix/PosixFiles.h"
 #include "support/CallLog.h"
 #include "support/Complaints.h"
+#include "support/FakeArchive.h"
 #include "support/FakeDevices.h"
 #include "support/FakeForms.h"
 #include "support/FakePlayer.h"
@@ -77,6 +78,7 @@ public:
     /// The disk as the program sees it, and as the test lays it out: the test's own calls stand in no log.
     LoggingFiles& files() { return *m_loggingFiles; }
     Files& disk() { return *m_disk; }
+    FakeArchive& zip() { return *m_zip; }
     /// Null on a real folder.
     MemoryFiles* memory() { return m_memory; }
 
@@ -121,13 +123,15 @@ public:
     void complainOfUnused();
 
 private:
-    void touch(const QString& path);
+    void touch(const QString& path) { touch(path, events().now()); }
+    void touch(const QString& path, const QDateTime& time);
 
     DesktopOptions m_options;
     std::unique_ptr<QTemporaryDir> m_folder;
     std::unique_ptr<Files> m_disk;
     MemoryFiles* m_memory = nullptr;
     std::unique_ptr<LoggingFiles> m_loggingFiles;
+    std::unique_ptr<FakeArchive> m_zip;
     std::unique_ptr<FakeProcess> m_process;
 };
 

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool exists(const QString& path) const override;
     [[nodiscard]] bool folderExists(const QString& path) const override;
     [[nodiscard]] bool isFolder(const QString& path) const override;
+    /// There are none here.
+    [[nodiscard]] bool isLink(const QString&) const override { return false; }
     [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
     [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
     [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;

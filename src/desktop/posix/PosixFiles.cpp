@@ -69,6 +69,16 @@ bool PosixFiles::isFolder(const QString& path) const
     return found.error == 0 && S_ISDIR(found.info.st_mode);
 }
 
+bool PosixFiles::isLink(const QString& path) const
+{
+    QString name = path;
+    while (name.size() > 1 && (name.endsWith(u'/') || name.endsWith(u'\\')))
+        name.chop(1);
+    const NameLookup::Found found = m_names.find(name);
+    struct stat entry = {};
+    return found.error == 0 && ::lstat(found.path.constData(), &entry) == 0 && S_ISLNK(entry.st_mode);
+}
+
 std::optional<qint64> PosixFiles::size(const QString& path) const
 {
     const NameLookup::Found found = m_names.find(path);

@@ -38,6 +38,7 @@ public:
     [[nodiscard]] bool exists(const QString& path) const override;
     [[nodiscard]] bool folderExists(const QString& path) const override;
     [[nodiscard]] bool isFolder(const QString& path) const override;
+    [[nodiscard]] bool isLink(const QString& path) const override;
     [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
     [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
     [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;

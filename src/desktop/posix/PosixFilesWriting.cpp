@@ -345,12 +345,20 @@ bool PosixFiles::removeFile(const NameLookup::Found& found)
 
 bool PosixFiles::replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change)
 {
-    const std::optional<QByteArray> native = nativePath(path);
-    return native && act([&] {
-               // The new file stands beside the one that a link leads to.
-               const QByteArray real = realPath(*native);
-               return !real.isEmpty() && m_undo.willPrepare(real) && change(scratchName(real));
-           });
+    const NameLookup::Found found = m_names.find(path);
+    if (found.error != 0 && !isMissing(found.error))
+        return false;
+    return act([&] {
+        if (found.error == 0) {
+            // The new file stands beside the one that a link leads to.
+            const QByteArray real = realPath(absolutePath(found.path));
+            return !real.isEmpty() && m_undo.willPrepare(real) && change(scratchName(real));
+        }
+        const std::optional<QByteArray> fresh = m_names.creationPath(path);
+        if (!fresh)
+            errno = ENOENT;
+        return fresh && m_undo.willPrepare(absolutePath(*fresh)) && change(scratchName(absolutePath(*fresh)));
+    });
 }
 
 bool PosixFiles::makeFolder(const QString& path)

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/ZipArchive.h"
+
+#include <QByteArray>
+
+#include <functional>
+#include <vector>
+
+#include <sys/stat.h>
+
+namespace orvantine {
+
+/// A file or folder that is to go into an archive.
+struct PackedFile
+{
+    /// The host's.
+    QByteArray path;
+    /// In the archive; that of a folder ends in "/".
+    QString name;
+    bool folder = false;
+    qint64 size = 0;
+    qint64 modifiedSeconds = 0;
+};
+
+struct PackedTree
+{
+    std::vector<PackedFile> files;
+    QStringList leftOut;
+};
+
+/// Adds what lies below a folder, each folder's names in the order of their bytes. `archive`: identity of the archive
+/// itself, if it stands.
+void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
+             const struct stat* archive, PackedTree& tree);
+
+} // namespace orvantine
