@@ -83,6 +83,13 @@ PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QS
     return options;
 }
 
+/// Puts back what a reset left half done, in the place that it has for that.
+void settleReset(const XdgFolders& folders)
+{
+    if (!folders.stateHome.isEmpty())
+        (void)PosixFiles({.recoveryFolder = folders.stateHome + u"/Orvanten Manager/reset"_s});
+}
+
 /// The real services, each made once.
 struct Desktop
 {
@@ -120,6 +127,7 @@ StartContext startContext()
 
 int run()
 {
+    settleReset(xdgFolders(processEnvironment()));
     Desktop desktop;
     prepareWindowsFolder(desktop.folders);
     Services services{.files = desktop.files,

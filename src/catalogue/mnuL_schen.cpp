@@ -82,6 +82,8 @@ void removeRow(Root& root, int row, const QString& path, bool usedElsewhere)
     root.LListView1.remove(row);
 }
 
+} // namespace
+
 void clearPanels(Root& root)
 {
     root.tPlaylisteinträge.Caption = u"Einträge in der Playliste"_s;
@@ -93,8 +95,6 @@ void clearPanels(Root& root)
     // Required: the row count has fallen already, so the number is one too high until the next full update.
     root.nAnzeige.Caption = u"(%1)"_s.arg(root.LListView1.count() + 1);
 }
-
-} // namespace
 
 void mnuL_schen(Root& root)
 {

@@ -8,4 +8,7 @@ struct Root;
 /// "bak", if it lies in the program's own folder and no other row uses it.
 void mnuL_schen(Root& root);
 
+/// What tells of the list that is in sight no more goes from the panels.
+void clearPanels(Root& root);
+
 } // namespace orvantine

@@ -39,6 +39,7 @@
 #include "shell/Startup.h"
 #include "shell/Tastatur.h"
 #include "shell/Timer3.h"
+#include "transfer/Datenbank.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
@@ -126,6 +127,7 @@ void makeForms(Root& root)
 {
     root.startup = std::make_shared<Startup>();
     root.info = std::make_shared<Info>();
+    root.datenbank = std::make_shared<Datenbank>();
     root.dialoge = std::make_shared<Dialoge>();
     root.direkthilfe = std::make_shared<Direkthilfe>();
     root.optionen = std::make_shared<Optionen>();
@@ -158,6 +160,7 @@ void makeForms(Root& root)
     setUpFolderDialogs(root);
     setUpTrackcopy(root);
     setUpKopieren(root);
+    setUpDatenbank(root);
 }
 
 } // namespace

@@ -36,7 +36,12 @@
 #include "shell/mnuEingangsordner.h"
 #include "shell/mnuOpenMediaplayer.h"
 #include "shell/mnuSendtoInstall.h"
+#include "transfer/Datenbank.h"
 #include "transfer/Trackcopy.h"
+#include "transfer/mnuDbSicherungen.h"
+#include "transfer/mnuDbWiederherstellung.h"
+#include "transfer/mnuDeleteDatabase.h"
+#include "transfer/mnuWiederherstellen.h"
 
 namespace orvantine {
 
@@ -223,7 +228,12 @@ std::vector<CommandRow> barRows(Root& r)
          .tip = 714,
          .shown = Shown::NeedsPlaylist},
         {.level = 1, .item = &r.Trennung5, .caption = Line},
-        {.level = 1, .item = &r.mnuWiederherstellen, .caption = u"Datenbank wiederherstellen ... "},
+        {.level = 1,
+         .item = &r.mnuWiederherstellen,
+         .caption = u"Datenbank wiederherstellen ... ",
+         .run = plain<mnuWiederherstellen_Click>,
+         .changes = Changes::Both,
+         .tip = 720},
         {.level = 1,
          .item = &r.mnuSpeichern,
          .caption = u"Datenbank speichern ... ",
@@ -245,8 +255,19 @@ std::vector<CommandRow> barRows(Root& r)
          .caption = u"P&ack and Go ...",
          .shown = Shown::NeedsPlaylist,
          .icon = u"archive-insert"},
-        {.level = 1, .item = &r.mnuDbWiederherstellung, .caption = u"&Wiederherstellungen ... "},
-        {.level = 1, .item = &r.mnuDbSicherungen, .caption = u"Sicherungskopien ... ", .shown = Shown::NeedsPlaylist},
+        {.level = 1,
+         .item = &r.mnuDbWiederherstellung,
+         .caption = u"&Wiederherstellungen ... ",
+         .run = plain<mnuDbWiederherstellung_Click>,
+         .changes = Changes::Both,
+         .tip = 713},
+        {.level = 1,
+         .item = &r.mnuDbSicherungen,
+         .caption = u"Sicherungskopien ... ",
+         .run = plain<mnuDbSicherungen_Click>,
+         .changes = Changes::Both,
+         .tip = 712,
+         .shown = Shown::NeedsPlaylist},
         {.level = 1, .item = &r.Trennung7, .caption = Line},
         {.level = 1,
          .item = &r.mnuBeenden,
@@ -494,7 +515,12 @@ std::vector<CommandRow> barRows(Root& r)
          .run = plain<mnuRecycle_Click>,
          .changes = Changes::Catalogue,
          .tip = 511},
-        {.level = 1, .item = &r.mnuDeleteDatabase, .caption = u"Da&tenbank und Playlisten löschen"},
+        {.level = 1,
+         .item = &r.mnuDeleteDatabase,
+         .caption = u"Da&tenbank und Playlisten löschen",
+         .run = plain<mnuDeleteDatabase_Click>,
+         .changes = Changes::Both,
+         .tip = 510},
         {.level = 1, .item = &r.Trennung41, .caption = Line},
         {.level = 1,
          .item = &r.mnuSendtoInstall,
@@ -527,7 +553,7 @@ std::vector<CommandRow> barRows(Root& r)
          .tip = 515,
          .shown = Shown::Switch},
         {.level = 1, .item = &r.Trennung42, .caption = Line},
-        {.level = 1, .item = &r.mnuDatabase, .caption = u"&Datenbank-Ordner ... "},
+        {.level = 1, .item = &r.mnuDatabase, .caption = u"&Datenbank-Ordner ... ", .run = plain<mnuDatabase_Click>},
         {.level = 1,
          .item = &r.mnuUpdates,
          .caption = u"&Internet-Updates ... ",

@@ -1,6 +1,7 @@
 #include "DiskWorld.h"
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -84,6 +85,18 @@ TEST_F(LibzipArchiveTest, AFileThatVanishesMeanwhileIsLeftOutAndNamed)
     EXPECT_TRUE(outcome.done);
     EXPECT_EQ(QStringList{u"a.mp3"_s}, outcome.leftOut);
     EXPECT_EQ(QStringList{u"b.mp3"_s}, names(u"a.zip"_s));
+}
+
+TEST_F(LibzipArchiveTest, OfTwoFilesWhoseNamesDifferInCaseTheSecondIsLeftOutAndNamed)
+{
+    put(u"eins/Rock.m3u"_s, "eins");
+    QFile twin(at(u"eins/rock.m3u"_s));
+    ASSERT_TRUE(twin.open(QIODevice::WriteOnly));
+    twin.close();
+    const ArchiveOutcome outcome = add(u"a.zip"_s, u"eins"_s);
+    EXPECT_TRUE(outcome.done);
+    EXPECT_EQ(QStringList{u"rock.m3u"_s}, outcome.leftOut);
+    EXPECT_EQ(QStringList{u"Rock.m3u"_s}, names(u"a.zip"_s));
 }
 
 TEST_F(LibzipArchiveTest, ANameThatIsNotUtf8IsTakenAsTheOldCodePage)

@@ -61,6 +61,15 @@ TEST_P(ArchiveContract, AnArchiveThatStandsIsAddedToAndEntriesOfOneNameAreReplac
     EXPECT_EQ("Jazz.m3u: bleibt\nRock.m3u: neu", content(u"a.zip"_s));
 }
 
+TEST_P(ArchiveContract, AnEntryIsReplacedWhateverTheCaseOfItsName)
+{
+    put(u"eins/Ärger.m3u"_s, "alt");
+    ASSERT_TRUE(add(u"a.zip"_s, {u"eins"_s}).done);
+    put(u"zwei/ÄRGER.M3U"_s, "neu");
+    EXPECT_TRUE(add(u"a.zip"_s, {u"zwei"_s}).done);
+    EXPECT_EQ("ÄRGER.M3U: neu", content(u"a.zip"_s));
+}
+
 TEST_P(ArchiveContract, OfTwoFilesWithOneNameTheLaterOneStays)
 {
     put(u"eins/Rock.m3u"_s, "frueher");

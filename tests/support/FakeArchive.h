@@ -28,7 +28,10 @@ public:
     {
         ArchiveEntry entry;
         QByteArray bytes;
-        bool operator==(const Packed& other) const { return entry.name == other.entry.name; }
+        bool operator==(const Packed& other) const
+        {
+            return entry.name.compare(other.entry.name, Qt::CaseInsensitive) == 0;
+        }
     };
 
     // For the test

@@ -149,6 +149,7 @@ bool FakeLauncher::start(const LaunchRequest& request)
     if (!m_log.call(line))
         return false;
     started.push_back(request);
+    Started(request);
     return true;
 }
 

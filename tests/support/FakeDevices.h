@@ -119,6 +119,8 @@ public:
     bool start(const LaunchRequest& request) override;
 
     std::vector<LaunchRequest> started;
+    /// What the started program does at once.
+    std::function<void(const LaunchRequest& request)> Started = [](const LaunchRequest&) {};
 
 private:
     CallLog& m_log;

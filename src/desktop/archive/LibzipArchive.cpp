@@ -8,6 +8,8 @@
 #include "platform/CaseFold.h"
 #include "platform/FileDirPath.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
@@ -46,6 +48,29 @@ bool setTime(zip_t* archive, zip_uint64_t number, qint64 seconds)
         bytes[i + 1] = static_cast<zip_uint8_t>((seconds >> (8 * i)) & 0xff);
     return zip_file_extra_field_set(archive, number, field, ZIP_EXTRA_FIELD_NEW, bytes, sizeof bytes, both) == 0;
 }
+
+/// What stands in the archive under another spelling of the name goes.
+class OldNames
+{
+public:
+    explicit OldNames(zip_t* archive) : m_archive(archive)
+    {
+        const zip_int64_t count = zip_get_num_entries(archive, 0);
+        for (zip_int64_t i = 0; i < count; ++i)
+            if (const char* const name = zip_get_name(archive, static_cast<zip_uint64_t>(i), ZIP_FL_ENC_GUESS))
+                m_numbers.insert(entryKey(QString::fromUtf8(name)), {static_cast<zip_uint64_t>(i), QByteArray(name)});
+    }
+
+    bool dropOtherSpelling(const QString& name)
+    {
+        const auto old = m_numbers.constFind(entryKey(name));
+        return old == m_numbers.constEnd() || old->second == name.toUtf8() || zip_delete(m_archive, old->first) == 0;
+    }
+
+private:
+    zip_t* m_archive;
+    QHash<QString, std::pair<zip_uint64_t, QByteArray>> m_numbers;
+};
 
 /// Tells the archive what to take; nothing is read yet.
 bool addEntry(zip_t* archive, const PackedFile& file, FileBytes& bytes, Compression compression)
@@ -105,9 +130,11 @@ Packed pack(const Work& work, PackedTree& tree, Heartbeat& heartbeat)
     ZipHandle archive(bytes.open(ZIP_CREATE));
     if (!archive)
         return Packed::Failed;
+    OldNames oldNames(archive.get());
     for (const PackedFile& file : tree.files) {
         sources.push_back(std::make_unique<FileBytes>(file.path, &count));
-        if (!addEntry(archive.get(), file, *sources.back(), work.compression)) {
+        if (!oldNames.dropOtherSpelling(file.name) ||
+            !addEntry(archive.get(), file, *sources.back(), work.compression)) {
             errno = EINVAL;
             return Packed::Failed;
         }

@@ -1,11 +1,13 @@
 #include "desktop/archive/OpenedZip.h"
 
+#include "desktop/archive/CentralDirectory.h"
 #include "desktop/archive/Heartbeat.h"
 #include "desktop/posix/HostFile.h"
 #include "desktop/posix/PrivateFolder.h"
 
 #include <QFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <limits>
 #include <utility>
@@ -108,7 +110,11 @@ OpenedZip::~OpenedZip()
 
 bool OpenedZip::readEntries(qint64 mostEntries)
 {
-    if (m_size == 0)
+    const auto read = [this](qint64 offset, qint64 length) {
+        QByteArray bytes;
+        return readAt(m_file, offset, length, bytes) ? bytes : QByteArray();
+    };
+    if (m_size == 0 || !namesAreClean(read, m_size))
         return false;
     // Counted before each head of an entry is looked at.
     m_archive.reset(m_bytes.open(ZIP_RDONLY));

@@ -4,6 +4,7 @@
 #include "desktop/posix/HostFile.h"
 #include "desktop/posix/JournalNotes.h"
 #include "desktop/posix/NameLookup.h"
+#include "platform/CaseFold.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ class Gathering
 public:
     Gathering(bool foldersToo, const std::function<bool(const QString& name)>& takes, const struct stat* archive,
               PackedTree& tree)
-        : m_foldersToo(foldersToo), m_takes(takes), m_archive(archive), m_tree(tree)
+        : m_foldersToo(foldersToo), m_takes(takes), m_archive(archive), m_tree(tree), m_first(tree.files.size())
     {
     }
 
@@ -60,7 +61,7 @@ private:
         if (S_ISDIR(entry.st_mode)) {
             const QString folder = name + u'/';
             if (m_foldersToo)
-                m_tree.files.push_back({path, folder, true, 0, info.st_mtim.tv_sec});
+                take({path, folder, true, 0, info.st_mtim.tv_sec});
             takeFolder(path, folder);
         } else if (S_ISREG(info.st_mode)) {
             takeFile(path, name, info);
@@ -74,16 +75,37 @@ private:
         if ((m_takes && !m_takes(name)) || !openRegular(path, O_RDONLY, info).isOpen())
             m_tree.leftOut.append(name);
         else
-            m_tree.files.push_back({path, name, false, info.st_size, info.st_mtim.tv_sec});
+            take({path, name, false, info.st_size, info.st_mtim.tv_sec});
+    }
+
+    void take(const PackedFile& file)
+    {
+        const QString key = entryKey(file.name);
+        const auto place = m_tree.places.constFind(key);
+        if (place == m_tree.places.constEnd()) {
+            m_tree.places.insert(key, m_tree.files.size());
+            m_tree.files.push_back(file);
+        } else if (*place < m_first) {
+            m_tree.files[*place] = file;
+        } else if (!file.folder) {
+            m_tree.leftOut.append(file.name);
+        }
     }
 
     bool m_foldersToo;
     const std::function<bool(const QString& name)>& m_takes;
     const struct stat* m_archive;
     PackedTree& m_tree;
+    /// What stands in front of it in the tree came of an earlier folder.
+    std::size_t m_first;
 };
 
 } // namespace
+
+QString entryKey(const QString& name)
+{
+    return folded(name.normalized(QString::NormalizationForm_C));
+}
 
 void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
              const struct stat* archive, PackedTree& tree)

@@ -3,6 +3,7 @@
 #include "platform/ZipArchive.h"
 
 #include <QByteArray>
+#include <QHash>
 
 #include <functional>
 #include <vector>
@@ -23,13 +24,19 @@ struct PackedFile
     qint64 modifiedSeconds = 0;
 };
 
+/// By it two names are one name: case and normal form do not count.
+[[nodiscard]] QString entryKey(const QString& name);
+
 struct PackedTree
 {
     std::vector<PackedFile> files;
     QStringList leftOut;
+    /// Place of each name in `files`.
+    QHash<QString, std::size_t> places;
 };
 
-/// Adds what lies below a folder, each folder's names in the order of their bytes. `archive`: identity of the archive
+/// Adds what lies below a folder, each folder's names in the order of their bytes. What an earlier tree has under one
+/// of its names goes; of two such files in one folder the second is left out. `archive`: identity of the archive
 /// itself, if it stands.
 void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
              const struct stat* archive, PackedTree& tree);

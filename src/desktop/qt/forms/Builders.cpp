@@ -9,6 +9,7 @@ using namespace Qt::StringLiterals;
 FormBuilder formBuilder(const QString& name)
 {
     static const QHash<QString, FormBuilder> builders{
+        {u"Datenbank"_s, buildDatenbank},
         {u"Dialoge"_s, buildDialoge},        {u"Eigenschaften"_s, buildEigenschaften},
         {u"ErrorListe"_s, buildErrorListe},  {u"FolderCheck"_s, buildFolderCheck},
         {u"FilesCopy"_s, buildFolderDialog}, {u"FindAudio"_s, buildFindAudio},

@@ -13,6 +13,7 @@ using FormBuilder = void (*)(FormWindow&);
 [[nodiscard]] FormBuilder formBuilder(const QString& name);
 
 // One a form, each in a file of its own. A new form is declared here and entered in the table of Builders.cpp.
+void buildDatenbank(FormWindow& window);
 void buildDialoge(FormWindow& window);
 void buildDirekthilfe(FormWindow& window);
 void buildEigenschaften(FormWindow& window);

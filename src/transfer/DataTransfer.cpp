@@ -1,0 +1,88 @@
+#include "transfer/DataTransfer.h"
+
+#include "app/Command.h"
+#include "app/Dateiexistenz.h"
+#include "app/Others.h"
+#include "app/Registry.h"
+#include "app/Root.h"
+#include "platform/FileDirPath.h"
+#include "search/FileAfterFile.h"
+#include "transfer/Kopieren.h"
+
+namespace orvantine {
+
+using namespace Qt::StringLiterals;
+
+DataTransfer::DataTransfer(Root& root, Command& command) : m_root(root), m_command(command) {}
+
+DataTransfer::~DataTransfer()
+{
+    if (!m_frozen)
+        return;
+    m_root.services.forms.unload(*m_root.kopieren);
+    if (!m_command.ended())
+        release();
+}
+
+void DataTransfer::release()
+{
+    m_frozen = false;
+    m_root.Timer2.Enabled = true;
+    m_root.Tag = u"0"_s;
+}
+
+bool DataTransfer::freeze()
+{
+    m_frozen = true;
+    m_command.wait(Wait::Lists);
+    m_root.Timer2.Enabled = false;
+    m_root.Tag = u"1"_s;
+    Kopieren& form = *m_root.kopieren;
+    form.Caption = u" Datenübertragung"_s;
+    form.Label2.Caption = u"Bitte warten Sie, bis die Datenübertragung vollständig abgeschlossen wurde."_s;
+    m_root.services.forms.show(form);
+    return m_command.yield() && m_command.pause(1.0);
+}
+
+bool DataTransfer::unfreeze()
+{
+    m_command.endWait();
+    m_root.LListView1.Click();
+    if (m_command.ended())
+        return false;
+    m_root.services.forms.unload(*m_root.kopieren);
+    release();
+    return m_command.yield();
+}
+
+std::optional<BackupFile> chooseBackupFile(Root& root, Command& command, BackupChoice choice)
+{
+    constexpr qsizetype ShortestPath = 5;
+    FileRequest request{.title = u"Datei speichern"_s,
+                        .folder = SpecialFolder(root, Csidl::Documents),
+                        .fileName = u"Orvantenbackup.zip"_s,
+                        .filter = u"Zip-Dateien|*.zip; *.dat|Alle Dateitypen|*.*"_s,
+                        .defaultExtension = u"zip"_s};
+    const Setting last = readSetting(root, u"ZipFolder"_s);
+    if (last.present && Dateiexistenz::FolderExists(root, last.text()))
+        request.folder = last.text();
+    if (choice == BackupChoice::ToRead)
+        request.title = u"Datei öffnen"_s;
+    const std::optional<ChosenFile> chosen =
+        choice == BackupChoice::ToRead ? command.openFile(request) : command.saveFile(request);
+    if (!chosen || chosen->fileName.isEmpty())
+        return {};
+    BackupFile file{FileDirPath::join(chosen->folder, u""), chosen->fileName};
+    if (file.folder.size() + file.name.size() < ShortestPath)
+        return {};
+    return file;
+}
+
+bool reloadDatabase(Root& root, Command& command)
+{
+    const DoublesUnasked unasked(root);
+    root.mnuLaden.Click();
+    return !command.ended();
+}
+
+} // namespace orvantine

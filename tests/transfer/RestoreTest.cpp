@@ -1,0 +1,268 @@
+#include "transfer/BackupWorld.h"
+
+namespace orvantine::fake {
+
+using namespace Qt::StringLiterals;
+
+using Restore = BackupWorld;
+
+TEST_F(Restore, TheQuestionHasTheToldWordsAndCancelEnds)
+{
+    desktop.messages.answer(Answer::Cancel, u" Datenrücksicherungen"_s,
+                            u"Eine Sicherungsdatei mit Datenbank und Playlisten zurücksichern.    \n"
+                            u"Dabei werden alle vorhandenen Einträge überschrieben und \n"
+                            u"durch den gesicherten und älteren Datenbestand ersetzt.\n"
+                            u"\n"
+                            u"Möchten Sie jetzt wirklich mit dem Vorgang fortfahren ?"_s);
+    root().mnuDbWiederherstellung.Click();
+    ASSERT_EQ(1U, desktop.messages.shown().size());
+    EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
+    EXPECT_EQ(MessageButtons::OkCancel, desktop.messages.shown()[0].buttons);
+    EXPECT_EQ("", actions());
+    EXPECT_EQ("", calls({u"choosers"_s}));
+}
+
+TEST_F(Restore, WhatWasBackedUpComesBackByteForByte)
+{
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    const QByteArray before = bytes(database());
+    const QByteArray cover = bytes(data() + u"Resource/Zwei.jpg"_s);
+    backUp();
+    put(listPath(u"Eins"_s), "/m/anders.mp3\r\n");
+    put(data() + u"Resource/Zwei.jpg"_s, "anderes Bild");
+    desktop.disk().remove(listPath(u"Zwei"_s));
+    putDatabase(indexRow(1, {.name = u"Anders"_s, .path = listPath(u"Eins"_s)}));
+    restore();
+    EXPECT_EQ(list.toStdString(), bytes(listPath(u"Eins"_s)).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ(cover, bytes(data() + u"Resource/Zwei.jpg"_s));
+    EXPECT_NE("(missing)", bytes(listPath(u"Zwei"_s)));
+    EXPECT_EQ(2, catalogue().count());
+    expectUnfrozen();
+}
+
+TEST_F(Restore, PicturesGoToResourceAndAllElseToPlaylisten)
+{
+    putArchive({{u"Neu.m3u"_s, "/m/a.mp3\r\n"},
+                {u"Neu.JPG"_s, "b1"},
+                {u"Neu.gif"_s, "b2"},
+                {u"sub/Neu.bmp"_s, "b3"},
+                {u"sub/Tief.m3u"_s, "/m/b.mp3\r\n"},
+                {u"leer/"_s, ""}});
+    restore();
+    EXPECT_EQ("/m/a.mp3\r\n", bytes(data() + u"Playlisten/Neu.m3u"_s));
+    EXPECT_EQ("b1", bytes(data() + u"Resource/Neu.JPG"_s));
+    EXPECT_EQ("b2", bytes(data() + u"Resource/Neu.gif"_s));
+    EXPECT_EQ("b3", bytes(data() + u"Resource/sub/Neu.bmp"_s));
+    EXPECT_EQ("/m/b.mp3\r\n", bytes(data() + u"Playlisten/sub/Tief.m3u"_s));
+    EXPECT_TRUE(desktop.disk().isFolder(data() + u"Playlisten/leer"_s));
+}
+
+TEST_F(Restore, TheDatabaseIsTakenOnlyIfTheArchiveHeldIt)
+{
+    const QByteArray before = bytes(database());
+    putArchive({{u"Neu.m3u"_s, "/m/a.mp3\r\n"}});
+    // One of an earlier restore.
+    put(data() + u"Playlisten/Orvantine.dat"_s, "[Index]\r\n1b=Falsch\r\n");
+    restore();
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+}
+
+TEST_F(Restore, TheUnpackedCopyOfTheDatabaseStaysInPlaylisten)
+{
+    const QByteArray fresh = "[Index]\r\n" + indexRow(1, {.name = u"Eins"_s, .path = listPath(u"Eins"_s)});
+    putArchive({{u"Orvantine.dat"_s, fresh}});
+    restore();
+    EXPECT_EQ(fresh.toStdString(), bytes(data() + u"Playlisten/Orvantine.dat"_s).toStdString());
+    EXPECT_EQ(fresh.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ(1, catalogue().count());
+}
+
+TEST_F(Restore, TheTimesOfTheFilesAreKept)
+{
+    putArchive({{u"Neu.m3u"_s, "/m/a.mp3\r\n"}});
+    restore();
+    EXPECT_EQ(QDateTime(QDate(2003, 2, 1), QTime(4, 5, 6)), desktop.disk().modified(data() + u"Playlisten/Neu.m3u"_s));
+}
+
+TEST_F(Restore, TheFolderIsWritten)
+{
+    putArchive({{u"Neu.m3u"_s, "x"}});
+    restore();
+    EXPECT_EQ("sz \"/stick/\"", setting(u"ZipFolder"_s).toStdString());
+    EXPECT_EQ("(absent)", setting(u"Backup"_s).toStdString());
+}
+
+TEST_F(Restore, ADamagedArchiveLeadsToNothingExtractedAndAReloadOfThePresentDatabase)
+{
+    putArchive({{u"Eins.m3u"_s, "neu"}});
+    put(archive(), bytes(archive()).chopped(1));
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    putDatabase(indexRow(1, {.name = u"Anders"_s, .path = listPath(u"Eins"_s)}));
+    restore();
+    EXPECT_EQ(list, bytes(listPath(u"Eins"_s)));
+    ASSERT_EQ(1, catalogue().count());
+    EXPECT_EQ("Anders", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Nichts wiederhergestellt: Die Datei ist beschädigt oder keine Sicherung.",
+              root().quietLine.Caption.value().toStdString());
+    expectUnfrozen();
+}
+
+TEST_F(Restore, OneBadNameAndNothingIsReplaced)
+{
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    putArchive({{u"Eins.m3u"_s, "neu"}, {u"../Orvantine.dat"_s, "boese"}});
+    const QByteArray before = bytes(database());
+    restore();
+    EXPECT_EQ(list, bytes(listPath(u"Eins"_s)));
+    EXPECT_EQ(before, bytes(database()));
+}
+
+TEST_F(Restore, AFailingCopyPutsAllBack)
+{
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    putArchive({{u"Eins.m3u"_s, "neu"}, {u"Zwei.m3u"_s, "auch neu"}});
+    desktop.log.failNext(u"files.copy"_s, 2);
+    restore();
+    EXPECT_EQ(list, bytes(listPath(u"Eins"_s)));
+    expectUnfrozen();
+}
+
+TEST_F(Restore, WhatIsReplacedIsKept)
+{
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    putArchive({{u"Eins.m3u"_s, "/m/neu.mp3\r\n"}});
+    restore();
+    EXPECT_TRUE(desktop.memory()->recovered().contains(list));
+}
+
+TEST_F(Restore, TheOpenListIsReadAnewAndNeverWrittenBackWithItsOldRows)
+{
+    click(2);
+    const QByteArray fresh = "/m/neu.mp3\r\n\r\n";
+    put(u"/m/neu.mp3"_s, "mp3");
+    putArchive({{u"Zwei.m3u"_s, fresh}});
+    restore();
+    EXPECT_EQ(1, tracks().count());
+    root().mnuFileSave.Click();
+    EXPECT_EQ("/m/neu.mp3\r\n", bytes(listPath(u"Zwei"_s)).toStdString());
+}
+
+TEST_F(Restore, TheReloadAsksNothingOfListsOfOneNameAndPutsTheOptionBack)
+{
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    putArchive({{u"Orvantine.dat"_s, "[Index]\r\n" + indexRow(1, {.name = u"Eins"_s, .path = listPath(u"Eins"_s)}) +
+                                         indexRow(2, {.name = u"Eins"_s, .path = listPath(u"Zwei"_s)})}});
+    restore();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
+    EXPECT_EQ(1U, desktop.messages.shown().size());
+}
+
+TEST_F(Restore, TheFilterIsOffAfterwards)
+{
+    putDatabase(indexRow(1, {.name = u"Eins"_s, .path = listPath(u"Eins"_s), .favourite = u"1"_s}) +
+                indexRow(2, {.name = u"Zwei"_s, .path = listPath(u"Zwei"_s)}));
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(1, catalogue().count());
+    putArchive({{u"Neu.m3u"_s, "x"}});
+    restore();
+    EXPECT_FALSE(root().mnuFavoritenShow.Checked.value());
+    EXPECT_EQ(2, catalogue().count());
+}
+
+TEST_F(Restore, CancelInTheChooserChangesNothing)
+{
+    desktop.messages.answer(Answer::Ok);
+    desktop.choosers.cancel(ChooserKind::Open);
+    root().mnuDbWiederherstellung.Click();
+    EXPECT_NE(std::string::npos, calls({u"choosers.open"_s}).find("\"Datei öffnen\""));
+    EXPECT_EQ("", actions());
+}
+
+// The local copy
+
+TEST_F(Restore, WithoutALocalCopyAMessageSaysSo)
+{
+    desktop.disk().remove(backup());
+    desktop.messages.answer(Answer::Ok, u"Orvanten Manager "_s,
+                            u"Es konnte keine Datenbank-Sicherung gefunden werden. "_s);
+    root().mnuWiederherstellen.Click();
+    ASSERT_EQ(1U, desktop.messages.shown().size());
+    EXPECT_EQ(MessageIcon::Critical, desktop.messages.shown()[0].icon);
+}
+
+TEST_F(Restore, ACopyOfAnotherDayIsNamedByItsDate)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    desktop.memory()->setModified(backup(), QDateTime(QDate(2026, 11, 19), QTime(8, 0)));
+    desktop.messages.answer(Answer::No, u" Sicherungsdatenbank"_s,
+                            u"Möchten Sie die Datenbanksicherung vom 19.11.2026 wiederherstellen ?   \n"
+                            u"Die Wiedergabelisten werden hiermit nicht zurückgesichert.\n"
+                            u"\n"
+                            u"Verwenden Sie dafür die Option ''Wiederherstellungen''."_s);
+    forgetCalls();
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ("", actions());
+    EXPECT_EQ(MessageIcon::Exclamation, desktop.messages.shown()[0].icon);
+    EXPECT_EQ(MessageButtons::YesNo, desktop.messages.shown()[0].buttons);
+    EXPECT_FALSE(root().buttonsDisabled);
+    expectUnfrozen();
+}
+
+TEST_F(Restore, ACopyOfTodayIsCalledTodays)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    desktop.messages.answer(Answer::No, u" Sicherungsdatenbank"_s,
+                            u"Möchten Sie die heutige Datenbanksicherung wiederherstellen ?   \n"
+                            u"Die Wiedergabelisten werden hiermit nicht zurückgesichert.\n"
+                            u"\n"
+                            u"Verwenden Sie dafür die Option ''Wiederherstellungen''."_s);
+    root().mnuWiederherstellen.Click();
+}
+
+TEST_F(Restore, TheCopyTakesThePlaceOfTheDatabaseAndTheReplacedOneIsKeptBesideIt)
+{
+    const QByteArray copy = "[Index]\r\n" + indexRow(1, {.name = u"Frueher"_s, .path = listPath(u"Eins"_s)});
+    desktop.memory()->put(backup(), copy);
+    const QDateTime time(QDate(2026, 11, 19), QTime(8, 0));
+    desktop.memory()->setModified(backup(), time);
+    const QByteArray before = bytes(database());
+    desktop.messages.answer(Answer::Yes);
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(copy.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ(before.toStdString(), bytes(data() + u"Orvantine.restore"_s).toStdString());
+    EXPECT_EQ(copy.toStdString(), bytes(backup()).toStdString());
+    EXPECT_EQ(time, desktop.disk().modified(database()));
+    ASSERT_EQ(1, catalogue().count());
+    EXPECT_EQ("Frueher", catalogue().subItem(1, 1).toStdString());
+    EXPECT_FALSE(root().buttonsDisabled);
+    expectUnfrozen();
+}
+
+TEST_F(Restore, ALocalCopyThatCannotBeReadLeavesTheDatabase)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    desktop.memory()->setUnreadable(backup());
+    const QByteArray before = bytes(database());
+    desktop.messages.answer(Answer::Yes);
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.restore"_s));
+    EXPECT_EQ(2, catalogue().count());
+}
+
+TEST_F(Restore, WithoutADatabaseTheCopyIsPutInItsPlaceAndNothingIsKept)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n" + indexRow(1, {.name = u"Da"_s, .path = listPath(u"Eins"_s)}));
+    desktop.disk().remove(database());
+    desktop.messages.answer(Answer::Yes);
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(bytes(backup()), bytes(database()));
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.restore"_s));
+    EXPECT_EQ(1, catalogue().count());
+}
+
+} // namespace orvantine::fake
