@@ -26,6 +26,13 @@ struct ArchiveTree
     bool foldersToo = true;
 };
 
+/// A file that goes in under a name of its own.
+struct ArchiveFile
+{
+    QString path;
+    QString name;
+};
+
 struct ArchiveJob
 {
     QString archive;
@@ -34,6 +41,8 @@ struct ArchiveJob
     Compression compression = Compression::Strong;
     /// Asked for each file by its name in the archive; empty takes all.
     std::function<bool(const QString& name)> takes;
+    /// Behind the trees.
+    std::vector<ArchiveFile> files = {};
 };
 
 struct ArchiveOutcome

@@ -72,7 +72,7 @@ void setUpDatenbank(Root& root)
     form.bDurchsuchen.Click = [&root, &form] { bDurchsuchen_Click(root, form); };
     form.BReady.Click = [&root, &form] { BReady_Click(root, form); };
     form.bAbbrechen.Click = [&root, &form] { root.services.forms.unload(form); };
-    form.bHilfe.Click = [&root] { showHelp(root, u"/4.1 Sicherungen und Datenbank.htm"); };
+    form.bHilfe.Click = [&root] { showHelp(root, u"/4.2 Sicherungen und Datenbank.htm"); };
 }
 
 void mnuDatabase_Click(Root& root)

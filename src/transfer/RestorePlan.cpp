@@ -100,6 +100,8 @@ std::optional<RestorePlan> planRestore(const std::vector<ArchiveEntry>& entries,
             return {};
         bytes += entry.size;
         packed += entry.packedSize;
+        if (entry.name.endsWith(u'/') != (entry.kind == ArchiveEntry::Kind::Folder))
+            return {};
         if (entry.kind == ArchiveEntry::Kind::Folder) {
             if (!places.takeFolder(false, entry.name.chopped(1)))
                 return {};
@@ -107,7 +109,7 @@ std::optional<RestorePlan> planRestore(const std::vector<ArchiveEntry>& entries,
             continue;
         }
         const bool picture = isPicture(entry.name);
-        if (entry.name.endsWith(u'/') || !places.takeFile(picture, entry.name))
+        if (!places.takeFile(picture, entry.name))
             return {};
         plan.files.push_back({number, picture, entry.name});
         if (FileDirPath::compared(entry.name) == FileDirPath::compared(u"Orvantine.dat"_s))

@@ -40,21 +40,20 @@ void putDateBack(Root& root, const std::optional<SettingValue>& before)
 
 ArchiveOutcome pack(Root& root, Command& command, const BackupFile& file)
 {
-    const ArchiveJob job{.archive = file.folder + file.name,
-                         .trees = {{playlistFolder(root), true}, {dataFolder(root, u"Resource"_s), false}},
-                         .compression = compression(root),
-                         // What could not be brought back would spoil the whole of it.
-                         .takes = isRestorableName};
+    // Told is a copy of the database in "Playlisten" that goes again: the archive that comes of it is the same.
+    ArchiveJob job{.archive = file.folder + file.name,
+                   .trees = {{playlistFolder(root), true}, {dataFolder(root, u"Resource"_s), false}},
+                   .compression = compression(root),
+                   // What could not be brought back would spoil the whole of it.
+                   .takes = isRestorableName};
+    if (Dateiexistenz::FileExists(root, namedDatabaseFile(root)))
+        job.files = {{namedDatabaseFile(root), u"Orvantine.dat"_s}};
     return root.services.zip.add(job, [&command](qint64, qint64) { return command.yield(); });
 }
 
 /// Nothing where the program has ended.
-std::optional<ArchiveOutcome> packWithDatabase(Root& root, Command& command, const BackupFile& file)
+std::optional<ArchiveOutcome> packAndNote(Root& root, Command& command, const BackupFile& file)
 {
-    WholeChange together(root.files, WholeChange::Events::Served);
-    const QString copy = FileDirPath::join(playlistFolder(root), u"Orvantine.dat");
-    if (Dateiexistenz::FileExists(root, namedDatabaseFile(root)))
-        root.files.copy(namedDatabaseFile(root), copy);
     if (!command.yield())
         return {};
     writeSetting(root, u"ZipFolder"_s, file.folder);
@@ -64,9 +63,10 @@ std::optional<ArchiveOutcome> packWithDatabase(Root& root, Command& command, con
     ArchiveOutcome outcome = pack(root, command, file);
     if (command.ended() || !command.yield() || !command.pause(1.0))
         return {};
-    if (Dateiexistenz::FileExists(root, copy))
+    // One that an earlier restore has left.
+    if (const QString copy = FileDirPath::join(playlistFolder(root), u"Orvantine.dat");
+        Dateiexistenz::FileExists(root, copy))
         root.files.remove(copy);
-    outcome.done = together.end() && outcome.done;
     return outcome;
 }
 
@@ -96,7 +96,7 @@ bool backUpData(Root& root)
         return false;
     const std::optional<SettingValue> before =
         root.services.settings.value(Hive::CurrentUser, settingsKey(), DateSetting);
-    const std::optional<ArchiveOutcome> outcome = packWithDatabase(root, command, *file);
+    const std::optional<ArchiveOutcome> outcome = packAndNote(root, command, *file);
     if (!outcome || !outcome->done)
         putDateBack(root, before);
     if (!outcome)

@@ -12,6 +12,7 @@
 #include "playlists/mnuSpeichernUnter.h"
 #include "search/FindAudio.h"
 #include "search/FolderCheck.h"
+#include "siblings/ResetDatabase.h"
 #include "support/DiskDesktop.h"
 
 #include <QCryptographicHash>
@@ -46,6 +47,7 @@ struct Machine : fake::DiskDesktop
     }
 
     [[nodiscard]] QString data() const { return path(u"data/"_s); }
+    [[nodiscard]] QString archive() const { return path(u"stick/Sicherung.zip"_s); }
 
     /// Runs a command on the loaded catalogue, whose last list is open then.
     void run(const std::function<void(Machine&)>& command)
@@ -115,6 +117,31 @@ QByteArray trackLines(const char* name, int count, const char* before = "")
     return list;
 }
 
+/// A backup of another day, with other lists, a list that is gone since and another description of each.
+void layBackupOut(const QString& folder)
+{
+    const QString model = folder + u"/vorlage"_s;
+    QDir().mkpath(model + u"/Playlisten"_s);
+    QDir().mkpath(model + u"/Resource"_s);
+    QDir().mkpath(folder + u"/stick"_s);
+    for (int row = 2; row <= Lists; ++row) {
+        layOut(model + u"/Playlisten/Liste %1.m3u"_s.arg(row), trackLines("Lied", 150 * row) + "\r\n");
+        layOut(model + u"/Resource/Liste %1.jpg"_s.arg(row), "Gesichertes Bild " + QByteArray::number(row));
+    }
+    layOut(model + u"/Playlisten/Gesichert.m3u"_s, trackLines("Lied", 10) + "\r\n");
+    QFile database(folder + u"/data/Orvantine.dat"_s);
+    if (!database.open(QIODevice::ReadOnly))
+        qFatal("no database to back up");
+    layOut(model + u"/Playlisten/Orvantine.dat"_s, database.readAll().replace("Beschreibung", "Gesichertes"));
+    Machine machine(folder);
+    const ArchiveJob job{.archive = machine.archive(),
+                         .trees = {{model + u"/Playlisten"_s, true}, {model + u"/Resource"_s, false}},
+                         .compression = Compression::Strong,
+                         .takes = {}};
+    if (!machine.zip.add(job, {}).done)
+        qFatal("the backup could not be laid out");
+}
+
 /// What some commands find besides.
 void prepareFor(const QString& folder, const QByteArray& command)
 {
@@ -176,6 +203,8 @@ void prepare(const QString& folder)
     layOut(folder + u"/data/Orvantine.bak"_s,
            QByteArray(text).replace("Beschreibung", "Frueheres").replace("01.02.2003", "31.12.2001"));
     prepareFor(folder, qgetenv("FIXTURE_FOR"));
+    if (const QByteArray command = qgetenv("FIXTURE_FOR"); command == "backup" || command == "restore")
+        layBackupOut(folder);
 }
 
 QByteArray sumOf(const QByteArray& bytes)
@@ -196,6 +225,18 @@ QByteArray contentOf(const Machine& machine, const QString& path)
     return QByteArray::number(entries.size()) + " entries, " + sumOf(entries.join('\n'));
 }
 
+void showArchive(Machine& machine)
+{
+    if (!machine.files.exists(machine.archive()))
+        return;
+    const std::unique_ptr<OpenedArchive> archive = machine.zip.open(machine.archive(), 1000);
+    if (!archive)
+        std::printf("the archive is torn\n");
+    for (std::size_t i = 0; archive && i < archive->entries().size(); ++i)
+        std::printf("packed %s: %lld\n", qPrintable(archive->entries()[i].name),
+                    static_cast<long long>(archive->entries()[i].size));
+}
+
 /// Everything that a user would miss: the lists and pictures with what they hold, the sections beside the catalogue,
 /// and, behind the line "Index", the keys of the catalogue.
 void show(Machine& machine)
@@ -214,6 +255,11 @@ void show(Machine& machine)
     for (const QString& sound : sounds)
         std::printf("%s: %s\n", qPrintable(sound.section(u'/', -1)),
                     sumOf(machine.files.readBytes(sound).bytes).constData());
+    showArchive(machine);
+    const QStringList trashed = machine.files.list(machine.path(u"Trash/files"_s), u"*"_s);
+    for (const QString& file : trashed)
+        std::printf("trash %s: %s\n", qPrintable(file),
+                    contentOf(machine, machine.path(u"Trash/files/"_s) + file).constData());
     // A copy may stand before the command it is made for has ended. A torn one would spoil the next save.
     if (const auto keys = machine.profiles.keys(backup, u"Index"_s).size();
         machine.files.exists(backup) && (keys == 0 || keys % KeysOfRow != 0))
@@ -437,6 +483,29 @@ constexpr Command Commands[] = {
      }},
     {"find-tracks", [](Machine& machine) { find(machine, soundFolder(machine.folder), FindAudio::NamesAndFolders); }},
     {"find-lists", [](Machine& machine) { find(machine, foreignFolder(machine.folder), FindAudio::Playlists); }},
+    {"backup",
+     [](Machine& machine) {
+         machine.choosers.save(machine.archive());
+         machine.root.mnuDbSicherungen.Click();
+     }},
+    {"restore",
+     [](Machine& machine) {
+         machine.answer(Answer::Ok);
+         machine.choosers.open(machine.archive());
+         machine.root.mnuDbWiederherstellung.Click();
+     }},
+    {"restore-copy",
+     [](Machine& machine) {
+         machine.answer(Answer::Yes);
+         machine.root.mnuWiederherstellen.Click();
+     }},
+    {"reset",
+     [](Machine& machine) {
+         PosixFiles files({.recoveryFolder = machine.path(u"reset"_s)});
+         (void)resetDatabase(files, {.dataFolder = machine.data(),
+                                     .trash = machine.path(u"Trash"_s),
+                                     .now = QDateTime(QDate(2026, 11, 20), QTime(12, 0))});
+     }},
     {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
 };
 
@@ -458,6 +527,8 @@ int main(int argc, char** argv)
         prepare(folder);
         return 0;
     }
+    // As a start does it.
+    (void)PosixFiles({.recoveryFolder = folder + u"/reset"_s});
     Machine machine(folder);
     if (name == "show") {
         show(machine);

@@ -16,6 +16,7 @@
 #include "shell/Startup.h"
 #include "shell/Tastatur.h"
 #include "support/FakeDesktop.h"
+#include "transfer/Datenbank.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
@@ -158,6 +159,10 @@ int main(int argc, char** argv)
                                         u"1.238 der neuen Dateien sind vorhanden."_s;
         };
         picture(folders, u"foldercheck"_s);
+        root.datenbank->Load = [&root] {
+            root.datenbank->tDatabase.Text = u"/home/anna/.local/share/Orvanten Manager/"_s;
+        };
+        picture(*root.datenbank, u"datenbank"_s);
         ErrorListe& faults = *root.errorListe;
         root.tDatenbank.Text = u"/home/anna/.local/share/Orvanten Manager/"_s;
         desktop.memory()->put(databaseFile(root), "[Index]\r\n1b=Sommerabend\r\n1c=/home/anna/Musik/Sommer.m3u\r\n"

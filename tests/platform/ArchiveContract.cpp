@@ -78,6 +78,19 @@ TEST_P(ArchiveContract, OfTwoFilesWithOneNameTheLaterOneStays)
     EXPECT_EQ("Rock.m3u: spaeter", content(u"a.zip"_s));
 }
 
+TEST_P(ArchiveContract, AFileGoesInUnderANameOfItsOwnAndBeforeOneOfTheTrees)
+{
+    put(u"eins/Orvantine.dat"_s, "alt");
+    put(u"Daten"_s, "neu");
+    const ArchiveJob job{.archive = at(u"a.zip"_s),
+                         .trees = {{at(u"eins"_s), true}},
+                         .compression = {},
+                         .takes = {},
+                         .files = {{at(u"Daten"_s), u"Orvantine.dat"_s}, {at(u"fehlt"_s), u"fehlt"_s}}};
+    EXPECT_TRUE(m_world->zip().add(job, {}).done);
+    EXPECT_EQ("Orvantine.dat: neu", content(u"a.zip"_s));
+}
+
 TEST_P(ArchiveContract, AFolderThatDoesNotExistHasNoFiles)
 {
     put(u"eins/Rock.m3u"_s, "x");

@@ -164,6 +164,40 @@ const std::vector<Deed> Commands{
          w.root().mnuFolderCheck.Click();
      }},
     {"recycle", [](World& w) { w.root().mnuRecycle.Click(); }},
+    {"back up",
+     [](World& w) {
+         w.desktop.choosers.save(u"/fremd/x.zip"_s);
+         w.root().mnuDbSicherungen.Click();
+     }},
+    {"restore",
+     [](World& w) {
+         QList<FakeArchive::Packed> entries;
+         for (const QString& name : {u"Alpha.m3u"_s, u"Beta.m3u"_s, u"Gamma.m3u"_s, u"Orvantine.dat"_s}) {
+             FakeArchive::Packed one;
+             one.entry.name = name;
+             const QString folder = name.endsWith(u"m3u"_s) ? u"Playlisten/"_s : QString();
+             one.bytes = w.desktop.memory()->bytes(w.data() + folder + name).value_or(QByteArray());
+             one.entry.size = one.entry.packedSize = one.bytes.size();
+             entries.append(one);
+         }
+         w.desktop.memory()->put(u"/fremd/x.zip"_s, FakeArchive::packed(entries));
+         w.desktop.choosers.open(u"/fremd/x.zip"_s);
+         w.root().mnuDbWiederherstellung.Click();
+     }},
+    {"restore the copy", [](World& w) { w.root().mnuWiederherstellen.Click(); }},
+    {"reset",
+     [](World& w) {
+         w.removesList = true;
+         w.desktop.memory()->put(w.desktop.folders.program + u"/Laubfeger.dll"_s, "x");
+         w.desktop.launcher.Started = [&w](const LaunchRequest&) {
+             for (const QString& name : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
+                 w.desktop.disk().remove(w.listPath(name));
+             w.desktop.disk().writeBytes(w.data() + u"Orvantine.dat"_s, {});
+         };
+         w.desktop.messages.answer(Answer::Ok);
+         w.desktop.messages.answer(Answer::No);
+         w.root().mnuDeleteDatabase.Click();
+     }},
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
     {"search", search},
     {"find tracks", [](World& w) { find(w, u"/neu"_s, FindAudio::NamesAndFolders); }},

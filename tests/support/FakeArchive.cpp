@@ -168,6 +168,15 @@ ArchiveOutcome FakeArchive::add(const ArchiveJob& job, const ArchiveProgress& pr
     Tree found;
     for (const ArchiveTree& tree : job.trees)
         read(job, tree, {}, found);
+    for (const ArchiveFile& file : job.files) {
+        Packed one;
+        one.entry.name = file.name;
+        one.bytes = m_files.readBytes(file.path).bytes;
+        one.entry.size = one.entry.packedSize = one.bytes.size();
+        one.entry.modified = m_files.modified(file.path).value_or(QDateTime());
+        if (m_files.exists(file.path))
+            putEntry(found.files, one);
+    }
     qint64 done = 0;
     for (const Packed& one : std::as_const(found.files)) {
         putEntry(entries, one);

@@ -122,6 +122,7 @@ TEST(RestorePlan, WhatIsNeitherFileNorFolderSpoilsTheWhole)
 TEST(RestorePlan, AFileWhoseNameEndsInASeparatorSpoilsTheWhole)
 {
     EXPECT_FALSE(plan({file(u"a/"_s)}));
+    EXPECT_FALSE(plan({folder(u"a"_s)}));
 }
 
 TEST(RestorePlan, TooManyEntriesSpoilTheWhole)

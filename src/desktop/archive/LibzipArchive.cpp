@@ -207,6 +207,71 @@ bool writeWhole(const Work& work, PackedTree& tree, const ArchiveProgress& progr
            ::fsync(work.fresh.get()) == 0 && heartbeat.finish();
 }
 
+/// A file on its way to its place, without a name where the disk can do that: then a killed program leaves nothing.
+class ScratchFile
+{
+public:
+    ScratchFile(QByteArray scratch, QByteArray target) : m_scratch(std::move(scratch)), m_target(std::move(target))
+    {
+        const QByteArray folder = m_target.first(m_target.lastIndexOf('/') + 1);
+        m_file = Descriptor(::open(folder.constData(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0666));
+        m_named = !m_file.isOpen() || ::access(ownName().constData(), F_OK) != 0;
+        if (m_named) {
+            // What an earlier try has left.
+            ::unlink(m_scratch.constData());
+            constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY;
+            m_file = Descriptor(::open(m_scratch.constData(), flags, 0666));
+        }
+    }
+    ScratchFile(const ScratchFile&) = delete;
+    ScratchFile& operator=(const ScratchFile&) = delete;
+    ~ScratchFile()
+    {
+        if (m_named && m_file.isOpen())
+            ::unlink(m_scratch.constData());
+    }
+
+    [[nodiscard]] const Descriptor& file() const { return m_file; }
+    [[nodiscard]] const QByteArray& target() const { return m_target; }
+    bool place()
+    {
+        if (!m_named) {
+            ::unlink(m_scratch.constData());
+            m_named =
+                ::linkat(AT_FDCWD, ownName().constData(), AT_FDCWD, m_scratch.constData(), AT_SYMLINK_FOLLOW) == 0;
+        }
+        if (!m_named || ::rename(m_scratch.constData(), m_target.constData()) != 0)
+            return false;
+        m_named = false;
+        return true;
+    }
+
+private:
+    [[nodiscard]] QByteArray ownName() const { return "/proc/self/fd/" + QByteArray::number(m_file.get()); }
+
+    QByteArray m_scratch;
+    QByteArray m_target;
+    Descriptor m_file;
+    bool m_named = false;
+};
+
+WriteFault faultOf(int error)
+{
+    switch (error) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+        return WriteFault::NoRoom;
+    case EROFS:
+        return WriteFault::ReadOnlyDisk;
+    case EACCES:
+    case EPERM:
+        return WriteFault::NoRights;
+    default:
+        return WriteFault::Disk;
+    }
+}
+
 bool isAsBefore(const QByteArray& path, bool stood, const struct stat& before)
 {
     struct stat now = {};
@@ -246,23 +311,29 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
         if (const std::optional<QByteArray> folder = m_files.nativePath(wanted.folder))
             addTree(*folder, wanted.foldersToo, job.takes, existing ? &info : nullptr, tree);
 
-    const QByteArray name = FileDirPath::FileNameOf(job.archive).toUtf8();
+    for (const ArchiveFile& file : job.files)
+        if (const std::optional<QByteArray> path = m_files.nativePath(file.path))
+            addFile(*path, file.name, tree);
+
     ArchiveOutcome outcome;
-    outcome.done = m_files.replaceAnew(job.archive, [&](const QByteArray& scratch) {
-        const QByteArray target = existing ? realPath(*existing) : scratch.first(scratch.lastIndexOf('/') + 1) + name;
-        ::unlink(scratch.constData());
-        const Descriptor fresh(
-            ::open(scratch.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, 0666));
-        const bool done = fresh.isOpen() && writeWhole({old, info.st_size, fresh, job.compression}, tree, progress) &&
-                          (!existing || ::fchmod(fresh.get(), info.st_mode & 0777U) == 0 || errno == EPERM) &&
-                          isAsBefore(target, existing.has_value(), info) &&
-                          ::rename(scratch.constData(), target.constData()) == 0 && syncFolderOf(target);
-        if (!done && fresh.isOpen()) {
-            const int error = errno;
-            ::unlink(scratch.constData());
-            errno = error;
-        }
-        return done;
+    // Events are served while it is written: what others change meanwhile is no part of this.
+    std::optional<ScratchFile> fresh;
+    if (!m_files.replaceAnew(job.archive, [&fresh, &job, &existing](const QByteArray& scratch) {
+            const QByteArray name = FileDirPath::FileNameOf(job.archive).toUtf8();
+            const QByteArray folder = scratch.first(scratch.lastIndexOf('/') + 1);
+            fresh.emplace(scratch, existing ? realPath(*existing) : folder + name);
+            return fresh->file().isOpen();
+        }))
+        return {};
+    errno = 0;
+    if (!writeWhole({old, info.st_size, fresh->file(), job.compression}, tree, progress)) {
+        m_files.noteFault(faultOf(errno));
+        return {};
+    }
+    outcome.done = m_files.replaceAnew(job.archive, [&](const QByteArray&) {
+        return (!existing || ::fchmod(fresh->file().get(), info.st_mode & 0777U) == 0 || errno == EPERM) &&
+               isAsBefore(fresh->target(), existing.has_value(), info) && fresh->place() &&
+               syncFolderOf(fresh->target());
     });
     outcome.leftOut = tree.leftOut;
     return outcome;

@@ -7,6 +7,7 @@
 #include "platform/CaseFold.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -34,9 +35,13 @@ std::optional<QByteArrayList> namesOf(const QByteArray& path)
 class Gathering
 {
 public:
-    Gathering(bool foldersToo, const std::function<bool(const QString& name)>& takes, const struct stat* archive,
+    Gathering(bool foldersToo, std::function<bool(const QString& name)> takes, const struct stat* archive,
               PackedTree& tree)
-        : m_foldersToo(foldersToo), m_takes(takes), m_archive(archive), m_tree(tree), m_first(tree.files.size())
+        : m_foldersToo(foldersToo),
+          m_takes(std::move(takes)),
+          m_archive(archive),
+          m_tree(tree),
+          m_first(tree.files.size())
     {
     }
 
@@ -49,6 +54,15 @@ public:
         }
         for (const QByteArray& name : *names)
             takeEntry(path + '/' + name, below + NameLookup::textOf(name));
+    }
+
+    void takeOne(const QByteArray& path, const QString& name)
+    {
+        struct stat info = {};
+        if (::stat(path.constData(), &info) == 0 && S_ISREG(info.st_mode))
+            takeFile(path, name, info);
+        else
+            m_tree.leftOut.append(name);
     }
 
 private:
@@ -93,7 +107,7 @@ private:
     }
 
     bool m_foldersToo;
-    const std::function<bool(const QString& name)>& m_takes;
+    std::function<bool(const QString& name)> m_takes;
     const struct stat* m_archive;
     PackedTree& m_tree;
     /// What stands in front of it in the tree came of an earlier folder.
@@ -111,6 +125,11 @@ void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool
              const struct stat* archive, PackedTree& tree)
 {
     Gathering(foldersToo, takes, archive, tree).takeFolder(folder, {});
+}
+
+void addFile(const QByteArray& path, const QString& name, PackedTree& tree)
+{
+    Gathering(false, {}, nullptr, tree).takeOne(path, name);
 }
 
 } // namespace orvantine

@@ -40,5 +40,7 @@ struct PackedTree
 /// itself, if it stands.
 void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
              const struct stat* archive, PackedTree& tree);
+/// One file; what an earlier folder has under its name goes.
+void addFile(const QByteArray& path, const QString& name, PackedTree& tree);
 
 } // namespace orvantine

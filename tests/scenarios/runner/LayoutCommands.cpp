@@ -222,6 +222,25 @@ void symlinkCommand(Run& run, const Command& command)
         check(run, makeParents(path) && ::symlink(target.constData(), path.constData()) == 0, path);
 }
 
+void archive(Run& run, const Command& command)
+{
+    const QByteArray path = run.path(command, 1);
+    QList<fake::FakeArchive::Packed> entries;
+    for (qsizetype word = 2; word + 1 < command.words.size(); word += 2) {
+        fake::FakeArchive::Packed one;
+        one.entry.name = run.text(command, word);
+        one.bytes = run.bytes(command, word + 1);
+        one.entry.kind = one.entry.name.endsWith(u'/') ? ArchiveEntry::Kind::Folder : ArchiveEntry::Kind::File;
+        one.entry.size = one.entry.packedSize = one.bytes.size();
+        one.entry.modified = run.desktop().events().now();
+        entries.append(one);
+    }
+    if (run.failed())
+        return;
+    check(run, makeParents(path) && writeWhole(path, fake::FakeArchive::packed(entries), O_TRUNC), path);
+    stamp(run, path);
+}
+
 void hardlink(Run& run, const Command& command)
 {
     const QByteArray path = run.path(command, 1);
@@ -326,6 +345,7 @@ QList<CommandEntry> layoutCommands()
         {u"time"_s, u"time PATH YYYY-MM-DD [HH:MM:SS]"_s, 2, 3, Body::None, time},
         {u"symlink"_s, u"symlink PATH TARGET"_s, 2, 2, Body::None, symlinkCommand},
         {u"hardlink"_s, u"hardlink PATH EXISTING"_s, 2, 2, Body::None, hardlink},
+        {u"archive"_s, u"archive PATH NAME \"BYTES\" …"_s, 1, -1, Body::None, archive},
         {u"fifo"_s, u"fifo PATH"_s, 1, 1, Body::None, fifo},
         {u"delete"_s, u"delete PATH"_s, 1, 1, Body::None, removePath},
         {u"setting"_s, u"setting [machine] [key KEY] NAME TYPE VALUE"_s, 2, -1, Body::None, setting},

@@ -271,6 +271,7 @@ const QHash<QString, QStringList>& callKinds()
         {u"volumes"_s, {u"volumes."_s}},
         {u"tags"_s, {u"tags."_s}},
         {u"events"_s, {u"events."_s}},
+        {u"zip"_s, {u"zip."_s}},
     };
     return kinds;
 }
@@ -364,6 +365,21 @@ QStringList sizes(Run& run, const Command& command)
 {
     QStringList printed;
     addTree(run.path(command, 2), {}, true, printed);
+    return printed;
+}
+
+/// In the order of the archive.
+QStringList archive(Run& run, const Command& command)
+{
+    QFile file(QFile::decodeName(run.path(command, 2)));
+    if (!file.open(QIODevice::ReadOnly))
+        return {u"(missing)"_s};
+    const auto entries = fake::FakeArchive::unpacked(file.readAll());
+    if (!entries)
+        return {u"(no archive)"_s};
+    QStringList printed;
+    for (const auto& packed : *entries)
+        printed += quoted(packed.entry.name);
     return printed;
 }
 
@@ -521,6 +537,7 @@ const QList<SubjectEntry>& subjects()
         {u"bytes"_s, u"bytes PATH … end"_s, 1, true, contents},
         {u"tree"_s, u"tree PATH … end"_s, 1, true, tree},
         {u"sizes"_s, u"sizes PATH … end"_s, 1, true, sizes},
+        {u"archive"_s, u"archive PATH … end"_s, 1, true, archive},
         {u"keys"_s, u"keys SECTION [FILE] … end"_s, -1, true, keys},
         {u"settings"_s, u"settings [KEY] … end"_s, -1, true, settings},
         {u"forms"_s, u"forms … end"_s, 0, true, forms},
