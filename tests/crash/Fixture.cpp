@@ -233,8 +233,7 @@ void showArchive(Machine& machine)
     if (!archive)
         std::printf("the archive is torn\n");
     for (std::size_t i = 0; archive && i < archive->entries().size(); ++i)
-        std::printf("packed %s: %lld\n", qPrintable(archive->entries()[i].name),
-                    static_cast<long long>(archive->entries()[i].size));
+        std::printf("packed %s\n", qPrintable(archive->entries()[i].name));
 }
 
 /// Everything that a user would miss: the lists and pictures with what they hold, the sections beside the catalogue,

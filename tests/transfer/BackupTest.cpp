@@ -17,8 +17,9 @@ TEST_F(Backup, TheArchiveHoldsThePlaylistsTheCopyOfTheDatabaseAndTheCovers)
     EXPECT_EQ("Eins.m3u\nOrvantine.dat\nZwei.jpg\nZwei.m3u\nalt/Drei.gif\nsub/\nsub/Drei.m3u", names(archive()));
     const auto entries = FakeArchive::unpacked(bytes(archive()));
     for (const auto& [entry, bytes] : *entries) {
-        if (entry.name == u"Orvantine.dat"_s)
+        if (entry.name == u"Orvantine.dat"_s) {
             EXPECT_EQ(database, bytes);
+        }
     }
     expectUnfrozen();
 }
