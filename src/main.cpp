@@ -3,6 +3,7 @@
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/LockInstance.h"
+#include "desktop/posix/NicePriority.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/PosixFolderWalks.h"
 #include "desktop/posix/PosixVolumes.h"
@@ -100,6 +101,7 @@ struct Desktop
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};
     PosixFolderWalks walks{drives};
+    NicePriority priority;
     LibzipArchive zip{files, recoveryFolder(folders)};
     LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
                           folders.temp};
@@ -150,6 +152,7 @@ int run()
                       .fonts = desktop.fonts,
                       .screen = desktop.screen,
                       .walks = desktop.walks,
+                      .priority = desktop.priority,
                       .zip = desktop.zip,
                       .folders = standardFolders(desktop.folders, QCoreApplication::applicationDirPath()),
                       .system = {},

@@ -257,6 +257,9 @@ struct Animation : Control
     using Control::Control;
 
     QProperty<bool> Running{false};
+    /// Where the picture comes from, and its number there. A view without such a file draws its own.
+    QString File;
+    int Resource = 0;
     void play() { Running = true; }
     void stop() { Running = false; }
 };

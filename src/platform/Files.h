@@ -63,6 +63,10 @@ enum class FilesTrouble {
     Unfinished
 };
 
+/// Asked between the pieces of a file that is carried, and told how many of its bytes stand on the medium. It may serve
+/// events; false stops.
+using CarryStep = std::function<bool(qint64 done)>;
+
 /// The one door to the user's files. Paths are texts as users and playlists have them: "\" and "/" both separate, a
 /// drive letter is looked up in the drive map, names are found ignoring case and normal form. A text that names
 /// nothing is no error: queries answer false or empty, actions answer false and leave the disk as it was.
@@ -137,6 +141,28 @@ public:
     virtual bool makeFolder(const QString& path) = 0;
     /// Takes the write protection away.
     virtual bool clearAttributes(const QString& path) = 0;
+
+    // Carrying to another medium. Each is a change of its own, since events are served inside; none of them is a part
+    // of a WholeChange. A file grows under its name with ".part" behind it, is brought to the medium and compared in
+    // size, and then takes the place of an older one, whose mode it keeps. What fails, is stopped or killed leaves none
+    // of it, and the older file stays. Of that the old bytes are kept up to LargestKept: lists, databases and pictures.
+    // A sound file is replaced by its copy as told; keeping whole media of them would drive all else out of the store.
+
+    static constexpr qint64 LargestKept = qint64{1} << 20;
+    /// Copies a file of any size and keeps its modification time; a no-op that succeeds when both are one file.
+    virtual bool carry(const QString& from, const QString& to, const CarryStep& goOn) = 0;
+    virtual bool carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn) = 0;
+    /// Brings the names of a folder to the medium: without it a loss of power may cost files that were carried there.
+    virtual bool settle(const QString& folder, const CarryStep& goOn) = 0;
+
+    // The program's own passing files, of which nothing is kept
+
+    /// A folder that is this user's alone: `path`, or one beside it where something else stands there; "" where none
+    /// can be made.
+    [[nodiscard]] virtual QString privateFolder(const QString& path) = 0;
+    /// Empties such a folder: its files, and its folders with the files in them, one level deep. No link is followed.
+    /// `goOn` is asked behind each folder.
+    virtual bool emptyPrivate(const QString& folder, const std::function<bool()>& goOn) = 0;
 
     // Commands that change more than one thing: see WholeChange and PartChange. The ends are false if it was put back.
 

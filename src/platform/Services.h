@@ -12,6 +12,7 @@
 #include "platform/MediaPlayer.h"
 #include "platform/Messages.h"
 #include "platform/MixerDevice.h"
+#include "platform/Priority.h"
 #include "platform/ProfileStore.h"
 #include "platform/Screen.h"
 #include "platform/SettingsStore.h"
@@ -79,6 +80,7 @@ struct Services
     Fonts& fonts;
     Screen& screen;
     FolderWalks& walks;
+    Priority& priority;
     ZipArchive& zip;
     StandardFolders folders;
     SystemVersion system;

@@ -54,6 +54,7 @@ public:
     FakeFonts fonts{log};
     FakeScreen screen;
     PosixFolderWalks walks;
+    FakePriority priority{log};
     LibzipArchive zip;
     Services services;
     Root root;

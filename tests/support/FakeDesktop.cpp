@@ -128,9 +128,10 @@ void FakeDesktop::newProcess()
     auto player = std::make_unique<FakePlayer>(*m_disk, note);
     auto infoPlayer = std::make_unique<FakePlayer>(*m_disk, note, u"MediaInfo"_s);
     auto profiles = std::make_unique<ProfileStore>(*m_loggingFiles);
-    Services services{*m_loggingFiles, *profiles, settings, messages, choosers, *newForms, *newEvents, *player,
-                      *infoPlayer,     mixer,     sound,    tags,     *newTray, clipboard, launcher,   volumes,
-                      instance,        fonts,     screen,   walks,    *m_zip,   folders,   system,     context};
+    Services services{*m_loggingFiles, *profiles,   settings, messages, choosers, *newForms, *newEvents,
+                      *player,         *infoPlayer, mixer,    sound,    tags,     *newTray,  clipboard,
+                      launcher,        volumes,     instance, fonts,    screen,   walks,     priority,
+                      *m_zip,          folders,     system,   context};
     m_process = std::make_unique<FakeProcess>(std::move(services), std::move(newEvents), std::move(newForms),
                                               std::move(newTray), std::move(player), std::move(infoPlayer),
                                               std::move(profiles));

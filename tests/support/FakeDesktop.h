@@ -95,6 +95,7 @@ public:
     FakeScreen screen;
     FakeWalks walks{log};
     FakeTags tags{log};
+    FakePriority priority{log};
 
     /// Where everything lies, without a trailing separator.
     QString base;

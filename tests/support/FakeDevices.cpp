@@ -153,6 +153,12 @@ bool FakeLauncher::start(const LaunchRequest& request)
     return true;
 }
 
+void FakePriority::set(ProcessPriority priority)
+{
+    if (m_log.call(u"priority.set %1"_s.arg(static_cast<int>(priority))))
+        now = priority;
+}
+
 void FakeVolumes::set(const QString& root, const Volume& volume)
 {
     const auto known = std::find_if(m_volumes.begin(), m_volumes.end(), [&](const std::pair<QString, Volume>& entry) {

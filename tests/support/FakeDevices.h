@@ -6,6 +6,7 @@
 #include "platform/Instance.h"
 #include "platform/Launcher.h"
 #include "platform/MixerDevice.h"
+#include "platform/Priority.h"
 #include "platform/Screen.h"
 #include "platform/SoundOutput.h"
 #include "platform/TagLibrary.h"
@@ -89,6 +90,20 @@ public:
         int flags = 0;
     };
     QList<Played> played;
+
+private:
+    CallLog& m_log;
+};
+
+/// Writes down what is asked for: "priority.set 128".
+class FakePriority final : public Priority
+{
+public:
+    explicit FakePriority(CallLog& log) : m_log(log) {}
+
+    void set(ProcessPriority priority) override;
+
+    ProcessPriority now = ProcessPriority::Normal;
 
 private:
     CallLog& m_log;

@@ -8,8 +8,9 @@ using namespace Qt::StringLiterals;
 
 QStringList LoggingFiles::actions()
 {
-    return {u"files.write"_s,  u"files.append"_s,     u"files.replace"_s,        u"files.copy"_s,
-            u"files.remove"_s, u"files.makeFolder"_s, u"files.clearAttributes"_s};
+    return {u"files.write"_s,        u"files.append"_s,         u"files.replace"_s, u"files.copy"_s,
+            u"files.remove"_s,       u"files.makeFolder"_s,     u"files.carry"_s,   u"files.privateFolder"_s,
+            u"files.emptyPrivate"_s, u"files.clearAttributes"_s};
 }
 
 bool LoggingFiles::exists(const QString& path) const
@@ -147,6 +148,32 @@ bool LoggingFiles::makeFolder(const QString& path)
         return false;
     Written(path);
     return true;
+}
+
+bool LoggingFiles::carry(const QString& from, const QString& to, const CarryStep& goOn)
+{
+    return admits(u"files.carry %1 to %2"_s.arg(quoted(from), quoted(to))) && m_files.carry(from, to, goOn);
+}
+
+bool LoggingFiles::carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn)
+{
+    return write(u"files.carryBytes %1 %2"_s.arg(quoted(to), quoted(m_files.decode(bytes))), to,
+                 [&] { return m_files.carryBytes(bytes, to, goOn); });
+}
+
+bool LoggingFiles::settle(const QString& folder, const CarryStep& goOn)
+{
+    return m_log.call(u"files.settle %1"_s.arg(quoted(folder))) && m_files.settle(folder, goOn);
+}
+
+QString LoggingFiles::privateFolder(const QString& path)
+{
+    return m_log.call(u"files.privateFolder %1"_s.arg(quoted(path))) ? m_files.privateFolder(path) : QString();
+}
+
+bool LoggingFiles::emptyPrivate(const QString& folder, const std::function<bool()>& goOn)
+{
+    return m_log.call(u"files.emptyPrivate %1"_s.arg(quoted(folder))) && m_files.emptyPrivate(folder, goOn);
 }
 
 bool LoggingFiles::clearAttributes(const QString& path)

@@ -42,6 +42,11 @@ public:
     }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    bool carry(const QString& from, const QString& to, const CarryStep& goOn) override;
+    bool carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn) override;
+    bool settle(const QString& folder, const CarryStep& goOn) override;
+    [[nodiscard]] QString privateFolder(const QString& path) override;
+    bool emptyPrivate(const QString& folder, const std::function<bool()>& goOn) override;
     void beginWhole() override { m_files.beginWhole(); }
     bool endWhole() override { return m_files.endWhole(); }
     void beginPart() override { m_files.beginPart(); }

@@ -49,6 +49,11 @@ public:
     bool replaceAnew(const QString&, const std::function<bool(const QByteArray&)>&) override { return false; }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    bool carry(const QString& from, const QString& to, const CarryStep& goOn) override;
+    bool carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn) override;
+    bool settle(const QString& folder, const CarryStep& goOn) override;
+    [[nodiscard]] QString privateFolder(const QString& path) override;
+    bool emptyPrivate(const QString& folder, const std::function<bool()>& goOn) override;
     void beginWhole() override;
     bool endWhole() override;
     void beginPart() override;
@@ -75,6 +80,14 @@ public:
     void setUnreadable(const QString& path, bool unreadable = true);
     /// Exact copies of the old bytes of what was written over or removed, in order.
     [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
+    /// The folder is somebody else's: no private one can be made of it.
+    void setForeign(const QString& path) { m_foreign += keyOf(path); }
+    /// What is carried takes so many bytes at a time.
+    qint64 CarriedAtOnce = 64 * 1024;
+    /// Told of each such piece: on a slow medium time goes by.
+    std::function<void()> PieceCarried = [] {};
+    /// What still fits on the disk for what is carried there; no bound if not set.
+    std::optional<qint64> Room;
     /// From now on no old bytes can be kept.
     void breakStore() { m_storeIsBroken = true; }
     [[nodiscard]] std::optional<FilesTrouble> trouble() const override { return Trouble; }
@@ -112,11 +125,13 @@ private:
     bool replaceWhole(const QString& path, const QByteArray& bytes, bool textOnly);
     /// Runs one writing action, unless one of the running change has failed.
     bool act(const std::function<bool()>& action);
+    bool carryPieces(const QByteArray& bytes, const QDateTime& modified, const QString& to, const CarryStep& goOn);
     [[nodiscard]] QStringList names(const QString& folder, bool folders, const QString& patterns, bool hidden) const;
 
     MemoryFilesOptions m_options;
     QMap<QString, Node> m_nodes;
     QList<QByteArray> m_recovered;
+    QStringList m_foreign;
     bool m_storeIsBroken = false;
     struct Change
     {

@@ -22,6 +22,7 @@ PosixFiles::PosixFiles(PosixFilesOptions options)
       m_store(m_options.recoveryFolder.toUtf8()),
       m_undo(m_options.recoveryFolder.toUtf8(), m_store)
 {
+    removeLeftPart();
 }
 
 PosixFiles::~PosixFiles() = default;

@@ -11,7 +11,10 @@
 #include <QMap>
 
 #include <functional>
+#include <optional>
 #include <utility>
+
+#include <sys/stat.h>
 
 namespace orvantine {
 
@@ -25,7 +28,12 @@ struct PosixFilesOptions
     /// Made with mode 0700 when it is needed. Where it is not this user's alone, or "", nothing is changed.
     QString recoveryFolder;
     qint64 maximumReadSize = qint64{256} * 1024 * 1024;
+    /// Carries on a thread of its own, so that events are served whatever the medium does. Without it each step is done
+    /// where it is asked for, in an order that a test can count.
+    bool carriesBeside = true;
 };
+
+class CarryJob;
 
 /// The host's disk. Relative paths start from the current folder.
 class PosixFiles : public Files
@@ -60,6 +68,11 @@ public:
     bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
+    bool carry(const QString& from, const QString& to, const CarryStep& goOn) override;
+    bool carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn) override;
+    bool settle(const QString& folder, const CarryStep& goOn) override;
+    [[nodiscard]] QString privateFolder(const QString& path) override;
+    bool emptyPrivate(const QString& folder, const std::function<bool()>& goOn) override;
     void beginWhole() override { m_undo.begin(); }
     bool endWhole() override;
     void beginPart() override { m_undo.beginPart(); }
@@ -85,6 +98,14 @@ private:
         bool created = false;
     };
 
+    class PartNote;
+    /// Where something is carried to, and what stands there.
+    struct Place
+    {
+        QByteArray path;
+        std::optional<struct stat> older;
+    };
+
     /// What may be written over.
     enum class Content { Any, TextOnly };
 
@@ -101,6 +122,11 @@ private:
     /// A new file, too large for the memory, that stands at its place as a whole or not at all.
     bool placeCopy(const Descriptor& source, const struct stat& info, const QByteArray& path);
     bool removeFile(const NameLookup::Found& found);
+    [[nodiscard]] std::optional<Place> placeFor(const QString& to);
+    bool carry(CarryJob& job, const QByteArray& target, const CarryStep& goOn);
+    bool placeCarried(CarryJob& job, const QByteArray& target);
+    /// What a program that was killed had on its way.
+    void removeLeftPart();
     /// Keeps what stands in a file that is about to go. False if no copy could be made: then the file must stay.
     [[nodiscard]] bool keepOld(const QByteArray& path, const QByteArray& old);
     /// The same for a file that the running command changes bit by bit.
