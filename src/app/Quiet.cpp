@@ -6,8 +6,6 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 QString reasonOf(WriteFault fault)
 {
     switch (fault) {
@@ -26,8 +24,6 @@ QString reasonOf(WriteFault fault)
     }
     return {};
 }
-
-} // namespace
 
 void tellFault(Root& root)
 {

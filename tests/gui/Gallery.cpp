@@ -190,6 +190,17 @@ int main(int argc, char** argv)
         root.kopieren->Caption = u" Katalogisierung"_s;
         root.kopieren->Label2.Caption = u"Bitte warten Sie, bis die Indexerstellung vollständig abgeschlossen wurde."_s;
         picture(*root.kopieren, u"kopieren"_s);
+        forms.unload(*root.kopieren);
+        Kopieren& carrying = *root.kopieren;
+        carrying.LDatei.Caption = u"Nachtzug nach Lissabon - Abfahrt.mp3"_s;
+        carrying.LMenge.Caption = u"128,4 MB von 514,0 MB"_s;
+        carrying.LTempo.Caption = u"4,2 MB/s, noch etwa 2 Minuten"_s;
+        carrying.pFortschritt.Max = 1000;
+        carrying.pFortschritt.Value = 250;
+        for (Label* const label : {&carrying.LDatei, &carrying.LMenge, &carrying.LTempo})
+            label->Visible = true;
+        carrying.pFortschritt.Visible = true;
+        picture(carrying, u"kopieren-dateien"_s);
         picture(*root.suchen, u"suchen"_s);
         root.suchen->Text1.Text = u"Nachtzug"_s;
         root.suchen->Text1.Change();

@@ -9,7 +9,9 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
@@ -257,6 +259,35 @@ TEST_F(SearchForms, TheProgressDialogIsStoppedByEscapeAndByItsButtonAndStays)
     window->close();
     EXPECT_EQ(3, stops);
     EXPECT_TRUE(window->isVisible());
+    forms.unload(copying);
+}
+
+TEST_F(SearchForms, TheProgressDialogShowsTheFileTheBarAndTheTimeThatIsLeft)
+{
+    QWidget* const window = show(copying);
+    ASSERT_NE(window, nullptr);
+    auto* const bar = window->findChild<QProgressBar*>(u"pFortschritt"_s);
+    ASSERT_NE(bar, nullptr);
+    EXPECT_FALSE(bar->isVisible());
+    copying.pFortschritt.Max = 1000;
+    copying.pFortschritt.Value = 250;
+    copying.pFortschritt.Visible = true;
+    copying.LDatei.Caption = u"Ein Lied mit einem Namen, der viel länger ist als das Fenster breit sein kann.mp3"_s;
+    copying.LMenge.Caption = u"12,3 MB von 514,0 MB"_s;
+    copying.LTempo.Caption = u"4,2 MB/s, noch etwa 2 Minuten"_s;
+    for (Label* const label : {&copying.LDatei, &copying.LMenge, &copying.LTempo})
+        label->Visible = true;
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ("Fortschritt", bar->accessibleName().toStdString());
+    EXPECT_EQ(1000, bar->maximum());
+    EXPECT_EQ(250, bar->value());
+    for (const Label* const label : {&copying.LMenge, &copying.LTempo}) {
+        auto* const text = window->findChild<QLabel*>(label->name);
+        ASSERT_NE(text, nullptr) << label->name.toStdString();
+        EXPECT_GE(text->width(), text->sizeHint().width()) << label->name.toStdString();
+    }
+    EXPECT_LE(window->width(), 480);
     forms.unload(copying);
 }
 

@@ -1,0 +1,76 @@
+#pragma once
+
+#include "platform/Files.h"
+#include "transfer/CarryProgress.h"
+
+#include <QDateTime>
+#include <QSet>
+#include <QStringList>
+
+namespace orvantine {
+
+class Command;
+struct Root;
+
+/// Carries the files of a command to another medium, one after the other, and serves events meanwhile. One that cannot
+/// be carried is named and passed over.
+///
+/// A stop counts at the end of the file that is on its way. One that is not over a second later is broken off.
+class Carrier
+{
+public:
+    enum class Outcome {
+        Carried,
+        /// Nothing stands there to be carried.
+        Missing,
+        Failed,
+        /// By a stop, or by the end of the program.
+        BrokenOff
+    };
+
+    /// When the dialog comes up that tells of it.
+    enum class Dialog { Shown, Late };
+
+    /// Without a number of bytes the bar goes by steps.
+    Carrier(Root& root, Command& command, std::optional<qint64> totalBytes, Dialog dialog = Dialog::Shown);
+    /// Says quietly what could not be carried.
+    ~Carrier();
+    Carrier(const Carrier&) = delete;
+    Carrier& operator=(const Carrier&) = delete;
+
+    /// Sound files that are carried themselves: nothing is put in their place.
+    void spare(const QStringList& files);
+
+    Outcome carry(const QString& from, const QString& to);
+    /// A list that stands under its name when it is whole.
+    Outcome carryText(const QString& text, const QString& to);
+    /// Brings the names of a folder to the medium.
+    void settle(const QString& folder);
+    /// A file has no place that it could be carried to.
+    void refuse(const QString& from);
+    [[nodiscard]] CarryProgress& progress() { return m_progress; }
+
+private:
+    [[nodiscard]] CarryStep step();
+    [[nodiscard]] bool goesOn(qint64 done);
+    void noteFailure(const QString& path);
+
+    Root& m_root;
+    Command& m_command;
+    CarryProgress m_progress;
+    QSet<QString> m_spared;
+    QStringList m_failed;
+    std::optional<WriteFault> m_firstFault;
+    QDateTime m_stopAsked;
+    bool m_brokenOff = false;
+    /// Since when a dialog is waited for that is not shown yet.
+    std::optional<QDateTime> m_lateSince;
+};
+
+/// The list is the file of a row of the catalogue: a copy of it is not put in its place.
+[[nodiscard]] bool isCatalogueFile(const Root& root, const QString& path);
+
+/// The bytes of all these files; a missing one adds nothing.
+[[nodiscard]] qint64 bytesOf(const Root& root, const QStringList& files);
+
+} // namespace orvantine
