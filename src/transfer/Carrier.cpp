@@ -77,6 +77,8 @@ void Carrier::noteFailure(const QString& path)
 
 Carrier::Outcome Carrier::carry(const QString& from, const QString& to)
 {
+    if (m_command.ended())
+        return Outcome::BrokenOff;
     const std::optional<qint64> size = m_root.files.size(from);
     if (!size)
         return Outcome::Missing;
@@ -95,7 +97,8 @@ Carrier::Outcome Carrier::carry(const QString& from, const QString& to)
 
 Carrier::Outcome Carrier::carryText(const QString& text, const QString& to)
 {
-    m_brokenOff = false;
+    if (m_command.ended())
+        return Outcome::BrokenOff;
     // What is told of a file counts for sound files: a list is small, and a stop does not break it off.
     const CarryStep goOn = [this](qint64) { return m_command.yield(); };
     const bool carried = !isCatalogueFile(m_root, to) && m_root.files.carryBytes(m_root.files.encode(text), to, goOn);

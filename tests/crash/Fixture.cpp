@@ -57,6 +57,12 @@ struct Machine : fake::DiskDesktop
         command(*this);
     }
     void answer(Answer answer) { messages.script({answer, {}, {}, {}, {}}); }
+    /// With room for everything.
+    void setStick()
+    {
+        volumes.set(folder, {});
+        services.folders.temp = path(u"tmp"_s);
+    }
 };
 
 void layOut(const QString& path, const QByteArray& bytes)
@@ -142,6 +148,40 @@ void layBackupOut(const QString& folder)
         qFatal("the backup could not be laid out");
 }
 
+bool isCarrying(QByteArrayView command)
+{
+    return command.startsWith("transfer") || command.startsWith("pack");
+}
+
+QString stick(const QString& folder)
+{
+    return folder + u"/stick"_s;
+}
+
+/// Longer than what is written in one go.
+QString longSound(const QString& folder)
+{
+    return soundFolder(folder) + u"/Lang.mp3"_s;
+}
+
+/// The tracks that are carried, and what an earlier run has left on the stick.
+void prepareCarrying(const QString& folder)
+{
+    constexpr qsizetype LongLength = 5 << 19;
+    layOut(longSound(folder), QByteArray(LongLength, 'l'));
+    QDir().mkpath(stick(folder) + u"/Rock"_s);
+    QDir().mkpath(folder + u"/tmp"_s);
+    layOut(stick(folder) + u"/Liste 6.m3u"_s, "von frueher\r\n");
+    layOut(stick(folder) + u"/Rock/Lang.mp3"_s, "von frueher");
+    layOut(stick(folder) + u"/fremd.part"_s, "fremd");
+    QByteArray list;
+    const QStringList tracks = QStringList{longSound(folder)} + soundFiles(folder).first(2);
+    for (const QString& track : tracks)
+        list += track.toUtf8() + "\r\n";
+    for (int row = 1; row <= Lists; ++row)
+        layOut(listFile(folder, row), list + "\r\n");
+}
+
 /// What some commands find besides.
 void prepareFor(const QString& folder, const QByteArray& command)
 {
@@ -161,6 +201,8 @@ void prepareFor(const QString& folder, const QByteArray& command)
         layOut(folder + u"/fremd/Fremde Liste.m3u"_s, trackLines("Fremd", 400) + "\r\n");
     if (command == "tag" || command == "untag")
         layOut(soundFiles(folder).front(), soundBytes());
+    if (isCarrying(command))
+        prepareCarrying(folder);
 }
 
 /// Lists with tracks, descriptions, a favourite, covers, names of tracks before the catalogue.
@@ -183,8 +225,9 @@ void prepare(const QString& folder)
     QByteArray text = "[TagInfo]\r\n";
     for (int track = 0; track < 200; ++track)
         text += "/musik/Lied " + QByteArray::number(track) + ".mp3=Eine Band - Lied\r\n";
-    text += "[Rename]\r\nListe 6.m3u=Liste 6\r\n[Options]\r\nDaten=1\r\nSoundfiles=" + soundFolder(folder).toUtf8() +
-            "\r\n[Index]\r\n";
+    text +=
+        "[Rename]\r\nListe 6.m3u=Liste 6\r\n[Options]\r\nDaten=1\r\nCopyStick=\r\nCopyDate=01.01.2001\r\nSoundfiles=" +
+        soundFolder(folder).toUtf8() + "\r\n[Index]\r\n";
     for (int row = 1; row <= Lists; ++row) {
         const QByteArray number = QByteArray::number(row);
         const QString path = listFile(folder, row);
@@ -236,6 +279,43 @@ void showArchive(Machine& machine)
         std::printf("packed %s\n", qPrintable(archive->entries()[i].name));
 }
 
+/// A sound file on the stick is the old one or the whole new one, whatever a killed run has come to.
+void showSound(const Machine& machine, const QString& file)
+{
+    const QByteArray bytes = machine.files.readBytes(file).bytes;
+    const QString name = file.section(u'/', -1);
+    const QString source = soundFolder(machine.folder) + u'/' + name;
+    if (bytes != "von frueher" && bytes != machine.files.readBytes(source).bytes)
+        std::printf("stick: short %s\n", qPrintable(name));
+}
+
+/// What is carried last tells whether the command has come to its end. Nothing is short, and no part is left.
+void showCarried(Machine& machine)
+{
+    const QString top = stick(machine.folder);
+    QStringList folders = machine.files.folders(top);
+    folders.prepend(QString());
+    for (const QString& folder : std::as_const(folders)) {
+        const QString path = folder.isEmpty() ? top : top + u'/' + folder;
+        const QStringList names = machine.files.list(path, u"*"_s);
+        for (const QString& name : names) {
+            if (name.endsWith(u".mp3"_s))
+                showSound(machine, path + u'/' + name);
+            else if (name.endsWith(u".part"_s) && name != u"fremd.part"_s)
+                std::printf("stick: left %s\n", qPrintable(name));
+            else if (name.endsWith(u".m3u"_s) && !folder.isEmpty() &&
+                     contentOf(machine, path + u'/' + name).left(10) != "3 entries,")
+                std::printf("stick: short %s\n", qPrintable(name));
+            else if (name == u"Orvantine.dat"_s && machine.profiles.keys(path + u'/' + name, u"Index"_s).size() != 42)
+                std::printf("stick: short %s\n", qPrintable(name));
+        }
+    }
+    for (const QString& last : {u"/Lang.mp3"_s, u"/Liste 6.m3u"_s, u"/Orvantine.log"_s})
+        std::printf("stick%s: %s\n", qPrintable(last), contentOf(machine, top + last).constData());
+    const auto archive = machine.zip.open(top + u"/Orvanten (Pack and Go).zip"_s, 1000);
+    std::printf("stick: %d entries in the archive\n", archive ? static_cast<int>(archive->entries().size()) : 0);
+}
+
 /// Everything that a user would miss: the lists and pictures with what they hold, the sections beside the catalogue,
 /// and, behind the line "Index", the keys of the catalogue.
 void show(Machine& machine)
@@ -266,6 +346,8 @@ void show(Machine& machine)
     const QString index = machine.data() + u"Orvantine.idx"_s;
     if (machine.files.exists(index) && !machine.files.readBytes(index).bytes.endsWith("\r\n"))
         std::printf("Orvantine.idx: torn\n");
+    if (QDir(stick(machine.folder)).exists())
+        showCarried(machine);
     for (const QString& section : {u"TagInfo"_s, u"Rename"_s, u"Options"_s})
         std::printf("%s: %d\n", qPrintable(section), static_cast<int>(machine.profiles.keys(database, section).size()));
     std::printf("Index\n");
@@ -504,6 +586,41 @@ constexpr Command Commands[] = {
          (void)resetDatabase(files, {.dataFolder = machine.data(),
                                      .trash = machine.path(u"Trash"_s),
                                      .now = QDateTime(QDate(2026, 11, 20), QTime(12, 0))});
+     }},
+    {"transfer",
+     [](Machine& machine) {
+         machine.setStick();
+         machine.answer(Answer::Ok);
+         machine.choosers.chooseFolder(stick(machine.folder));
+         machine.messages.enter(u"Rock"_s);
+         machine.answer(Answer::Ok);
+         machine.root.mnuHandling[1].Click();
+     }},
+    {"transfer-track",
+     [](Machine& machine) {
+         machine.setStick();
+         machine.root.LListView2.select(1);
+         machine.answer(Answer::Ok);
+         machine.choosers.chooseFolder(stick(machine.folder));
+         machine.answer(Answer::Ok);
+         machine.root.mnuHandling[4].Click();
+     }},
+    {"pack-folder",
+     [](Machine& machine) {
+         machine.setStick();
+         machine.answer(Answer::No);
+         machine.answer(Answer::Cancel);
+         machine.choosers.chooseFolder(stick(machine.folder));
+         machine.answer(Answer::Ok);
+         machine.root.mnuPackGo.Click();
+     }},
+    {"pack-zip",
+     [](Machine& machine) {
+         machine.setStick();
+         machine.answer(Answer::Yes);
+         machine.choosers.chooseFolder(stick(machine.folder));
+         machine.answer(Answer::Ok);
+         machine.root.mnuPackGo.Click();
      }},
     {"drop-folder", [](Machine& machine) { LListView1_OLEDragDrop(machine.root, {soundFolder(machine.folder)}); }},
 };

@@ -30,6 +30,8 @@ QString dateOf(const QString& list)
 
 World::World()
 {
+    // A stick with room for all of it.
+    desktop.volumes.set(u"/neu"_s, {});
     // The user goes along with everything.
     desktop.messages.Unscripted = [this](const ShownMessage& message) {
         box();

@@ -18,8 +18,10 @@ bool MemoryFiles::carry(const QString& from, const QString& to, const CarryStep&
     }
     if (std::as_const(*this).node(to) == source)
         return true;
+    // Events are served meanwhile, and the file may go.
     const QByteArray bytes = source->bytes;
-    return carryPieces(bytes, source->modified, to, goOn);
+    const QDateTime modified = source->modified;
+    return carryPieces(bytes, modified, to, goOn);
 }
 
 bool MemoryFiles::carryBytes(const QByteArray& bytes, const QString& to, const CarryStep& goOn)

@@ -466,6 +466,23 @@ TEST_F(PlaylistTransfer, AnAnswerThatIsNoNameOfAFolderLeadsNowhereElse)
     EXPECT_EQ(tree(), "Rock/");
 }
 
+TEST_F(PlaylistTransfer, AListOfAsManyTracksAsFitGoesAsAWhole)
+{
+    constexpr int Most = 32767;
+    QByteArray list = "/m/Rock 1.mp3\r\n";
+    for (int track = 2; track <= Most; ++track)
+        list += "/weg/" + QByteArray::number(track) + ".mp3\r\n";
+    put(listPath(u"Rock"_s), list + "\r\n");
+    root().mnuErrorDisplay.Checked = false;
+    click(2);
+    click(1);
+    ASSERT_EQ(tracks().count(), Most);
+    transfer(u"Viel"_s);
+    EXPECT_EQ(bytes(Stick + u"/Rock.m3u"_s).count('\n'), Most);
+    EXPECT_TRUE(bytes(Stick + u"/Rock.m3u"_s).endsWith("Viel/32767.mp3\r\n"));
+    EXPECT_EQ(tree(), "Rock.m3u\nRock/\nViel/\nViel/Rock 1.mp3");
+}
+
 TEST_F(PlaylistTransfer, EveryCallMayFailWithoutAShortFile)
 {
     for (int number = 1;; ++number) {
