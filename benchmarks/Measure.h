@@ -32,6 +32,7 @@ void print(const std::vector<Row>& rows);
 [[nodiscard]] std::vector<Row> checkRows();
 [[nodiscard]] std::vector<Row> tagRows();
 [[nodiscard]] std::vector<Row> programRows();
+[[nodiscard]] std::vector<Row> transferRows();
 [[nodiscard]] std::vector<Row> viewRows();
 
 } // namespace orvantine::bench
