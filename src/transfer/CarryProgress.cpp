@@ -157,7 +157,7 @@ QString CarryProgress::speed(const QDateTime& now)
     }
     if (m_bytesPerSecond < 1)
         return {};
-    const QString speed = bytesText(static_cast<qint64>(m_bytesPerSecond)) + u"/s"_s;
+    QString speed = bytesText(static_cast<qint64>(m_bytesPerSecond)) + u"/s"_s;
     if (!m_total)
         return speed;
     const auto left = static_cast<qint64>(static_cast<double>(*m_total - done) / m_bytesPerSecond);

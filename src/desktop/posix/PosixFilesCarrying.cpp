@@ -147,7 +147,7 @@ public:
     }
     [[nodiscard]] QByteArray part() const
     {
-        constexpr qint64 LongestPath = 64 * 1024;
+        constexpr qint64 LongestPath = qint64{64} * 1024;
         QByteArray path;
         return m_file.isOpen() && readAt(m_file, 0, LongestPath, path) ? path : QByteArray();
     }
