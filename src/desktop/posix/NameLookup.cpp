@@ -167,13 +167,20 @@ NameLookup::Found NameLookup::find(const QString& path) const
     if (found.error != ENOENT && found.error != ENOTDIR)
         return found;
     Found other = search(found.path);
-    return other.error == 0 ? other : found;
+    if (other.error == 0)
+        return other;
+    if (other.error != ENOENT && other.error != ENOTDIR)
+        found.error = other.error;
+    return found;
 }
 
 std::function<bool(const QString& key)> NameLookup::keysOf(const QByteArray& path) const
 {
     // The table is shared, not copied, until the folder is listed anew.
-    return [entries = folder(path).entries](const QString& key) { return entries.contains(key); };
+    const Folder& here = folder(path);
+    return [entries = here.entries, whole = here.error == 0](const QString& key) {
+        return !whole || entries.contains(key);
+    };
 }
 
 NameLookup::Found NameLookup::search(const QByteArray& path) const
@@ -185,9 +192,11 @@ NameLookup::Found NameLookup::search(const QByteArray& path) const
     if (slash > 0 && slash + 1 < path.size()) {
         struct stat info = {};
         const QByteArray parent = path.first(slash);
-        if (::stat(parent.constData(), &info) == 0 && S_ISDIR(info.st_mode) &&
-            !folder(parent, &info).entries.contains(keyOf(textOf(path.sliced(slash + 1)))))
-            return found;
+        if (::stat(parent.constData(), &info) == 0 && S_ISDIR(info.st_mode)) {
+            const Folder& here = folder(parent, &info);
+            if (here.error == 0 && !here.entries.contains(keyOf(textOf(path.sliced(slash + 1)))))
+                return found;
+        }
     }
     const bool absolute = path.startsWith('/');
     QList<QByteArray> parts;
@@ -229,6 +238,8 @@ bool NameLookup::descend(const QByteArray& base, const QList<QByteArray>& parts,
         const auto entry = here.entries.constFind(keyOf(textOf(wanted)));
         if (entry != here.entries.cend())
             candidates = *entry;
+        else if (here.error != 0)
+            found.error = here.error;
     }
     if (candidates.size() > 1) {
         std::sort(candidates.begin(), candidates.end(), [&wanted](const QByteArray& a, const QByteArray& b) {
@@ -241,8 +252,11 @@ bool NameLookup::descend(const QByteArray& base, const QList<QByteArray>& parts,
             return false;
         const QByteArray path = base == "." ? name : joined(base, name);
         struct stat info = {};
-        if (::stat(path.constData(), &info) != 0)
+        if (::stat(path.constData(), &info) != 0) {
+            if (errno != ENOENT && errno != ENOTDIR)
+                found.error = errno;
             continue;
+        }
         if (last) {
             found.path = path;
             found.info = info;
@@ -267,21 +281,26 @@ const NameLookup::Folder& NameLookup::folder(const QByteArray& path, const struc
     Folder& fresh = m_folders[path];
     fresh = Folder();
     const int number = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK);
+    fresh.error = number < 0 ? errno : 0;
     if (number < 0)
         return fresh;
     ::fstat(number, &fresh.stamp);
     DIR* listing = ::fdopendir(number);
     if (listing == nullptr) {
+        fresh.error = errno;
         ::close(number);
         return fresh;
     }
+    errno = 0;
     while (const dirent* entry = ::readdir(listing)) {
         const QByteArray name(entry->d_name);
         if (name != "." && name != "..")
             fresh.entries[keyOf(textOf(name))].push_back(name);
+        errno = 0;
     }
+    fresh.error = errno;
     ::closedir(listing);
-    fresh.settled = isSettled(fresh.stamp);
+    fresh.settled = fresh.error == 0 && isSettled(fresh.stamp);
     return fresh;
 }
 

@@ -51,6 +51,8 @@ private:
     {
         struct stat stamp = {};
         bool settled = false;
+        /// Why the listing is not whole: then a name that it does not hold may be there all the same.
+        int error = 0;
         QHash<QString, std::vector<QByteArray>> entries;
     };
 
