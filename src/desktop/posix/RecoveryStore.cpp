@@ -1,6 +1,5 @@
 #include "desktop/posix/RecoveryStore.h"
 
-#include "desktop/posix/Descriptor.h"
 #include "desktop/posix/PrivateFolder.h"
 
 #include <QCryptographicHash>
@@ -20,7 +19,7 @@
 namespace orvantine {
 namespace {
 
-constexpr qint64 longestCatalogue = qint64{16} << 20;
+constexpr qint64 longestContents = qint64{64} << 20;
 constexpr qint64 largestInMemory = qint64{16} << 20;
 constexpr qint64 copyChunk = qint64{1} << 20;
 constexpr qint64 bytesBetweenPrunes = qint64{32} << 20;
@@ -49,7 +48,10 @@ QList<Entry> readContents(const QByteArray& folder)
     const Descriptor file(::open(contentsFile(folder).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
     QByteArray text;
     QList<Entry> entries;
-    if (!file.isOpen() || !readAt(file, 0, longestCatalogue, text))
+    struct stat info = {};
+    // What cannot be read as a whole tells of no copy that may go.
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || info.st_size > longestContents ||
+        !readAt(file, 0, info.st_size, text) || text.size() != info.st_size)
         return entries;
     const QList<QByteArray> lines = text.split('\n');
     for (const QByteArray& line : lines) {
@@ -63,24 +65,42 @@ QList<Entry> readContents(const QByteArray& folder)
     return entries;
 }
 
+bool syncFolder(const QByteArray& folder)
+{
+    const Descriptor file(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return file.isOpen() && (::fsync(file.get()) == 0 || errno == EINVAL);
+}
+
 bool writeWhole(const QByteArray& path, const QByteArray& bytes)
 {
     const QByteArray unfinished = path + ".neu";
     const Descriptor file(::open(unfinished.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (file.isOpen() && writeAt(file, 0, bytes) && ::fsync(file.get()) == 0 &&
         ::rename(unfinished.constData(), path.constData()) == 0)
-        return true;
+        return syncFolder(path.first(path.lastIndexOf('/')));
     const int error = errno;
     ::unlink(unfinished.constData());
     errno = error;
     return false;
 }
 
-bool append(const QByteArray& path, const QByteArray& bytes)
+/// A line that was cut off before does not spoil this one.
+bool appendLine(const QByteArray& path, QByteArray line)
 {
-    const Descriptor file(::open(path.constData(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC | O_NOFOLLOW, 0600));
-    return file.isOpen() && ::write(file.get(), bytes.constData(), static_cast<std::size_t>(bytes.size())) ==
-                                static_cast<ssize_t>(bytes.size());
+    const Descriptor file(::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600));
+    struct stat info = {};
+    QByteArray last;
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 ||
+        (info.st_size > 0 && !readAt(file, info.st_size - 1, 1, last)))
+        return false;
+    if (info.st_size > 0 && last != "\n")
+        line.prepend('\n');
+    if (writeAt(file, info.st_size, line) && ::fdatasync(file.get()) == 0)
+        return true;
+    const int error = errno;
+    static_cast<void>(::ftruncate(file.get(), info.st_size));
+    errno = error;
+    return false;
 }
 
 QByteArray copyName(const QByteArray& hash, const QByteArray& path)
@@ -122,7 +142,13 @@ bool RecoveryStore::keep(const QByteArray& path, const QByteArray& bytes)
     return (stands(whole, bytes.size()) || writeWhole(whole, bytes)) && enter(copy, path, bytes.size());
 }
 
-bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 size)
+Descriptor RecoveryStore::openCopy(const QByteArray& copy) const
+{
+    return Descriptor(
+        ::open((m_folder + '/' + copy).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+}
+
+bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 size, QByteArray* name)
 {
     if (size <= largestInMemory) {
         QByteArray bytes;
@@ -135,16 +161,19 @@ bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 
     bool done = writeStream(file, size, unfinished, hash);
     const QByteArray copy = copyName(hash.result(), path);
     const QByteArray whole = m_folder + '/' + copy;
-    done = done && (stands(whole, size) || ::rename(unfinished.constData(), whole.constData()) == 0);
+    done = done && (stands(whole, size) || ::rename(unfinished.constData(), whole.constData()) == 0) &&
+           syncFolder(m_folder);
     const int error = errno;
     ::unlink(unfinished.constData());
     errno = error;
+    if (name != nullptr)
+        *name = copy;
     return done && enter(copy, path, size);
 }
 
 bool RecoveryStore::enter(const QByteArray& copy, const QByteArray& path, qint64 size)
 {
-    const bool entered = append(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
+    const bool entered = appendLine(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
     m_untilPrune -= size;
     if (m_untilPrune < 0) {
         prune();

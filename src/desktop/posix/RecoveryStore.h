@@ -1,10 +1,10 @@
 #pragma once
 
+#include "desktop/posix/Descriptor.h"
+
 #include <QByteArray>
 
 namespace orvantine {
-
-class Descriptor;
 
 /// Old bytes of files that a command replaced or deleted, each under its content's hash in the user's recovery folder.
 /// Copies go when they are older than 90 days or when all together take more than 200 MB, oldest first; the newest
@@ -17,8 +17,10 @@ public:
 
     /// Keeps `bytes`, which stood at `path`. False if no copy could be made: nothing is left half written then.
     [[nodiscard]] bool keep(const QByteArray& path, const QByteArray& bytes);
-    /// The same for the first `size` bytes of an open file of any size.
-    [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, qint64 size);
+    /// The same for the first `size` bytes of an open file of any size; `name` gets that of the copy.
+    [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, qint64 size, QByteArray* name = nullptr);
+    /// What was kept under a name.
+    [[nodiscard]] Descriptor openCopy(const QByteArray& copy) const;
 
     static constexpr qint64 MostBytes = qint64{200} << 20;
     static constexpr qint64 MostSeconds = qint64{90} * 24 * 60 * 60;
