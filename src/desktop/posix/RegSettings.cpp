@@ -2,6 +2,7 @@
 
 #include "desktop/posix/AtomicFile.h"
 #include "desktop/posix/Autostart.h"
+#include "desktop/posix/Descriptor.h"
 #include "platform/CaseFold.h"
 
 #include <algorithm>
@@ -80,13 +81,15 @@ bool isSettled(const struct stat& info)
 // What was damaged stays beside the new file, under the first free number.
 bool putAside(const QByteArray& path)
 {
+    // The file itself, not a link that leads to it.
+    const QByteArray real = realPath(path);
     for (int number = 1; number < 1000; ++number) {
         const QByteArray aside = path + u".beschädigt-"_s.toUtf8() + QByteArray::number(number);
         struct stat info = {};
         if (::lstat(aside.constData(), &info) == 0)
             continue;
         QByteArray bytes;
-        return ::link(path.constData(), aside.constData()) == 0 ||
+        return ::link(real.constData(), aside.constData()) == 0 ||
                (readSmallFile(path, bytes) && writeAtomically(aside, bytes));
     }
     return false;
