@@ -71,7 +71,9 @@ void mnuLaden_Click(Root& root)
     const int failedReads = root.services.profiles.failedReads();
     if (!command.yield() || !loadRows(root, command))
         return;
-    root.databaseDoubted = root.services.profiles.failedReads() != failedReads;
+    // While a killed command is not put back the file may hold half of it.
+    root.databaseDoubted =
+        root.services.profiles.failedReads() != failedReads || root.files.trouble() == FilesTrouble::Unfinished;
     if (root.databaseDoubted)
         showQuietly(
             root, u"Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist."_s);

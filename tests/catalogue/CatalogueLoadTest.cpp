@@ -294,6 +294,19 @@ TEST_F(CatalogueLoad, AReadOfTheDatabaseThatFailsIsNoEmptyDatabase)
     EXPECT_NE(databaseText().find("1b=Anders"), std::string::npos);
 }
 
+TEST_F(CatalogueLoad, ALoadWhileAKilledCommandIsNotPutBackIsDoubted)
+{
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    start();
+    desktop.memory()->Trouble = FilesTrouble::Unfinished;
+    mnuLaden_Click(root());
+    EXPECT_TRUE(root().databaseDoubted);
+    desktop.memory()->Trouble.reset();
+    mnuLaden_Click(root());
+    EXPECT_FALSE(root().databaseDoubted);
+}
+
 TEST_F(CatalogueLoad, OneFailingReadInsideALoadIsEnough)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
