@@ -11,7 +11,7 @@ commands=("$@")
 # A list that is copied to a place of its own is copied before it is saved: see tools/prove.sh.
 [[ ${#commands[@]} -gt 0 ]] || mapfile -t commands < <("$fixture" | grep -v '^local-save$')
 # Between two of these calls nothing on the disk changes.
-calls=(write pwrite64 ftruncate unlink rename fsync fdatasync fchmod chmod utimensat mkdir fallocate)
+calls=(write pwrite64 ftruncate unlink rename renameat2 fsync fdatasync fchmod chmod utimensat mkdir fallocate)
 
 if ! strace -o /dev/null true 2>/dev/null; then
     echo "kill-at-every-call: no right to trace processes here, skipped"

@@ -1,4 +1,4 @@
-#include "TempWorld.h"
+#include "JournalTest.h"
 #include "desktop/posix/JournalNotes.h"
 #include "desktop/posix/RecoveryStore.h"
 
@@ -10,10 +10,8 @@
 
 #include <algorithm>
 #include <ctime>
-#include <functional>
 
 #include <fcntl.h>
-#include <sys/wait.h>
 
 namespace orvantine {
 
@@ -21,36 +19,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-class UndoJournalTest : public testing::Test
+class UndoJournalTest : public JournalTest
 {
-protected:
-    /// Does the work inside one whole change in a process that ends in the middle of it.
-    void dieAfter(const std::function<void(PosixFiles&)>& work)
-    {
-        const pid_t child = ::fork();
-        if (child == 0) {
-            PosixFiles files({.recoveryFolder = m_world.recovery()});
-            files.beginWhole();
-            work(files);
-            ::_exit(0);
-        }
-        int status = 0;
-        ASSERT_EQ(::waitpid(child, &status, 0), child);
-        ASSERT_EQ(status, 0);
-    }
-    /// The next start of the program.
-    void startAgain() { PosixFiles next({.recoveryFolder = m_world.recovery()}); }
-    [[nodiscard]] QString at(const QString& name) const { return m_world.folder() + u'/' + name; }
-    [[nodiscard]] QByteArrayList kept() const
-    {
-        QByteArrayList result;
-        const QStringList names = QDir(m_world.recovery()).entryList({u"*-*"_s}, QDir::Files);
-        for (const QString& name : names)
-            result << name.mid(65).toUtf8();
-        return result;
-    }
-
-    TempWorld m_world;
 };
 
 TEST_F(UndoJournalTest, WhatAKilledCommandWroteIsPutBack)
@@ -501,6 +471,32 @@ TEST_F(RecoveryStoreTest, ADamagedTableOfContentsHarmsNothing)
     RecoveryStore store(folder.path().toUtf8());
     EXPECT_TRUE(store.keep("/c.m3u", "neu"));
     EXPECT_TRUE(QFile::exists(u"/etc/passwd"_s));
+}
+
+TEST_F(RecoveryStoreTest, ALineThatWasCutOffSpoilsNoOther)
+{
+    QFile contents(folder.filePath(u"Contents"_s));
+    ASSERT_TRUE(contents.open(QIODevice::ReadWrite));
+    contents.write("1700000000\tabc");
+    contents.flush();
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/c.m3u", "neu"));
+    ASSERT_TRUE(contents.seek(0));
+    EXPECT_TRUE(contents.readAll().split('\n').value(1).endsWith("-c.m3u\t/c.m3u"));
+}
+
+TEST_F(RecoveryStoreTest, ALongTableOfContentsLosesNoNewEntry)
+{
+    QFile contents(folder.filePath(u"Contents"_s));
+    ASSERT_TRUE(contents.open(QIODevice::WriteOnly));
+    contents.write(QByteArray("1700000000\tgone\t/a/long/path/of/a/list.m3u\n").repeated(400'000));
+    contents.close();
+    layOut("/b.m3u", 1, 10, 'b');
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/c.m3u", "neu"));
+    ASSERT_TRUE(contents.open(QIODevice::ReadOnly));
+    EXPECT_LT(contents.size(), 1000);
+    EXPECT_TRUE(contents.readAll().contains("/b.m3u"));
 }
 
 TEST_F(RecoveryStoreTest, WithoutAFolderNothingIsKept)

@@ -189,3 +189,10 @@ int unlink(const char *path) { ON_PATH("unlink", SYS_unlink, path); }
 int mkdir(const char *path, mode_t mode) { ON_PATH("mkdir", SYS_mkdir, path, mode); }
 int chmod(const char *path, mode_t mode) { ON_PATH("chmod", SYS_chmod, path, mode); }
 int rename(const char *from, const char *path) { ON_PATH("rename", SYS_rename, from, path); }
+int link(const char *from, const char *path) { ON_PATH("link", SYS_link, from, path); }
+int symlink(const char *to, const char *path) { ON_PATH("symlink", SYS_symlink, to, path); }
+
+int renameat2(int fromFolder, const char *from, int folder, const char *path, unsigned flags)
+{
+    ON_PATH("rename", SYS_renameat2, fromFolder, from, folder, path, flags);
+}

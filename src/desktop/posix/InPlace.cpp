@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
+
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace orvantine {
 namespace {
@@ -37,6 +41,25 @@ bool replaceTail(const Descriptor& file, qint64 offset, QByteArrayView old, cons
         (fresh.size() < old.size() && !truncateTo(file, offset + fresh.size())))
         return takeBack(file, offset, old);
     return true;
+}
+
+bool placeAnew(const QByteArray& scratch, const QByteArray& path)
+{
+    if (::renameat2(AT_FDCWD, scratch.constData(), AT_FDCWD, path.constData(), RENAME_NOREPLACE) == 0)
+        return true;
+    // Old and foreign file systems know neither that nor a second name.
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    if (::link(scratch.constData(), path.constData()) == 0)
+        return ::unlink(scratch.constData()) == 0;
+    if (errno != EPERM && errno != EOPNOTSUPP && errno != ENOSYS && errno != EMLINK)
+        return false;
+    struct stat info = {};
+    if (::lstat(path.constData(), &info) == 0)
+        errno = EEXIST;
+    else if (errno == ENOENT)
+        return ::rename(scratch.constData(), path.constData()) == 0;
+    return false;
 }
 
 bool truncateTo(const Descriptor& file, qint64 size)

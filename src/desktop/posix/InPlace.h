@@ -18,6 +18,9 @@ struct Pieces
 /// taken back as far as that goes.
 [[nodiscard]] bool replaceTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh);
 
+/// Gives a file its name, but not over what stands there: false with EEXIST then.
+[[nodiscard]] bool placeAnew(const QByteArray& scratch, const QByteArray& path);
+
 /// False with `errno`.
 [[nodiscard]] bool truncateTo(const Descriptor& file, qint64 size);
 

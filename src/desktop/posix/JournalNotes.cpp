@@ -6,12 +6,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 namespace orvantine {
 namespace {
 
-constexpr quint64 magicMark = 0x4f5256554e444f32; // "ORVUNDO2"
+constexpr quint64 magicMark = 0x4f5256554e444f33; // "ORVUNDO3"
 
 constexpr char scratchPrefix[] = ".orvantine-";
 
@@ -24,6 +25,9 @@ struct Head
     quint32 mode = 0;
     quint64 device = 0;
     quint64 inode = 0;
+    quint64 folderInode = 0;
+    quint64 folderDevice = 0;
+    quint64 fileSystem = 0;
     qint64 modifiedSeconds = 0;
     qint64 modifiedNanoseconds = 0;
     quint64 boot = 0;
@@ -42,7 +46,7 @@ quint64 sumOf(Head head, QByteArrayView path, QByteArrayView bytes)
 
 bool isPossible(const JournalNote& note)
 {
-    const bool known = note.kind >= JournalNote::Kind::Before && note.kind <= JournalNote::Kind::Scratch;
+    const bool known = note.kind >= JournalNote::Kind::Before && note.kind <= JournalNote::Kind::Kept;
     return known && note.offset >= 0 && note.length >= 0 && note.path.startsWith('/') && !note.path.contains('\0');
 }
 
@@ -92,6 +96,9 @@ QByteArray encodedNote(const JournalNote& note)
     head.mode = note.mode;
     head.device = note.device;
     head.inode = note.inode;
+    head.folderInode = note.folderInode;
+    head.folderDevice = note.folderDevice;
+    head.fileSystem = note.fileSystem;
     head.modifiedSeconds = note.modifiedSeconds;
     head.modifiedNanoseconds = note.modifiedNanoseconds;
     head.boot = note.boot;
@@ -106,40 +113,65 @@ QByteArray encodedNote(const JournalNote& note)
     return result.append(note.path).append(note.bytes);
 }
 
-std::vector<ReadNote> decodedNotes(const QByteArray& journal)
+std::optional<ReadNote> noteAt(const JournalBytes& bytes, qint64 at, qint64 size, bool& failed)
 {
     constexpr qint64 headSize = sizeof(Head);
+    const qint64 room = size - at - headSize;
+    QByteArray raw;
+    if (room < 0)
+        return std::nullopt;
+    failed = !bytes(at, headSize, raw) || raw.size() != headSize;
+    if (failed)
+        return std::nullopt;
+    Head head;
+    std::memcpy(&head, raw.constData(), sizeof head);
+    if (head.magic != magicMark || head.pathLength <= 0 || head.pathLength > room || head.bytesLength < 0 ||
+        head.bytesLength > room - head.pathLength)
+        return std::nullopt;
+    ReadNote read;
+    JournalNote& note = read.note;
+    failed = !bytes(at + headSize, head.pathLength, note.path) || note.path.size() != head.pathLength ||
+             !bytes(at + headSize + head.pathLength, head.bytesLength, note.bytes) ||
+             note.bytes.size() != head.bytesLength;
+    if (failed || head.sum != sumOf(head, note.path, note.bytes))
+        return std::nullopt;
+    note.kind = static_cast<JournalNote::Kind>(head.kind);
+    note.mode = head.mode;
+    note.device = head.device;
+    note.inode = head.inode;
+    note.folderInode = head.folderInode;
+    note.folderDevice = head.folderDevice;
+    note.fileSystem = head.fileSystem;
+    note.modifiedSeconds = head.modifiedSeconds;
+    note.modifiedNanoseconds = head.modifiedNanoseconds;
+    note.boot = head.boot;
+    note.offset = head.offset;
+    note.length = head.length;
+    read.end = at + headSize + head.pathLength + head.bytesLength;
+    return isPossible(note) ? std::optional(std::move(read)) : std::nullopt;
+}
+
+std::vector<ReadNote> decodedNotes(const QByteArray& journal)
+{
+    const JournalBytes source = [&journal](qint64 offset, qint64 length, QByteArray& bytes) {
+        bytes = journal.sliced(offset, length);
+        return true;
+    };
     std::vector<ReadNote> notes;
+    bool failed = false;
     qint64 at = 0;
-    while (journal.size() - at >= headSize) {
-        Head head;
-        std::memcpy(&head, journal.constData() + at, sizeof head);
-        const qint64 room = journal.size() - at - headSize;
-        if (head.magic != magicMark || head.pathLength <= 0 || head.pathLength > room || head.bytesLength < 0 ||
-            head.bytesLength > room - head.pathLength)
-            break;
-        ReadNote read;
-        JournalNote& note = read.note;
-        note.path = journal.sliced(at + headSize, head.pathLength);
-        note.bytes = journal.sliced(at + headSize + head.pathLength, head.bytesLength);
-        if (head.sum != sumOf(head, note.path, note.bytes))
-            break;
-        note.kind = static_cast<JournalNote::Kind>(head.kind);
-        note.mode = head.mode;
-        note.device = head.device;
-        note.inode = head.inode;
-        note.modifiedSeconds = head.modifiedSeconds;
-        note.modifiedNanoseconds = head.modifiedNanoseconds;
-        note.boot = head.boot;
-        note.offset = head.offset;
-        note.length = head.length;
-        if (!isPossible(note))
-            break;
-        at += headSize + head.pathLength + head.bytesLength;
-        read.end = at;
-        notes.push_back(std::move(read));
+    while (std::optional<ReadNote> read = noteAt(source, at, journal.size(), failed)) {
+        at = read->end;
+        notes.push_back(std::move(*read));
     }
     return notes;
+}
+
+bool inodesSurvive(quint64 fileSystem)
+{
+    constexpr quint64 numbered[] = {0x4d44 /* FAT */, 0x2011bab0 /* exFAT */, 0x65735546 /* FUSE */,
+                                    0xff534d42 /* CIFS */, 0xfe534d42 /* SMB */};
+    return std::find(std::begin(numbered), std::end(numbered), fileSystem) == std::end(numbered);
 }
 
 bool FileHistory::extendTo(qint64 offset, const QByteArray& bytes)
@@ -157,7 +189,10 @@ void FileHistory::setTarget()
 {
     m_target = m_now;
     m_origin.reset();
-    m_changed = false;
+    m_mode.reset();
+    m_link.reset();
+    m_kept.reset();
+    m_made = m_changed = false;
 }
 
 void FileHistory::take(const JournalNote& note)
@@ -167,6 +202,11 @@ void FileHistory::take(const JournalNote& note)
     m_previous = m_now;
     m_placed.reset();
     m_boot = note.boot;
+    if (note.fileSystem != 0) {
+        m_folderInode = note.folderInode;
+        m_folderDevice = note.folderDevice;
+        m_fileSystem = note.fileSystem;
+    }
     switch (note.kind) {
     case JournalNote::Kind::Before:
         if (!first) {
@@ -181,6 +221,7 @@ void FileHistory::take(const JournalNote& note)
     case JournalNote::Kind::Created:
         m_sound = m_sound && !m_now.exists;
         m_inode = 0;
+        m_made = true;
         m_now = {true, {}};
         return;
     case JournalNote::Kind::Removed:
@@ -193,27 +234,44 @@ void FileHistory::take(const JournalNote& note)
                 m_now.exists && note.bytes.size() == m_base + m_now.tail.size() && note.bytes.endsWith(m_now.tail);
             m_sound = m_sound && follows && (m_base == 0 || extendTo(0, note.bytes.first(m_base)));
         }
-        m_mode = note.mode;
-        m_inode = 0;
+        // Only the rights of what stood there at first matter.
+        if (!m_mode && !m_made)
+            m_mode = note.mode;
+        m_inode = note.inode;
         m_now = {};
         return;
     case JournalNote::Kind::Step: {
         const qint64 at = note.offset - m_base;
         m_sound =
             m_sound && m_now.exists && at >= 0 && at <= m_now.tail.size() && note.length <= m_now.tail.size() - at;
+        m_inode = note.inode;
         if (m_sound)
             m_now.tail.replace(at, note.length, note.bytes);
         return;
     }
     case JournalNote::Kind::Placed:
         m_sound = m_sound && !m_now.exists;
-        m_inode = 0;
+        m_inode = note.inode;
+        m_made = true;
         m_placed = note;
         m_now = {true, {}};
         return;
     case JournalNote::Kind::Scratch:
         m_sound = m_sound && isScratchName(note.path);
         m_now = m_previous = {};
+        return;
+    case JournalNote::Kind::Found:
+        m_now = m_previous = {true, note.bytes};
+        return;
+    case JournalNote::Kind::Link:
+        m_link = note.bytes;
+        return;
+    case JournalNote::Kind::Kept:
+        m_sound = m_sound && first;
+        m_kept = m_origin = note;
+        m_mode = note.mode;
+        m_inode = note.inode;
+        m_target.exists = true;
         return;
     }
 }
@@ -223,17 +281,20 @@ qint64 FileHistory::longestTail() const
     return std::max({m_target.tail.size(), m_previous.tail.size(), m_now.tail.size()});
 }
 
-bool FileHistory::explains(const std::optional<QByteArray>& found) const
+bool FileHistory::explains(const std::optional<QByteArray>& found, bool sameFile) const
 {
     std::vector<const QByteArray*> present;
-    bool mayBeMissing = false;
+    bool mayBeMissing = m_kept.has_value();
     for (const State* const state : {&m_now, &m_previous, &m_target}) {
         if (state->exists)
             present.push_back(&state->tail);
         else
             mayBeMissing = true;
     }
-    return found ? isMixtureOf(*found, present) : mayBeMissing;
+    if (!found)
+        return mayBeMissing;
+    return std::any_of(present.begin(), present.end(), [&](const QByteArray* tail) { return *tail == *found; }) ||
+           (sameFile && isMixtureOf(*found, present));
 }
 
 } // namespace orvantine

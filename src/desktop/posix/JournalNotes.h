@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QByteArrayView>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -23,7 +24,13 @@ struct JournalNote
         /// A whole file of `length` bytes and the noted time takes the place of none.
         Placed = 5,
         /// A file on its way to its place, under a name of ours: whatever it holds is nobody's.
-        Scratch = 6
+        Scratch = 6,
+        /// A return has found `bytes` there, from the offset of the first note on, and takes their place.
+        Found = 7,
+        /// A link that leads to `bytes`, and goes.
+        Link = 8,
+        /// A file of `length` bytes, too large for the journal, goes; the store has it under the name `bytes`.
+        Kept = 9
     };
 
     Kind kind = Kind::Before;
@@ -33,6 +40,10 @@ struct JournalNote
     qint64 length = 0;
     quint64 device = 0;
     quint64 inode = 0;
+    /// Of the folder, to tell whether it is away. Its number counts where a medium begins with it, else it is 0.
+    quint64 folderInode = 0;
+    quint64 folderDevice = 0;
+    quint64 fileSystem = 0;
     quint32 mode = 0;
     qint64 modifiedSeconds = 0;
     qint64 modifiedNanoseconds = 0;
@@ -54,8 +65,16 @@ struct ReadNote
     qint64 end = 0;
 };
 
-/// The notes of a journal up to the first that is not whole: the step of a torn one has not begun.
+/// Bytes of a journal; false where they cannot be read.
+using JournalBytes = std::function<bool(qint64 offset, qint64 length, QByteArray& bytes)>;
+
+/// The note at `at`; nothing at the end and where it is not whole: the step of a torn one has not begun. Where a read
+/// fails `failed` is set.
+[[nodiscard]] std::optional<ReadNote> noteAt(const JournalBytes& bytes, qint64 at, qint64 size, bool& failed);
 [[nodiscard]] std::vector<ReadNote> decodedNotes(const QByteArray& journal);
+
+/// Whether a file system gives a file the same number again after it was away.
+[[nodiscard]] bool inodesSurvive(quint64 fileSystem);
 
 /// What a journal tells of one file: how it was at some time, and how it must look now.
 class FileHistory
@@ -80,19 +99,28 @@ public:
     [[nodiscard]] bool changedSinceTarget() const { return m_changed; }
     /// The first note, if it tells of a file that stood; the target has its times.
     [[nodiscard]] const std::optional<JournalNote>& origin() const { return m_origin; }
-    /// Of the file all along; 0 where one of that name was removed or made meanwhile.
+    /// Of the file that the last note tells of; 0 where it is not known.
     [[nodiscard]] quint64 inode() const { return m_inode; }
+    [[nodiscard]] quint64 folderInode() const { return m_folderInode; }
+    [[nodiscard]] quint64 folderDevice() const { return m_folderDevice; }
+    [[nodiscard]] quint64 fileSystem() const { return m_fileSystem; }
+    /// Since the target the file was made by us.
+    [[nodiscard]] bool wasMade() const { return m_made; }
+    /// The link that stood there, and the large file.
+    [[nodiscard]] const std::optional<QByteArray>& link() const { return m_link; }
+    [[nodiscard]] const std::optional<JournalNote>& kept() const { return m_kept; }
     /// What was put in the place of none as a whole, if that is the last that was done.
     [[nodiscard]] const std::optional<JournalNote>& placed() const { return m_placed; }
     [[nodiscard]] quint64 boot() const { return m_boot; }
     /// Rights of the file that was removed.
-    [[nodiscard]] quint32 mode() const { return m_mode; }
+    [[nodiscard]] std::optional<quint32> mode() const { return m_mode; }
 
     /// The longest file that could be explained, from the base on.
     [[nodiscard]] qint64 longestTail() const;
     /// A file as it is found from the base on, nothing where there is none, may have been left so by the noted steps:
-    /// the last one done, not done or done in part, or by a return to the target that was done in part.
-    [[nodiscard]] bool explains(const std::optional<QByteArray>& found) const;
+    /// the last one done, not done or done in part, or by a return to the target that was done in part. Of what is not
+    /// the same file that holds for a whole state only.
+    [[nodiscard]] bool explains(const std::optional<QByteArray>& found, bool sameFile) const;
 
 private:
     bool extendTo(qint64 offset, const QByteArray& bytes);
@@ -102,10 +130,16 @@ private:
     State m_previous;
     State m_now;
     std::optional<JournalNote> m_origin;
-    quint32 m_mode = 0600;
+    std::optional<quint32> m_mode;
+    std::optional<QByteArray> m_link;
+    std::optional<JournalNote> m_kept;
     std::optional<JournalNote> m_placed;
     quint64 m_inode = 0;
     quint64 m_boot = 0;
+    quint64 m_folderInode = 0;
+    quint64 m_folderDevice = 0;
+    quint64 m_fileSystem = 0;
+    bool m_made = false;
     bool m_sound = true;
     bool m_empty = true;
     bool m_changed = false;

@@ -148,6 +148,7 @@ QStringList PosixFiles::folders(const QString& folder) const
 ReadBytes PosixFiles::readBytes(const QString& path) const
 {
     ReadBytes result;
+    m_undo.noteRead();
     const NameLookup::Found found = m_names.find(path);
     if (found.error != 0) {
         result.outcome = isMissing(found.error) ? ReadOutcome::Missing : ReadOutcome::Failed;
@@ -194,6 +195,9 @@ ReadText PosixFiles::readPlaylist(const QString& path)
     if (read.done() && !isText(read.bytes))
         return {};
     if (read.done() && m_options.adoptsHostTexts && needsAdoption(read.bytes)) {
+        // It would be no playlist any more.
+        if (read.bytes.size() + read.bytes.count('\n') > LargestPlaylist)
+            return {};
         read.bytes = adopted(read.bytes);
         const PartChange alone(*this);
         writeBytes(path, read.bytes);

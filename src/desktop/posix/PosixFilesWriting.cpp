@@ -1,5 +1,6 @@
 #include "desktop/posix/HostFile.h"
 #include "desktop/posix/InPlace.h"
+#include "desktop/posix/JournalFolders.h"
 #include "desktop/posix/PosixFiles.h"
 #include "platform/HostText.h"
 
@@ -36,8 +37,10 @@ bool streamCopy(const Descriptor& from, const Descriptor& to, qint64 size)
 
 void PosixFiles::beginCommand()
 {
-    if (!m_undo.running())
-        m_keptForCommand.clear();
+    if (m_undo.running())
+        return;
+    m_keptForCommand.clear();
+    m_undo.tryAgain();
 }
 
 void PosixFiles::noteError(int error)
@@ -100,7 +103,7 @@ bool PosixFiles::claimWrite(const QString& path)
     }
     const std::optional<QByteArray> fresh = isMissing(found.error) ? m_names.creationPath(path) : std::nullopt;
     if (!fresh) {
-        m_fault = WriteFault::NoSuchPlace;
+        noteError(isMissing(found.error) ? ENOENT : found.error);
         return false;
     }
     const QByteArray whole = absolutePath(*fresh);
@@ -124,9 +127,9 @@ bool PosixFiles::endPart()
 
 std::optional<FilesTrouble> PosixFiles::trouble() const
 {
-    if (m_undo.isStuck())
-        return FilesTrouble::Unfinished;
-    return m_undo.hasPlace() ? std::nullopt : std::optional(FilesTrouble::NoSafePlace);
+    if (!m_undo.hasPlace())
+        return FilesTrouble::NoSafePlace;
+    return m_undo.isStuck() ? std::optional(FilesTrouble::Unfinished) : std::nullopt;
 }
 
 bool PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
@@ -168,18 +171,26 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
         target.path = found.path;
         target.file = openRegular(target.path, O_RDWR, info);
         target.size = info.st_size;
-    } else if (mayCreate && isMissing(found.error)) {
+    } else if (!mayCreate || !isMissing(found.error)) {
+        errno = found.error;
+    } else {
         const std::optional<QByteArray> fresh = m_names.creationPath(path);
         if (!fresh) {
             errno = ENOENT;
             return std::nullopt;
         }
         target.path = *fresh;
+        const qint64 mark = m_undo.mark();
         if (!m_undo.willCreate(absolutePath(target.path)))
             return std::nullopt;
         target.file =
             Descriptor(::open(target.path.constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOCTTY, creationMode));
         target.created = true;
+        // Nothing was made, and what may stand there now is somebody else's.
+        if (const int error = errno; !target.file.isOpen()) {
+            static_cast<void>(m_undo.takeBack(mark));
+            errno = error;
+        }
     }
     if (!target.file.isOpen())
         return std::nullopt;
@@ -201,7 +212,8 @@ bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Cont
         return false;
     const qint64 largest = content == Content::TextOnly ? LargestPlaylist : m_options.maximumReadSize;
     QByteArray old;
-    if (target->size > largest || !readAt(target->file, 0, target->size, old) ||
+    errno = EFBIG;
+    if (target->size > largest || !readAt(target->file, 0, target->size, old) || old.size() != target->size ||
         (content == Content::TextOnly && !isText(old)))
         return false;
     if (!target->created && old == bytes)
@@ -252,6 +264,7 @@ bool PosixFiles::replacePart(const QString& path, qint64 offset, qint64 length, 
     const bool moves = bytes.size() != length;
     const qint64 oldLength = moves ? target->size - offset : length;
     QByteArray old;
+    errno = EFBIG;
     if (oldLength > m_options.maximumReadSize || !readAt(target->file, offset, oldLength, old) ||
         old.size() != oldLength)
         return false;
@@ -287,11 +300,16 @@ bool PosixFiles::copy(const QString& from, const QString& to)
 bool PosixFiles::copyOver(const Descriptor& source, const struct stat& info, const QString& to)
 {
     const std::optional<Target> target = openTarget(to, true, info.st_mode & 0666U);
-    if (!target || std::max<qint64>(info.st_size, target->size) > m_options.maximumReadSize)
+    if (!target)
+        return false;
+    errno = EFBIG;
+    if (std::max<qint64>(info.st_size, target->size) > m_options.maximumReadSize)
         return false;
     QByteArray fresh;
     QByteArray old;
-    if (!readAt(source, 0, info.st_size, fresh) || !readAt(target->file, 0, target->size, old))
+    errno = EIO;
+    if (!readAt(source, 0, info.st_size, fresh) || fresh.size() != info.st_size ||
+        !readAt(target->file, 0, target->size, old) || old.size() != target->size)
         return false;
     if (old != fresh && (!keepOld(target->path, old) || !rewrite(*target, 0, old, fresh, {})))
         return false;
@@ -311,7 +329,7 @@ bool PosixFiles::placeCopy(const Descriptor& source, const struct stat& info, co
     const timespec times[2] = {{0, UTIME_OMIT}, info.st_mtim};
     const bool done = fresh.isOpen() && streamCopy(source, fresh, info.st_size) &&
                       ::futimens(fresh.get(), times) == 0 && ::fsync(fresh.get()) == 0 &&
-                      m_undo.willPlace(path, fresh) && ::rename(scratch.constData(), path.constData()) == 0;
+                      m_undo.willPlace(path, fresh) && placeAnew(scratch, path);
     if (!done) {
         const int error = errno;
         ::unlink(scratch.constData());
@@ -333,11 +351,15 @@ bool PosixFiles::removeFile(const NameLookup::Found& found)
     struct stat entry = {};
     if (found.error != 0 || ::lstat(found.path.constData(), &entry) != 0)
         return false;
+    const QByteArray whole = absolutePath(found.path);
     // What a link leads to stays.
+    if (S_ISLNK(entry.st_mode) && !m_undo.willRemoveLink(whole))
+        return false;
     if (S_ISREG(entry.st_mode)) {
         const Descriptor file = openRegular(found.path, O_RDONLY, entry);
-        if (!file.isOpen() || (entry.st_size > 0 && !m_store.keep(absolutePath(found.path), file, entry.st_size)) ||
-            !m_undo.willRemove(absolutePath(found.path)))
+        QByteArray copy;
+        if (!file.isOpen() || (entry.st_size > 0 && !m_store.keep(whole, file, entry.st_size, &copy)) ||
+            !m_undo.willRemove(whole, copy))
             return false;
     }
     return ::unlink(found.path.constData()) == 0;
@@ -369,7 +391,12 @@ bool PosixFiles::makeFolder(const QString& path)
     if (m_names.find(name).error == 0)
         return false;
     const std::optional<QByteArray> fresh = m_names.creationPath(name);
-    return fresh && ::mkdir(fresh->constData(), 0777) == 0;
+    if (!fresh || ::mkdir(fresh->constData(), 0777) != 0)
+        return false;
+    // Where the disk takes no sync the folder stands all the same.
+    const QByteArray whole = absolutePath(*fresh);
+    static_cast<void>(syncPath(whole.first(whole.lastIndexOf('/') + 1)));
+    return true;
 }
 
 bool PosixFiles::clearAttributes(const QString& path)

@@ -1,38 +1,25 @@
 #include "desktop/posix/UndoJournal.h"
 
-#include "desktop/posix/Checksum.h"
 #include "desktop/posix/InPlace.h"
+#include "desktop/posix/JournalFolders.h"
 #include "desktop/posix/PrivateFolder.h"
-#include "desktop/posix/RecoveryStore.h"
 
 #include <QSet>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <ctime>
+#include <climits>
 #include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 
 namespace orvantine {
 namespace {
 
-constexpr qint64 longestJournal = qint64{1} << 30;
-
-QByteArray folderOf(const QByteArray& path)
-{
-    return path.first(std::max<qsizetype>(path.lastIndexOf('/'), 1));
-}
-
-bool syncPath(const QByteArray& path)
-{
-    const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    // What has gone has nothing to be brought to the disk. A folder of a foreign file system may take no sync.
-    return file.isOpen() ? ::fsync(file.get()) == 0 || errno == EINVAL : errno == ENOENT || errno == ENOTDIR;
-}
+constexpr qint64 longestJournal = qint64{256} << 20;
 
 /// Nobody else can have written it: the folder is private, and no other name leads to the file.
 bool isOwnFile(const struct stat& info)
@@ -40,82 +27,35 @@ bool isOwnFile(const struct stat& info)
     return S_ISREG(info.st_mode) && info.st_uid == ::geteuid() && info.st_nlink == 1 && (info.st_mode & 0077) == 0;
 }
 
-quint64 currentBoot()
+/// The folder that a file stands in, or would.
+bool tellFolder(JournalNote& note)
 {
-    static const quint64 boot = [] {
-        const Descriptor file(::open("/proc/sys/kernel/random/boot_id", O_RDONLY | O_CLOEXEC));
-        QByteArray text;
-        return file.isOpen() && readAt(file, 0, 64, text) ? checksum(1, text) : 0;
-    }();
-    return boot;
-}
-
-qint64 bootSeconds()
-{
-    timespec wall = {};
-    timespec sinceBoot = {};
-    ::clock_gettime(CLOCK_REALTIME, &wall);
-    ::clock_gettime(CLOCK_BOOTTIME, &sinceBoot);
-    return wall.tv_sec - sinceBoot.tv_sec;
-}
-
-bool isPlaced(const JournalNote& note, const struct stat& info)
-{
-    return info.st_size == note.length && info.st_mtim.tv_sec == note.modifiedSeconds &&
-           info.st_mtim.tv_nsec == note.modifiedNanoseconds;
-}
-
-/// Nobody has taken the rights away since.
-bool mayWriteAgain(const struct stat& info)
-{
-    constexpr mode_t ownRights = S_IRUSR | S_IWUSR;
-    return (info.st_mode & ownRights) == ownRights;
-}
-
-void setTimes(const Descriptor& file, const std::optional<JournalNote>& origin)
-{
-    if (!origin)
-        return stampNow(file);
-    const timespec times[2] = {{0, UTIME_OMIT}, {origin->modifiedSeconds, origin->modifiedNanoseconds}};
-    ::futimens(file.get(), times);
-}
-
-/// Puts a file where none stands. A return that is broken off leaves at most a file under a name that the next one
-/// takes first.
-bool makeAnew(const QByteArray& path, const FileHistory& history)
-{
-    const QByteArray temporary = scratchName(path);
-    if (::unlink(temporary.constData()) != 0 && errno != ENOENT)
-        return false;
-    const Descriptor file(
-        ::open(temporary.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC | O_NOCTTY, 0600));
-    if (!file.isOpen())
-        return false;
-    bool done = writeAt(file, 0, history.target().tail);
-    // A disk without rights takes none.
-    done = done && (::fchmod(file.get(), static_cast<mode_t>(history.mode()) & 0777U) == 0 || errno == EPERM);
-    if (done)
-        setTimes(file, history.origin());
-    done = done && ::fsync(file.get()) == 0;
+    const QByteArray folder = folderOf(note.path);
     struct stat info = {};
-    done = done && ::lstat(path.constData(), &info) != 0 && errno == ENOENT;
-    done = done && ::rename(temporary.constData(), path.constData()) == 0;
-    if (!done) {
-        const int error = errno;
-        ::unlink(temporary.constData());
-        errno = error;
-    }
-    return done;
+    struct stat above = {};
+    struct statfs system = {};
+    if (::stat(folder.constData(), &info) != 0 || ::stat((folder + "/..").constData(), &above) != 0 ||
+        ::statfs(folder.constData(), &system) != 0)
+        return false;
+    note.folderInode = info.st_dev != above.st_dev ? info.st_ino : 0;
+    note.folderDevice = info.st_dev;
+    note.fileSystem = static_cast<quint32>(system.f_type);
+    return true;
 }
 
 } // namespace
 
 UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store) : m_folder(std::move(folder)), m_store(store)
 {
-    if (!open(false) || m_length == 0)
-        return;
-    m_stuck = m_recovers = true;
-    static_cast<void>(settle());
+    const Opened opened = openStanding();
+    m_stuck = m_recovers = opened == Opened::No || (opened == Opened::Yes && m_length > 0);
+    tryAgain();
+}
+
+void UndoJournal::tryAgain()
+{
+    if (m_stuck && !m_readWhileStuck)
+        static_cast<void>(settle());
 }
 
 bool UndoJournal::hasPlace() const
@@ -131,43 +71,74 @@ bool UndoJournal::hasPlace() const
     return ::access(above.constData(), W_OK | X_OK) == 0;
 }
 
-bool UndoJournal::open(bool create)
+UndoJournal::Opened UndoJournal::openStanding()
+{
+    const auto failed = [] { return errno == ENOENT || errno == ENOTDIR ? Opened::Missing : Opened::No; };
+    struct stat info = {};
+    if (m_folder.isEmpty())
+        return Opened::Missing;
+    if (::lstat(m_folder.constData(), &info) != 0)
+        return failed();
+    // Where others may write is no place for a journal, and what lies there is not believed.
+    const bool mayBeOurs = S_ISDIR(info.st_mode) && info.st_uid == ::geteuid();
+    const QByteArray path = m_folder + "/Undo";
+    if (!isPrivateFolder(m_folder)) {
+        if (!mayBeOurs || ::lstat(path.constData(), &info) != 0)
+            return mayBeOurs ? failed() : Opened::Missing;
+        errno = EACCES;
+        return Opened::No;
+    }
+    Descriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0)
+        return failed();
+    if (!isOwnFile(info)) {
+        errno = EACCES;
+        return Opened::No;
+    }
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
+        return Opened::No;
+    m_length = info.st_size;
+    m_lastWritten = info.st_mtim;
+    m_file = std::move(file);
+    return Opened::Yes;
+}
+
+bool UndoJournal::openForNotes()
 {
     if (m_file.isOpen())
         return true;
-    if (create ? !preparePrivateFolder(m_folder) : !isPrivateFolder(m_folder))
+    if (!preparePrivateFolder(m_folder))
         return false;
-    const QByteArray path = m_folder + "/Undo";
-    const int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | (create ? O_CREAT : 0);
-    Descriptor file(::open(path.constData(), flags, 0600));
-    struct stat info = {};
-    if (!file.isOpen() || ::fstat(file.get(), &info) != 0)
-        return false;
-    if (!isOwnFile(info)) {
-        errno = EACCES;
-        return false;
+    Opened opened = openStanding();
+    if (opened == Opened::Missing) {
+        const Descriptor fresh(::open((m_folder + "/Undo").constData(),
+                                      O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY, 0600));
+        // A new name in the folder.
+        if (!fresh.isOpen() || !syncPath(m_folder))
+            return false;
+        opened = openStanding();
     }
-    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0)
-        return false;
-    // A new name in the folder.
-    if (info.st_size == 0 && create && !syncPath(m_folder))
-        return false;
-    m_length = info.st_size;
-    m_file = std::move(file);
-    return true;
+    if (opened != Opened::Yes || m_length == 0)
+        return opened == Opened::Yes;
+    // What stands there is of another run, whatever kept the start from seeing it.
+    m_stuck = m_recovers = m_readWhileStuck = true;
+    errno = EIO;
+    return false;
 }
 
 bool UndoJournal::settle()
 {
-    if (m_stuck && putBack(0) && cutTo(0))
+    if (m_stuck && !m_file.isOpen() && openStanding() == Opened::Missing)
         m_stuck = m_recovers = false;
+    if (m_stuck && m_file.isOpen() && putBack(0) && cutTo(0))
+        m_stuck = m_recovers = m_rewrites = false;
     return !m_stuck;
 }
 
 void UndoJournal::begin()
 {
     if (m_depth++ == 0)
-        static_cast<void>(settle());
+        tryAgain();
 }
 
 bool UndoJournal::end()
@@ -178,11 +149,13 @@ bool UndoJournal::end()
     const int error = errno;
     if (!done && m_length > 0 && !m_stuck) {
         m_stuck = true;
-        static_cast<void>(settle());
+        m_readWhileStuck = false;
+        tryAgain();
     }
     m_failed = false;
     m_touched.clear();
     m_coveredFrom.clear();
+    m_names.clear();
     errno = error;
     return done;
 }
@@ -190,7 +163,8 @@ bool UndoJournal::end()
 void UndoJournal::beginPart()
 {
     begin();
-    m_parts.push_back({m_length, std::exchange(m_failed, false)});
+    // Behind a step that failed nothing is done, in a part neither.
+    m_parts.push_back({m_length, m_failed});
 }
 
 bool UndoJournal::endPart()
@@ -199,6 +173,10 @@ bool UndoJournal::endPart()
     m_parts.pop_back();
     if (m_depth == 1)
         return end();
+    if (part.failedBefore) {
+        end();
+        return false;
+    }
     const bool done = !m_failed;
     if (!done && m_length > part.start) {
         const int error = errno;
@@ -208,7 +186,6 @@ bool UndoJournal::endPart()
     } else {
         m_failed = false;
     }
-    m_failed = m_failed || part.failedBefore;
     return end() && done;
 }
 
@@ -218,6 +195,12 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
     struct stat info = {};
     if (::fstat(file.get(), &info) != 0)
         return false;
+    // One file is told of under one name, whatever other ones lead to it.
+    const auto firstName = m_names.constFind({info.st_dev, info.st_ino});
+    struct stat there = {};
+    if (firstName != m_names.constEnd() && *firstName != path && ::stat(firstName->constData(), &there) == 0 &&
+        there.st_dev == info.st_dev && there.st_ino == info.st_ino)
+        return willWrite(file, *firstName, offset, old, length, fresh);
     std::vector<JournalNote> notes;
     const auto known = m_coveredFrom.constFind(path);
     const qint64 covered = known != m_coveredFrom.constEnd() ? *known : info.st_size;
@@ -242,14 +225,18 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
     JournalNote step;
     step.kind = JournalNote::Kind::Step;
     step.path = path;
+    step.device = info.st_dev;
+    step.inode = info.st_ino;
     step.offset = offset;
     step.length = length;
     step.bytes = fresh.toByteArray();
-    const Sync sync = notes.empty() ? Sync::No : Sync::Yes;
+    // What fills a new file is known behind a loss of power too.
+    const Sync sync = notes.empty() && info.st_size > 0 ? Sync::No : Sync::Yes;
     notes.push_back(std::move(step));
     if (!add(std::move(notes), sync))
         return false;
     m_coveredFrom.insert(path, std::min(offset, covered));
+    m_names.insert({info.st_dev, info.st_ino}, path);
     return true;
 }
 
@@ -281,37 +268,82 @@ bool UndoJournal::willPlace(const QByteArray& path, const Descriptor& prepared)
     note.kind = JournalNote::Kind::Placed;
     note.path = path;
     note.length = info.st_size;
+    note.device = info.st_dev;
+    note.inode = info.st_ino;
     note.modifiedSeconds = info.st_mtim.tv_sec;
     note.modifiedNanoseconds = info.st_mtim.tv_nsec;
     return add({std::move(note)}, Sync::Yes);
 }
 
-bool UndoJournal::willRemove(const QByteArray& path)
+bool UndoJournal::willRemove(const QByteArray& path, const QByteArray& copy)
 {
     struct stat info = {};
     const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW));
-    JournalNote note;
-    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || info.st_size > longestJournal ||
-        !readAt(file, 0, info.st_size, note.bytes) || note.bytes.size() != info.st_size)
+    if (!file.isOpen() || ::fstat(file.get(), &info) != 0)
         return false;
-    note.kind = JournalNote::Kind::Removed;
+    JournalNote note;
     note.path = path;
+    note.device = info.st_dev;
+    note.inode = info.st_ino;
+    note.length = info.st_size;
     note.mode = info.st_mode & 0777U;
     note.modifiedSeconds = info.st_mtim.tv_sec;
     note.modifiedNanoseconds = info.st_mtim.tv_nsec;
+    if (!copy.isEmpty() && !m_touched.contains(path)) {
+        note.kind = JournalNote::Kind::Kept;
+        note.bytes = copy;
+    } else {
+        note.kind = JournalNote::Kind::Removed;
+        errno = EFBIG;
+        if (info.st_size > longestJournal || !readAt(file, 0, info.st_size, note.bytes) ||
+            note.bytes.size() != info.st_size)
+            return false;
+    }
     if (!add({std::move(note)}, Sync::Yes))
         return false;
     m_coveredFrom.remove(path);
     return true;
 }
 
+bool UndoJournal::willRemoveLink(const QByteArray& path)
+{
+    JournalNote note;
+    note.kind = JournalNote::Kind::Link;
+    note.path = path;
+    note.bytes.resize(PATH_MAX);
+    const ssize_t length = ::readlink(path.constData(), note.bytes.data(), PATH_MAX);
+    if (length <= 0)
+        return false;
+    note.bytes.truncate(length);
+    return add({std::move(note)}, Sync::Yes);
+}
+
+bool UndoJournal::takeBack(qint64 mark)
+{
+    return cutTo(mark) && rememberCovered();
+}
+
 bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
 {
-    if (m_stuck || m_failed || !running() || !open(true))
+    if (m_stuck || m_failed || !running()) {
+        errno = EIO;
+        return false;
+    }
+    struct stat info = {};
+    const bool gone = m_file.isOpen() && (::fstat(m_file.get(), &info) != 0 || info.st_nlink != 1);
+    if (gone && m_length > 0) {
+        errno = EIO;
+        return false;
+    }
+    if (gone)
+        m_file.close();
+    if (!openForNotes())
         return false;
     QByteArray bytes;
     for (JournalNote& note : notes) {
         note.boot = currentBoot();
+        if (note.kind != JournalNote::Kind::Step && !tellFolder(note))
+            return false;
         bytes += encodedNote(note);
     }
     if (m_length + bytes.size() > longestJournal) {
@@ -326,20 +358,23 @@ bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
     }
     m_length += bytes.size();
     for (const JournalNote& note : notes)
-        if (!m_touched.contains(note.path))
-            m_touched.append(note.path);
+        m_touched.insert(note.path, note.kind);
     return true;
 }
 
-bool UndoJournal::syncTouched() const
+bool UndoJournal::syncTouched()
 {
     QSet<QByteArray> folders;
-    for (const QByteArray& path : m_touched) {
-        if (!syncPath(path))
-            return false;
-        folders.insert(folderOf(path));
-    }
-    return std::all_of(folders.begin(), folders.end(), syncPath);
+    m_syncFailed = m_syncFailed || !std::all_of(m_touched.keyBegin(), m_touched.keyEnd(), [&](const QByteArray& path) {
+                       using Kind = JournalNote::Kind;
+                       const Kind last = m_touched.value(path);
+                       const bool mayBeMissing = last == Kind::Removed || last == Kind::Kept || last == Kind::Link ||
+                                                 last == Kind::Scratch || last == Kind::Created;
+                       folders.insert(folderOf(path));
+                       return syncPath(path) || (mayBeMissing && errno == ENOENT);
+                   });
+    m_syncFailed = m_syncFailed || !std::all_of(folders.begin(), folders.end(), syncPath);
+    return !m_syncFailed;
 }
 
 bool UndoJournal::cutTo(qint64 length)
@@ -348,100 +383,9 @@ bool UndoJournal::cutTo(qint64 length)
         if (!truncateTo(m_file, length))
             return false;
         m_length = length;
+        // Where that fails a loss of power may bring the notes back: what was done since is not explained by them.
+        ::fdatasync(m_file.get());
     }
-    return true;
-}
-
-std::optional<std::vector<ReadNote>> UndoJournal::notes() const
-{
-    QByteArray content;
-    if (m_length > longestJournal || !readAt(m_file, 0, m_length, content))
-        return {};
-    return decodedNotes(content);
-}
-
-bool UndoJournal::rememberCovered()
-{
-    m_coveredFrom.clear();
-    const auto standing = notes();
-    if (!standing)
-        return false;
-    for (const ReadNote& read : *standing) {
-        const JournalNote& note = read.note;
-        if (note.kind == JournalNote::Kind::Before || note.kind == JournalNote::Kind::Created)
-            m_coveredFrom.insert(note.path, note.offset);
-        else if (note.kind == JournalNote::Kind::Removed)
-            m_coveredFrom.remove(note.path);
-    }
-    return true;
-}
-
-bool UndoJournal::putBack(qint64 start)
-{
-    const auto standing = notes();
-    if (!standing)
-        return false;
-    std::vector<std::pair<QByteArray, FileHistory>> files;
-    QHash<QByteArray, std::size_t> places;
-    for (const ReadNote& read : *standing) {
-        const auto place = places.constFind(read.note.path);
-        const std::size_t number = place != places.constEnd() ? *place : files.size();
-        if (number == files.size()) {
-            files.emplace_back(read.note.path, FileHistory());
-            places.insert(read.note.path, number);
-        }
-        files[number].second.take(read.note);
-        if (read.end <= start)
-            files[number].second.setTarget();
-    }
-    bool done = true;
-    for (const auto& [path, history] : files) {
-        if (!history.isSound() || !history.changedSinceTarget())
-            continue;
-        if (!m_touched.contains(path))
-            m_touched.append(path);
-        // The others are put back all the same: the sooner, the less is mixed.
-        done = restore(path, history) && done;
-    }
-    return done && syncTouched();
-}
-
-bool UndoJournal::restore(const QByteArray& path, const FileHistory& history)
-{
-    const FileHistory::State& target = history.target();
-    struct stat info = {};
-    if (::stat(path.constData(), &info) != 0) {
-        const bool missing = errno == ENOENT || errno == ENOTDIR;
-        if (!missing || !target.exists || !history.explains({}))
-            return missing;
-        return makeAnew(path, history);
-    }
-    if (!S_ISREG(info.st_mode) || info.st_uid != ::geteuid())
-        return true;
-    if (isScratchName(path))
-        return ::unlink(path.constData()) == 0;
-    if (history.placed())
-        return !isPlaced(*history.placed(), info) || ::unlink(path.constData()) == 0;
-    // Behind a loss of power the notes of the last steps may be missing: what nobody has touched since is ours.
-    const bool untouched = history.boot() != currentBoot() && info.st_ctim.tv_sec < bootSeconds();
-    const qint64 length = info.st_size - history.base();
-    if (!mayWriteAgain(info) || (history.inode() != 0 && history.inode() != info.st_ino) || length < 0 ||
-        (length > history.longestTail() && !untouched))
-        return true;
-    const Descriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
-    QByteArray found;
-    if (!file.isOpen() || !readAt(file, history.base(), length, found))
-        return false;
-    // Somebody else has changed it, and what was there before is in the store.
-    if (!untouched && !history.explains(found))
-        return true;
-    if (m_recovers && info.st_size > 0)
-        (void)m_store.keep(path, file, info.st_size);
-    if (!target.exists)
-        return ::unlink(path.constData()) == 0;
-    if (found != target.tail && !replaceTail(file, history.base(), found, {target.tail, {}}))
-        return false;
-    setTimes(file, history.origin());
     return true;
 }
 

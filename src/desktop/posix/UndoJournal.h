@@ -4,11 +4,13 @@
 #include "desktop/posix/JournalNotes.h"
 
 #include <QByteArray>
-#include <QByteArrayList>
 #include <QHash>
 
 #include <optional>
+#include <utility>
 #include <vector>
+
+#include <sys/stat.h>
 
 namespace orvantine {
 
@@ -19,6 +21,9 @@ class RecoveryStore;
 /// them: at its end, or at the next start, again and again until that has succeeded. Until then nothing is changed.
 ///
 /// A file that is not as the noted steps left it belongs to whoever has changed it since, and stays.
+///
+/// What was read while something was half done may be half of it. So only what comes up before the first read may put
+/// it back in this process; after that the next start does, and until then nothing is changed.
 ///
 /// One file in the recovery folder, held by a lock: a second program beside the first changes nothing. What stood
 /// before is on the disk before the step that it is for.
@@ -41,8 +46,12 @@ public:
     /// A step of the running change has failed: all of it is put back at its end.
     void fail() { m_failed = running(); }
     [[nodiscard]] bool failed() const { return m_failed; }
-    /// An earlier change could not be put back yet, so nothing may be changed.
+    /// An earlier change could not be put back yet, or its journal not be read, so nothing may be changed.
     [[nodiscard]] bool isStuck() const { return m_stuck; }
+    /// Tries again what is stuck, unless something was read since.
+    void tryAgain();
+    /// The program has read what stands on the disk.
+    void noteRead() const { m_readWhileStuck = m_readWhileStuck || m_stuck; }
     /// There is a place for it that is this user's alone, or it can be made.
     [[nodiscard]] bool hasPlace() const;
 
@@ -54,32 +63,55 @@ public:
                                  qint64 length, QByteArrayView fresh);
     /// What is written to the file then is told of as well.
     [[nodiscard]] bool willCreate(const QByteArray& path);
-    /// A regular file.
-    [[nodiscard]] bool willRemove(const QByteArray& path);
+    /// A regular file; a large one has a copy in the store.
+    [[nodiscard]] bool willRemove(const QByteArray& path, const QByteArray& copy);
+    [[nodiscard]] bool willRemoveLink(const QByteArray& path);
     /// A file under the scratch name of `path` is on its way.
     [[nodiscard]] bool willPrepare(const QByteArray& path);
     /// And takes the place of none.
     [[nodiscard]] bool willPlace(const QByteArray& path, const Descriptor& prepared);
 
+    /// The notes behind `mark` are of a step that has done nothing.
+    [[nodiscard]] qint64 mark() const { return m_length; }
+    [[nodiscard]] bool takeBack(qint64 mark);
+
 private:
+    using Index = std::vector<std::pair<QByteArray, std::vector<qint64>>>;
     struct Part
     {
         qint64 start = 0;
         bool failedBefore = false;
     };
     enum class Sync { Yes, No };
+    enum class Opened {
+        Yes,
+        /// There is none.
+        Missing,
+        /// With `errno`; whether it holds anything is unknown.
+        No
+    };
 
-    bool open(bool create);
+    /// One that stands already.
+    [[nodiscard]] Opened openStanding();
+    /// A new one, or an empty one.
+    [[nodiscard]] bool openForNotes();
     bool add(std::vector<JournalNote> notes, Sync sync);
     /// Brings what was touched to the disk.
-    [[nodiscard]] bool syncTouched() const;
+    [[nodiscard]] bool syncTouched();
     /// Lets the notes behind `length` go.
     bool cutTo(qint64 length);
-    /// The notes that stand, from the disk.
-    [[nodiscard]] std::optional<std::vector<ReadNote>> notes() const;
+    /// A note from the disk.
+    [[nodiscard]] std::optional<ReadNote> read(qint64 at, bool& failed) const;
+    /// Where the notes that stand begin, by path.
+    [[nodiscard]] std::optional<Index> index() const;
+    /// Lets what somebody else may have done to a file be known to a second return.
+    [[nodiscard]] bool noteFound(const QByteArray& path, const QByteArray& found);
     /// The files are again as they were when the journal was `start` bytes long. False if that is not so yet.
     bool putBack(qint64 start);
     bool restore(const QByteArray& path, const FileHistory& history);
+    bool restoreStanding(const QByteArray& path, const FileHistory& history, const struct stat& info);
+    /// Nobody but us has touched the file, though the notes do not tell what it holds.
+    [[nodiscard]] bool isUntouched(const FileHistory& history, const struct stat& info) const;
     /// What `willChange` knows, from the notes that stand.
     [[nodiscard]] bool rememberCovered();
     /// Nothing of an earlier change is left, or it is put back now.
@@ -92,12 +124,21 @@ private:
     int m_depth = 0;
     bool m_failed = false;
     bool m_stuck = false;
+    mutable bool m_readWhileStuck = false;
     /// What is put back is a command of an earlier run: what it has written goes to the store first.
     bool m_recovers = false;
     std::vector<Part> m_parts;
     /// By path, from which offset on the old bytes are noted up to the file's end.
     QHash<QByteArray, qint64> m_coveredFrom;
-    QByteArrayList m_touched;
+    /// By path, the last note.
+    QHash<QByteArray, JournalNote::Kind> m_touched;
+    /// By device and inode, the name under which a written file is told of.
+    QHash<std::pair<quint64, quint64>, QByteArray> m_names;
+    bool m_syncFailed = false;
+    /// What seems to be on the disk may not be.
+    bool m_rewrites = false;
+    /// The end of the run that the notes are of.
+    timespec m_lastWritten = {};
 };
 
 } // namespace orvantine
