@@ -3,6 +3,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -227,6 +228,17 @@ TEST_F(RegSettingsTest, OfADamagedFileTheReadableLinesSurviveAndTheOldOneIsPutAs
     ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
     EXPECT_EQ(bytes(m_file + u".beschädigt-1"_s), damaged);
     EXPECT_EQ(bytes(m_file + u".beschädigt-2"_s), "Müll");
+}
+
+TEST_F(RegSettingsTest, ADamagedFileBehindALinkIsPutAsideItself)
+{
+    put("Müll");
+    const QString real = m_file + u".echt"_s;
+    ASSERT_TRUE(QFile::rename(m_file, real) && QFile::link(real, m_file));
+    ASSERT_TRUE(m_settings.createKey(Hive::CurrentUser, SettingsKey));
+    const QString aside = m_file + u".beschädigt-1"_s;
+    EXPECT_FALSE(QFileInfo(aside).isSymLink());
+    EXPECT_EQ(bytes(aside), "Müll");
 }
 
 TEST_F(RegSettingsTest, BinaryRubbishAndHugeFilesAreSurvived)
