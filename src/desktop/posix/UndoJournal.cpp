@@ -4,8 +4,6 @@
 #include "desktop/posix/JournalFolders.h"
 #include "desktop/posix/PrivateFolder.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <cerrno>
 #include <climits>
@@ -45,11 +43,27 @@ bool tellFolder(JournalNote& note)
 
 } // namespace
 
-UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store) : m_folder(std::move(folder)), m_store(store)
+UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store, const char* name)
+    : m_folder(std::move(folder)), m_name(name), m_store(store)
 {
     const Opened opened = openStanding();
     m_stuck = m_recovers = opened == Opened::No || (opened == Opened::Yes && m_length > 0);
+}
+
+UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store) : UndoJournal(std::move(folder), store, "/Undo")
+{
+    openWaiting();
+    m_stuck = m_stuck || (m_waiting->m_stuck && !m_waiting->onlyWaits());
     tryAgain();
+}
+
+UndoJournal::~UndoJournal() = default;
+
+void UndoJournal::openWaiting()
+{
+    m_waiting.reset(new UndoJournal(m_folder, m_store, "/Waiting"));
+    if (m_waiting->m_stuck)
+        static_cast<void>(m_waiting->settle());
 }
 
 void UndoJournal::tryAgain()
@@ -81,7 +95,7 @@ UndoJournal::Opened UndoJournal::openStanding()
         return failed();
     // Where others may write is no place for a journal, and what lies there is not believed.
     const bool mayBeOurs = S_ISDIR(info.st_mode) && info.st_uid == ::geteuid();
-    const QByteArray path = m_folder + "/Undo";
+    const QByteArray path = m_folder + m_name;
     if (!isPrivateFolder(m_folder)) {
         if (!mayBeOurs || ::lstat(path.constData(), &info) != 0)
             return mayBeOurs ? failed() : Opened::Missing;
@@ -111,7 +125,7 @@ bool UndoJournal::openForNotes()
         return false;
     Opened opened = openStanding();
     if (opened == Opened::Missing) {
-        const Descriptor fresh(::open((m_folder + "/Undo").constData(),
+        const Descriptor fresh(::open((m_folder + m_name).constData(),
                                       O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY, 0600));
         // A new name in the folder.
         if (!fresh.isOpen() || !syncPath(m_folder))
@@ -128,9 +142,14 @@ bool UndoJournal::openForNotes()
 
 bool UndoJournal::settle()
 {
+    if (m_waiting && m_waiting->m_stuck && !m_waiting->onlyWaits()) {
+        openWaiting();
+        if (m_waiting->m_stuck && !m_waiting->onlyWaits())
+            return false;
+    }
     if (m_stuck && !m_file.isOpen() && openStanding() == Opened::Missing)
         m_stuck = m_recovers = false;
-    if (m_stuck && m_file.isOpen() && putBack(0) && cutTo(0))
+    if (m_stuck && m_file.isOpen() && (putBack(0) || (m_waiting && onlyWaits() && moveAway())) && cutTo(0))
         m_stuck = m_recovers = m_rewrites = false;
     return !m_stuck;
 }
@@ -325,7 +344,10 @@ bool UndoJournal::takeBack(qint64 mark)
 
 bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
 {
-    if (m_stuck || m_failed || !running()) {
+    const bool waits = m_waiting->m_stuck && std::any_of(notes.begin(), notes.end(), [this](const JournalNote& note) {
+                           return m_waiting->m_away.contains(note.path);
+                       });
+    if (m_stuck || m_failed || !running() || waits) {
         errno = EIO;
         return false;
     }

@@ -5,7 +5,9 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QSet>
 
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -25,6 +27,8 @@ class RecoveryStore;
 /// What was read while something was half done may be half of it. So only what comes up before the first read may put
 /// it back in this process; after that the next start does, and until then nothing is changed.
 ///
+/// What is on a disk that is away waits in a journal of its own, and only these files are not changed until then.
+///
 /// One file in the recovery folder, held by a lock: a second program beside the first changes nothing. What stood
 /// before is on the disk before the step that it is for.
 class UndoJournal
@@ -33,6 +37,9 @@ public:
     /// Puts back what a killed program left half done; what stands in the way of that goes to the store. `folder` is
     /// made at the first note; "" for no journal.
     UndoJournal(QByteArray folder, RecoveryStore& store);
+    UndoJournal(const UndoJournal&) = delete;
+    UndoJournal& operator=(const UndoJournal&) = delete;
+    ~UndoJournal();
 
     /// Calls nest; only the outermost pair counts.
     void begin();
@@ -108,6 +115,12 @@ private:
     [[nodiscard]] bool noteFound(const QByteArray& path, const QByteArray& found);
     /// The files are again as they were when the journal was `start` bytes long. False if that is not so yet.
     bool putBack(qint64 start);
+    /// What stands in the way is nothing but files on disks that are away.
+    [[nodiscard]] bool onlyWaits() const { return m_stuck && !m_failedReturn && !m_away.isEmpty(); }
+    /// Opens the journal of what waits, and tries to put it back.
+    void openWaiting();
+    /// Their notes go over to that journal.
+    [[nodiscard]] bool moveAway();
     bool restore(const QByteArray& path, const FileHistory& history);
     bool restoreStanding(const QByteArray& path, const FileHistory& history, const struct stat& info);
     /// Nobody but us has touched the file, though the notes do not tell what it holds.
@@ -117,8 +130,15 @@ private:
     /// Nothing of an earlier change is left, or it is put back now.
     bool settle();
 
+    UndoJournal(QByteArray folder, RecoveryStore& store, const char* name);
+
     QByteArray m_folder;
+    QByteArray m_name;
     RecoveryStore& m_store;
+    std::unique_ptr<UndoJournal> m_waiting;
+    /// Found by the last return: files on disks that are away, and whether another one could not be put back.
+    QSet<QByteArray> m_away;
+    bool m_failedReturn = false;
     Descriptor m_file;
     qint64 m_length = 0;
     int m_depth = 0;

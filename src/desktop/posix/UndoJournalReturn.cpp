@@ -172,8 +172,11 @@ bool UndoJournal::putBack(qint64 start)
     const auto files = index();
     if (!files)
         return false;
+    m_away.clear();
+    m_failedReturn = true;
     m_rewrites = std::exchange(m_syncFailed, false) || m_rewrites || m_recovers;
     bool done = true;
+    bool othersDone = true;
     QSet<QByteArray> folders;
     for (const auto& [path, places] : *files) {
         FileHistory history;
@@ -190,16 +193,56 @@ bool UndoJournal::putBack(qint64 start)
             continue;
         // Notes that contradict one another lead nowhere, but they stay for whoever looks.
         if (!history.isSound()) {
-            done = m_store.keep(m_folder + "/Undo", m_file, m_length) && done;
+            othersDone = m_store.keep(m_folder + m_name, m_file, m_length) && othersDone;
             continue;
         }
         // The others are put back all the same: the sooner, the less is mixed.
-        done = restore(path, history) && done;
+        done = restore(path, history);
+        othersDone = othersDone && (done || m_away.contains(path));
         folders.insert(folderOf(path));
     }
     for (const QByteArray& folder : std::as_const(folders))
         m_syncFailed = m_syncFailed || (!syncPath(folder) && !isMissing(errno));
-    return done && !m_syncFailed;
+    m_failedReturn = !othersDone || m_syncFailed;
+    return !m_failedReturn && m_away.isEmpty();
+}
+
+bool UndoJournal::moveAway()
+{
+    m_waiting.reset();
+    QByteArray bytes;
+    bool failedToRead = false;
+    {
+        UndoJournal standing(m_folder, m_store, "/Waiting");
+        bool failed = false;
+        qint64 at = 0;
+        while (const std::optional<ReadNote> note = standing.read(at, failed)) {
+            at = note->end;
+            // Those that were moved before the program died once more come from here.
+            if (m_away.contains(note->note.path))
+                continue;
+            bytes += encodedNote(note->note);
+        }
+        if (failed || (standing.m_stuck && !standing.m_file.isOpen()))
+            failedToRead = true;
+    }
+    bool failed = false;
+    qint64 at = 0;
+    while (const std::optional<ReadNote> note = read(at, failed)) {
+        at = note->end;
+        if (m_away.contains(note->note.path))
+            bytes += encodedNote(note->note);
+    }
+    const QByteArray place = m_folder + "/Waiting";
+    const QByteArray fresh = place + ".neu";
+    ::unlink(fresh.constData());
+    const Descriptor file(::open(fresh.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0600));
+    const timespec times[2] = {{0, UTIME_OMIT}, m_lastWritten};
+    const bool moved = !failed && !failedToRead && file.isOpen() && writeAt(file, 0, bytes) &&
+                       ::futimens(file.get(), times) == 0 && ::fsync(file.get()) == 0 &&
+                       ::rename(fresh.constData(), place.constData()) == 0 && syncPath(m_folder);
+    openWaiting();
+    return moved;
 }
 
 bool UndoJournal::isUntouched(const FileHistory& history, const struct stat& info) const
@@ -230,8 +273,12 @@ bool UndoJournal::restore(const QByteArray& path, const FileHistory& history)
     struct stat info = {};
     if (history.link()) {
         const bool stands = ::lstat(path.constData(), &info) == 0;
-        if (!stands && (!isMissing(errno) || !folderIsKnown(path, history)))
+        if (!stands && !isMissing(errno))
             return false;
+        if (!stands && !folderIsKnown(path, history)) {
+            m_away.insert(path);
+            return false;
+        }
         if (!stands && !linkAgain(path, history))
             return false;
         // What it leads to was not changed.
@@ -240,8 +287,12 @@ bool UndoJournal::restore(const QByteArray& path, const FileHistory& history)
     }
     if (::stat(path.constData(), &info) == 0)
         return restoreStanding(path, history, info);
-    if (!isMissing(errno) || !folderIsKnown(path, history))
+    if (!isMissing(errno))
         return false;
+    if (!folderIsKnown(path, history)) {
+        m_away.insert(path);
+        return false;
+    }
     // With its folder it has gone by somebody else's hand.
     if (!history.target().exists || !history.explains({}, true) || ::access(folderOf(path).constData(), F_OK) != 0)
         return true;
