@@ -180,6 +180,20 @@ TEST(CoverPicture, AJpegOfCountlessScansIsRefused)
     EXPECT_TRUE(coverPicture(bytes).isNull());
 }
 
+/// It asks for two bytes for each of its samples, of 178 bytes of its own.
+TEST(CoverPicture, AProgressiveJpegThatWantsHundredsOfMegabytesIsRefused)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(true);
+    ASSERT_TRUE(writer.write(plain({40, 20}, Qt::blue)));
+    const qsizetype head = bytes.indexOf(QByteArray("\xFF\xC2\x00\x11\x08", 5));
+    ASSERT_GT(head, 0);
+    bytes.replace(head + 5, 4, QByteArray("\x28\xA0\x28\xA0", 4));
+    EXPECT_TRUE(coverPicture(bytes).isNull());
+}
+
 TEST(CoverPicture, EveryCutAndEveryFlippedByteOfAPictureIsSurvived)
 {
     for (const QByteArray& whole :

@@ -3,6 +3,8 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <algorithm>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -12,11 +14,13 @@ namespace {
 /// Larger pictures are read smaller. Enough for the panel at four times its size.
 constexpr int LargestSide = 800;
 constexpr int AllocationLimitMegabytes = 256;
-/// More than any camera of today takes. A JPEG is made smaller while it is decoded; what else is so large stops at the
-/// allocation limit.
+/// More than any camera of today takes: a JPEG is made smaller while it is decoded line by line.
 constexpr qint64 MostPixels = 110'000'000;
-/// A progressive JPEG goes over all its pixels with each scan.
-constexpr qint64 MostScannedPixels = 20 * MostPixels;
+/// Other pictures are decoded whole, at up to four bytes a pixel.
+constexpr qint64 MostPixelsAtOnce = 40'000'000;
+/// A JPEG of several scans keeps two bytes for each of its samples, and goes over all of them with each scan.
+constexpr qint64 MostKeptSamples = 100'000'000;
+constexpr qint64 MostScannedSamples = 1'000'000'000;
 
 /// How many scans the bytes of a JPEG could hold at the most: inside the data of a scan, FF is always followed by 00.
 qint64 scansOf(const QByteArray& bytes)
@@ -28,12 +32,49 @@ qint64 scansOf(const QByteArray& bytes)
     return scans;
 }
 
+/// What the head of a JPEG tells of the way it is decoded.
+struct JpegHead
+{
+    int components = 0;
+    bool progressive = false;
+    /// Each scan has but some of the components.
+    bool parted = false;
+};
+
+JpegHead jpegHead(const QByteArray& bytes)
+{
+    const auto at = [&bytes](qsizetype i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U; };
+    JpegHead head;
+    for (qsizetype i = 2; i + 4 < bytes.size();) {
+        const unsigned marker = at(i + 1);
+        if (at(i) != 0xFF || marker == 0xFF) {
+            ++i;
+            continue;
+        }
+        const bool isFrame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        if (isFrame) {
+            head.components = static_cast<int>(at(i + 9));
+            head.progressive = (marker & 3U) == 2;
+        } else if (marker == 0xDA) {
+            head.parted = static_cast<int>(at(i + 4)) < head.components;
+            break;
+        }
+        i += 2 + static_cast<qsizetype>(at(i + 2) * 256 + at(i + 3));
+    }
+    return head;
+}
+
 bool isReasonable(QSize size, const QByteArray& format, const QByteArray& bytes)
 {
     const qint64 pixels = qint64{size.width()} * size.height();
-    if (size.isEmpty() || pixels > MostPixels)
+    if (size.isEmpty())
         return false;
-    return format != "jpeg" || pixels * scansOf(bytes) <= MostScannedPixels;
+    if (format != "jpeg")
+        return pixels <= MostPixelsAtOnce;
+    const JpegHead head = jpegHead(bytes);
+    const qint64 samples = pixels * std::max(1, head.components);
+    return pixels <= MostPixels && ((!head.progressive && !head.parted) ||
+                                    (samples <= MostKeptSamples && samples * scansOf(bytes) <= MostScannedSamples));
 }
 
 } // namespace
