@@ -91,8 +91,15 @@ bool writeList(Root& root, TrackList::Hold& hold)
     WholeChange together(root.files);
     const ReadText before = root.files.readText(playlist);
     const QString text = root.tPlayliste.Text.value() + u"\r\n"_s;
-    if (before.outcome != ReadOutcome::Failed && hold.mayReplace(before.text) && writePlaylist(root, playlist, text))
+    if (before.outcome == ReadOutcome::Failed) {
+        root.files.noteFault(WriteFault::Disk);
+        root.files.failWhole();
+    } else if (!hold.mayReplace(before.text)) {
+        tellGrownList(root);
+        root.files.failWhole();
+    } else if (writePlaylist(root, playlist, text)) {
         hold.written(text);
+    }
     if (isUnnamed(playlist))
         moveNewList(root, hold, playlist);
     return together.end();

@@ -8,6 +8,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "platform/FileDirPath.h"
+#include "playlists/TrackRow.h"
 
 namespace orvantine {
 
@@ -53,6 +54,10 @@ void writeList(Root& root, Command& command)
         text = hold.textFor(before.text);
     else if (root.trackList.isOf(path) || !Dateiexistenz::FileExists(root, path))
         text.reset();
+    if (!readable)
+        root.files.noteFault(WriteFault::Disk);
+    else if (hold.valid() && !text && !hold.mayReplace(before.text))
+        tellGrownList(root);
     if (text && writePlaylist(root, path, *text))
         hold.written(*text);
     command.endWait();
@@ -73,6 +78,30 @@ bool maySave(Root& root, Command& command)
     return root.trackList.content() == TrackList::Content::Own;
 }
 
+/// Copies the list to `local`, points its row there and writes the tracks: all of it or nothing. False where it could
+/// not be copied: such a list stays, and is saved, where it lies.
+bool saveAsLocal(Root& root, Command& command, int row, const QString& local)
+{
+    const QString old = root.trackList.path();
+    WholeChange together(root.files, WholeChange::Events::Served);
+    if (!root.files.copy(old, local))
+        return false;
+    const RowIdentity before = identityOf(root, row);
+    setPlaylistPath(root, row, local);
+    root.trackList.hold().follow(local);
+    prepareSave(root);
+    writeList(root, command);
+    if (together.end() || command.ended())
+        return true;
+    // The copy has gone again.
+    if (const int now = rowOf(root, before, row); now > 0 && FileDirPath::isSameFile(playlistPath(root, now), local)) {
+        setPlaylistPath(root, now, old);
+        if (root.trackList.isOf(local))
+            root.trackList.hold().follow(old);
+    }
+    return true;
+}
+
 void saveLocally(Root& root, Command& command)
 {
     ensurePlaylistFolder(root);
@@ -85,11 +114,8 @@ void saveLocally(Root& root, Command& command)
     if (!FileDirPath::isSameFile(old, local) && !isUsedByAnother(root, row, local) && mayHoldPlaylist(root, local)) {
         if (!Dateiexistenz::FileExists(root, old))
             return tellFailure(command);
-        // A list that could not be copied stays, and is saved, where it lies.
-        if (root.files.copy(old, local)) {
-            setPlaylistPath(root, row, local);
-            root.trackList.hold().follow(local);
-        }
+        if (saveAsLocal(root, command, row, local))
+            return;
     }
 
     // The list is a local one now, wherever the DataFolder lies: it is written and does not come back here.

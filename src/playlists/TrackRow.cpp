@@ -1,6 +1,7 @@
 #include "playlists/TrackRow.h"
 
 #include "app/DataFolder.h"
+#include "app/Quiet.h"
 #include "app/TextLimits.h"
 #include "metadata/TrackNames.h"
 #include "platform/FileDirPath.h"
@@ -22,6 +23,11 @@ ListItem itemOf(const TrackRow& row)
                      {.Text = row.path, .ForeColor = row.missing ? Color::DarkRed : Color::ButtonText},
                      {.Text = FileDirPath::FileNameOf(row.path)}};
     return item;
+}
+
+void tellGrownList(Root& root)
+{
+    showQuietly(root, u"Nicht gespeichert: Die Playliste wurde inzwischen von einem anderen Programm geändert."_s);
 }
 
 QString fullPath(const QString& entry, const QString& playlistFolder)

@@ -20,6 +20,9 @@ struct TrackRow
 /// "101", "01", name, path, file name; a missing file in dark red.
 [[nodiscard]] ListItem itemOf(const TrackRow& row);
 
+/// Says quietly that the tracks were not written, as somebody else has put more into the file meanwhile.
+void tellGrownList(Root& root);
+
 /// The path of an entry of a playlist: one without a folder lies beside the list.
 [[nodiscard]] QString fullPath(const QString& entry, const QString& playlistFolder);
 

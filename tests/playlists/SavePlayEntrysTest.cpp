@@ -1,5 +1,6 @@
-
 #include "playlists/SavePlayEntrys.h"
+
+#include "app/Command.h"
 #include "playlists/SavePlaylistsFixture.h"
 
 namespace orvantine::fake {
@@ -283,6 +284,29 @@ TEST_F(SavePlaylists, AListThatCannotBeCopiedIsSavedWhereItLies)
     EXPECT_EQ("/l/liste.m3u", catalogue().subItem(1, 2).toStdString());
     EXPECT_EQ("(missing)", bytes(listPath(u"liste"_s)).toStdString());
     EXPECT_EQ("/m/a.mp3\r\n/m/c.mp3\r\n", listBytes());
+}
+
+TEST_F(SavePlaylists, ALocalCopyThatCannotBeWrittenIsNoneAndTheRowStays)
+{
+    root().mnuLokalePlayliste.Checked = true;
+    tracks().remove(2);
+    desktop.log.failNext(u"files.writeText"_s);
+    runCommand(root(), Changes::Tracks, [this] { SavePlayEntrys(root()); });
+    EXPECT_EQ("/l/liste.m3u", catalogue().subItem(1, 2).toStdString());
+    EXPECT_TRUE(root().trackList.isOf(u"/l/liste.m3u"_s));
+    EXPECT_EQ("(missing)", bytes(listPath(u"liste"_s)).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", listBytes());
+    EXPECT_TRUE(root().quietLine.Visible.value());
+    expectWaitOver();
+}
+
+TEST_F(SavePlaylists, AListThatSomebodyElseMadeLongerIsLeftAloneAndSaysSo)
+{
+    put(u"/l/liste.m3u"_s, "/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n/m/d.mp3\r\n");
+    SavePlayEntrys(root());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n/m/d.mp3\r\n", listBytes());
+    EXPECT_EQ("Nicht gespeichert: Die Playliste wurde inzwischen von einem anderen Programm geändert.",
+              root().quietLine.Caption.value().toStdString());
 }
 
 TEST_F(SavePlaylists, ALocalCopyNeverTakesTheFileOfAnotherRow)
