@@ -64,6 +64,17 @@ bool backUp(Root& root, const QString& file, const QString& backup)
     return root.files.copy(file, backup) && root.files.clearAttributes(backup);
 }
 
+bool backUpDatabase(Root& root)
+{
+    const QString database = databaseFile(root);
+    if (Dateiexistenz::IsMissing(root, database))
+        return true;
+    const bool kept = backUp(root, database, backupFile(root));
+    if (!kept)
+        root.files.failWhole();
+    return kept;
+}
+
 QString unnamedPlaylist(const Root& root)
 {
     return ownFile(root, u".tmp"_s);

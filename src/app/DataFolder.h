@@ -31,6 +31,9 @@ struct Root;
 /// Copies a file to its backup, which its owner may always write: the write protection of the file is not taken over,
 /// and that of an older backup is taken away.
 bool backUp(Root& root, const QString& file, const QString& backup);
+/// Copies the database to its backup. False if it could not be copied, or nobody knows whether there is one; a missing
+/// one needs no copy.
+bool backUpDatabase(Root& root);
 /// DataFolder + stem + ".tmp": stands for "no file yet" in the path of a new playlist.
 [[nodiscard]] QString unnamedPlaylist(const Root& root);
 /// True for a list that stands in a file of that kind.

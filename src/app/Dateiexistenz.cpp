@@ -9,6 +9,11 @@ bool FileExists(const Root& root, const QString& path)
     return root.files.exists(path);
 }
 
+bool IsMissing(const Root& root, const QString& path)
+{
+    return !FileExists(root, path) && root.files.readBytes(path).outcome == ReadOutcome::Missing;
+}
+
 bool FolderExists(const Root& root, const QString& path)
 {
     return root.files.folderExists(path);

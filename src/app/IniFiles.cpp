@@ -5,6 +5,8 @@
 #include "app/TextLimits.h"
 #include "platform/FileDirPath.h"
 
+#include <utility>
+
 namespace orvantine::IniFiles {
 
 namespace {
@@ -12,9 +14,13 @@ namespace {
 constexpr qsizetype LongestValue = 254;
 
 /// What may be written of a database that could not be read is not known.
-bool mayWrite(const Root& root, const QString& file)
+bool mayWrite(Root& root, const QString& file)
 {
-    const bool may = !root.databaseDoubted || !FileDirPath::isSameFile(file, databaseFile(root));
+    const bool isDatabase = FileDirPath::isSameFile(file, databaseFile(root));
+    // A disk that came late, say.
+    if (isDatabase && std::exchange(root.databaseMissing, false))
+        root.databaseDoubted = root.databaseDoubted || root.files.exists(file);
+    const bool may = !root.databaseDoubted || !isDatabase;
     if (!may) {
         root.files.noteFault(WriteFault::Disk);
         root.files.failWhole();

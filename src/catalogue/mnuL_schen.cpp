@@ -69,8 +69,7 @@ void removeFile(Root& root, const QString& path)
 
 void removeRow(Root& root, int row, const QString& path, bool usedElsewhere)
 {
-    if (Dateiexistenz::FileExists(root, databaseFile(root)))
-        backUp(root, databaseFile(root), backupFile(root));
+    backUpDatabase(root);
 
     forgetLastRow(root, row);
     removeCover(root, playlistName(root, row));

@@ -57,8 +57,7 @@ Rewritten rewriteIndex(Root& root, Command& command, const QStringList& lines)
     if (Dateiexistenz::FileExists(root, backupFile(root)))
         root.files.remove(backupFile(root));
 
-    if (Dateiexistenz::FileExists(root, database))
-        backUp(root, database, backupFile(root));
+    backUpDatabase(root);
 
     // Required: deleted before the copy is read, whether there is one or not.
     IniFiles::DeleteSection(root, database, u"Index"_s);

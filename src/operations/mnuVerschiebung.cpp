@@ -2,7 +2,6 @@
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
-#include "app/Dateiexistenz.h"
 #include "app/LisviewMoveEntrys.h"
 #include "app/Registry.h"
 #include "app/Root.h"
@@ -129,7 +128,7 @@ void mnuVerschiebung_Click(Root& root, int index)
     ChecksOff checks(root);
 
     // The next save takes the extras from the copy: that of another day would lose them.
-    if (Dateiexistenz::FileExists(root, databaseFile(root)) && !backUp(root, databaseFile(root), backupFile(root)))
+    if (!backUpDatabase(root))
         return;
 
     Command command(root);

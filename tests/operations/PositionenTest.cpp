@@ -147,8 +147,9 @@ TEST_F(Reordering, AStepOfReadyThatFailsLeavesDatabaseAndCopyAsTheyWereAndNoBoxS
         QString call;
         int number;
     };
-    for (const Fault& fault : {Fault{u"files.copy"_s, 1}, Fault{u"files.remove"_s, 1},
-                               Fault{u"files.replaceBytes"_s, 1}, Fault{u"files.appendBytes"_s, 5}}) {
+    for (const Fault& fault :
+         {Fault{u"files.exists \""_s + database(), 1}, Fault{u"files.copy"_s, 1}, Fault{u"files.remove"_s, 1},
+          Fault{u"files.replaceBytes"_s, 1}, Fault{u"files.appendBytes"_s, 5}}) {
         openDialog([this, &fault] {
             form().LSortView.move(2, 0);
             put(backup(), "[Index]\r\n1b=Frueher\r\n");
