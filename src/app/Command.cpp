@@ -178,11 +178,16 @@ std::optional<FontChoice> Command::font(const FontChoice& present)
     return behindDoor([this, &present] { return m_root.services.choosers.font(present); }).value_or(std::nullopt);
 }
 
-void runCommand(Root& root, Changes changes, const std::function<void()>& run)
+bool isAdmitted(const Root& root, Changes changes)
 {
     // While a list is read there are no tracks to change.
     const bool onTracks = changes == Changes::Tracks || changes == Changes::Both;
-    if (!root.commands.admits(changes) || (onTracks && root.trackList.content() == TrackList::Content::Reading))
+    return root.commands.admits(changes) && !(onTracks && root.trackList.content() == TrackList::Content::Reading);
+}
+
+void runCommand(Root& root, Changes changes, const std::function<void()>& run)
+{
+    if (!isAdmitted(root, changes))
         return;
     const Command command(root, changes);
     run();

@@ -83,6 +83,10 @@ private:
     std::optional<Wait> m_wait;
 };
 
+/// A command that a user asks for may run: none that changes the same waits, and if it changes tracks, no list is being
+/// read.
+[[nodiscard]] bool isAdmitted(const Root& root, Changes changes);
+
 /// Runs a command that a user asked for, unless one that changes the same waits, or a list is read whose tracks it
 /// would change: then it is passed over silently.
 void runCommand(Root& root, Changes changes, const std::function<void()>& run);

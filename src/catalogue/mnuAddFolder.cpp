@@ -10,7 +10,7 @@ namespace orvantine {
 void mnuAddFolder_Click(Root& root)
 {
     // What the finder finds would be passed over in front of a command that waits.
-    if (!root.commands.admits(Changes::Both))
+    if (!isAdmitted(root, Changes::Both))
         return;
     Command command(root);
     if (!indexIsOfToday(root))

@@ -111,7 +111,7 @@ void refresh(Root& root, Command& command)
 void ShowTrackInfo(Root& root, int, int)
 {
     Command command(root);
-    if (root.suchen->Visible.value() || passesChecks(root, command))
+    if (root.suchen->Visible.value() || root.suchen->searching || passesChecks(root, command))
         refresh(root, command);
 }
 

@@ -7,6 +7,7 @@
 #include "platform/FileDirPath.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/PlaylistText.h"
+#include "playlists/TrackRow.h"
 
 #include <algorithm>
 
@@ -91,6 +92,17 @@ std::optional<QString> entriesOfFile(Root& root, const QString& path)
         return {};
     const QString text = closed(read.text);
     return allOrNothing(ownEntries(root, path, text), text);
+}
+
+bool copyToOtherFolder(Root& root, const QString& from, const QString& to)
+{
+    const QStringList entries = entriesOfFile(root, from).value_or(QString()).split(u"\r\n"_s, Qt::SkipEmptyParts);
+    if (std::all_of(entries.begin(), entries.end(), FileDirPath::hasSeparator))
+        return copyPlaylist(root, from, to);
+    QString text;
+    for (const QString& entry : entries)
+        text += fullPath(entry, FileDirPath::FolderOf(from)) + u"\r\n"_s;
+    return writePlaylist(root, to, text + u"\r\n"_s);
 }
 
 } // namespace orvantine

@@ -28,4 +28,8 @@ struct ConvertedList
 /// lines of it are no entries. A missing file has none.
 [[nodiscard]] std::optional<QString> entriesOfFile(Root& root, const QString& path);
 
+/// Copies a list into another folder. Entries without a folder lie beside it and would be found no more: they get its
+/// folder; a list without such entries is copied as it stands.
+bool copyToOtherFolder(Root& root, const QString& from, const QString& to);
+
 } // namespace orvantine

@@ -7,6 +7,19 @@
 
 namespace orvantine {
 
+WalkedFrom::WalkedFrom(Root& root) : m_root(root)
+{
+    if (const int row = root.LListView1.selectedRow(); row > 0)
+        root.indexToKeep = numberOf(root, row);
+    root.errorsToKeep = root.mnuErrorDisplay.Checked;
+}
+
+WalkedFrom::~WalkedFrom()
+{
+    m_root.indexToKeep.reset();
+    m_root.errorsToKeep.reset();
+}
+
 bool openWalkedRow(Root& root, Command& command, int row, const std::function<void()>& behindReading)
 {
     constexpr int Attempts = 2;

@@ -16,6 +16,8 @@
 #include "playlists/PlaylistText.h"
 #include "playlists/TrackRow.h"
 
+#include <algorithm>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -87,7 +89,7 @@ QStringList entriesOf(const Root& root, const QString& path)
         return {};
     QString text = root.files.readText(path).text;
     if (path.endsWith(u".nml"_s, Qt::CaseInsensitive))
-        text = entriesOfNml(text) + u"\r\n"_s;
+        text = entriesOfNml(text.chopped(std::min<qsizetype>(2, text.size()))) + u"\r\n"_s;
     QStringList entries;
     const QList<PlaylistEntry> read = playlistEntries({}, text);
     for (const PlaylistEntry& entry : read)
@@ -162,9 +164,15 @@ void load(Root& root)
 
     Command command(root);
     command.wait();
+    const int failedReads = root.services.profiles.failedReads();
     const std::optional<Counts> counts = lookForFaults(root, command);
     if (!counts)
         return root.services.forms.unload(form);
+    if (root.services.profiles.failedReads() != failedReads) {
+        // What was found is not all that there is.
+        form.LHinweis.Caption = u"Die Datenbank konnte nicht ganz gelesen werden."_s;
+        return;
+    }
     form.LHinweis.Caption = u"Ein Doppelklick oder Enter öffnet die Playliste an dieser Stelle."_s;
     form.LHinweis.Visible = lines.count() > 0;
     form.LAnzahl.Caption = u"Es wurden "_s + QString::number(counts->lists) + u" Playlisten und "_s +

@@ -8,12 +8,14 @@
 #include "app/Help.h"
 #include "app/PlaylistFile.h"
 #include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/NewPlayliste.h"
 #include "platform/FileDirPath.h"
 #include "playlists/AddPlayEntrys.h"
 #include "playlists/GetPlayCounts.h"
 #include "playlists/GetPlayEntrys.h"
+#include "playlists/PlaylistText.h"
 #include "playlists/SavePlayEntrys.h"
 #include "playlists/TextDosConvert.h"
 #include "playlists/TrackRow.h"
@@ -135,7 +137,7 @@ void Command1_Click(Root& root)
     constexpr int Levels = 3;
     constexpr double UntilMoreIsRead = 0.02;
     FindAudio& form = *root.findAudio;
-    Command command(root);
+    Command command(root, Changes::Both);
     const QString folder = FileDirPath::withoutSeparator(form.TDrives.Text);
     if (folder.isEmpty() || form.LFindType.ListIndex <= FindAudio::Heading)
         return command.tell({.text = u"Wählen Sie bitte einen Suchtypen aus der Auswahlliste. "_s,
@@ -158,35 +160,22 @@ void Command1_Click(Root& root)
     tellResult(form, form.stopped);
 }
 
-bool isKnown(const Root& root, const QString& path)
-{
-    for (int row = 1; row <= root.LListView1.count(); ++row)
-        if (FileDirPath::isSameFile(playlistPath(root, row), path))
-            return true;
-    return false;
-}
-
-/// A copy of the list in "Playlisten", whose entries are found from there too. Nothing where it would take the place of
+/// A copy of the list in "Playlisten". Nothing where it would take the place of
 /// another file.
 std::optional<QString> localCopy(Root& root, const QString& path, const QString& title)
 {
     const std::optional<QString> local = playlistFile(root, title);
-    const std::optional<QString> entries = local ? entriesOfFile(root, path) : std::nullopt;
-    if (!entries || Dateiexistenz::FileExists(root, *local))
+    if (!local || !entriesOfFile(root, path) || Dateiexistenz::FileExists(root, *local))
         return {};
     ensurePlaylistFolder(root);
-    QString text;
-    const QString folder = FileDirPath::FolderOf(path);
-    for (const QString& entry : entries->split(u"\r\n"_s, Qt::SkipEmptyParts))
-        text += fullPath(entry, folder) + u"\r\n"_s;
-    return writePlaylist(root, *local, text + u"\r\n"_s) ? local : std::nullopt;
+    return copyToOtherFolder(root, path, *local) ? local : std::nullopt;
 }
 
 /// Takes one list into the catalogue. False if the loop ends.
 bool addPlaylist(Root& root, Command& command, const FoundFile& file, bool& added)
 {
     if (FileDirPath::isSameFile(FileDirPath::withoutSeparator(file.folder), playlistFolder(root)) ||
-        isKnown(root, file.path()))
+        breaksLine(file.path()) || isUsedByAnother(root, 0, file.path()))
         return true;
     if (!mayAddRow(root, command))
         return false;
@@ -196,8 +185,12 @@ bool addPlaylist(Root& root, Command& command, const FoundFile& file, bool& adde
     QString path = local.value_or(file.path());
     if (NewPlayliste(root, path, title)) {
         added = true;
-        root.LListView1.setSubItem(root.LListView1.count(), CatalogueItem::Tracks,
-                                   QString::number(GetPlayCounts(root, path)));
+        const int row = root.LListView1.count();
+        const QString tracks = QString::number(GetPlayCounts(root, path));
+        root.LListView1.setSubItem(row, CatalogueItem::Tracks, tracks);
+        // No save comes behind a list that was added under the filter.
+        if (isFiltered(root))
+            writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Tracks, tracks);
     } else if (local && !command.ended()) {
         root.files.remove(*local);
     }
@@ -230,6 +223,47 @@ QStringList checkedLines(const FindAudio& form)
     return lines;
 }
 
+/// The tracks in sight are those of the file, and all of them.
+bool showsAllOf(const Root& root, const QString& path)
+{
+    return root.trackList.isOf(path) && root.trackList.content() == TrackList::Content::Own;
+}
+
+/// Brings the list back into sight that was open when the finder came up. False where it has gone, cannot be read
+/// whole, or the program has ended.
+bool openBoundList(Root& root, const Command& command)
+{
+    const FindAudio& form = *root.findAudio;
+    if (form.listPath.isEmpty())
+        return false;
+    if (!root.trackList.isOf(form.listPath)) {
+        const int row = rowOf(root, form.row, 0);
+        if (row == 0)
+            return false;
+        openRow(root, row);
+    }
+    return !command.ended() && openOwnTracks(root) && root.trackList.isOf(form.listPath);
+}
+
+/// Shown together; none of them is written before the save. Where another list is opened in the wait, they are added
+/// once more.
+std::optional<TrackList::Hold> addAndSave(Root& root, Command& command, const QStringList& files)
+{
+    for (const bool waits : {true, false}) {
+        if (!openBoundList(root, command))
+            return {};
+        const TrackList::Hold hold = root.trackList.hold();
+        AddPlayEntrys(root, files);
+        if (waits && !command.pause(1.0))
+            return {};
+        if (!hold.valid())
+            continue;
+        SavePlayEntrys(root);
+        return hold;
+    }
+    return {};
+}
+
 void addPlaylists(Root& root, Command& command)
 {
     bool added = false;
@@ -242,16 +276,15 @@ void addPlaylists(Root& root, Command& command)
     openRow(root, row);
     if (command.ended())
         return;
-    if (root.trackList.isOf(playlistPath(root, row)))
+    if (showsAllOf(root, playlistPath(root, row)))
         setTrackCount(root, row);
     root.mnuSpeichern.Click();
 }
 
 void addTracks(Root& root, Command& command)
 {
-    if (!openOwnTracks(root) || root.trackList.path().isEmpty())
+    if (!openBoundList(root, command))
         return;
-    const TrackList::Hold hold = root.trackList.hold();
     const PlaylistIndex index(root);
     QStringList waiting;
     for (const QString& line : checkedLines(*root.findAudio)) {
@@ -269,22 +302,20 @@ void addTracks(Root& root, Command& command)
         }
         waiting.append(file.path());
     }
-    if (command.ended() || !hold.valid())
+    if (command.ended())
         return;
-    // Shown together; none of them is written before the save.
-    AddPlayEntrys(root, waiting);
-    if (!command.pause(1.0) || !hold.valid())
-        return;
-    SavePlayEntrys(root);
-    if (command.ended() || !hold.valid())
+    const std::optional<TrackList::Hold> hold = addAndSave(root, command, waiting);
+    if (!hold || command.ended() || !hold->valid())
         return;
     const int row = rowInSight(root);
-    QString path = root.trackList.path();
-    if (row > 0)
-        path = openRow(root, row);
-    else
-        GetPlayEntrys(root, path);
-    if (row > 0 && !command.ended() && root.trackList.isOf(path))
+    if (row == 0) {
+        // The filter hides its row: what stands beside the tracks is another's.
+        root.trackList.doubt();
+        (void)ownTracks(root);
+        return;
+    }
+    const QString path = openRow(root, row);
+    if (!command.ended() && showsAllOf(root, path))
         setTrackCount(root, row);
 }
 
@@ -328,9 +359,14 @@ void LFindType_Click(FindAudio& form)
         clearResults(form);
 }
 
-void load(FindAudio& form)
+void load(Root& root)
 {
+    FindAudio& form = *root.findAudio;
     clearResults(form);
+    const bool inSight = root.trackList.content() != TrackList::Content::None;
+    const int row = inSight ? rowInSight(root) : root.LListView1.selectedRow();
+    form.row = row > 0 ? identityOf(root, row) : RowIdentity();
+    form.listPath = inSight ? root.trackList.path() : selectedPlaylist(root);
     form.TDrives.Text = QString();
     form.LFindType.ListIndex = FindAudio::Heading;
     form.bOnlyAudio.Value = true;
@@ -360,7 +396,7 @@ FindAudio::FindAudio() : Form(u"FindAudio"_s)
 void setUpFindAudio(Root& root)
 {
     FindAudio& form = *root.findAudio;
-    form.Load = [&form] { load(form); };
+    form.Load = [&root] { load(root); };
     form.Unload = [&form] {
         form.stopped = true;
         clearResults(form);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "catalogue/CatalogueRows.h"
 #include "platform/Form.h"
 
 namespace orvantine {
@@ -43,6 +44,10 @@ struct FindAudio : Form
     bool stopped = false;
     /// What the lines in LFileList are.
     int found = Heading;
+
+    /// The list that was open when the finder came up: the one that the user adds tracks to.
+    RowIdentity row;
+    QString listPath;
 };
 
 void setUpFindAudio(Root& root);

@@ -28,9 +28,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Required: more numbers are looked at than the catalogue has rows.
-constexpr int NumbersLookedAt = 200;
-
 /// One run of the dialog.
 struct Run
 {
@@ -121,7 +118,7 @@ void bOrdner_Click(Root& root, FolderCheck& form)
     if (!network)
         return;
     const QString folder = BrowseFolders(root, network == Answer::Yes ? FolderRoot::Network : FolderRoot::Computer);
-    if (folder.isEmpty() || command.ended())
+    if (folder.isEmpty() || command.ended() || !form.Visible)
         return;
     form.tFolderNew.Text = folder;
     changed(form);
@@ -167,6 +164,7 @@ bool replaceInFile(Run& run, const QString& file, const std::function<bool(const
             run.count += result->count;
         return true;
     }
+    run.root.files.noteFault(WriteFault::Disk);
     return true;
 }
 
@@ -182,7 +180,7 @@ bool backUpList(Root& root, const QString& path, const QStringList& lists)
 
 bool writeList(Root& root, const QString& path, const QStringList& lists, const Replaced& result)
 {
-    if (!Dateiexistenz::FileExists(root, path)) {
+    if (Dateiexistenz::IsMissing(root, path)) {
         // Required: a missing list comes into being, empty. Where it cannot, nothing is lost that had to be told.
         const PartChange alone(root.files);
         root.files.writeBytes(path, {});
@@ -200,7 +198,7 @@ bool replaceInLists(Run& run)
 {
     Root& root = run.root;
     QStringList lists;
-    for (int number = 1; number <= NumbersLookedAt; ++number)
+    for (int number = 1; number <= FolderPreview::NumbersLookedAt; ++number)
         lists += indexValue(root, databaseFile(root), number, EntryKey::Path);
     for (const QString& path : std::as_const(lists))
         if (!path.isEmpty() && mayHoldPlaylist(root, path) &&
@@ -323,6 +321,9 @@ void setUpFolderCheck(Root& root)
 
 void mnuFolderCheck_Click(Root& root)
 {
+    // Its OK would be passed over in front of a command that waits.
+    if (!isAdmitted(root, Changes::Both))
+        return;
     (void)Command(root).showModal(*root.folderCheck);
 }
 

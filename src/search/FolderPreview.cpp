@@ -12,6 +12,7 @@
 #include "search/FolderReplacement.h"
 
 #include <QLocale>
+#include <QSet>
 
 #include <utility>
 
@@ -31,9 +32,16 @@ QString german(qint64 number)
 FolderPreview::FolderPreview(Root& root, QString old, QString fresh)
     : m_root(root), m_old(std::move(old)), m_fresh(std::move(fresh))
 {
-    for (int number = 1; number <= MostPlaylists; ++number)
-        if (const QString path = indexValue(root, databaseFile(root), number, EntryKey::Path); !path.isEmpty())
+    const int failedReads = root.services.profiles.failedReads();
+    QSet<QString> seen;
+    for (int number = 1; number <= NumbersLookedAt; ++number) {
+        const QString path = indexValue(root, databaseFile(root), number, EntryKey::Path);
+        const QString compared = FileDirPath::compared(path);
+        if (!path.isEmpty() && !seen.contains(compared))
             m_lists += path;
+        seen += compared;
+    }
+    m_doubted = root.databaseDoubted || root.services.profiles.failedReads() != failedReads;
 }
 
 bool FolderPreview::step()
@@ -48,7 +56,9 @@ void FolderPreview::lookAt(const QString& path)
 {
     if (!mayHoldPlaylist(m_root, path))
         return;
-    const QByteArray bytes = m_root.files.readBytes(path).bytes;
+    const ReadBytes read = m_root.files.readBytes(path);
+    m_doubted = m_doubted || read.outcome == ReadOutcome::Failed;
+    const QByteArray& bytes = read.bytes;
     FileReplacement replacement(bytes, m_old, m_fresh);
     // A pair that puts together ever more of the old text is left to the run, which can be closed.
     while (replacement.next())
@@ -76,6 +86,8 @@ void FolderPreview::lookAt(const QString& path)
 
 QString FolderPreview::text() const
 {
+    if (m_doubted)
+        return u"Nicht alle Playlisten konnten gelesen werden."_s;
     if (m_entries == 0)
         return u"Kein Eintrag in den Playlisten würde sich ändern."_s;
     const QString entries =

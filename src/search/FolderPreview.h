@@ -11,6 +11,9 @@ struct Root;
 class FolderPreview
 {
 public:
+    /// Required: more numbers than the catalogue has rows.
+    static constexpr int NumbersLookedAt = 200;
+
     FolderPreview(Root& root, QString old, QString fresh);
 
     /// Looks at the next list; false if there is none left.
@@ -29,6 +32,8 @@ private:
     const QString m_fresh;
     QStringList m_lists;
     qsizetype m_next = 0;
+    /// Not every list could be read.
+    bool m_doubted = false;
     qint64 m_entries = 0;
     qint64 m_changedLists = 0;
     qint64 m_existing = 0;

@@ -21,11 +21,7 @@ namespace {
 class Frozen
 {
 public:
-    explicit Frozen(Root& root)
-        : m_root(root),
-          m_errors(root.mnuErrorDisplay.Checked),
-          m_names(root.pDateiname.Visible),
-          m_status(root.pCopyStatus.Visible)
+    explicit Frozen(Root& root) : m_root(root), m_from(root), m_errors(root.mnuErrorDisplay.Checked)
     {
         root.mnuErrorDisplay.Checked = false;
         root.pCovers.Enabled = false;
@@ -35,14 +31,12 @@ public:
     ~Frozen()
     {
         m_root.services.forms.unload(*m_root.kopieren);
-        m_root.mnuErrorDisplay.Checked = m_errors;
+        if (m_errors)
+            m_root.mnuErrorDisplay.Checked = true;
         if (m_root.services.events.ended())
             return;
         m_root.pCovers.Enabled = true;
         m_root.Timer2.Enabled = true;
-        m_root.tCopyStatus.Caption = QString();
-        m_root.pCopyStatus.Visible = m_status;
-        m_root.pDateiname.Visible = m_names;
         m_root.Tag = u"0"_s;
     }
     Frozen(const Frozen&) = delete;
@@ -50,7 +44,33 @@ public:
 
 private:
     Root& m_root;
+    WalkedFrom m_from;
     bool m_errors;
+};
+
+/// The panels of the last seconds, away again unless they were in sight before or tell of a track that plays.
+class Panels
+{
+public:
+    explicit Panels(Root& root) : m_root(root), m_names(root.pDateiname.Visible), m_status(root.pCopyStatus.Visible)
+    {
+        root.tCopyStatus.Caption = u"Dateien werden indiziert."_s;
+        root.pDateiname.Visible = true;
+        root.pCopyStatus.Visible = true;
+    }
+    ~Panels()
+    {
+        if (m_root.services.events.ended())
+            return;
+        m_root.tCopyStatus.Caption = QString();
+        m_root.pCopyStatus.Visible = m_status;
+        m_root.pDateiname.Visible = m_names || !m_root.tDateiname.Caption.value().isEmpty();
+    }
+    Panels(const Panels&) = delete;
+    Panels& operator=(const Panels&) = delete;
+
+private:
+    Root& m_root;
     bool m_names;
     bool m_status;
 };
@@ -116,6 +136,12 @@ Outcome indexCatalogue(Root& root, Command& command)
     return Outcome::Done;
 }
 
+/// As texts of paths are compared: the kind of separator and the normal form make no difference, nor does case.
+QString comparedText(const QString& text)
+{
+    return folded(QString(text).replace(u'\\', u'/').normalized(QString::NormalizationForm_C));
+}
+
 /// The index of so many bytes is searched; a larger one would take the memory of the machine.
 constexpr qint64 LargestIndex = 128LL * 1024 * 1024;
 
@@ -177,10 +203,8 @@ void SetIndexFile(Root& root)
             return;
         if (outcome == Outcome::Done) {
             root.Tag = u"1"_s;
-            root.tCopyStatus.Caption = u"Dateien werden indiziert."_s;
             showTexts(root);
-            root.pDateiname.Visible = true;
-            root.pCopyStatus.Visible = true;
+            const Panels panels(root);
             if (!command.yield() || !command.pause(2.0))
                 return;
         }
@@ -204,7 +228,7 @@ PlaylistIndex::PlaylistIndex(const Root& root)
     // Required: the last two characters are taken for the line end.
     if (!read.done() || read.text.size() <= 2)
         return;
-    m_folded = folded(QStringView(read.text).chopped(2));
+    m_folded = comparedText(read.text.chopped(2));
 
     constexpr std::size_t BitsForEach = 8;
     std::size_t bits = 1024;
@@ -231,7 +255,7 @@ int PlaylistIndex::CheckPlaylistFile(const QString& text) const
 {
     if (m_folded.isEmpty())
         return 0;
-    const QString wanted = folded(text);
+    const QString wanted = comparedText(text);
     return mayHold(wanted) && m_folded.contains(wanted) ? 1 : 0;
 }
 

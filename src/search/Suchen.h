@@ -27,6 +27,8 @@ struct Suchen : Form
 
     /// A search is at work.
     bool searching = false;
+    /// Its history could not be read.
+    bool historyDoubted = false;
 };
 
 } // namespace orvantine

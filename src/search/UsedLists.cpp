@@ -17,16 +17,23 @@ std::optional<UsedLists> UsedLists::read(const Root& root)
         used.m_paths += indexValue(root, databaseFile(root), number, EntryKey::Path);
     if (root.databaseDoubted || profiles.failedReads() != failedReads)
         return {};
-    for (const QString& path : std::as_const(used.m_paths))
-        used.m_compared += FileDirPath::compared(path);
+    QStringList paths = used.m_paths;
     for (int row = 1; row <= root.LListView1.count(); ++row)
-        used.m_compared += FileDirPath::compared(playlistPath(root, row));
+        paths += playlistPath(root, row);
+    for (const QString& path : std::as_const(paths)) {
+        used.m_compared += FileDirPath::compared(path);
+        if (const std::optional<FileStamp> stamp = root.files.stamp(path))
+            used.m_files += {stamp->device, stamp->inode};
+    }
     return used;
 }
 
-bool UsedLists::contains(const QString& path) const
+bool UsedLists::contains(const Root& root, const QString& path) const
 {
-    return m_compared.contains(FileDirPath::compared(path));
+    if (m_compared.contains(FileDirPath::compared(path)))
+        return true;
+    const std::optional<FileStamp> stamp = root.files.stamp(path);
+    return stamp && m_files.contains({stamp->device, stamp->inode});
 }
 
 } // namespace orvantine

@@ -11,6 +11,7 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "platform/FileDirPath.h"
+#include "playlists/TextDosConvert.h"
 #include "search/ErrorListe.h"
 #include "search/FileAfterFile.h"
 #include "search/UsedLists.h"
@@ -84,9 +85,9 @@ void Tidying::moveAside(const QString& file)
 {
     const QString backup = backupOfList(file);
     const QString key = FileDirPath::compared(backup);
-    const bool isList = m_used.contains(file);
+    const bool isList = m_used.contains(m_root, file);
     const bool moved =
-        !m_backups.contains(key) && !m_used.contains(backup) && mayHoldPlaylist(m_root, backup) &&
+        !m_backups.contains(key) && !m_used.contains(m_root, backup) && mayHoldPlaylist(m_root, backup) &&
         changeAlone(m_root, [&] { return backUp(m_root, file, backup) && (isList || m_root.files.remove(file)); });
     if (moved)
         m_backups += key;
@@ -143,11 +144,11 @@ void Tidying::copyIn(int number, const QString& path, const QString& local)
     const bool shared = std::any_of(m_moved.begin(), m_moved.end(), isSame);
     const bool taken = std::any_of(m_moved.begin(), m_moved.end(),
                                    [&](const Moved& moved) { return FileDirPath::isSameFile(moved.to, local); });
-    if (!shared && (taken || m_used.contains(local) || m_stayed.contains(FileDirPath::compared(local)) ||
+    if (!shared && (taken || m_used.contains(m_root, local) || m_stayed.contains(FileDirPath::compared(local)) ||
                     !mayHoldPlaylist(m_root, path) || !mayHoldPlaylist(m_root, local)))
         return;
     const bool copied = changeAlone(m_root, [&] {
-        if (!shared && !copyPlaylist(m_root, path, local))
+        if (!shared && !copyToOtherFolder(m_root, path, local))
             return false;
         writeIndexValue(m_root, databaseFile(m_root), number, EntryKey::Path, local);
         return true;

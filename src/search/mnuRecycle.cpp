@@ -4,6 +4,7 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 #include "platform/FileDirPath.h"
 #include "search/FileAfterFile.h"
@@ -19,8 +20,10 @@ namespace {
 bool removeBackups(Root& root, Command& command)
 {
     const std::optional<UsedLists> used = UsedLists::read(root);
-    if (!used)
+    if (!used) {
+        showQuietly(root, u"Nichts bereinigt: Die Datenbank konnte nicht ganz gelesen werden."_s);
         return true;
+    }
     root.LMp3Files.Path = playlistFolder(root);
     root.LMp3Files.Pattern = u"*.bak"_s;
     const QStringList names = root.files.list(root.LMp3Files.Path, root.LMp3Files.Pattern);
@@ -28,7 +31,7 @@ bool removeBackups(Root& root, Command& command)
     const WholeChange together(root.files, WholeChange::Events::Served);
     for (const QString& name : names) {
         const QString file = FileDirPath::join(folder, name);
-        if (!used->contains(file) && Dateiexistenz::FileExists(root, file))
+        if (!used->contains(root, file) && Dateiexistenz::FileExists(root, file))
             (void)changeAlone(root, [&] { return root.files.remove(file); });
         if (!command.yield())
             return false;

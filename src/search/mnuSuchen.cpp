@@ -87,15 +87,27 @@ private:
     Root& m_root;
 };
 
+/// Fills the history. Texts that could not be read must not be taken for none.
+void readHistory(Root& root)
+{
+    Suchen& form = *root.suchen;
+    const int failedReads = root.services.profiles.failedReads();
+    form.Text1.List = QStringList();
+    LoadFindText(root);
+    form.historyDoubted = root.services.profiles.failedReads() != failedReads;
+}
+
 void keepText(Root& root, const QString& text)
 {
     ComboBox& history = root.suchen->Text1;
+    if (root.suchen->historyDoubted)
+        readHistory(root);
     if (FindExact(root, text) < 0) {
         QStringList texts = history.List;
         texts.append(text);
         history.List = texts;
     }
-    if (!history.List.value().isEmpty())
+    if (!history.List.value().isEmpty() && !root.suchen->historyDoubted)
         SaveFindText(root);
 }
 
@@ -108,9 +120,11 @@ void tellProgress(Root& root, int row)
     root.suchen->progress.Caption = u"Durchsucht wird „%1“, %2."_s.arg(playlistName(root, row), rest);
 }
 
-/// What a click on the row shows besides its tracks.
+/// What a click on the row shows besides its tracks, unless another row was clicked meanwhile.
 void showRow(Root& root, int row)
 {
+    if (root.LListView1.selectedRow() != row)
+        return;
     root.LListView1.EnsureVisible(row);
     root.mnuFavoriten.Checked = isFavourite(root, numberOf(root, row));
 }
@@ -164,11 +178,14 @@ void CSuchen_Click(Root& root)
 
     Searching searching(form);
     const Display display(root);
+    const WalkedFrom from(root);
     if (form.bIndexFinder.Value)
         return searchPaths(root, text);
     if (searchTracks(root, command, text) != Found::Nothing)
         return;
-    searching.end();
+    // The dialog that was hidden keeps the checks of the tracks silent no more.
+    if (!isCancelled(root))
+        searching.end();
     if (const int row = selected > 0 ? rowOf(root, playlist, selected) : 0; row > 0) {
         openRow(root, row);
         if (command.ended())
@@ -185,10 +202,12 @@ void load(Root& root)
 {
     Suchen& form = *root.suchen;
     form.CAbbrechen.Tag = QString();
-    form.Text1.List = QStringList();
     form.Text1.ListIndex = -1;
+    readHistory(root);
     form.Text1.Text = QString();
-    LoadFindText(root);
+    form.OVorwärts.Value = true;
+    form.ORückwärts.Value = false;
+    form.bIndexFinder.Value = false;
     enableSearch(form);
 }
 

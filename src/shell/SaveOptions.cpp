@@ -14,9 +14,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+void writeFlag(Root& root, const QString& name, bool flag)
+{
+    writeSetting(root, name, static_cast<qint16>(flag ? 1 : 0));
+}
+
 void writeFlag(Root& root, const QString& name, const MenuItem& item)
 {
-    writeSetting(root, name, static_cast<qint16>(item.Checked.value() ? 1 : 0));
+    writeFlag(root, name, item.Checked.value());
 }
 
 void writeGeometry(Root& root)
@@ -67,14 +72,16 @@ void SaveOptions(Root& root)
     writeGeometry(root);
     writeFont(root);
     saveColumnWidths(root);
+    // A walk over the catalogue selects rows that nobody chose, and holds back what it would tell.
     if (root.LListView1.selectedRow() > 0)
-        writeSetting(root, u"Index"_s, static_cast<qint32>(numberOf(root, root.LListView1.selectedRow())));
+        writeSetting(root, u"Index"_s,
+                     static_cast<qint32>(root.indexToKeep.value_or(numberOf(root, root.LListView1.selectedRow()))));
     writeFlag(root, u"Suche"_s, root.mnuSuchDialog);
     writeFlag(root, u"Position"_s, root.mnuPositionen);
     writeRepeatMode(root);
     writeFlag(root, u"ShowFiles"_s, root.mnuOrvmenu[2]);
     writeFlag(root, u"Lokal"_s, root.mnuLokalePlayliste);
-    writeFlag(root, u"Error"_s, root.mnuErrorDisplay);
+    writeFlag(root, u"Error"_s, root.errorsToKeep.value_or(root.mnuErrorDisplay.Checked.value()));
     writeFlag(root, u"Volume"_s, root.mnuLautstärke);
 }
 

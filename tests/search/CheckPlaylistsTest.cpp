@@ -98,6 +98,29 @@ TEST_F(Checking, ADatabaseThatCannotBeReadMovesNoList)
               root().quietLine.Caption.value().toStdString());
 }
 
+TEST_F(Checking, ACleanUpWithoutADatabaseSaysThatItRemovedNothing)
+{
+    startAll();
+    put(listPath(u"Lose"_s).chopped(3) + u"bak"_s, "alt");
+    put(database(), bytes(database()) + "\r\n");
+    desktop.log.failNext(u"files.readBytes \""_s + database());
+    desktop.messages.answer(Answer::Ok);
+    root().mnuRecycle.Click();
+    EXPECT_EQ("alt", bytes(listPath(u"Lose"_s).chopped(3) + u"bak"_s).toStdString());
+    EXPECT_EQ("Nichts bereinigt: Die Datenbank konnte nicht ganz gelesen werden.",
+              root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(Checking, AListThatLiesBesideItsTracksFindsThemFromItsNewPlace)
+{
+    startAll();
+    put(foreign(), "nah.mp3\r\n/m/Eins 1.mp3\r\n\r\n");
+    put(u"/fremd/nah.mp3"_s, "mp3");
+    check();
+    EXPECT_EQ("/fremd/nah.mp3\r\n/m/Eins 1.mp3\r\n\r\n", stored(3));
+    EXPECT_EQ("nah.mp3\r\n/m/Eins 1.mp3\r\n\r\n", bytes(foreign()).toStdString());
+}
+
 TEST_F(Checking, TheEndOfTheProgramInTheCheckShowsNothingMore)
 {
     startAll();

@@ -394,16 +394,86 @@ TEST_F(Finder, WithoutAListNoTrackIsAdded)
     EXPECT_EQ("", actions());
 }
 
-TEST_F(Finder, AListThatIsOpenedMeanwhileGetsNoTrackOfIt)
+TEST_F(Finder, TheTracksGoToTheListThatWasOpenWhenItCameUp)
+{
+    const std::string before = file(u"Dritte"_s);
+    // Yields of the scan, of the questions and of the reads, and the wait before the save
+    for (int yield = 0; yield <= 14; ++yield) {
+        SCOPED_TRACE(yield);
+        inFinder([&] {
+            if (yield > 0)
+                desktop.events().atYield(yield, [&] { click(3); });
+            else
+                desktop.events().after(std::chrono::milliseconds{500}, [&] { click(3); });
+            scan(u"/such/b/c/d/e"_s, Tracks);
+            form().BReady.Click();
+        });
+        EXPECT_EQ(before, file(u"Dritte"_s));
+        EXPECT_NE(std::string::npos, file(u"Erste"_s).find("lied e.mp3"));
+        EXPECT_EQ("", boxes());
+        putList(u"Erste"_s, {u"/m/Erste 1.mp3"_s, u"/m/Erste 2.mp3"_s});
+        click(2);
+        click(1);
+    }
+}
+
+TEST_F(Finder, AListThatHasGoneMeanwhileGetsNoTrack)
 {
     const std::string before = file(u"Dritte"_s);
     inFinder([&] {
         scan(u"/such/b"_s, Tracks);
-        desktop.events().atYield(2, [&] { click(3); });
+        catalogue().remove(1);
+        click(2);
+        forgetCalls();
         form().BReady.Click();
     });
     EXPECT_EQ(before, file(u"Dritte"_s));
-    EXPECT_EQ(2, tracks().count());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(Finder, UnderTheFilterTheCountOfAnAddedListIsStored)
+{
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(1, catalogue().count());
+    inFinder([&] {
+        scan(u"/such/b/c/d/e"_s, Lists);
+        form().BReady.Click();
+    });
+    EXPECT_NE(std::string::npos, databaseText().find("5b=liste e\r\n"));
+    EXPECT_NE(std::string::npos, databaseText().find("5d=2\r\n"));
+}
+
+TEST_F(Finder, AListThatTheFilterHidesIsKnown)
+{
+    inFinder([&] {
+        scan(u"/such/b/c/d/e"_s, Lists);
+        form().BReady.Click();
+    });
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ(1, catalogue().count());
+    inFinder([&] {
+        scan(u"/such/b/c/d/e"_s, Lists);
+        form().BReady.Click();
+    });
+    EXPECT_EQ(1, catalogue().count());
+}
+
+TEST_F(Finder, AListWhosePathHoldsALineEndIsPassedOver)
+{
+    put(u"/zeile/eins\nzwei.m3u"_s, "/m/Erste 1.mp3\r\n");
+    inFinder([&] {
+        scan(u"/zeile"_s, Lists);
+        form().BReady.Click();
+    });
+    EXPECT_EQ(Before, names());
+}
+
+TEST_F(Finder, DoesNotComeUpInsideARead)
+{
+    forgetCalls();
+    desktop.events().atYield(1, [&] { root().mnuAddFolder.Click(); });
+    click(2);
+    EXPECT_EQ("", calls({u"forms"_s}));
 }
 
 TEST_F(Finder, BuildsTheIndexFirstWhereItIsNotOfToday)

@@ -186,6 +186,65 @@ TEST_F(Remapping, ThePreviewTellsWhatWouldChangeAndWritesNothing)
     EXPECT_FALSE(form().tRuhe.Enabled.value() || form().tVorschau.Enabled.value());
 }
 
+TEST_F(Remapping, ALookThatFailsEmptiesNoList)
+{
+    for (int look = 1; look <= 5; ++look) {
+        SCOPED_TRACE(look);
+        startAll();
+        desktop.log.failNext(u"files.exists \""_s + listPath(u"Zwei"_s), look);
+        remap(u"/m"_s, u"/neu"_s);
+        EXPECT_TRUE(list(u"Zwei"_s) == entries(u"/neu"_s, u"Zwei"_s) || list(u"Zwei"_s) == entries(u"/m"_s, u"Zwei"_s))
+            << list(u"Zwei"_s);
+        desktop.newProcess();
+    }
+}
+
+TEST_F(Remapping, ThePreviewCountsAListThatTwoRowsHaveOnce)
+{
+    putCatalogue({u"Eins"_s});
+    put(database(), bytes(database()) + "200c=" + listPath(u"Eins"_s).toUtf8() + "\r\n");
+    start();
+    desktop.forms().whileModal(u"FolderCheck"_s, [this](Form&) {
+        form().tFolderOld.Text = u"/m"_s;
+        form().tFolderNew.Text = u"/x"_s;
+        form().tFolderNew.Change();
+        desktop.events().run(std::chrono::milliseconds{600});
+        EXPECT_EQ("2 Einträge würden sich ändern (in einer Playliste). Keine der neuen Dateien ist vorhanden.",
+                  form().LVorschau.Caption.value().toStdString());
+        form().bAbbrechen.Click();
+    });
+    root().mnuFolderCheck.Click();
+}
+
+TEST_F(Remapping, ThePreviewLooksAtAsManyNumbersAsTheRun)
+{
+    putCatalogue({u"Eins"_s});
+    put(u"/fern/Letzte.m3u"_s, "/m/a.mp3\r\n");
+    put(database(), bytes(database()) + "200c=/fern/Letzte.m3u\r\n");
+    start();
+    desktop.forms().whileModal(u"FolderCheck"_s, [this](Form&) {
+        form().tFolderOld.Text = u"/m/a"_s;
+        form().tFolderNew.Text = u"/x"_s;
+        form().tFolderNew.Change();
+        desktop.events().run(std::chrono::milliseconds{600});
+        EXPECT_EQ("Ein Eintrag würde sich ändern (in einer Playliste). Keine der neuen Dateien ist vorhanden.",
+                  form().LVorschau.Caption.value().toStdString());
+        form().bAbbrechen.Click();
+    });
+    root().mnuFolderCheck.Click();
+}
+
+TEST_F(Remapping, DoesNotComeUpInFrontOfACommandThatWaits)
+{
+    startAll();
+    desktop.messages.script({Answer::Cancel, {}, {}, {}, [&] {
+                                 forgetCalls();
+                                 root().mnuFolderCheck.Click();
+                                 EXPECT_EQ("", calls({u"forms"_s}));
+                             }});
+    root().mnuLöschen.Click();
+}
+
 TEST_F(Remapping, WhicheverStepFailsEachListIsAsItWasOrChanged)
 {
     startAll();

@@ -1,7 +1,9 @@
 #include "search/IndexFiles.h"
 
 #include "app/DataFolder.h"
+#include "app/Registry.h"
 #include "playback/PlaybackWorld.h"
+#include "shell/Shutdown.h"
 #include "transfer/Kopieren.h"
 
 namespace orvantine::fake {
@@ -184,6 +186,30 @@ TEST_F(Index, TheEndOfTheProgramLeavesAWholeFile)
     }
 }
 
+TEST_F(Index, AWindowThatIsClosedMeanwhileStoresWhatTheUserHadChosen)
+{
+    for (int yield = 1; yield < 12; ++yield) {
+        SCOPED_TRACE(yield);
+        desktop.newProcess();
+        setting(u"Error"_s, dwordSetting(1));
+        setting(u"Index"_s, dwordSetting(2));
+        desktop.start();
+        desktop.events().atYield(yield, [&] { Form_QueryUnload(root()); });
+        SetIndexFile(root());
+        EXPECT_TRUE(desktop.events().ended());
+        EXPECT_TRUE(readSetting(root(), u"Error"_s).is(1));
+        EXPECT_TRUE(readSetting(root(), u"Index"_s).is(2));
+    }
+}
+
+TEST_F(Index, WhatTheUserSwitchesOnMeanwhileStaysOn)
+{
+    root().mnuErrorDisplay.Checked = false;
+    desktop.events().atYield(5, [&] { root().mnuErrorDisplay.Checked = true; });
+    SetIndexFile(root());
+    EXPECT_TRUE(root().mnuErrorDisplay.Checked.value());
+}
+
 TEST_F(Index, AFailedWriteIsToldAndLeavesWholeLines)
 {
     desktop.log.failNext(u"files.appendBytes"_s);
@@ -209,6 +235,12 @@ TEST_F(Index, AnswersForAPathIgnoringCase)
     EXPECT_EQ(1, check("/m/Erste 1.mp3\r\n/m/ÄRGER.mp3\r\n", u"/M/ERSTE 1.MP3"_s));
     EXPECT_EQ(1, check("/m/Erste 1.mp3\r\n/m/ÄRGER.mp3\r\n", u"/m/ärger.mp3"_s));
     EXPECT_EQ(0, check("/m/Erste 1.mp3\r\n", u"/m/Erste 2.mp3"_s));
+}
+
+TEST_F(Index, AnswersForAPathWhateverItsSeparatorsAndItsNormalForm)
+{
+    EXPECT_EQ(1, check("C:\\M\\eins.mp3\r\n", u"c:/m/Eins.mp3"_s));
+    EXPECT_EQ(1, check("/m/\xC3\xBC.mp3\r\n", u"/m/u\u0308.mp3"_s));
 }
 
 TEST_F(Index, AShortTextMatchesInsideALongerPath)

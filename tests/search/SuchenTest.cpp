@@ -3,6 +3,9 @@
 #include "playback/PlaybackWorld.h"
 #include "search/mnuSuchen.h"
 
+#include "app/Registry.h"
+#include "shell/Shutdown.h"
+
 namespace orvantine::fake {
 
 using namespace Qt::StringLiterals;
@@ -268,6 +271,48 @@ TEST_F(SearchDialog, BringsOnlyTheFirstNineTextsBack)
     root().mnuSuchen.Click();
     EXPECT_EQ("t1\nt2\nt3\nt4\nt5\nt6\nt7\nt8\nt9", lines(form().Text1.List));
     EXPECT_EQ("", form().Text1.Text.value().toStdString());
+}
+
+TEST_F(SearchDialog, AHistoryThatCouldNotBeReadIsNotWrittenOver)
+{
+    put(database(), bytes(database()) + "[Finder]\r\n01=Alt\r\n");
+    desktop.log.failNext(u"files.readBytes \""_s + database());
+    openDialog();
+    search(u"Erste"_s);
+    EXPECT_EQ("01=Alt 02=Erste", history());
+}
+
+TEST_F(SearchDialog, ComesUpAfreshEachTime)
+{
+    openDialog();
+    form().bIndexFinder.Value = true;
+    form().ORückwärts.Value = true;
+    form().OVorwärts.Value = false;
+    root().mnuSuchen.Click();
+    EXPECT_FALSE(form().bIndexFinder.Value.value() || form().ORückwärts.Value.value());
+    EXPECT_TRUE(form().OVorwärts.Value.value());
+}
+
+TEST_F(SearchDialog, AWindowThatIsClosedMeanwhileStoresTheRowThatTheUserHadChosen)
+{
+    openDialog();
+    type(u"nirgends"_s);
+    desktop.events().atYield(4, [&] { Form_QueryUnload(root()); });
+    form().CSuchen.Click();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_TRUE(readSetting(root(), u"Index"_s).is(2));
+}
+
+TEST_F(SearchDialog, ACancelledSearchTellsOfNoMissingTrack)
+{
+    root().mnuErrorDisplay.Checked = true;
+    for (const QString& name : {u"Erste 1"_s, u"Zweite 1"_s, u"Dritte 1"_s})
+        desktop.disk().remove(u"/m/"_s + name + u".mp3"_s);
+    openDialog();
+    desktop.events().atYield(3, [&] { form().CAbbrechen.Click(); });
+    forgetCalls();
+    search(u"nirgends"_s);
+    EXPECT_EQ("", boxes());
 }
 
 TEST_F(SearchDialog, AFailedSaveOfTheHistoryLeavesTheOldOne)
