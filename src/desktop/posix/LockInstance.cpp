@@ -18,6 +18,8 @@ namespace orvantine {
 namespace {
 
 constexpr int answerMilliseconds = 500;
+/// For files: whoever gave up and asked again would hand them over twice.
+constexpr int takingMilliseconds = 10'000;
 constexpr char wish[] = "nach vorn\n";
 constexpr char answer[] = "ok\n";
 constexpr qint64 longestWish = 64;
@@ -153,7 +155,8 @@ void LockInstance::hearOffer(QLocalSocket& socket, const QByteArray& heard)
     for (const QByteArray& line : heard.mid(static_cast<qsizetype>(qstrlen(offer))).split('\n'))
         if (!line.isEmpty())
             paths += QUrl::fromPercentEncoding(line);
-    const bool taken = TakesFiles();
+    // One that has hung up asks again.
+    const bool taken = socket.state() == QLocalSocket::ConnectedState && TakesFiles();
     socket.write(taken ? answer : later);
     socket.flush();
     socket.disconnectFromServer();
@@ -173,7 +176,7 @@ LockInstance::Handing LockInstance::hand(const QString& title, const QStringList
     if (!socket.waitForConnected(answerMilliseconds))
         return Handing::Nobody;
     socket.write(text + '\n');
-    while (!socket.canReadLine() && socket.waitForReadyRead(answerMilliseconds)) {
+    while (!socket.canReadLine() && socket.waitForReadyRead(takingMilliseconds)) {
     }
     return socket.readLine(longestWish) == answer ? Handing::Taken : Handing::Later;
 }
