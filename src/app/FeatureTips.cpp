@@ -14,15 +14,20 @@ using namespace Qt::StringLiterals;
 
 void ShowFeatureTip(Root& root, int id)
 {
+    ShowFeatureTip(root, id, id);
+}
+
+void ShowFeatureTip(Root& root, int gate, int shown)
+{
     const QString tips = programFile(root, root.services.start.stem + u".tip"_s);
     // The start clicks commands as a user would.
-    if (!root.loaded || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, id) != 1)
+    if (!root.loaded || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, gate) != 1)
         return;
-    const auto text = [&root, &tips, id](QChar key) {
-        return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(id) + key);
+    const auto text = [&root, &tips, shown](QChar key) {
+        return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(shown) + key);
     };
     Direkthilfe& form = *root.direkthilfe;
-    form.RHelpID.Caption = QString::number(id);
+    form.RHelpID.Caption = QString::number(shown);
     form.Caption = u"Orvanten Manager\r"_s + text(u'a');
     form.RText.Caption = text(u'b') + u"\n\n"_s + text(u'c');
     // Who goes on asks for the end of the program.

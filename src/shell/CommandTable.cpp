@@ -7,49 +7,34 @@
 #include "catalogue/mnuLaden.h"
 #include "catalogue/mnuNeu.h"
 #include "catalogue/mnuUmbenennen.h"
-#include "metadata/mnuSetTagName.h"
 #include "operations/Eigenschaften.h"
 #include "operations/mnuBeschriftung.h"
 #include "operations/mnuEditCopy.h"
 #include "operations/mnuEditPaste.h"
 #include "operations/mnuFavoriten.h"
-#include "operations/mnuFileKill.h"
-#include "operations/mnuMoveEntry.h"
-#include "operations/mnuSortierung.h"
 #include "operations/mnuVerschiebung.h"
 #include "playback/CoverArt.h"
 #include "playback/PlayerControl.h"
-#include "playback/Timer1.h"
-#include "playlists/SavePlayEntrys.h"
 #include "playlists/mnuAddSounds.h"
 #include "playlists/mnuSpeichernUnter.h"
 #include "search/FolderCheck.h"
 #include "search/mnuCheckPlaylists.h"
-#include "search/mnuRecycle.h"
 #include "search/mnuSuchen.h"
 #include "shell/MainWindow.h"
-#include "shell/Optionen.h"
 #include "shell/Shutdown.h"
-#include "shell/Tastatur.h"
-#include "shell/UpdateCheck.h"
 #include "shell/mnuAddCDs.h"
-#include "shell/mnuEingangsordner.h"
-#include "shell/mnuOpenMediaplayer.h"
-#include "shell/mnuSendtoInstall.h"
 #include "transfer/Datenbank.h"
-#include "transfer/Trackcopy.h"
 #include "transfer/mnuDbSicherungen.h"
 #include "transfer/mnuDbWiederherstellung.h"
-#include "transfer/mnuDeleteDatabase.h"
-#include "transfer/mnuWiederherstellen.h"
 #include "transfer/mnuHandling.h"
 #include "transfer/mnuPackGo.h"
+#include "transfer/mnuWiederherstellen.h"
 
 namespace orvantine {
 
 std::vector<CommandRow> barRows(Root& r)
 {
-    return {
+    std::vector<CommandRow> rows{
         {.level = 0, .item = &r.mnuVorgänge, .caption = u"&Vorgänge ", .shown = Shown::Submenu},
         {.level = 1, .item = &r.mnuHinzufügen, .caption = u"&Hinzufügen ", .shown = Shown::Submenu},
         {.level = 2,
@@ -406,216 +391,10 @@ std::vector<CommandRow> barRows(Root& r)
          .run = plain<mnuSchriftarten_Click>,
          .icon = u"preferences-desktop-font"},
 
-        {.level = 0, .item = &r.mnuVerwaltung, .caption = u"&Verwaltung ", .shown = Shown::Submenu},
-        {.level = 1,
-         .item = &r.mnuDateiEigenschaften,
-         .caption = u"&Datei-Eigenschaften ... ",
-         .run = plain<mnuDateiEigenschaften_Click>,
-         .tip = 715,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"document-properties"},
-        {.level = 1, .item = &r.Trennung31, .caption = Line},
-        {.level = 1, .item = &r.mnuMoveEntrys, .caption = u"&Einträge verschieben ", .shown = Shown::Submenu},
-        {.level = 2,
-         .item = &r.mnuMoveEntry[1],
-         .caption = u"Aufwärts ",
-         .run = mnuMoveEntry_Click,
-         .index = 1,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"go-up"},
-        {.level = 2,
-         .item = &r.mnuMoveEntry[2],
-         .caption = u"Abwärts ",
-         .run = mnuMoveEntry_Click,
-         .index = 2,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"go-down"},
-        {.level = 1, .item = &r.mnuSortieren, .caption = u"&Playliste sortieren ", .shown = Shown::Submenu},
-        {.level = 2,
-         .item = &r.mnuSortierung[1],
-         .caption = u"&Namen sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 1,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 2,
-         .item = &r.mnuSortierung[2],
-         .caption = u"&Dateinamen sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 2,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 2,
-         .item = &r.mnuSortierung[3],
-         .caption = u"&Track-Nr. sortieren ",
-         .run = mnuSortierung_Click,
-         .index = 3,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 1, .item = &r.mnuWiederholungen, .caption = u"&Wiederholungen ", .shown = Shown::Submenu},
-        {.level = 2,
-         .item = &r.mnuWiederholung[1],
-         .caption = u"&Playliste wiederholen ",
-         .run = mnuWiederholung_Click,
-         .index = 1,
-         .shown = Shown::Switch},
-        {.level = 2,
-         .item = &r.mnuWiederholung[2],
-         .caption = u"&Sounddatei wiederholen ",
-         .start = Start::Disabled,
-         .run = mnuWiederholung_Click,
-         .index = 2,
-         .shown = Shown::Switch},
-        {.level = 2,
-         .item = &r.mnuWiederholung[3],
-         .caption = u"&Keine Wiederholung ",
-         .run = mnuWiederholung_Click,
-         .index = 3,
-         .shown = Shown::Switch},
-        {.level = 1, .item = &r.Trennung32, .caption = Line},
-        {.level = 1, .item = &r.mnuOpenMediaplayer, .caption = u"&Win-Mediaplayer senden ", .shown = Shown::Submenu},
-        {.level = 2,
-         .item = &r.mnuOpenMediaplayerEx[1],
-         .caption = u"&Sounddatei ... ",
-         .run = mnuOpenMediaplayerEx_Click,
-         .index = 1,
-         .tip = 310,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 2,
-         .item = &r.mnuOpenMediaplayerEx[2],
-         .caption = u"&Playliste ... ",
-         .run = mnuOpenMediaplayerEx_Click,
-         .index = 2,
-         .tip = 310,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 1,
-         .item = &r.mnuEingangsordner,
-         .caption = u"&Eingangsordner öffnen ... ",
-         .run = plain<mnuEingangsordner_Click>,
-         .tip = 312,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"folder-open"},
-        {.level = 1,
-         .item = &r.mnuCopyTrack,
-         .caption = u"&Kopiere Trackinformation ",
-         .run = plain<mnuCopyTrack_Click>,
-         .tip = 311,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 1,
-         .item = &r.mnuSetFileName,
-         .caption = u"&Filename als Soundname ",
-         .run = plain<mnuSetFileName_Click>,
-         .changes = Changes::Tracks},
-        {.level = 1,
-         .item = &r.mnuSetTagName,
-         .caption = u"&Tag-ID als Soundname ",
-         .run = plain<mnuSetTagName_Click>,
-         .changes = Changes::Both,
-         .shown = Shown::NeedsPlaylist},
-        {.level = 1,
-         .item = &r.mnuGetIDTag,
-         .caption = u"&Mp3-Tag bearbeiten ... ",
-         .run = plain<mnuGetIDTag_Click>,
-         .changes = Changes::Tracks,
-         .tip = 411,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"document-edit"},
-        {.level = 1, .item = &r.Trennung33, .caption = Line},
-        {.level = 1,
-         .item = &r.mnuFileKill,
-         .caption = u"&Sounddatei entfernen ",
-         .run = plain<mnuFileKill_Click>,
-         .changes = Changes::Both,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"edit-delete"},
-        {.level = 1,
-         .item = &r.mnuFileSave,
-         .caption = u"P&layliste speichern ",
-         .run = plain<SavePlayEntrys>,
-         .changes = Changes::Tracks,
-         .shown = Shown::NeedsPlaylist,
-         .icon = u"document-save"},
-
-        {.level = 0, .item = &r.mnuExtras, .caption = u"&Extras ", .shown = Shown::Submenu},
-        {.level = 1,
-         .item = &r.mnuSpaltenReset,
-         .caption = u"&Spaltenbreiten zurücksetzen ",
-         .run = plain<mnuSpaltenReset_Click>,
-         .tip = 510},
-        {.level = 1,
-         .item = &r.mnuRecycle,
-         .caption = u"O&rdner für Playlisten aufräumen ",
-         .run = plain<mnuRecycle_Click>,
-         .changes = Changes::Catalogue,
-         .tip = 511},
-        {.level = 1,
-         .item = &r.mnuDeleteDatabase,
-         .caption = u"Da&tenbank und Playlisten löschen",
-         .run = plain<mnuDeleteDatabase_Click>,
-         .changes = Changes::Both,
-         .tip = 510},
-        {.level = 1, .item = &r.Trennung41, .caption = Line},
-        {.level = 1,
-         .item = &r.mnuSendtoInstall,
-         .caption = u"F&unktion 'Senden an' hinzufügen ",
-         .run = plain<mnuSendtoInstall_Click>,
-         .tip = 719},
-        {.level = 1,
-         .item = &r.mnuAddSoundfiles,
-         .caption = u"&Hinzufügen zeigt Verzeichnisse ",
-         .run = plain<mnuAddSoundfiles_Click>,
-         .tip = 512,
-         .shown = Shown::Switch},
-        {.level = 1,
-         .item = &r.mnuErrorDisplay,
-         .caption = u"&Fehlermeldungen anzeigen ",
-         .run = plain<mnuErrorDisplay_Click>,
-         .tip = 513,
-         .shown = Shown::Switch},
-        {.level = 1,
-         .item = &r.mnuLokalePlayliste,
-         .caption = u"&Playlisten lokal speichern ",
-         .run = plain<mnuLokalePlayliste_Click>,
-         .tip = 514,
-         .shown = Shown::Switch},
-        {.level = 1,
-         .item = &r.mnuAllesWiedergeben,
-         .caption = u"&Alle Playlisten abspielen ",
-         .start = Start::Marked,
-         .run = plain<mnuAllesWiedergeben_Click>,
-         .tip = 515,
-         .shown = Shown::Switch},
-        {.level = 1, .item = &r.Trennung42, .caption = Line},
-        {.level = 1, .item = &r.mnuDatabase, .caption = u"&Datenbank-Ordner ... ", .run = plain<mnuDatabase_Click>},
-        {.level = 1,
-         .item = &r.mnuUpdates,
-         .caption = u"&Internet-Updates ... ",
-         .run = plain<mnuUpdates_Click>,
-         .icon = u"internet-services"},
-        {.level = 1, .item = &r.Trennung43, .caption = Line},
-        {.level = 1,
-         .item = &r.mnuOptionen,
-         .caption = u"&Optionen ... ",
-         .run = plain<mnuOptionen_Click>,
-         .icon = u"configure"},
-
-        {.level = 0, .item = &r.mnuHelp, .caption = u"&?", .shown = Shown::Submenu},
-        {.level = 1,
-         .item = &r.mnuHilfe,
-         .caption = u"&Hilfethemen ",
-         .shortcut = u"F1",
-         .run = plain<mnuHilfe_Click>,
-         .icon = u"help-contents"},
-        {.level = 1,
-         .item = &r.mnuTastenbefehle,
-         .caption = u"&Tastaturbefehle ... ",
-         .run = plain<mnuTastenbefehle_Click>,
-         .icon = u"input-keyboard"},
-        {.level = 1, .item = &r.Trennung81, .caption = Line},
-        {.level = 1, .item = &r.mnuInfo, .caption = u"&Info ... ", .run = plain<mnuInfo_Click>, .icon = u"help-about"},
     };
+    const std::vector<CommandRow> others = managementRows(r);
+    rows.insert(rows.end(), others.begin(), others.end());
+    return rows;
 }
 
 } // namespace orvantine

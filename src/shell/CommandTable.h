@@ -45,6 +45,8 @@ struct CommandRow
     Changes changes = Changes::Nothing;
     /// The first-use tip that is shown in front; 0 for none.
     int tip = 0;
+    /// Whose texts the tip has; 0 for its own.
+    int shownTip = 0;
     Showing shown;
     const char16_t* icon = u"";
     /// The command of the menu bar that a row of the pop-up stands for.
@@ -60,6 +62,8 @@ void plain(Root& root, int)
 
 /// The menu bar from the left to the right, each menu from top to bottom.
 [[nodiscard]] std::vector<CommandRow> barRows(Root& root);
+/// Those of its last three menus.
+[[nodiscard]] std::vector<CommandRow> managementRows(Root& root);
 
 /// The pop-up of the track list.
 [[nodiscard]] std::vector<CommandRow> popupRows(Root& root);

@@ -27,7 +27,7 @@ void run(Root& root, const CommandRow& row)
 {
     runCommand(root, row.changes, [&root, &row] {
         if (row.tip != 0)
-            ShowFeatureTip(root, row.tip);
+            ShowFeatureTip(root, row.tip, row.shownTip != 0 ? row.shownTip : row.tip);
         if (!root.services.events.ended())
             row.run(root, row.index);
     });

@@ -21,6 +21,7 @@ void takeFromTwin(CommandRow& row, const std::vector<CommandRow>& bar)
         row.index = twin.index;
         row.changes = twin.changes;
         row.tip = twin.tip;
+        row.shownTip = twin.shownTip;
         row.icon = twin.icon;
     }
 }

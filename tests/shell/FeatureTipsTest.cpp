@@ -197,6 +197,28 @@ TEST_F(FeatureTips, TheProgramThatEndsInATipRunsNoCommandBehindIt)
     EXPECT_TRUE(root().mnuAddSoundfiles.Checked.value());
 }
 
+TEST_F(FeatureTips, TheResetAsksTheGateOfOneNumberAndShowsTheTextsOfAnother)
+{
+    tips("[Tips]\r\n510a=Spalten\r\n510b=x\r\n790a=Zurücksetzen\r\n790b=Leert alles.\r\n790c=Vorher sichern.\r\n");
+    start();
+    const auto reset = [this] {
+        desktop.messages.answer(Answer::Ok);
+        root().mnuDeleteDatabase.press();
+        EXPECT_TRUE(desktop.messages.shown().back().text.startsWith(u"Die Systemkomponente ''Laubfeger.dll''"));
+    };
+    expectTip([this] {
+        EXPECT_EQ("790", form().RHelpID.Caption.value().toStdString());
+        EXPECT_EQ("Orvanten Manager\rZurücksetzen", form().Caption.value().toStdString());
+        EXPECT_EQ("Leert alles.\n\nVorher sichern.", form().RText.Caption.value().toStdString());
+    });
+    reset();
+    setting(u"790"_s, dwordSetting(1));
+    expectTip();
+    reset();
+    setting(u"510"_s, dwordSetting(1));
+    reset();
+}
+
 TEST_F(FeatureTips, TheFileThatIsShippedHasThreeTextsForEachNumber)
 {
     QFile file(QStringLiteral(ORVANTINE_TIPS));
