@@ -36,6 +36,8 @@ void buildDirekthilfe(FormWindow& window)
     QLabel* const text = window.addLabel(form.RText);
     text->setMinimumWidth(TextWidth);
     text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    // The window never is narrower, so the text is seen to its end.
+    text->setMinimumHeight(text->heightForWidth(TextWidth));
     form.RText.Height = twipsOf(text->heightForWidth(TextWidth));
     QLabel* const number = window.addLabel(form.RHelpID);
     number->setEnabled(false);
