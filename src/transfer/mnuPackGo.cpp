@@ -14,6 +14,7 @@
 #include "catalogue/CoverFiles.h"
 #include "platform/FileDirPath.h"
 #include "playback/PlayResource.h"
+#include "search/CatalogueWalk.h"
 #include "transfer/BrowseFolders2k.h"
 #include "transfer/Kopieren.h"
 #include "transfer/PackTree.h"
@@ -21,6 +22,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace orvantine {
 
@@ -89,6 +91,7 @@ private:
     bool m_errorsWereShown = false;
     int m_row = 0;
     RowIdentity m_playlist;
+    std::optional<WalkedFrom> m_from;
     int m_track = 0;
     bool m_packed = false;
 };
@@ -196,6 +199,7 @@ bool PackAndGo::chooseFolder()
 
 bool PackAndGo::freeze()
 {
+    m_from.emplace(m_root);
     m_row = m_root.LListView1.selectedRow();
     m_playlist = identityOf(m_root, m_row);
     m_track = m_root.LListView2.selectedRow();

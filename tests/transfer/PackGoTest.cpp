@@ -1,5 +1,7 @@
 #include "transfer/mnuPackGo.h"
 
+#include "app/Registry.h"
+#include "shell/Shutdown.h"
 #include "transfer/TransferWorld.h"
 
 namespace orvantine::fake {
@@ -485,6 +487,20 @@ TEST_F(PackGo, TheEndOfTheProgramEndsItWithoutAnotherBox)
     run();
     EXPECT_FALSE(QString::fromStdString(tree()).contains(u".part"_s));
     EXPECT_EQ(shown(), AskPack + '\n' + AskBurn);
+}
+
+TEST_F(PackGo, AWindowThatIsClosedMeanwhileStoresWhatTheUserHadChosen)
+{
+    root().mnuErrorDisplay.Checked = true;
+    const int chosen = catalogue().selectedRow();
+    answer(Answer::No);
+    answer(Answer::Cancel);
+    desktop.choosers.chooseFolder(Stick);
+    meanwhile(u"Rock 1.mp3"_s, [this] { desktop.events().atYield(1, [this] { Form_QueryUnload(root()); }); });
+    run();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_TRUE(readSetting(root(), u"Error"_s).is(1));
+    EXPECT_TRUE(readSetting(root(), u"Index"_s).is(chosen));
 }
 
 } // namespace orvantine::fake
