@@ -20,7 +20,11 @@ KINDS = {
     "error for good": ["%d+" % number for number in ONCE],
 }
 # Their list is written before the catalogue counts its tracks, or they go on with the next file where one fails.
-TWO_PARTS = {"remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save"}
+TWO_PARTS = {
+    "remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save", "transfer", "pack-folder", "pack-zip"
+}
+# What is gathered there goes at the next run of that command.
+SCRATCH = "tmp/PackFolder"
 
 
 def files_of(folder):
@@ -66,7 +70,7 @@ def losses(command, before, after, found):
     kept = {hashlib.sha256(content).digest() for name, content in found.items() if name.startswith("recovery/")}
     bad = []
     for name in sorted(set(before) | set(after) | set(found)):
-        if name.startswith("recovery/"):
+        if name.startswith(("recovery/", SCRATCH)):
             continue
         old, new, now = before.get(name), after.get(name), found.get(name)
         if meaning(name, now) in (meaning(name, old), meaning(name, new)):
