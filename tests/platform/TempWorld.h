@@ -46,11 +46,14 @@ public:
         }
         return result;
     }
+    /// No copy can be entered any more; the journal stays what it is.
     void breakStore() override
     {
-        std::filesystem::remove_all(recovery().toStdString());
-        QFile inItsPlace(recovery());
-        ASSERT_TRUE(inItsPlace.open(QIODevice::WriteOnly));
+        const std::string folder = recovery().toStdString();
+        std::filesystem::create_directories(folder);
+        ASSERT_EQ(::chmod(folder.c_str(), 0700), 0);
+        std::filesystem::remove(folder + "/Contents");
+        ASSERT_EQ(::mkdir((folder + "/Contents").c_str(), 0700), 0);
     }
     /// The host's path of a name in the folder.
     [[nodiscard]] std::string native(const QByteArray& name) const
