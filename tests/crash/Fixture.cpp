@@ -68,13 +68,13 @@ void find(Machine& machine, const QString& folder, int type)
     machine.root.mnuAddFolder.Click();
 }
 
-struct Command
+struct CrashCommand
 {
     QByteArrayView name;
     void (*run)(Machine&);
 };
 
-constexpr Command Commands[] = {
+constexpr CrashCommand Commands[] = {
     {"save",
      [](Machine& machine) {
          machine.root.LListView1.setSubItem(3, 1, u"Anderer Name"_s);
@@ -302,7 +302,7 @@ constexpr Command Commands[] = {
 int main(int argc, char** argv)
 {
     if (argc == 1) {
-        for (const Command& command : Commands)
+        for (const CrashCommand& command : Commands)
             std::printf("%s\n", command.name.data());
         return 0;
     }
@@ -321,8 +321,8 @@ int main(int argc, char** argv)
         show(machine);
         return 0;
     }
-    const auto* const command =
-        std::find_if(std::begin(Commands), std::end(Commands), [name](const Command& c) { return c.name == name; });
+    const auto* const command = std::find_if(std::begin(Commands), std::end(Commands),
+                                             [name](const CrashCommand& c) { return c.name == name; });
     if (command == std::end(Commands))
         return 2;
     machine.run(command->run);
