@@ -5,8 +5,6 @@
 #include "app/TextLimits.h"
 #include "platform/FileDirPath.h"
 
-#include <utility>
-
 namespace orvantine::IniFiles {
 
 namespace {
@@ -14,12 +12,9 @@ namespace {
 constexpr qsizetype LongestValue = 254;
 
 /// What may be written of a database that could not be read is not known.
-bool mayWrite(Root& root, const QString& file)
+bool mayWrite(const Root& root, const QString& file)
 {
     const bool isDatabase = FileDirPath::isSameFile(file, databaseFile(root));
-    // A disk that came late, say.
-    if (isDatabase && std::exchange(root.databaseMissing, false))
-        root.databaseDoubted = root.databaseDoubted || root.files.exists(file);
     const bool may = !root.databaseDoubted || !isDatabase;
     if (!may) {
         root.files.noteFault(WriteFault::Disk);

@@ -170,8 +170,6 @@ struct Root : RootMenus
     int missingPlaylists = 0;
     /// The catalogue came of a read that failed: it is not saved, and no key is written, until one was whole.
     bool databaseDoubted = false;
-    /// There was no database at the last load. One that stands there before this program has made it counts as doubted.
-    bool databaseMissing = false;
     /// What the options hold while a command walks over the catalogue: its own number of the selected row, and the
     /// check of mnuErrorDisplay.
     std::optional<int> indexToKeep;

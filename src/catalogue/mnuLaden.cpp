@@ -74,8 +74,6 @@ void mnuLaden_Click(Root& root)
     // While a killed command is not put back the file may hold half of it.
     root.databaseDoubted =
         root.services.profiles.failedReads() != failedReads || root.files.trouble() == FilesTrouble::Unfinished;
-    root.databaseMissing =
-        list.count() == 0 && root.files.readBytes(databaseFile(root)).outcome == ReadOutcome::Missing;
     if (root.databaseDoubted)
         showQuietly(
             root, u"Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist."_s);

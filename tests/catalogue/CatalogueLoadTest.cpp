@@ -263,22 +263,6 @@ TEST_F(CatalogueLoad, ADescriptionOf300CharactersComesBackWith254)
     EXPECT_EQ(QString(254, u'x'), desktop.profiles().value(database(), u"Index"_s, u"1e"_s));
 }
 
-TEST_F(CatalogueLoad, ADatabaseThatComesBehindTheLoadIsNotWrittenOver)
-{
-    setting(u"CheckEntrys"_s, dwordSetting(0));
-    start();
-    ASSERT_EQ(0, catalogue().count());
-    putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
-    const std::string there = databaseText();
-    desktop.messages.enter(u"Neu"_s);
-    root().mnuNeu.press();
-    mnuSpeichern_Click(root());
-    EXPECT_EQ(there, databaseText());
-    EXPECT_NE("", root().quietLine.Caption.value().toStdString());
-    mnuLaden_Click(root());
-    EXPECT_EQ(3, catalogue().count());
-}
-
 TEST_F(CatalogueLoad, AReadOfTheDatabaseThatFailsIsNoEmptyDatabase)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});

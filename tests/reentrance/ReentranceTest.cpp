@@ -58,11 +58,11 @@ void find(World& world, const QString& folder, int type)
 {
     Root& root = world.root();
     world.desktop.forms().whileModal(u"FindAudio"_s, [&world, &root, folder, type](Form& form) {
+        if (type != FindAudio::Playlists)
+            world.addsTrack();
         root.findAudio->TDrives.Text = folder;
         root.findAudio->LFindType.ListIndex = type;
         root.findAudio->Command1.Click();
-        if (type != FindAudio::Playlists)
-            world.addsTrack();
         root.findAudio->BReady.Click();
         if (form.Visible.value())
             root.services.forms.unload(form);
@@ -204,11 +204,7 @@ const std::vector<Deed> Commands{
     {"play", [](World& w) { w.root().LListView1.DblClick(); }},
     {"search", search},
     {"find tracks", [](World& w) { find(w, u"/neu"_s, FindAudio::NamesAndFolders); }},
-    {"find lists",
-     [](World& w) {
-         w.savesCatalogue = true;
-         find(w, u"/fremd"_s, FindAudio::Playlists);
-     }},
+    {"find lists", [](World& w) { find(w, u"/fremd"_s, FindAudio::Playlists); }},
     {"welcome",
      [](World& w) {
          Dialoge& form = *w.root().dialoge;
@@ -244,11 +240,7 @@ const std::vector<Deed> Interruptions{
          w.root().mnuFileKill.press();
      }},
     {"move track", [](World& w) { w.root().mnuMoveEntry[2].press(); }},
-    {"step down",
-     [](World& w) {
-         w.steps = true;
-         w.root().mnuVerschiebung[2].press();
-     }},
+    {"step down", [](World& w) { w.root().mnuVerschiebung[2].press(); }},
     {"rename", [](World& w) { w.root().mnuUmbenennen.press(); }},
     {"sort", [](World& w) { w.root().mnuSortierung[1].press(); }},
     {"reload", [](World& w) { w.root().mnuLaden.press(); }},

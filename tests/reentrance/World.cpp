@@ -175,7 +175,7 @@ QStringList World::faults()
             found += u"%1 lost %2"_s.arg(name, left.join(u' '));
     }
     // A removal shifts them, as told.
-    if (removesList || (steps && savesCatalogue))
+    if (removesList)
         extras.clear();
     for (const QString& name : Tracks.keys()) {
         const QString own = textOf(name) + u' ' + dateOf(name);

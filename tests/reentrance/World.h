@@ -37,9 +37,6 @@ public:
     bool removesList = false;
     /// A text that the user gives comes to one of the lists.
     bool describes = false;
-    /// Required: a save behind a step leaves the extras with the position.
-    bool steps = false;
-    bool savesCatalogue = false;
     /// Tracks in "/m" may be told to lie in "/n".
     bool remaps = false;
     /// The new track may come to the list that is in sight now.

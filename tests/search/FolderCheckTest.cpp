@@ -190,6 +190,7 @@ TEST_F(Remapping, ALookThatFailsEmptiesNoList)
 {
     for (int look = 1; look <= 5; ++look) {
         SCOPED_TRACE(look);
+        setting(u"Error"_s, dwordSetting(0));
         startAll();
         desktop.log.failNext(u"files.exists \""_s + listPath(u"Zwei"_s), look);
         remap(u"/m"_s, u"/neu"_s);

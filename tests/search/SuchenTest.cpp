@@ -305,10 +305,10 @@ TEST_F(SearchDialog, AWindowThatIsClosedMeanwhileStoresTheRowThatTheUserHadChose
 
 TEST_F(SearchDialog, ACancelledSearchTellsOfNoMissingTrack)
 {
+    openDialog();
     root().mnuErrorDisplay.Checked = true;
     for (const QString& name : {u"Erste 1"_s, u"Zweite 1"_s, u"Dritte 1"_s})
         desktop.disk().remove(u"/m/"_s + name + u".mp3"_s);
-    openDialog();
     desktop.events().atYield(3, [&] { form().CAbbrechen.Click(); });
     forgetCalls();
     search(u"nirgends"_s);
