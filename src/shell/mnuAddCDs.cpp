@@ -29,9 +29,9 @@ QString musicFolder(const Root& root)
 /// Where the ripper puts its files; "" if the user does not say.
 QString outputFolder(Root& root, Command& command)
 {
-    for (const QString& folder : {readSetting(root, u"Soundfiles"_s).text(),
-                                  IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s),
-                                  musicFolder(root)})
+    for (const QString& folder :
+         {readSetting(root, u"Soundfiles"_s).text(),
+          IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s), musicFolder(root)})
         if (!folder.isEmpty())
             return folder;
     if (!command.ask({.text = u"Bitte wählen Sie das Verzeichnis für die encodierten Sounddateien. "_s,

@@ -131,15 +131,10 @@ QByteArray Desk::bytes(const QString& path)
 
 void Desk::settle(const QStringList& moreSettings) const
 {
-    QStringList lines{u"Windows Registry Editor Version 5.00"_s,
-                      QString(),
-                      u"[HKEY_CURRENT_USER\\Software\\Verdanis]"_s,
-                      QString(),
-                      u"[HKEY_CURRENT_USER\\Software\\Verdanis\\Orvant Manager]"_s,
-                      u"\"Version\"=\"2.3\""_s,
-                      u"\"Info\"=\"1\""_s,
-                      u"\"Index\"=hex:01,00,00,00"_s,
-                      u"\"NoUpdate\"=dword:00000001"_s,
+    QStringList lines{u"Windows Registry Editor Version 5.00"_s, QString(),
+                      u"[HKEY_CURRENT_USER\\Software\\Verdanis]"_s, QString(),
+                      u"[HKEY_CURRENT_USER\\Software\\Verdanis\\Orvant Manager]"_s, u"\"Version\"=\"2.3\""_s,
+                      u"\"Info\"=\"1\""_s, u"\"Index\"=hex:01,00,00,00"_s, u"\"NoUpdate\"=dword:00000001"_s,
                       // The tips would stand in front of the commands.
                       u"\"HelpDirekt\"=dword:00000001"_s};
     lines += moreSettings;
