@@ -16,6 +16,8 @@ constexpr int LargestSide = 800;
 constexpr int AllocationLimitMegabytes = 256;
 /// More than any camera of today takes: a JPEG is made smaller while it is decoded line by line.
 constexpr qint64 MostPixels = 110'000'000;
+/// Each scan is gone over, if there are more of them than the head tells of.
+constexpr qint64 MostScannedPixels = 20 * MostPixels;
 /// Other pictures are decoded whole, at up to four bytes a pixel.
 constexpr qint64 MostPixelsAtOnce = 40'000'000;
 /// A JPEG of several scans keeps two bytes for each of its samples, and goes over all of them with each scan.
@@ -73,8 +75,10 @@ bool isReasonable(QSize size, const QByteArray& format, const QByteArray& bytes)
         return pixels <= MostPixelsAtOnce;
     const JpegHead head = jpegHead(bytes);
     const qint64 samples = pixels * std::max(1, head.components);
-    return pixels <= MostPixels && ((!head.progressive && !head.parted) ||
-                                    (samples <= MostKeptSamples && samples * scansOf(bytes) <= MostScannedSamples));
+    if (pixels > MostPixels || pixels * scansOf(bytes) > MostScannedPixels)
+        return false;
+    return (!head.progressive && !head.parted) ||
+           (samples <= MostKeptSamples && samples * scansOf(bytes) <= MostScannedSamples);
 }
 
 } // namespace
