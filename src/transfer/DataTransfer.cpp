@@ -78,6 +78,16 @@ std::optional<BackupFile> chooseBackupFile(Root& root, Command& command, BackupC
     return file;
 }
 
+Compression chosenCompression(const Root& root)
+{
+    const Setting chosen = readSetting(root, u"ZipCompress"_s);
+    if (chosen.isNumber() && chosen.is(0))
+        return Compression::Simple;
+    if (chosen.isNumber() && chosen.is(1))
+        return Compression::Moderate;
+    return Compression::Strong;
+}
+
 bool reloadDatabase(Root& root, Command& command)
 {
     const DoublesUnasked unasked(root);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ZipArchive.h"
+
 #include <QString>
 
 #include <optional>
@@ -44,5 +46,8 @@ struct BackupFile
 
 /// Loads the catalogue from the database, without questions about lists of one name. False: the program has ended.
 [[nodiscard]] bool reloadDatabase(Root& root, Command& command);
+
+/// How strongly archives are packed, as the options say; strongly where they say nothing.
+[[nodiscard]] Compression chosenCompression(const Root& root);
 
 } // namespace orvantine

@@ -19,16 +19,6 @@ namespace {
 
 const QString DateSetting = u"Backup"_s;
 
-Compression compression(const Root& root)
-{
-    const Setting chosen = readSetting(root, u"ZipCompress"_s);
-    if (chosen.isNumber() && chosen.is(0))
-        return Compression::Simple;
-    if (chosen.isNumber() && chosen.is(1))
-        return Compression::Moderate;
-    return Compression::Strong;
-}
-
 /// A date that tells of a backup which was not made would be taken for one.
 void putDateBack(Root& root, const std::optional<SettingValue>& before)
 {
@@ -43,7 +33,7 @@ ArchiveOutcome pack(Root& root, Command& command, const BackupFile& file)
     // Told is a copy of the database in "Playlisten" that goes again: the archive that comes of it is the same.
     ArchiveJob job{.archive = file.folder + file.name,
                    .trees = {{playlistFolder(root), true}, {dataFolder(root, u"Resource"_s), false}},
-                   .compression = compression(root),
+                   .compression = chosenCompression(root),
                    // What could not be brought back would spoil the whole of it.
                    .takes = isRestorableName};
     if (Dateiexistenz::FileExists(root, namedDatabaseFile(root)))

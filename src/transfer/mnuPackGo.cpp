@@ -16,12 +16,11 @@
 #include "playback/PlayResource.h"
 #include "search/CatalogueWalk.h"
 #include "transfer/BrowseFolders2k.h"
+#include "transfer/DataTransfer.h"
 #include "transfer/Kopieren.h"
 #include "transfer/PackTree.h"
 #include "transfer/TargetChoice.h"
 
-#include <algorithm>
-#include <array>
 #include <optional>
 
 namespace orvantine {
@@ -44,14 +43,6 @@ QString burningFolder(const Root& root)
         return {};
     const QString* const text = std::get_if<QString>(&value);
     return text == nullptr ? QString() : cutAtNul(*text);
-}
-
-Compression chosenCompression(const Root& root)
-{
-    constexpr std::array<Compression, 3> Choices{Compression::Simple, Compression::Moderate, Compression::Strong};
-    const Setting setting = readSetting(root, u"ZipCompress"_s);
-    const int choice = setting.present && setting.isNumber() ? setting.whole() : 2;
-    return Choices[static_cast<std::size_t>(std::clamp(choice, 0, 2))];
 }
 
 /// One run of the command.
