@@ -4,11 +4,13 @@ import argparse
 import collections
 import errno
 import hashlib
+import io
 import os
 import shutil
 import subprocess
 import sys
 import time
+import zipfile
 from concurrent.futures import ProcessPoolExecutor
 
 ONCE = [errno.ENOSPC, errno.EIO, errno.EACCES, errno.EROFS, errno.EDQUOT, errno.EMFILE]
@@ -21,8 +23,11 @@ KINDS = {
 }
 # Their list is written before the catalogue counts its tracks, or they go on with the next file where one fails.
 TWO_PARTS = {
-    "remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save", "transfer", "pack-folder", "pack-zip"
+    "remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save", "nml", "transfer", "pack-folder",
+    "pack-zip"
 }
+# Where old bytes are kept: by the program, and by its sibling that resets the catalogue.
+STORES = ("recovery/", "reset/")
 # What is gathered there goes at the next run of that command.
 SCRATCH = "tmp/PackFolder"
 
@@ -41,12 +46,23 @@ def lines_of(content):
     return [line.strip() for line in content.replace(b"\r", b"\n").split(b"\n") if line.strip()]
 
 
+def entries_of(content):
+    """Of an archive names and content, whenever it was packed; a torn one as it stands."""
+    try:
+        with zipfile.ZipFile(io.BytesIO(content)) as archive:
+            return sorted((entry.filename, entry.CRC, entry.file_size) for entry in archive.infolist())
+    except zipfile.BadZipFile:
+        return content
+
+
 def meaning(name, content):
     """What a user would miss: of a list its entries, of the database its keys, in whatever order."""
     if content is None:
         return None
     if name.endswith((".m3u", ".tmp")):
         return lines_of(content)
+    if name.endswith(".zip"):
+        return entries_of(content)
     if not name.endswith((".dat", ".bak")):
         return content
     keys, section = {}, b""
@@ -67,10 +83,10 @@ def is_part_of_index(now, new):
 
 def losses(command, before, after, found):
     """Names of files that are neither as before nor as after, with their kind."""
-    kept = {hashlib.sha256(content).digest() for name, content in found.items() if name.startswith("recovery/")}
+    kept = {hashlib.sha256(content).digest() for name, content in found.items() if name.startswith(STORES)}
     bad = []
     for name in sorted(set(before) | set(after) | set(found)):
-        if name.startswith(("recovery/", SCRATCH)):
+        if name.startswith((*STORES, SCRATCH)):
             continue
         old, new, now = before.get(name), after.get(name), found.get(name)
         if meaning(name, now) in (meaning(name, old), meaning(name, new)):
