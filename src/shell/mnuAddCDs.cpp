@@ -37,7 +37,7 @@ QString outputFolder(Root& root, Command& command)
     if (!command.ask({.text = u"Bitte wählen Sie das Verzeichnis für die encodierten Sounddateien. "_s,
                       .title = u" CD-Ripper"_s}))
         return {};
-    const QString chosen = BrowseFolders(root, FolderRoot::Computer);
+    QString chosen = BrowseFolders(root, FolderRoot::Computer);
     if (chosen.isEmpty() || command.ended())
         return {};
     writeSetting(root, u"Soundfiles"_s, chosen);

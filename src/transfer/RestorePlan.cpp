@@ -33,7 +33,7 @@ bool isPicture(const QString& name)
 /// Packed like nothing that a program of ours or another honest one has packed.
 bool isBomb(const ArchiveEntry& entry)
 {
-    constexpr qint64 Harmless = 1024 * 1024;
+    constexpr qint64 Harmless = qint64{1024} * 1024;
     constexpr qint64 MostRatio = 200;
     return entry.size > Harmless && entry.size / MostRatio > entry.packedSize;
 }
