@@ -34,11 +34,15 @@ if(ORVANTINE_FUZZ)
 endif()
 
 # orvantine_test(NAME SOURCES a.cpp … LIBRARIES x …): a GoogleTest program whose cases are ctest cases of their own.
-# Under the sanitizers, where a process takes long to begin, the program is one ctest case.
+# SECONDS is how long a case may take, 120 if nothing is told. Under the sanitizers, where a process takes long to begin,
+# the program is one ctest case.
 function(orvantine_test name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT" ${ARGN})
+    cmake_parse_arguments(ARG "" "SECONDS" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT" ${ARGN})
     add_executable(${name} ${ARG_SOURCES})
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gtest GTest::gmock GTest::gtest_main orvantine_flags)
+    if(NOT ARG_SECONDS)
+        set(ARG_SECONDS 120)
+    endif()
     set(properties "")
     if(ARG_LABELS)
         list(APPEND properties LABELS "${ARG_LABELS}")
@@ -52,6 +56,8 @@ function(orvantine_test name)
         add_test(NAME ${name} COMMAND ${name})
         set_tests_properties(${name} PROPERTIES TIMEOUT 900 ${properties})
     else()
-        gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600 ${properties})
+        gtest_discover_tests(
+            ${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${ARG_SECONDS} ${properties}
+        )
     endif()
 endfunction()

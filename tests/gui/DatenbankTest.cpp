@@ -67,7 +67,9 @@ TEST_F(DatenbankOnScreen, TheFolderIsTypedAndAcceptedByKeysAlone)
     EXPECT_EQ(folder, find<QLabel>(form.LDatabase)->buddy());
     EXPECT_EQ(" Datenbank-Ordner", window->windowTitle().toStdString());
 
-    folder->clear();
+    QTest::keyClick(folder, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(folder, Qt::Key_Delete);
+    EXPECT_FALSE(find<QPushButton>(form.BReady)->isEnabled());
     QTest::keyClicks(folder, u"/neu"_s);
     EXPECT_EQ("/neu", form.tDatabase.Text.value().toStdString());
     QTest::keyClick(folder, Qt::Key_Return);
