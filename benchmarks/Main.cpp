@@ -46,7 +46,7 @@ int main(int argc, char** argv)
     if (argc == 3 && QByteArrayView(argv[1]) == "--bare-player")
         return playBare(argv[2]);
     std::vector<Row> rows = catalogueRows();
-    for (const auto& more : {checkRows(), tagRows(), transferRows(), viewRows(), programRows()})
+    for (const auto& more : {checkRows(), searchRows(), tagRows(), transferRows(), viewRows(), programRows()})
         rows.insert(rows.end(), more.begin(), more.end());
     print(rows);
     return std::all_of(rows.begin(), rows.end(), [](const Row& row) { return row.holds(); }) ? 0 : 1;

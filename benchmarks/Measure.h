@@ -30,6 +30,7 @@ void print(const std::vector<Row>& rows);
 /// Rows in the order in which they are printed.
 [[nodiscard]] std::vector<Row> catalogueRows();
 [[nodiscard]] std::vector<Row> checkRows();
+[[nodiscard]] std::vector<Row> searchRows();
 [[nodiscard]] std::vector<Row> tagRows();
 [[nodiscard]] std::vector<Row> programRows();
 [[nodiscard]] std::vector<Row> transferRows();
