@@ -51,6 +51,11 @@ bool canBeFileName(QStringView name)
                         [](QChar c) { return c.unicode() < 0x20 || u"/\\:*?\"<>|"_s.contains(c); });
 }
 
+bool canBeFolderName(QStringView name)
+{
+    return canBeFileName(name) && name != u"." && name != u"..";
+}
+
 QChar separatorOf(QStringView base)
 {
     const auto* const found = std::find_if(base.begin(), base.end(), isSeparator);

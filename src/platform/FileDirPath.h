@@ -19,6 +19,9 @@ namespace orvantine::FileDirPath {
 /// False for a text with a character that no file name holds on the desktops that the lists travel between.
 [[nodiscard]] bool canBeFileName(QStringView name);
 
+/// The same for a folder of its own: "." and ".." are others.
+[[nodiscard]] bool canBeFolderName(QStringView name);
+
 /// The separator of a path that is formed on a base: the first one in the base, "/" where it has none.
 [[nodiscard]] QChar separatorOf(QStringView base);
 

@@ -5,6 +5,7 @@
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
 #include "platform/FileDirPath.h"
+#include "search/UsedLists.h"
 #include "transfer/Kopieren.h"
 
 namespace orvantine {
@@ -42,9 +43,27 @@ void Carrier::spare(const QStringList& files)
 {
     for (const QString& file : files)
         m_spared += FileDirPath::compared(file);
+    m_sparedPaths += files;
 }
 
-bool Carrier::goesOn(qint64 done)
+/// Which files they are is asked only where something stands at the target.
+bool Carrier::isSpared(const QString& from, const QString& to)
+{
+    const std::optional<FileStamp> older = m_root.files.stamp(to);
+    if (!older || FileDirPath::isSameFile(from, to))
+        return false;
+    if (m_spared.contains(FileDirPath::compared(to)))
+        return true;
+    for (const QString& path : std::as_const(m_sparedPaths))
+        if (const std::optional<FileStamp> stamp = m_root.files.stamp(path))
+            m_sparedFiles += {stamp->device, stamp->inode};
+    m_sparedPaths.clear();
+    const std::optional<FileStamp> source = m_root.files.stamp(from);
+    const bool isItself = source && source->device == older->device && source->inode == older->inode;
+    return !isItself && m_sparedFiles.contains({older->device, older->inode});
+}
+
+bool Carrier::goesOn(qint64 done, bool mayBeStopped)
 {
     if (m_lateSince && m_lateSince->msecsTo(m_root.services.events.now()) >= MillisecondsUnseen) {
         m_lateSince.reset();
@@ -52,7 +71,7 @@ bool Carrier::goesOn(qint64 done)
     }
     m_progress.show(done);
     bool goesOn = m_command.yield();
-    if (goesOn && stopAsked(m_root)) {
+    if (goesOn && mayBeStopped && stopAsked(m_root)) {
         const QDateTime now = m_root.services.events.now();
         if (!m_stopAsked.isValid() || now < m_stopAsked)
             m_stopAsked = now;
@@ -60,11 +79,6 @@ bool Carrier::goesOn(qint64 done)
     }
     m_brokenOff = !goesOn;
     return goesOn;
-}
-
-CarryStep Carrier::step()
-{
-    return [this](qint64 done) { return goesOn(done); };
 }
 
 void Carrier::noteFailure(const QString& path)
@@ -77,6 +91,16 @@ void Carrier::noteFailure(const QString& path)
 
 Carrier::Outcome Carrier::carry(const QString& from, const QString& to)
 {
+    return carryFile(from, to, true);
+}
+
+Carrier::Outcome Carrier::carryBesides(const QString& from, const QString& to)
+{
+    return carryFile(from, to, false);
+}
+
+Carrier::Outcome Carrier::carryFile(const QString& from, const QString& to, bool mayBeStopped)
+{
     if (m_command.ended())
         return Outcome::BrokenOff;
     const std::optional<qint64> size = m_root.files.size(from);
@@ -84,8 +108,8 @@ Carrier::Outcome Carrier::carry(const QString& from, const QString& to)
         return Outcome::Missing;
     m_brokenOff = false;
     m_progress.beginFile(FileDirPath::FileNameOf(from), *size);
-    const bool spared = m_spared.contains(FileDirPath::compared(to)) && !FileDirPath::isSameFile(from, to);
-    const bool carried = !spared && m_root.files.carry(from, to, step());
+    const CarryStep step = [this, mayBeStopped](qint64 done) { return goesOn(done, mayBeStopped); };
+    const bool carried = !isSpared(from, to) && m_root.files.carry(from, to, step);
     m_progress.endFile();
     if (carried)
         return Outcome::Carried;
@@ -99,7 +123,6 @@ Carrier::Outcome Carrier::carryText(const QString& text, const QString& to)
 {
     if (m_command.ended())
         return Outcome::BrokenOff;
-    // What is told of a file counts for sound files: a list is small, and a stop does not break it off.
     const CarryStep goOn = [this](qint64) { return m_command.yield(); };
     const bool carried = !isCatalogueFile(m_root, to) && m_root.files.carryBytes(m_root.files.encode(text), to, goOn);
     if (carried)
@@ -127,14 +150,23 @@ void Carrier::settle(const QString& folder)
 bool isCatalogueFile(const Root& root, const QString& path)
 {
     constexpr int NoRow = 0;
-    return isUsedByAnother(root, NoRow, path);
+    if (isUsedByAnother(root, NoRow, path))
+        return true;
+    if (!root.files.stamp(path))
+        return false;
+    const std::optional<UsedLists> used = UsedLists::read(root);
+    return used && used->contains(root, path);
 }
 
-qint64 bytesOf(const Root& root, const QStringList& files)
+std::optional<qint64> bytesOf(const Root& root, Command& command, const QStringList& files)
 {
+    constexpr qsizetype FilesAtOnce = 64;
     qint64 sum = 0;
-    for (const QString& file : files)
-        sum += root.files.size(file).value_or(0);
+    for (qsizetype i = 0; i < files.size(); ++i) {
+        if (i % FilesAtOnce == FilesAtOnce - 1 && !command.yield())
+            return {};
+        sum += root.files.size(files[i]).value_or(0);
+    }
     return sum;
 }
 

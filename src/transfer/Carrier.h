@@ -7,6 +7,9 @@
 #include <QSet>
 #include <QStringList>
 
+#include <optional>
+#include <utility>
+
 namespace orvantine {
 
 class Command;
@@ -38,27 +41,35 @@ public:
     Carrier(const Carrier&) = delete;
     Carrier& operator=(const Carrier&) = delete;
 
-    /// Sound files that are carried themselves: nothing is put in their place.
+    /// Sound files of the user's own: nothing is put in their place.
     void spare(const QStringList& files);
 
+    /// A sound file.
     Outcome carry(const QString& from, const QString& to);
+    /// A list, a database or a picture: these are small, and a stop does not break them off.
+    Outcome carryBesides(const QString& from, const QString& to);
     /// A list that stands under its name when it is whole.
     Outcome carryText(const QString& text, const QString& to);
     /// Brings the names of a folder to the medium.
     void settle(const QString& folder);
     /// A file has no place that it could be carried to.
     void refuse(const QString& from);
+    /// A file could not be carried, for the reason that the last action gave.
+    void noteFailure(const QString& path);
     [[nodiscard]] CarryProgress& progress() { return m_progress; }
 
 private:
-    [[nodiscard]] CarryStep step();
-    [[nodiscard]] bool goesOn(qint64 done);
-    void noteFailure(const QString& path);
+    Outcome carryFile(const QString& from, const QString& to, bool mayBeStopped);
+    [[nodiscard]] bool goesOn(qint64 done, bool mayBeStopped);
+    [[nodiscard]] bool isSpared(const QString& from, const QString& to);
 
     Root& m_root;
     Command& m_command;
     CarryProgress m_progress;
     QSet<QString> m_spared;
+    /// Those of them of which nobody has asked yet which files they are, and device and inode of the others.
+    QStringList m_sparedPaths;
+    QSet<std::pair<quint64, quint64>> m_sparedFiles;
     QStringList m_failed;
     std::optional<WriteFault> m_firstFault;
     QDateTime m_stopAsked;
@@ -67,10 +78,10 @@ private:
     std::optional<QDateTime> m_lateSince;
 };
 
-/// The list is the file of a row of the catalogue: a copy of it is not put in its place.
+/// The list is the file of a row of the catalogue, by whatever path: a copy of it is not put in its place.
 [[nodiscard]] bool isCatalogueFile(const Root& root, const QString& path);
 
-/// The bytes of all these files; a missing one adds nothing.
-[[nodiscard]] qint64 bytesOf(const Root& root, const QStringList& files);
+/// The bytes of all these files; a missing one adds nothing. Nothing after the end of the program.
+[[nodiscard]] std::optional<qint64> bytesOf(const Root& root, Command& command, const QStringList& files);
 
 } // namespace orvantine

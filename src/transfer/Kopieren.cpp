@@ -45,16 +45,20 @@ void setUpKopieren(Root& root)
     form.Load = [&root, &form] {
         form.bEscTaste.Visible = true;
         form.bAbbrechen.Enabled = true;
+        form.stopped = false;
         loadAnimation(root);
         form.pAnimations.play();
     };
     form.Unload = [&form] {
         form.pAnimations.stop();
+        form.stopped = false;
         takeOwnTexts(form);
     };
     const auto stop = [&root, &form] {
-        if (form.bAbbrechen.Enabled.value())
-            root.Tag = u"2"_s;
+        if (!form.bAbbrechen.Enabled.value())
+            return;
+        root.Tag = u"2"_s;
+        form.stopped = true;
     };
     form.bAbbrechen.Click = stop;
     form.KeyDown = [stop](int code) {
@@ -94,7 +98,7 @@ void forbidStop(Root& root)
 
 bool stopAsked(const Root& root)
 {
-    return root.Tag == u"2"_s;
+    return root.Tag == u"2"_s || root.kopieren->stopped;
 }
 
 } // namespace orvantine

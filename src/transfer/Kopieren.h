@@ -23,6 +23,9 @@ struct Kopieren : Form
     Label bEscTaste{controls, u"bEscTaste"};
     Button bAbbrechen{controls, u"bAbbrechen"};
     Animation pAnimations{controls, u"pAnimations"};
+
+    /// A stop was asked for since the dialog came up. The player writes to Root.Tag too, and may undo the mark there.
+    bool stopped = false;
 };
 
 void setUpKopieren(Root& root);

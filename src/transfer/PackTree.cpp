@@ -10,6 +10,8 @@
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/CoverFiles.h"
 #include "platform/FileDirPath.h"
+#include "playlists/TextDosConvert.h"
+#include "playlists/TrackRow.h"
 #include "search/CatalogueWalk.h"
 #include "transfer/Kopieren.h"
 #include "transfer/TargetChoice.h"
@@ -59,7 +61,7 @@ void PackTree::freeze()
 void PackTree::packDatabase()
 {
     const QString database = namedDatabaseFile(m_root);
-    (void)m_carrier->carry(database, m_folder + FileDirPath::FileNameOf(database));
+    (void)m_carrier->carryBesides(database, m_folder + FileDirPath::FileNameOf(database));
 }
 
 PackTree::Outcome PackTree::build()
@@ -67,7 +69,7 @@ PackTree::Outcome PackTree::build()
     m_root.tCopyStatus.Tag = QString::number(countSteps());
     m_root.tCopyStatus.Caption = QString();
     packDatabase();
-    if (m_command.ended())
+    if (!spareTracks())
         return Outcome::Ended;
     for (int row = 1; row <= m_root.LListView1.count(); ++row)
         if (const Outcome outcome = packRow(row); outcome != Outcome::Built)
@@ -78,19 +80,37 @@ PackTree::Outcome PackTree::build()
     return m_command.ended() ? Outcome::Ended : Outcome::Built;
 }
 
+/// The tracks of all lists may lie where they are to go to: one is not put in the place of another. False after the
+/// end of the program.
+bool PackTree::spareTracks()
+{
+    for (int row = 1; m_mode == PackMode::Folder && row <= m_root.LListView1.count(); ++row) {
+        const QString list = playlistPath(m_root, row);
+        const QStringList entries =
+            entriesOfFile(m_root, list).value_or(QString()).split(u"\r\n"_s, Qt::SkipEmptyParts);
+        QStringList tracks;
+        for (const QString& entry : entries)
+            tracks += fullPath(entry, FileDirPath::FolderOf(list));
+        m_carrier->spare(tracks);
+        if (!m_command.yield())
+            return false;
+    }
+    return !m_command.ended();
+}
+
 PackTree::Outcome PackTree::packRow(int row)
 {
     if (!openWalkedRow(m_root, m_command, row, [this] { freeze(); }))
         return Outcome::Ended;
     m_name = playlistName(m_root, row);
-    m_place = FileDirPath::canBeFileName(m_name) ? withSeparator(m_folder + m_name) : QString();
+    m_place = FileDirPath::canBeFolderName(m_name) ? withSeparator(m_folder + m_name) : QString();
     m_lines.clear();
     m_tracks.clear();
     m_hold = m_root.trackList.hold();
     const QString list = playlistPath(m_root, row);
-    if (showsTracksOf(m_root, row)) {
-        for (int track = 1; track <= m_root.LListView2.count(); ++track)
-            m_tracks += m_root.LListView2.subItem(track, TrackItem::Path);
+    for (int track = 1; showsTracksOf(m_root, row) && track <= m_root.LListView2.count(); ++track)
+        m_tracks += m_root.LListView2.subItem(track, TrackItem::Path);
+    if (!m_tracks.isEmpty()) {
         m_carrier->spare(m_tracks);
         const Outcome outcome = packTracks();
         if (outcome == Outcome::Ended)
@@ -99,7 +119,7 @@ PackTree::Outcome PackTree::packRow(int row)
         if (outcome != Outcome::Built)
             return outcome;
     } else {
-        // The rows in sight are those of the list before.
+        // Without tracks, too short to be read, or not to be read at all.
         packAsFile(list);
     }
     packCover();
@@ -120,11 +140,11 @@ PackTree::Outcome PackTree::packTracks()
 /// True to go on.
 bool PackTree::tellRoom()
 {
-    constexpr quint64 Step = 1024;
-    constexpr quint64 Least = 3000;
+    constexpr double Step = 1024;
+    constexpr double Least = 3000;
     // Required: nothing at all, as on a stick, counts as 0 here.
-    const quint64 free = FreeSpace::FreeBytes(m_root, m_root.services.volumes.rootOf(m_measured)).toULongLong() / Step;
-    const double megabytes = static_cast<double>(free) / static_cast<double>(Step);
+    const double free = FreeSpace::FreeBytes(m_root, m_root.services.volumes.rootOf(m_measured)).toDouble() / Step;
+    const double megabytes = free / Step;
     const QString number = QLocale(QLocale::German, QLocale::Germany).toString(megabytes, 'f', 0);
     m_root.tDateiname.Caption = number + (m_mode == PackMode::Folder ? u" MB freier Speicher auf dem USB-Datenträger"_s
                                                                      : u" MB freier Speicher im temporären Ordner"_s);
@@ -193,16 +213,11 @@ void PackTree::showShare()
     m_root.pCopyStatus.Visible = true;
 }
 
-/// An older list stays until the new one is whole; without tracks there is none.
+/// An older list stays until the new one is whole.
 void PackTree::packList(const QString& list)
 {
-    if (m_place.isEmpty())
-        return;
-    const QString place = m_place + FileDirPath::FileNameOf(list);
-    if (!m_lines.isEmpty())
-        (void)m_carrier->carryText(m_lines.join(u"\r\n"_s) + u"\r\n"_s, place);
-    else if (m_tracks.isEmpty() && Dateiexistenz::FileExists(m_root, place) && !isCatalogueFile(m_root, place))
-        m_root.files.remove(place);
+    if (!m_place.isEmpty() && !m_lines.isEmpty())
+        (void)m_carrier->carryText(m_lines.join(u"\r\n"_s) + u"\r\n"_s, m_place + FileDirPath::FileNameOf(list));
 }
 
 void PackTree::packAsFile(const QString& list)
@@ -213,7 +228,7 @@ void PackTree::packAsFile(const QString& list)
         m_root.files.makeFolder(m_place);
     const QString place = m_place + FileDirPath::FileNameOf(list);
     if (!isCatalogueFile(m_root, place))
-        (void)m_carrier->carry(list, place);
+        (void)m_carrier->carryBesides(list, place);
 }
 
 void PackTree::packCover()
@@ -228,7 +243,7 @@ void PackTree::packCover()
     }
     // Required: a list without tracks has no folder that a cover could go to.
     if (Dateiexistenz::FolderExists(m_root, m_place))
-        (void)m_carrier->carry(cover, m_place + FileDirPath::FileNameOf(cover));
+        (void)m_carrier->carryBesides(cover, m_place + FileDirPath::FileNameOf(cover));
 }
 
 } // namespace orvantine

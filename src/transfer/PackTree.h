@@ -38,10 +38,10 @@ public:
     [[nodiscard]] Carrier& carrier() { return *m_carrier; }
 
 private:
+    [[nodiscard]] bool spareTracks();
     Outcome packRow(int row);
     Outcome packTrack(int track);
     Outcome packTracks();
-    [[nodiscard]] bool mayGoOn();
     [[nodiscard]] bool tellRoom();
     void packDatabase();
     void packAsFile(const QString& list);

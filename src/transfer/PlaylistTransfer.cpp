@@ -76,6 +76,9 @@ private:
     QStringList m_tracks;
     std::optional<TrackList::Hold> m_hold;
     int m_selected = 0;
+    /// The rows are all that there is to carry: the list could be read.
+    bool m_known = false;
+    qint64 m_bytes = 0;
     bool m_badOrStopped = false;
     QString m_lines;
 };
@@ -112,7 +115,7 @@ void Transfer::reselect()
 /// The tracks are those of the list in sight. Rows of the list before are none of them.
 void Transfer::takeRows()
 {
-    (void)ownTracks(m_root);
+    m_known = ownTracks(m_root);
     const int row = rowInSight(m_root);
     m_name = playlistName(m_root, row);
     m_path = playlistPath(m_root, row);
@@ -121,10 +124,13 @@ void Transfer::takeRows()
     m_tracks.clear();
     for (int track = 1; !m_root.trackList.showsListBefore() && track <= m_root.LListView2.count(); ++track)
         m_tracks += m_root.LListView2.subItem(track, TrackItem::Path);
+    m_known = m_known || !m_tracks.isEmpty();
 }
 
 bool Transfer::begin()
 {
+    // What the user has in sight now: behind the boxes it may be another list.
+    takeRows();
     const std::optional<QString> target = chooseTarget(m_root, m_command, TransferOf::Playlist);
     if (!target)
         return false;
@@ -133,13 +139,12 @@ bool Transfer::begin()
     if (!m_command.yield())
         return false;
     const bool subfolder = readSetting(m_root, u"CreateFolder"_s).isOrAbsent(1);
-    takeRows();
     m_stick = normalisedTarget(*target);
     m_target = m_stick;
     if (subfolder) {
         m_target = withSeparator(m_stick + m_name);
         // A folder that is not wanted in the end stays, as told.
-        if (FileDirPath::canBeFileName(m_name) && !Dateiexistenz::FolderExists(m_root, m_target))
+        if (FileDirPath::canBeFolderName(m_name) && !Dateiexistenz::FolderExists(m_root, m_target))
             m_root.files.makeFolder(m_target);
     }
     if (!m_command.yield())
@@ -184,7 +189,11 @@ bool Transfer::askRoom()
         m_command.lastYield();
         return false;
     }
-    const auto sum = static_cast<quint64>(bytesOf(m_root, m_tracks));
+    const std::optional<qint64> bytes = bytesOf(m_root, m_command, m_tracks);
+    if (!bytes)
+        return false;
+    m_bytes = *bytes;
+    const auto sum = static_cast<quint64>(m_bytes);
     if (free > sum)
         return true;
     const std::optional<Answer> answer =
@@ -204,7 +213,7 @@ bool Transfer::askRoom()
 bool Transfer::makeTargetFolder()
 {
     // A name that would lead elsewhere is no folder.
-    if (!FileDirPath::canBeFileName(m_folderName) || m_folderName == u"."_s || m_folderName == u".."_s)
+    if (!FileDirPath::canBeFolderName(m_folderName))
         return false;
     if (!Dateiexistenz::FolderExists(m_root, m_target))
         m_root.files.makeFolder(FileDirPath::withoutSeparator(m_target));
@@ -241,8 +250,11 @@ bool Transfer::carryTracks(Carrier& carrier)
 void Transfer::finish(Carrier& carrier)
 {
     carrier.settle(m_target);
-    // An older list stays until this one is whole.
-    (void)carrier.carryText(m_lines, m_stick + FileDirPath::FileNameOf(m_path));
+    // An older list stays until this one is whole, and where nobody knows what this one holds.
+    if (m_known)
+        (void)carrier.carryText(m_lines, m_stick + FileDirPath::FileNameOf(m_path));
+    else
+        carrier.noteFailure(m_path);
     carrier.settle(m_stick);
     if (m_command.ended())
         return;
@@ -284,7 +296,7 @@ Next Transfer::run()
     if (!makeTargetFolder())
         return tellTrouble(u"Der Zugriff auf den austauschbaren Datenträger ist nicht möglich.   \n"
                            u"Entfernen Sie bitte den Schreibschutz am Datenträger !"_s);
-    Carrier carrier(m_root, m_command, bytesOf(m_root, m_tracks));
+    Carrier carrier(m_root, m_command, m_bytes);
     carrier.spare(m_tracks);
     if (carryTracks(carrier))
         finish(carrier);

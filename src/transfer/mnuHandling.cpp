@@ -29,12 +29,12 @@ void tellUnavailable(Root& root, const QString& title)
                         .icon = MessageIcon::Exclamation});
 }
 
-/// True to go on. Required: in kilobytes here, and nothing at all counts as 0.
+/// True to go on. Required: 3000 kilobytes here, and nothing at all counts as 0.
 bool askRoom(Root& root, Command& command, const QString& target)
 {
     constexpr quint64 Kilobyte = 1024;
-    constexpr quint64 Least = 3000;
-    const quint64 free = FreeSpace::FreeBytes(root, root.services.volumes.rootOf(target)).toULongLong() / Kilobyte;
+    constexpr quint64 Least = 3000 * Kilobyte;
+    const quint64 free = FreeSpace::FreeBytes(root, root.services.volumes.rootOf(target)).toULongLong();
     return free > Least || command.ask({.text = tooLittleRoomText(),
                                         .title = TransferTitle.toString(),
                                         .icon = MessageIcon::Exclamation,
@@ -42,10 +42,12 @@ bool askRoom(Root& root, Command& command, const QString& target)
 }
 
 /// The dialog comes up only if that takes long enough to be seen.
-Carrier::Outcome carryTrack(Root& root, Command& command, const QString& track, const QString& place)
+Carrier::Outcome carryTrack(Root& root, Command& command, const QString& track, const QString& place,
+                            const QStringList& spared)
 {
     root.Tag = u"1"_s;
-    Carrier carrier(root, command, bytesOf(root, {track}), Carrier::Dialog::Late);
+    Carrier carrier(root, command, root.files.size(track).value_or(0), Carrier::Dialog::Late);
+    carrier.spare(spared);
     const Carrier::Outcome outcome = carrier.carry(track, place);
     if (outcome == Carrier::Outcome::Carried) {
         carrier.settle(FileDirPath::FolderOf(place));
@@ -59,13 +61,17 @@ Carrier::Outcome carryTrack(Root& root, Command& command, const QString& track, 
 void transferTrack(Root& root)
 {
     Command command(root);
+    // What was selected when the user asked for it: behind the boxes another list may be in sight.
+    const QString track = selectedTrackPath(root);
+    QStringList inSight;
+    for (int row = 1; row <= root.LListView2.count(); ++row)
+        inSight += trackPath(root, row);
     const std::optional<QString> target = chooseTarget(root, command, TransferOf::Track);
     if (!target || !askRoom(root, command, *target))
         return;
-    const QString track = selectedTrackPath(root);
     const QString name = FileDirPath::FileNameOf(track);
     const QString place = *target + name;
-    const Carrier::Outcome outcome = carryTrack(root, command, track, place);
+    const Carrier::Outcome outcome = carryTrack(root, command, track, place, inSight);
     if (command.ended())
         return;
     // An older file that stands there because the copy failed is not told of as copied.

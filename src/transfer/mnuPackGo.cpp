@@ -7,6 +7,7 @@
 #include "app/FeatureTips.h"
 #include "app/Others.h"
 #include "app/PlayButtons.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -34,15 +35,15 @@ const QString ArchiveName = u"Orvanten (Pack and Go).zip"_s;
 const QString BurnerSetting = u"UseCDBurner"_s;
 const QString BackupSetting = u"BackupDir"_s;
 
-/// The folder in which the system gathers what is to be burned; "" where it has none.
-QString burningFolder(const Root& root)
+/// The folder in which the system gathers what is to be burned.
+std::optional<QString> burningFolder(const Root& root)
 {
     SettingVariant value;
     const QString key = u"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\Shell Folders"_s;
     if (!Registry::ReadValue(root, Hive::CurrentUser, key, u"CD Burning"_s, value))
         return {};
     const QString* const text = std::get_if<QString>(&value);
-    return text == nullptr ? QString() : cutAtNul(*text);
+    return text == nullptr ? std::nullopt : std::optional(cutAtNul(*text));
 }
 
 /// One run of the command.
@@ -147,7 +148,7 @@ bool PackAndGo::chooseMode()
 
 bool PackAndGo::chooseFolder()
 {
-    QString folder;
+    std::optional<QString> folder;
     if (m_mode == PackMode::Folder) {
         const std::optional<Answer> answer =
             m_command.ask({.text = u"Mit Windows CD-Burning können Sie die Orvanten auf CD-Rom brennen.   \n"
@@ -160,17 +161,17 @@ bool PackAndGo::chooseFolder()
             return false;
         if (answer == Answer::Ok)
             folder = burningFolder(m_root);
-        if (!folder.isEmpty())
+        if (folder)
             writeSetting(m_root, BurnerSetting, qint16{1});
     }
     for (;;) {
-        if (folder.isEmpty()) {
+        if (!folder) {
             writeSetting(m_root, BurnerSetting, qint16{0});
             folder = BrowseFolders(m_root, FolderRoot::Computer);
         }
-        if (folder.isEmpty() || m_command.ended())
+        if (folder->isEmpty() || m_command.ended())
             return false;
-        (m_mode == PackMode::Folder ? m_packFolder : m_burnFolder) = withSeparator(folder);
+        (m_mode == PackMode::Folder ? m_packFolder : m_burnFolder) = withSeparator(*folder);
         if (!Dateiexistenz::FileExists(m_root, target() + u"Orvantine.dat"_s))
             return true;
         const std::optional<Answer> answer = m_command.ask(
@@ -184,7 +185,7 @@ bool PackAndGo::chooseFolder()
         if (answer == Answer::Ok || !answer)
             return answer.has_value();
         m_root.Pointer = MousePointer::Default;
-        folder.clear();
+        folder.reset();
     }
 }
 
@@ -214,6 +215,9 @@ void PackAndGo::reselect()
 /// False if the program has ended.
 bool PackAndGo::pack(PackTree& tree)
 {
+    // The row that was selected has been read once more, which gives the lists back.
+    m_command.wait(Wait::Lists);
+    m_root.Timer2.Enabled = false;
     m_root.Pointer = MousePointer::Hourglass;
     if (!m_command.yield())
         return false;
@@ -230,13 +234,15 @@ bool PackAndGo::pack(PackTree& tree)
                          .trees = {{.folder = FileDirPath::withoutSeparator(m_packFolder), .foldersToo = true}},
                          .compression = chosenCompression(m_root),
                          .takes = {}};
-    m_packed = m_root.services.zip
-                   .add(job,
-                        [this, &tree](qint64 done, qint64 total) {
-                            tree.carrier().progress().showWork(done, total);
-                            return m_command.yield();
-                        })
-                   .done;
+    const ArchiveOutcome outcome = m_root.services.zip.add(job, [this, &tree](qint64 done, qint64 total) {
+        tree.carrier().progress().showWork(done, total);
+        return m_command.yield();
+    });
+    m_packed = outcome.done && outcome.leftOut.isEmpty();
+    if (outcome.done && !m_packed)
+        showQuietly(m_root, u"Nicht im Archiv: "_s + outcome.leftOut.join(u", "_s));
+    // The player has this mark too.
+    m_root.Tag = u"1"_s;
     if (!m_command.yield() || !m_command.pause(1))
         return false;
     KillTempFiles(m_root, m_scratch);
@@ -310,7 +316,9 @@ void PackAndGo::run()
         if (m_command.ended() || (m_mode == PackMode::Zip && !pack(tree)))
             return;
     }
-    Result result = m_root.Tag == u"1"_s ? Result::Complete : m_root.Tag == u"2"_s ? Result::Stopped : Result::None;
+    Result result = m_root.Tag == u"1"_s                    ? Result::Complete
+                    : outcome == PackTree::Outcome::Stopped ? Result::Stopped
+                                                            : Result::None;
     if (!close(outcome == PackTree::Outcome::Built))
         return;
     // Required: a folder copy has no archive, and so always ends as a stopped one.

@@ -128,14 +128,14 @@ TEST_F(Handling, AnOlderFileThatStaysBecauseTheCopyFailedIsNotToldOfAsCopied)
 
 TEST_F(Handling, RoomForATrackIsMeasuredInKilobytes)
 {
-    setRoom(3001 * 1024 - 1);
+    setRoom(3000 * 1024);
     choose();
     answer(Answer::Cancel);
     run(4);
     EXPECT_EQ(tree(), "");
     EXPECT_TRUE(QString::fromStdString(shown()).endsWith(QString::fromStdString(LittleRoom)));
 
-    setRoom(3001 * 1024);
+    setRoom(3000 * 1024 + 1);
     choose();
     answer(Answer::Ok);
     run(4);

@@ -301,6 +301,11 @@ QString PosixFiles::privateFolder(const QString& path)
     // One that stands with rights for others is somebody else's, or may hold what somebody else has put there.
     if ((::mkdir(native->constData(), 0700) == 0 || errno == EEXIST) && isPrivateFolder(*native))
         return path;
+    // The same one each time, so that what a run leaves in it goes with the next.
+    const QByteArray ending = '.' + QByteArray::number(::geteuid());
+    const QByteArray own = *native + ending;
+    if ((::mkdir(own.constData(), 0700) == 0 || errno == EEXIST) && isPrivateFolder(own))
+        return path + QString::fromLatin1(ending);
     QByteArray other = *native + ".XXXXXX";
     if (::mkdtemp(other.data()) == nullptr)
         return {};
