@@ -37,8 +37,16 @@ TEST_F(WindowTells, ALineThatIsToldQuietlyStandsForAMoment)
     desktop.start();
     auto* const line = find(root.quietLine);
     EXPECT_FALSE(line->isVisible());
+    const auto canBeRead = [line] {
+        return QTest::qWaitFor([line] {
+            return line->isVisible() && line->height() >= line->fontMetrics().lineSpacing() &&
+                   line->width() >= line->fontMetrics().horizontalAdvance(u"Gespeichert"_s) &&
+                   line->parentWidget()->rect().contains(line->geometry());
+        });
+    };
     showQuietly(root, u"Gespeichert"_s);
     EXPECT_TRUE(line->isVisible());
+    EXPECT_TRUE(canBeRead());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(line)->text(QAccessible::Name), u"Gespeichert"_s);
     desktop.events().run(std::chrono::seconds{3});
     showQuietly(root, u"Noch einmal"_s);
@@ -46,6 +54,10 @@ TEST_F(WindowTells, ALineThatIsToldQuietlyStandsForAMoment)
     EXPECT_TRUE(line->isVisible());
     desktop.events().run(std::chrono::seconds{2});
     EXPECT_FALSE(line->isVisible());
+    // Longer than the window is wide.
+    showQuietly(root, u"Nicht kopiert: "_s + QStringList(30, u"Gespeichert"_s).join(u", "_s));
+    EXPECT_TRUE(canBeRead());
+    EXPECT_TRUE(QTest::qWaitFor([line] { return line->height() >= 2 * line->fontMetrics().lineSpacing(); }));
 }
 
 TEST_F(WindowTells, TheEdgeBetweenThePanesStaysWhereItWasDrawn)

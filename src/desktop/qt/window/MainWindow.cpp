@@ -168,6 +168,7 @@ void MainWindow::makeQuietLine(QWidget* centre)
     m_quiet = card;
     card->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* const text = new ControlLabel(m_root.quietLine, TextLabel::Weight::Normal, card);
+    m_quietText = text;
     text->setAlignment(Qt::AlignCenter);
     auto* const layout = new QHBoxLayout(card);
     layout->setContentsMargins(2 * Theme::Margin, Theme::Gap, 2 * Theme::Margin, Theme::Gap);
@@ -192,8 +193,11 @@ void MainWindow::placeQuietLine()
 {
     const QSize room = centralWidget() != nullptr ? centralWidget()->size() : size();
     const int words = QFontMetrics(font()).horizontalAdvance(m_root.quietLine.Caption.value());
-    const QSize size(std::min(words + 6 * Theme::Margin, room.width() - 4 * Theme::Margin),
-                     m_quiet->sizeHint().height());
+    const int width = std::min(words + 6 * Theme::Margin, room.width() - 4 * Theme::Margin);
+    const QMargins around = m_quiet->layout()->contentsMargins();
+    m_quietText->setLines(words + around.left() + around.right() < width ? 1 : 2);
+    // Of the text itself: the card knows nothing of it while it is out of sight.
+    const QSize size(width, m_quietText->sizeHint().height() + around.top() + around.bottom());
     // Above the bar of the player, where no list has its head.
     m_quiet->setGeometry((room.width() - size.width()) / 2, room.height() * 3 / 4, size.width(), size.height());
 }

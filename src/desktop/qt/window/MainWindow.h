@@ -17,6 +17,7 @@ struct Root;
 class Balloons;
 class CataloguePane;
 class PlaylistPane;
+class TextLabel;
 
 /// The main window over Root. Place, size and state go both ways; the close button asks Form_QueryUnload.
 class MainWindow final : public QMainWindow
@@ -62,6 +63,7 @@ private:
     PlaylistPane* m_playlist = nullptr;
     QWidget* m_busy = nullptr;
     QWidget* m_quiet = nullptr;
+    TextLabel* m_quietText = nullptr;
     QSplitter* m_splitter = nullptr;
     QTimer m_splitterLater;
     std::unique_ptr<Balloons> m_tips;
