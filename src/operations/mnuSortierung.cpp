@@ -2,8 +2,10 @@
 
 #include "app/Columns.h"
 #include "app/Command.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueRows.h"
+#include "platform/FileDirPath.h"
 #include "playlists/GetPlayEntrys.h"
 #include "playlists/SavePlayEntrys.h"
 
@@ -38,12 +40,16 @@ void saveSorted(Root& root, Command& command, const TrackList::Hold& hold)
         return command.tell({.text = u"Die Wiedergabeliste konnte nicht ordnungsgemäss gespeichert werden. "_s,
                              .title = u" Wiedergabeliste speichern"_s,
                              .icon = MessageIcon::Critical});
+    const QString sorted = FileDirPath::titleOf(root.trackList.path());
     if (command.ask({.text = u"Soll die geänderte Trackliste automatisch gespeichert werden ? "_s,
                      .title = u' ' + root.Caption.value(),
                      .icon = MessageIcon::Exclamation,
-                     .buttons = MessageButtons::YesNo}) == Answer::Yes &&
-        hold.valid())
+                     .buttons = MessageButtons::YesNo}) != Answer::Yes)
+        return;
+    if (hold.valid())
         SavePlayEntrys(root);
+    else
+        showQuietly(root, u"„%1“ wurde nicht gespeichert: Inzwischen ist eine andere Playliste offen."_s.arg(sorted));
 }
 
 } // namespace

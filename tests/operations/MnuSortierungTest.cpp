@@ -1,6 +1,7 @@
 
 #include "operations/TrackListOperationsFixture.h"
 
+#include "platform/FileDirPath.h"
 #include "shell/MainWindow.h"
 
 namespace orvantine::fake {
@@ -167,8 +168,11 @@ TEST_F(TrackListOperations, AListThatIsOpenedWhileTheQuestionIsUpIsNotSaved)
     const std::string before = file(u"Andere"_s);
     desktop.messages.script(
         {.answer = Answer::Yes, .entered = {}, .title = {}, .text = {}, .meanwhile = [this] { click(2); }});
+    const QString sorted = FileDirPath::titleOf(root().trackList.path());
     root().mnuSortierung[1].Click();
     EXPECT_EQ(before, file(u"Andere"_s));
+    EXPECT_EQ(root().quietLine.Caption.value(),
+              u"„%1“ wurde nicht gespeichert: Inzwischen ist eine andere Playliste offen."_s.arg(sorted));
     EXPECT_TRUE(outOfWait());
 }
 
