@@ -12,26 +12,25 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
-void ShowFeatureTip(Root& root, int id)
+bool ShowFeatureTip(Root& root, int id)
 {
-    ShowFeatureTip(root, id, id);
+    return ShowFeatureTip(root, id, id);
 }
 
-void ShowFeatureTip(Root& root, int gate, int shown)
+bool ShowFeatureTip(Root& root, int gate, int shown)
 {
+    Direkthilfe& form = *root.direkthilfe;
     const QString tips = programFile(root, root.services.start.stem + u".tip"_s);
     // The start clicks commands as a user would.
     if (!root.loaded || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, gate) != 1)
-        return;
+        return !root.services.events.ended();
     const auto text = [&root, &tips, shown](QChar key) {
         return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(shown) + key);
     };
-    Direkthilfe& form = *root.direkthilfe;
     form.RHelpID.Caption = QString::number(shown);
     form.Caption = u"Orvanten Manager\r"_s + text(u'a');
     form.RText.Caption = text(u'b') + u"\n\n"_s + text(u'c');
-    // Who goes on asks for the end of the program.
-    (void)Command(root).showModal(form);
+    return Command(root).showModal(form);
 }
 
 int DirektHilfen(const Root& root, int id)

@@ -47,8 +47,8 @@ bool passesChecks(Root& root, Command& command)
         return root.LListView2.selectedRow() > 0 && !Dateiexistenz::FileExists(root, selectedTrackPath(root));
     };
 
-    if (seen() && missing() && errors())
-        ShowFeatureTip(root, 715);
+    if (seen() && missing() && errors() && !ShowFeatureTip(root, 715))
+        return false;
     if (!isLibraryThere(root)) {
         if (seen())
             command.tell({.text = u"Eine Systemkomponente für Mp3-Tag Informationen wurde nicht gefunden.    "_s,

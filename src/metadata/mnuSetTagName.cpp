@@ -57,8 +57,8 @@ private:
 
 void mnuSetTagName_Click(Root& root)
 {
-    if (root.mnuSpeichern.Tag != u"1"_s)
-        ShowFeatureTip(root, 410);
+    if (root.mnuSpeichern.Tag != u"1"_s && !ShowFeatureTip(root, 410))
+        return;
     if (Dateiexistenz::FileExists(root, databaseFile(root))) {
         // The next save takes the extras from the copy: half of one would lose them.
         const WholeChange whole(root.files);

@@ -69,8 +69,8 @@ bool isTrackMissing(const Root& root, int track)
 void repairSource(Root& root, int track)
 {
     const QString path = trackPath(root, track);
-    if (root.mnuErrorDisplay.Checked.value())
-        ShowFeatureTip(root, 715);
+    if (root.mnuErrorDisplay.Checked.value() && !ShowFeatureTip(root, 715))
+        return;
 
     // Rows that are not the list's own are read again, and may be others then. Nothing can be put right in those that
     // cannot be read.

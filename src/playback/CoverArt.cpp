@@ -52,7 +52,8 @@ void pCovers_Click(Root& root)
     const QString name = selectedName(root);
     if (name.isEmpty())
         return;
-    ShowFeatureTip(root, 313);
+    if (!ShowFeatureTip(root, 313))
+        return;
     Command command(root);
     // Required: the guard of the commands that add playlists, although nothing is added here.
     if (!mayAddRow(root, command) && command.ended())

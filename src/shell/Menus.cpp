@@ -26,9 +26,9 @@ std::vector<MenuEntry> entriesOf(const std::vector<CommandRow>& rows)
 void run(Root& root, const CommandRow& row)
 {
     runCommand(root, row.changes, [&root, &row] {
-        if (row.tip != 0)
-            ShowFeatureTip(root, row.tip, row.shownTip != 0 ? row.shownTip : row.tip);
-        if (!root.services.events.ended())
+        const bool goesOn = row.tip == 0 ? !root.services.events.ended()
+                                         : ShowFeatureTip(root, row.tip, row.shownTip != 0 ? row.shownTip : row.tip);
+        if (goesOn)
             row.run(root, row.index);
     });
 }

@@ -110,8 +110,7 @@ bool PackAndGo::begin()
     m_packFolder = m_scratch;
     if (!m_command.yield())
         return false;
-    ShowFeatureTip(m_root, 710);
-    if (m_command.ended())
+    if (!ShowFeatureTip(m_root, 710))
         return false;
     stopIfRunning(m_root);
     return !m_command.ended();

@@ -144,6 +144,11 @@ const std::vector<Deed> Commands{
          w.removesList = true;
      }},
     {"names by tag", [](World& w) { w.root().mnuSetTagName.Click(); }},
+    {"names by tag behind a tip",
+     [](World& w) {
+         w.tip();
+         w.root().mnuSetTagName.Click();
+     }},
     {"name by tag", [](World& w) { w.root().mnuGetIDTag.Click(); }},
     {"check lists",
      [](World& w) {

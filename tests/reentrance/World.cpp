@@ -1,6 +1,7 @@
 #include "reentrance/World.h"
 
 #include "app/DataFolder.h"
+#include "app/Direkthilfe.h"
 
 #include <algorithm>
 
@@ -98,6 +99,20 @@ void World::box()
     ++m_boxes;
     if (const auto action = m_atBox.take(m_boxes))
         action();
+}
+
+void World::tip()
+{
+    const QString tips = desktop.folders.program + u"/Orvantine.tip"_s;
+    put(tips, "[Tips]\r\n");
+    desktop.forms().whileModal(u"Direkthilfe"_s, [this, tips](Form& shown) {
+        box();
+        if (shown.Visible.value() && !desktop.events().ended())
+            root().direkthilfe->BReady.Click();
+        if (shown.Visible.value())
+            desktop.forms().unload(shown);
+        desktop.memory()->remove(tips);
+    });
 }
 
 QString World::data() const

@@ -25,6 +25,9 @@ public:
 
     void click(int row);
 
+    /// A tip stands in front of the next command, and counts as a box; the user goes on from it.
+    void tip();
+
     /// Runs in the box, chooser or modal form of that number, counted from now on.
     void atBox(int number, std::function<void()> action);
     [[nodiscard]] int boxes() const { return m_boxes; }

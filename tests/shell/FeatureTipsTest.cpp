@@ -36,6 +36,18 @@ protected:
                 form().BReady.Click();
         });
     }
+    /// The program ends while the tip of a command is up. What is done behind that.
+    [[nodiscard]] std::string behindTheEndIn(const std::function<void()>& command)
+    {
+        expectTip([this] {
+            root().services.events.endProcess();
+            root().services.forms.unload(form());
+        });
+        forgetCalls();
+        command();
+        const QStringList all = desktop.log.lines();
+        return lines(all.mid(all.indexOf(u"events.endProcess"_s) + 1));
+    }
     [[nodiscard]] std::string shown() const { return calls({u"forms.showModal"_s}); }
     [[nodiscard]] std::string warden(const QString& name)
     {
@@ -195,6 +207,42 @@ TEST_F(FeatureTips, TheProgramThatEndsInATipRunsNoCommandBehindIt)
     });
     ASSERT_TRUE(root().mnuAddSoundfiles.press());
     EXPECT_TRUE(root().mnuAddSoundfiles.Checked.value());
+}
+
+TEST_F(FeatureTips, TheProgramThatEndsInTheTipOf410CopiesNoDatabaseAndNamesNoTrack)
+{
+    tips("[Tips]\r\n");
+    desktop.tags.tracks[u"/m/Erste 1.mp3"_s] = {.title = u"Eins"_s, .artist = u"A"_s};
+    start();
+    tracks().select(1);
+    tracks().Click();
+    ASSERT_EQ("A", root().sAnzeige[2].Caption.value().toStdString());
+    EXPECT_EQ("forms.unload Direkthilfe", behindTheEndIn([this] { root().mnuSetTagName.press(); }));
+}
+
+TEST_F(FeatureTips, TheProgramThatEndsInTheTipOf313AsksForNoCover)
+{
+    tips("[Tips]\r\n");
+    start();
+    EXPECT_EQ("forms.unload Direkthilfe", behindTheEndIn([this] { root().pCovers.Click(); }));
+}
+
+TEST_F(FeatureTips, TheProgramThatEndsInTheTipOf715ReadsNeitherTheTrackNorItsList)
+{
+    tips("[Tips]\r\n");
+    put(desktop.folders.program + u"/Orvantine.dll"_s, "x");
+    const std::vector<std::function<void()>> commands{[this] { tracks().Click(); },
+                                                      [this] { root().mnuEigenschaften.press(); },
+                                                      [this] { root().mnuDateiEigenschaften.press(); }};
+    for (const auto& command : commands) {
+        desktop.newProcess();
+        putTrack(u"Erste 1"_s);
+        start();
+        tracks().select(1);
+        root().mnuErrorDisplay.Checked = true;
+        desktop.disk().remove(u"/m/Erste 1.mp3"_s);
+        EXPECT_EQ("forms.unload Direkthilfe", behindTheEndIn(command));
+    }
 }
 
 TEST_F(FeatureTips, TheResetAsksTheGateOfOneNumberAndShowsTheTextsOfAnother)
