@@ -21,8 +21,8 @@ bool ShowFeatureTip(Root& root, int gate, int shown)
 {
     Direkthilfe& form = *root.direkthilfe;
     const QString tips = programFile(root, root.services.start.stem + u".tip"_s);
-    // The start clicks commands as a user would.
-    if (!root.loaded || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, gate) != 1)
+    // The start clicks commands as a user would. A tip that is up keeps its texts.
+    if (!root.loaded || form.Visible.value() || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, gate) != 1)
         return !root.services.events.ended();
     const auto text = [&root, &tips, shown](QChar key) {
         return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(shown) + key);

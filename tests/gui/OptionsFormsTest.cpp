@@ -7,6 +7,7 @@
 #include "shell/Optionen.h"
 #include "shell/Tastatur.h"
 #include "support/FakeDesktop.h"
+#include "support/FormsContract.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -211,6 +212,11 @@ TEST_F(OptionsOnScreen, ATipShowsMarkupAndPercentSignsAsTheyStand)
     EXPECT_GT(form.RText.Height.value(), 0);
     EXPECT_EQ(form.RText.Height.value() + 1000, form.Height.value());
     expectNothingClipped();
+}
+
+TEST_F(OptionsOnScreen, AFormThatIsUpIsNotShownModalOnceMore)
+{
+    expectAFormThatIsUpToStayAsItIs(forms, *root.direkthilfe);
 }
 
 TEST_F(OptionsOnScreen, ATipGoesByEnterAndByEscape)

@@ -245,6 +245,25 @@ TEST_F(FeatureTips, TheProgramThatEndsInTheTipOf715ReadsNeitherTheTrackNorItsLis
     }
 }
 
+TEST_F(FeatureTips, ATipThatIsUpKeepsItsTextsWhateverAsksForAnotherOne)
+{
+    tips("[Tips]\r\n512a=Ordner\r\n512b=Was.\r\n512c=Wie.\r\n513a=Fehler\r\n513b=x\r\n513c=y\r\n");
+    start();
+    const bool before = root().mnuErrorDisplay.Checked.value();
+    forgetCalls();
+    expectTip([this, before] {
+        ASSERT_TRUE(root().mnuErrorDisplay.press());
+        EXPECT_NE(before, root().mnuErrorDisplay.Checked.value());
+        EXPECT_EQ("512", form().RHelpID.Caption.value().toStdString());
+        EXPECT_EQ("Orvanten Manager\rOrdner", form().Caption.value().toStdString());
+        EXPECT_EQ("Was.\n\nWie.", form().RText.Caption.value().toStdString());
+    });
+    ASSERT_TRUE(root().mnuAddSoundfiles.press());
+    EXPECT_EQ("forms.showModal Direkthilfe", shown());
+    EXPECT_EQ("dword 0", warden(u"512"_s));
+    EXPECT_EQ("(absent)", warden(u"513"_s));
+}
+
 TEST_F(FeatureTips, TheResetAsksTheGateOfOneNumberAndShowsTheTextsOfAnother)
 {
     tips("[Tips]\r\n510a=Spalten\r\n510b=x\r\n790a=Zurücksetzen\r\n790b=Leert alles.\r\n790c=Vorher sichern.\r\n");

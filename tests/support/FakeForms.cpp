@@ -18,8 +18,10 @@ void FakeForms::showModal(Form& form)
 {
     if (!m_log.call(u"forms.showModal %1"_s.arg(form.name)))
         return;
-    std::optional<Script> script = queue.pop();
     load(form);
+    if (form.Visible)
+        return;
+    std::optional<Script> script = queue.pop();
     form.Visible = true;
     if (!script) {
         m_complaints.add(u"the form %1 came up modal and nobody scripted it"_s.arg(form.name));

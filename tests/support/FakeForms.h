@@ -10,7 +10,7 @@
 namespace orvantine::fake {
 
 /// Forms without a screen. What the user does in a modal form is scripted beforehand; one that nobody scripted is a
-/// complaint, and so is one that its script leaves open.
+/// complaint, and so is one that its script leaves open. One that is up already is not shown modal once more.
 class FakeForms final : public Forms
 {
 public:

@@ -1,5 +1,6 @@
 #include "playlists/PlaylistText.h"
 #include "support/DesktopTest.h"
+#include "support/FormsContract.h"
 #include "support/Quoting.h"
 
 #include <gmock/gmock.h>
@@ -260,6 +261,14 @@ TEST_F(FakesTest, AFormLoadsWhenItComesUpAndUnloadsOnceWhenItGoes)
     });
     forms.showModal(form);
     EXPECT_EQ(ticks.join(u' ').toStdString(), "load unload load");
+    EXPECT_EQ(complaints.texts().size(), 0);
+}
+
+TEST_F(FakesTest, AFormThatIsUpIsNotShownModalOnceMore)
+{
+    FakeForms forms(log, complaints);
+    Form form(u"Direkthilfe"_s);
+    expectAFormThatIsUpToStayAsItIs(forms, form);
     EXPECT_EQ(complaints.texts().size(), 0);
 }
 
