@@ -12,6 +12,17 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The file of the tips, or what somebody has put in its place: one of that size is none.
+bool isThere(const Root& root, const QString& tips)
+{
+    constexpr qint64 LargestFile = qint64{4} << 20;
+    return Dateiexistenz::FileExists(root, tips) && root.files.size(tips).value_or(0) <= LargestFile;
+}
+
+} // namespace
+
 bool ShowFeatureTip(Root& root, int id)
 {
     return ShowFeatureTip(root, id, id);
@@ -22,7 +33,7 @@ bool ShowFeatureTip(Root& root, int gate, int shown)
     Direkthilfe& form = *root.direkthilfe;
     const QString tips = programFile(root, root.services.start.stem + u".tip"_s);
     // The start clicks commands as a user would. A tip that is up keeps its texts.
-    if (!root.loaded || form.Visible.value() || !Dateiexistenz::FileExists(root, tips) || DirektHilfen(root, gate) != 1)
+    if (!root.loaded || form.Visible.value() || !isThere(root, tips) || DirektHilfen(root, gate) != 1)
         return !root.services.events.ended();
     const auto text = [&root, &tips, shown](QChar key) {
         return IniFiles::ReadValue(root, tips, u"Tips"_s, QString::number(shown) + key);

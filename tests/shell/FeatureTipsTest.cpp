@@ -264,6 +264,23 @@ TEST_F(FeatureTips, ATipThatIsUpKeepsItsTextsWhateverAsksForAnotherOne)
     EXPECT_EQ("(absent)", warden(u"513"_s));
 }
 
+TEST_F(FeatureTips, AFileThatIsFarTooLargeForTipsShowsNone)
+{
+    const auto filled = [](qsizetype size) {
+        QByteArray text = "[Tips]\r\n512a=Ordner\r\n";
+        for (int i = 1000; text.size() < size; ++i)
+            text += QByteArray::number(i) + "a=x\r\n";
+        return text;
+    };
+    tips(filled((4 << 20) + 1));
+    start();
+    forgetCalls();
+    ASSERT_TRUE(root().mnuAddSoundfiles.press());
+    EXPECT_FALSE(root().mnuAddSoundfiles.Checked.value());
+    EXPECT_EQ("", shown());
+    EXPECT_EQ("", calls({u"files.read"_s}));
+}
+
 TEST_F(FeatureTips, TheResetAsksTheGateOfOneNumberAndShowsTheTextsOfAnother)
 {
     tips("[Tips]\r\n510a=Spalten\r\n510b=x\r\n790a=Zurücksetzen\r\n790b=Leert alles.\r\n790c=Vorher sichern.\r\n");
