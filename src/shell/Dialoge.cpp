@@ -12,6 +12,7 @@
 #include "platform/FileDirPath.h"
 #include "transfer/BrowseFolders2k.h"
 
+#include <utility>
 #include <vector>
 
 namespace orvantine {
@@ -246,7 +247,8 @@ void load(const Root& root, Dialoge& form)
     form.bSubDir.Value = true;
     form.bSndfiles.Value = true;
     form.play.Value = true;
-    form.tips.Value = !readSetting(root, u"HelpDirekt"_s).is(1);
+    form.tipsAtFirst = !readSetting(root, u"HelpDirekt"_s).is(1);
+    form.tips.Value = form.tipsAtFirst;
     form.tOrdner.Text = root.files.isFolder(root.services.folders.music) ? root.services.folders.music : QString();
     goTo(form, Dialoge::Greeting);
 }
@@ -286,8 +288,9 @@ void setUpDialoge(Root& root)
     form.Load = [&root, &form] { load(root, form); };
     form.Unload = [&root, &form] {
         form.stopped = true;
-        if (form.tips.Value == readSetting(root, u"HelpDirekt"_s).is(1))
-            writeSetting(root, u"HelpDirekt"_s, static_cast<qint16>(form.tips.Value.value() ? 0 : 1));
+        if (form.tips.Value == std::exchange(form.tipsAtFirst, form.tips.Value.value()))
+            return;
+        writeSetting(root, u"HelpDirekt"_s, static_cast<qint16>(form.tips.Value.value() ? 0 : 1));
     };
     form.bButton[Cancel].Click = [&root, &form] {
         if (form.working.value())

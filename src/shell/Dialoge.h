@@ -21,6 +21,8 @@ struct Dialoge : Form
     Label RCaption{controls, u"RCaption"};
     /// On the greeting's page: the tips in front of commands come up.
     CheckBox tips{controls, u"tips"};
+    /// What it showed at first: the options may have another word meanwhile.
+    bool tipsAtFirst = true;
     Label RHinweis{controls, u"RHinweis"};
     Label LOrdner{controls, u"LOrdner"};
     TextBox tOrdner{controls, u"tOrdner"};

@@ -252,6 +252,19 @@ TEST_F(Welcome, WhoeverWantsNoTipsSaysSoAtOnce)
     EXPECT_EQ("dword 0", setting(u"HelpDirekt"_s).toStdString());
 }
 
+TEST_F(Welcome, WhatTheOptionsSayOfTheTipsMeanwhileStays)
+{
+    start();
+    setting(u"HelpDirekt"_s, dwordSetting(1));
+    press(Cancel);
+    EXPECT_EQ("dword 1", setting(u"HelpDirekt"_s).toStdString());
+    root().services.forms.show(form());
+    EXPECT_FALSE(form().tips.Value.value());
+    setting(u"HelpDirekt"_s, dwordSetting(0));
+    press(Cancel);
+    EXPECT_EQ("dword 0", setting(u"HelpDirekt"_s).toStdString());
+}
+
 TEST_F(Welcome, TheMusicFolderIsProposed)
 {
     putFolder(desktop.folders.music);
