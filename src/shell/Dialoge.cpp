@@ -12,6 +12,7 @@
 #include "platform/FileDirPath.h"
 #include "transfer/BrowseFolders2k.h"
 
+#include <limits>
 #include <utility>
 #include <vector>
 
@@ -94,13 +95,13 @@ QString nameOf(const QString& start, const QString& folder)
 /// Nothing where the form was left meanwhile.
 std::optional<std::vector<Source>> findSources(Root& root, Command& command, const QString& start)
 {
-    constexpr int Levels = 3;
+    constexpr int AllLevels = std::numeric_limits<int>::max();
     constexpr double UntilMoreIsRead = 0.02;
     Dialoge& form = *root.dialoge;
     std::vector<Source> sources;
     int folders = 0;
     const std::unique_ptr<FolderWalk> walk =
-        root.services.walks.begin(start, AudioTypes::Pattern.toString(), form.bSubDir.Value ? Levels : 0);
+        root.services.walks.begin(start, AudioTypes::Pattern.toString(), form.bSubDir.Value ? AllLevels : 0);
     while (!walk->done() && !form.stopped) {
         const std::vector<WalkedFolder> read = walk->take();
         for (const WalkedFolder& one : read) {

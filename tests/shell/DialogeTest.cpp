@@ -114,6 +114,15 @@ TEST_F(Welcome, EachFolderBecomesAListAndTheFirstOnePlays)
     EXPECT_EQ("/musik/oben.mp3", desktop.mediaplayer().URL().toStdString());
 }
 
+TEST_F(Welcome, FoldersOfAnyDepthBecomeLists)
+{
+    put(u"/musik/Genre/Künstler/Jahr/Album/CD 2/tief.mp3"_s, "mp3");
+    begin();
+    press(Next);
+    EXPECT_EQ("musik 1\nJazz 1\nRock 2\nRock - CD 1 1\nGenre - Künstler - Jahr - Album - CD 2 1", names());
+    EXPECT_EQ("Hinzugefügt: 5 Wiedergabelisten mit 6 Sounddateien.", word());
+}
+
 TEST_F(Welcome, WithoutTheMarkNothingPlays)
 {
     begin();
