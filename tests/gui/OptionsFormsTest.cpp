@@ -286,6 +286,50 @@ TEST_F(OptionsOnScreen, TheWizardIsUsedByTheMouseAlone)
     EXPECT_FALSE(wizard.Visible.value());
 }
 
+TEST_F(OptionsOnScreen, OnItsLastPageTheWizardGoesByEscapeAndByTheWindowsButton)
+{
+    desktop.memory()->put(u"/musik/Rock/r1.mp3"_s, "mp3");
+    desktop.memory()->put(u"/mehr/Jazz/j1.mp3"_s, "mp3");
+    desktop.start();
+    Dialoge& wizard = *root.dialoge;
+    wizard.Visible = false;
+    for (const bool byKey : {true, false}) {
+        show(wizard);
+        wizard.bButton[2].Click();
+        wizard.tOrdner.Text = byKey ? u"/musik"_s : u"/mehr"_s;
+        wizard.bButton[2].Click();
+        ASSERT_EQ(2, wizard.page.value());
+        ASSERT_FALSE(wizard.working.value());
+        root.Timer2.Tick();
+        if (byKey)
+            type(Qt::Key_Escape);
+        else
+            window->close();
+        EXPECT_FALSE(wizard.Visible.value()) << byKey;
+        // Nobody has pressed the button that plays.
+        EXPECT_FALSE(root.pPausePlayer.Enabled.value());
+    }
+}
+
+TEST_F(OptionsOnScreen, WhileItWorksTheWindowsButtonStopsTheWizardAndLeavesItUp)
+{
+    desktop.memory()->put(u"/musik/Rock/r1.mp3"_s, "mp3");
+    desktop.memory()->put(u"/musik/Jazz/j1.mp3"_s, "mp3");
+    desktop.start();
+    Dialoge& wizard = *root.dialoge;
+    wizard.Visible = false;
+    show(wizard);
+    wizard.bButton[2].Click();
+    wizard.tOrdner.Text = u"/musik"_s;
+    const auto added = wizard.LFindDir.List.addNotifier([this, &wizard] {
+        if (wizard.LFindDir.List.value().size() == 1)
+            window->close();
+    });
+    wizard.bButton[2].Click();
+    EXPECT_TRUE(wizard.Visible.value());
+    EXPECT_EQ("Jazz (1)", wizard.LFindDir.List.value().join(u'|').toStdString());
+}
+
 TEST(HelpOnPaper, APageBecomesAFileThatCanBePrinted)
 {
     QString file;

@@ -116,7 +116,7 @@ void buildDialoge(FormWindow& window)
     next->setFocus();
     for (QPushButton* button : {cancel, back})
         button->setAutoDefault(false);
-    window.setCancel(cancel);
+    window.setCancel(cancel, FormWindow::NoCancel::Goes);
     window.addButtons({}, {back, next, cancel});
     window.setMinimumSize(640, 360);
 }

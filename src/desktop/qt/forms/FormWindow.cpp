@@ -337,10 +337,10 @@ void FormWindow::addControl(Control& control, QWidget* widget, const QString& ac
 
 void FormWindow::reject()
 {
-    if (m_cancel == nullptr)
-        m_forms.unload(m_form);
-    else if (m_cancel->isEnabled())
+    if (m_cancel != nullptr && m_cancel->isEnabled())
         m_cancel->click();
+    else if (m_cancel == nullptr || m_noCancel == NoCancel::Goes)
+        m_forms.unload(m_form);
 }
 
 void FormWindow::closeEvent(QCloseEvent* event)

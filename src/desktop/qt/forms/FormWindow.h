@@ -30,7 +30,8 @@ class FolderTreeView;
 /// The window of a form: title, pointer, keys and closing are the form's. A builder fills it with the widgets of the
 /// form's controls; each widget carries its control's name, follows it, and hands on what the user does.
 ///
-/// Escape and the window's close button press the cancel button; without one they unload the form.
+/// Escape and the window's close button press the cancel button; without one they unload the form. While that button is
+/// disabled the form cannot be closed, unless it is one that has nothing to cancel then.
 ///
 /// A field that checks its text is asked before the focus moves on to a control that causes validation, and before such
 /// a button is pressed by key or mouse; while it refuses, it keeps the focus and the button does nothing. Another
@@ -47,8 +48,14 @@ public:
     [[nodiscard]] QVBoxLayout& content() const { return *m_content; }
     /// The row of buttons at the lower edge: the first few to the left, then after the gap the others.
     void addButtons(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right);
+    /// What becomes of the form that is closed while its cancel button is disabled.
+    enum class NoCancel { Stays, Goes };
     /// The button that Escape presses.
-    void setCancel(QPushButton* button) { m_cancel = button; }
+    void setCancel(QPushButton* button, NoCancel disabled = NoCancel::Stays)
+    {
+        m_cancel = button;
+        m_noCancel = disabled;
+    }
 
     // Widgets of controls
     QLabel* addLabel(Label& control);
@@ -104,6 +111,7 @@ private:
     QVBoxLayout* m_content;
     QHBoxLayout* m_buttons;
     QPushButton* m_cancel = nullptr;
+    NoCancel m_noCancel = NoCancel::Stays;
     QHash<QObject*, Field> m_fields;
     QHash<QObject*, QLabel*> m_refusals;
     /// Widgets that can be gone to without a check.
