@@ -56,9 +56,11 @@ void setIniFolder(Root& root, const QString& ripper, const QString& folder)
     const QString place = FileDirPath::FolderOf(ripper);
     const QString ini = place + u"CdRipper.ini"_s;
     const ReadBytes read = root.files.readBytes(ini);
-    // Without a copy of what stands there it stays.
-    if (read.outcome == ReadOutcome::Failed || !isPlainText(read.bytes) ||
-        (read.done() && !root.files.copy(ini, place + u"CdRipper.bak"_s)))
+    if (read.outcome == ReadOutcome::Failed || !isPlainText(read.bytes))
+        return;
+    // Without a copy of what stands there it stays, and without the new line so does the older copy.
+    const WholeChange whole(root.files);
+    if (read.done() && !backUp(root, ini, place + u"CdRipper.bak"_s))
         return;
     IniFiles::WriteValue(root, ini, u"General"_s, u"MP3OutputDir"_s, folder);
 }

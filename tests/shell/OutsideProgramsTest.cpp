@@ -42,6 +42,14 @@ protected:
     }
     /// A pass of the housekeeping, which shows the command.
     void pass() { root().Timer2.Tick(); }
+    /// A pass so many seconds after noon, and what is told then.
+    [[nodiscard]] std::string passAt(int seconds)
+    {
+        root().quietLine.Caption = QString();
+        desktop.events().setNow(QDateTime(QDate(2026, 11, 20), QTime(12, 0).addSecs(seconds)));
+        pass();
+        return root().quietLine.Caption.value().toStdString();
+    }
 };
 
 } // namespace
@@ -187,19 +195,58 @@ TEST_F(OutsidePrograms, AnIniInAnotherEncodingOrWithoutACopyStaysAsItIs)
     EXPECT_EQ("program /r/CdRipper.exe -> /r/CdRipper.exe\nprogram /r/CdRipper.exe -> /r/CdRipper.exe", started());
 }
 
+TEST_F(OutsidePrograms, TheIniAndItsCopyAreOneChange)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
+    ripper(u"/r/CdRipper.exe"_s);
+    put(u"/r/CdRipper.ini"_s, "[General]\r\nMP3OutputDir=alt\r\n");
+    put(u"/r/CdRipper.bak"_s, "[General]\r\nMP3OutputDir=noch älter\r\n");
+    desktop.log.failNext(u"files.replaceBytes \"/r/CdRipper.ini\""_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    EXPECT_EQ("[General]\r\nMP3OutputDir=alt\r\n", bytes(u"/r/CdRipper.ini"_s).toStdString());
+    EXPECT_EQ("[General]\r\nMP3OutputDir=noch älter\r\n", bytes(u"/r/CdRipper.bak"_s).toStdString());
+    EXPECT_EQ("program /r/CdRipper.exe -> /r/CdRipper.exe", started());
+}
+
+TEST_F(OutsidePrograms, AWriteProtectedCopyOfTheIniIsNoBlock)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
+    ripper(u"/r/CdRipper.exe"_s);
+    put(u"/r/CdRipper.ini"_s, "[General]\r\nMP3OutputDir=alt\r\n");
+    put(u"/r/CdRipper.bak"_s, "uralt");
+    desktop.memory()->setReadOnly(u"/r/CdRipper.bak"_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    EXPECT_EQ("[General]\r\nMP3OutputDir=/musik\r\n", bytes(u"/r/CdRipper.ini"_s).toStdString());
+    EXPECT_EQ("[General]\r\nMP3OutputDir=alt\r\n", bytes(u"/r/CdRipper.bak"_s).toStdString());
+}
+
+TEST_F(OutsidePrograms, OldBytesElsewhereInTheIniStayWhatTheyAre)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
+    ripper(u"/r/CdRipper.exe"_s);
+    const QByteArray before("; K\xF6pfe\r\n[General]\r\nK\xFCnstler=\xC4\r\nMP3OutputDir=C:\\M\xFCsik\r\nx=\xDF\r\n");
+    put(u"/r/CdRipper.ini"_s, before);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    EXPECT_EQ(QByteArray("; K\xF6pfe\r\n[General]\r\nK\xFCnstler=\xC4\r\nMP3OutputDir=/musik\r\nx=\xDF\r\n"),
+              bytes(u"/r/CdRipper.ini"_s));
+    EXPECT_EQ(before, bytes(u"/r/CdRipper.bak"_s));
+}
+
+TEST_F(OutsidePrograms, WithoutAnIniOneIsMadeAndNoCopy)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
+    ripper(u"/r/CdRipper.exe"_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    EXPECT_EQ("[General]\r\nMP3OutputDir=/musik\r\n", bytes(u"/r/CdRipper.ini"_s).toStdString());
+    EXPECT_EQ("(missing)", bytes(u"/r/CdRipper.bak"_s).toStdString());
+}
+
 TEST_F(OutsidePrograms, WhatTheRipperPutsIntoItsFolderIsToldWhenNoMoreComes)
 {
     setting(u"Soundfiles"_s, stringSetting(u"/musik/"_s));
     put(u"/musik/alt.mp3"_s, "mp3");
     ripper(u"/r/anderer"_s);
     ASSERT_TRUE(root().mnuAddCDs.press());
-    // A pass after so many seconds since noon, and what is told then.
-    const auto passAt = [this](int seconds) {
-        root().quietLine.Caption = QString();
-        desktop.events().setNow(QDateTime(QDate(2026, 11, 20), QTime(12, 0).addSecs(seconds)));
-        pass();
-        return root().quietLine.Caption.value().toStdString();
-    };
     EXPECT_EQ("", passAt(16));
     put(u"/musik/1.mp3"_s, "mp3");
     put(u"/musik/text.txt"_s, "txt");
