@@ -16,13 +16,14 @@ namespace {
 
 constexpr int SecondsBetween = 5;
 
-/// Stands in LRipper.Tag.
+/// Stands in LRipper.Tag, with the folder: LRipper shows others too.
 struct Look
 {
     int second = 0;
     qsizetype seen = 0;
     /// How many files the user knows of.
     qsizetype told = 0;
+    QString folder;
 };
 
 int second(const Root& root)
@@ -30,20 +31,24 @@ int second(const Root& root)
     return static_cast<int>(root.services.events.secondsOfDay());
 }
 
-qsizetype filesNow(const Root& root)
+qsizetype filesNow(const Root& root, const QString& folder)
 {
-    return root.files.list(root.LRipper.Path, root.LRipper.Pattern).size();
+    return root.files.list(folder, AudioTypes::Pattern.toString()).size();
 }
 
 Look lastLook(const Root& root)
 {
-    const QStringList parts = root.LRipper.Tag.split(u' ');
-    return {.second = parts.value(0).toInt(), .seen = parts.value(1).toLongLong(), .told = parts.value(2).toLongLong()};
+    const QString& tag = root.LRipper.Tag;
+    const auto part = [&tag](int index) { return tag.section(u' ', index, index); };
+    return {.second = part(0).toInt(),
+            .seen = part(1).toLongLong(),
+            .told = part(2).toLongLong(),
+            .folder = tag.section(u' ', 3)};
 }
 
 void note(Root& root, const Look& look)
 {
-    root.LRipper.Tag = u"%1 %2 %3"_s.arg(look.second).arg(look.seen).arg(look.told);
+    root.LRipper.Tag = u"%1 %2 %3 %4"_s.arg(look.second).arg(look.seen).arg(look.told).arg(look.folder);
 }
 
 } // namespace
@@ -52,25 +57,25 @@ void beginRipperWatch(Root& root, const QString& folder)
 {
     root.LRipper.Path = FileDirPath::withoutSeparator(folder);
     root.LRipper.Pattern = AudioTypes::Pattern.toString();
-    const qsizetype files = filesNow(root);
-    note(root, {.second = second(root), .seen = files, .told = files});
+    const qsizetype files = filesNow(root, root.LRipper.Path);
+    note(root, {.second = second(root), .seen = files, .told = files, .folder = root.LRipper.Path});
 }
 
 void watchRipperFolder(Root& root)
 {
-    if (root.LRipper.Path.isEmpty())
-        return;
     Look look = lastLook(root);
+    if (look.folder.isEmpty())
+        return;
     // Also behind midnight.
     if (std::abs(second(root) - look.second) < SecondsBetween)
         return;
     look.second = second(root);
-    const qsizetype files = filesNow(root);
+    const qsizetype files = filesNow(root, look.folder);
     if (files == look.seen && files > look.told) {
         const qsizetype added = files - look.told;
         showQuietly(root, u"Vom CD-Ripper: %1 in „%2“. Hinzufügen mit „Sounddateien ...“."_s.arg(
                               added == 1 ? u"eine neue Sounddatei"_s : u"%1 neue Sounddateien"_s.arg(added),
-                              FileDirPath::FileNameOf(root.LRipper.Path)));
+                              FileDirPath::FileNameOf(look.folder)));
         look.told = files;
     }
     look.seen = files;

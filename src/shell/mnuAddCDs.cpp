@@ -112,9 +112,10 @@ void mnuAddCDs_Click(Root& root)
         ripper = programFile(root, u"CDRipper.exe"_s);
     setOutputFolder(root, ripper, folder);
     writeSetting(root, u"OutputDir"_s, folder);
-    beginRipperWatch(root, folder);
-    if (!root.services.launcher.start(
+    if (root.services.launcher.start(
             {.kind = LaunchKind::Program, .command = ripper, .target = ripper, .arguments = {}}))
+        beginRipperWatch(root, folder);
+    else
         showQuietly(root, u"Der CD-Ripper konnte nicht gestartet werden."_s);
 }
 

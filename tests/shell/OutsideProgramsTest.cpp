@@ -263,6 +263,39 @@ TEST_F(OutsidePrograms, WhatTheRipperPutsIntoItsFolderIsToldWhenNoMoreComes)
     EXPECT_EQ("Vom CD-Ripper: eine neue Sounddatei in „musik“. Hinzufügen mit „Sounddateien ...“.", passAt(58));
 }
 
+TEST_F(OutsidePrograms, AnotherFolderInTheListOfTheRipperIsNotTakenForTheWatchedOne)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik mit blanks"_s));
+    putFolder(u"/musik mit blanks"_s);
+    ripper(u"/r/anderer"_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    put(u"/kratz/1.mp3"_s, "mp3");
+    put(u"/kratz/2.mp3"_s, "mp3");
+    // As while a packing empties its folder.
+    const QString watched = std::exchange(root().LRipper.Path, u"/kratz"_s);
+    EXPECT_EQ("", passAt(6));
+    EXPECT_EQ("", passAt(12));
+    EXPECT_EQ("", passAt(18));
+    root().LRipper.Path = watched;
+    put(u"/musik mit blanks/neu.mp3"_s, "mp3");
+    EXPECT_EQ("", passAt(24));
+    EXPECT_EQ("Vom CD-Ripper: eine neue Sounddatei in „musik mit blanks“. Hinzufügen mit „Sounddateien ...“.",
+              passAt(30));
+}
+
+TEST_F(OutsidePrograms, ARipperThatCouldNotBeStartedIsNotWatched)
+{
+    setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
+    putFolder(u"/musik"_s);
+    ripper(u"/r/anderer"_s);
+    desktop.log.failNext(u"launcher.start"_s);
+    ASSERT_TRUE(root().mnuAddCDs.press());
+    put(u"/musik/neu.mp3"_s, "mp3");
+    EXPECT_EQ("", passAt(6));
+    EXPECT_EQ("", passAt(12));
+    EXPECT_EQ("", passAt(18));
+}
+
 TEST_F(OutsidePrograms, FreeRip3GetsItsValues)
 {
     setting(u"Soundfiles"_s, stringSetting(u"/musik"_s));
