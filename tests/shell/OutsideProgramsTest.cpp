@@ -113,12 +113,17 @@ TEST_F(OutsidePrograms, WithoutTheSiblingSendToSaysHowToAddIt)
     const std::string box = boxes();
     EXPECT_NE(std::string::npos, box.find("Um diese Funktion hinzuzufügen führen Sie bitte Setup aus.\" icon")) << box;
     EXPECT_EQ("", started());
-    // One that may not be started is as good as none.
+}
+
+TEST_F(OutsidePrograms, ASiblingThatIsThereAndMayNotBeStartedIsNotSaidToBeMissing)
+{
+    (void)boxes();
     put(program(u"Versandhilfe.dll"_s), "x");
     desktop.log.failNext(u"launcher.start"_s);
-    desktop.messages.answer(Answer::Ok);
     ASSERT_TRUE(root().mnuSendtoInstall.press());
-    EXPECT_EQ(box, boxes());
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("Die Komponente „Versandhilfe.dll“ konnte nicht gestartet werden.",
+              root().quietLine.Caption.value().toStdString());
 }
 
 TEST_F(OutsidePrograms, SendToStartsTheSibling)
