@@ -75,10 +75,10 @@ QString shellFolder(const Root& root, const QString& name)
 }
 
 /// The first of the paths that names something.
-QString firstThere(const Root& root, const QStringList& paths)
+QString firstThere(const Root& root, bool (*exists)(const Root&, const QString&), const QStringList& paths)
 {
     for (const QString& path : paths)
-        if (!path.isEmpty() && Dateiexistenz::FolderExists(root, path))
+        if (!path.isEmpty() && exists(root, path))
             return path;
     return {};
 }
@@ -95,9 +95,10 @@ void load(const Root& root, Optionen& form)
     SettingVariant run;
     if (Registry::ReadValue(root, Hive::CurrentUser, runKey(), u"Orvantinen"_s, run))
         form.bLoadPlayer.Value = true;
-    form.tSoundfiles.Text =
-        firstThere(root, {readSetting(root, u"Soundfiles"_s).text(), shellFolder(root, u"My Music"_s)});
-    form.tRipper.Text = firstThere(root, {readSetting(root, u"Ripper"_s).text(), programFile(root, u"CDRipper.exe"_s)});
+    form.tSoundfiles.Text = firstThere(root, Dateiexistenz::FolderExists,
+                                       {readSetting(root, u"Soundfiles"_s).text(), shellFolder(root, u"My Music"_s)});
+    form.tRipper.Text = firstThere(root, Dateiexistenz::FileExists,
+                                   {readSetting(root, u"Ripper"_s).text(), programFile(root, u"CDRipper.exe"_s)});
     form.bHelpDirekt.Value = readSetting(root, u"HelpDirekt"_s).is(1);
 }
 

@@ -221,6 +221,14 @@ TEST_F(OptionsDialog, TheRipperIsTheStoredOneIfItExistsElseTheProgramsOwn)
     inDialog([this] { EXPECT_EQ("/r/ripper", form().tRipper.Text.value().toStdString()); });
 }
 
+TEST_F(OptionsDialog, ARipperThatNamesAFolderByItsSeparatorIsNoFile)
+{
+    putFolder(u"/r"_s);
+    start();
+    setting(u"Ripper"_s, stringSetting(u"/r/"_s));
+    inDialog([this] { EXPECT_EQ("", form().tRipper.Text.value().toStdString()); });
+}
+
 TEST_F(OptionsDialog, TheChoosersPutTheirResultIntoTheFields)
 {
     start();
