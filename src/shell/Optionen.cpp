@@ -200,6 +200,10 @@ Optionen::Optionen() : Form(u"Optionen"_s)
 
 void mnuOptionen_Click(Root& root)
 {
+    // One that changes the catalogue may hold the check for doubles off meanwhile, and puts it back as it was: the
+    // dialog would show what is not chosen, and the choice would be lost.
+    if (!root.commands.admits(Changes::Catalogue))
+        return;
     (void)Command(root).showModal(*root.optionen);
 }
 

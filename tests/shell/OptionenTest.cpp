@@ -229,6 +229,25 @@ TEST_F(OptionsDialog, ARipperThatNamesAFolderByItsSeparatorIsNoFile)
     inDialog([this] { EXPECT_EQ("", form().tRipper.Text.value().toStdString()); });
 }
 
+TEST_F(OptionsDialog, WhileACommandHoldsTheCheckForDoublesTheDialogIsPassedOver)
+{
+    start();
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    click(1);
+    forgetCalls();
+    bool came = false;
+    desktop.events().after(std::chrono::milliseconds{500}, [this, &came] {
+        EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+        came = true;
+        root().mnuOptionen.press();
+    });
+    ASSERT_TRUE(root().mnuVerschiebung[2].press());
+    EXPECT_TRUE(came);
+    EXPECT_EQ("", calls({u"forms.showModal"_s}));
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
+    inDialog([this] { EXPECT_TRUE(form().bCheckEntrys.Value.value()); });
+}
+
 TEST_F(OptionsDialog, TheChoosersPutTheirResultIntoTheFields)
 {
     start();
