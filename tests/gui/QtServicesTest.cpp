@@ -300,7 +300,7 @@ TEST_F(Programs, OnlyARegularFileThatNobodyElseWritesIsTrusted)
 TEST_F(Programs, AreStartedByPathAndEveryRequestIsKept)
 {
     make(u"gut"_s, 0755);
-    make(u"alle"_s, 0757);
+    make(u"daten"_s, 0644);
     const PosixFiles files;
     QtLauncher launcher(files);
     const auto start = [&](const QString& name) {
@@ -308,10 +308,33 @@ TEST_F(Programs, AreStartedByPathAndEveryRequestIsKept)
         return launcher.start({.kind = LaunchKind::Program, .command = path, .target = path, .arguments = {}});
     };
     EXPECT_TRUE(start(u"gut"_s));
-    EXPECT_FALSE(start(u"alle"_s));
+    EXPECT_FALSE(start(u"daten"_s));
     EXPECT_FALSE(start(u"fehlt"_s));
     ASSERT_EQ(launcher.recent().size(), 3U);
     EXPECT_EQ(launcher.recent().back().target, folder.filePath(u"fehlt"_s));
+}
+
+TEST_F(Programs, OnlyThoseOfTheProgramsOwnFolderMustBeTrusted)
+{
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"eigen/Updates"_s) && QDir(folder.path()).mkpath(u"eigentum"_s));
+    for (const QString& name : {u"eigen/V.dll"_s, u"eigen/Updates/Setup.exe"_s, u"eigentum/ripper"_s, u"ripper"_s})
+        make(name, 0775);
+    make(u"daten"_s, 0664);
+    const PosixFiles files;
+    QtLauncher launcher(files, folder.filePath(u"eigen"_s));
+    const auto starts = [&](const QString& name) {
+        const QString path = folder.filePath(name);
+        return launcher.start({.kind = LaunchKind::Program, .command = path, .target = path, .arguments = {}});
+    };
+    EXPECT_FALSE(starts(u"eigen/V.dll"_s));
+    EXPECT_FALSE(starts(u"eigen/Updates/Setup.exe"_s));
+    EXPECT_FALSE(starts(u"eigentum/../eigen/V.dll"_s));
+    EXPECT_TRUE(starts(u"eigentum/ripper"_s));
+    EXPECT_TRUE(starts(u"ripper"_s));
+    // What is no program at all is started nowhere.
+    EXPECT_FALSE(starts(u"daten"_s));
+    EXPECT_FALSE(starts(u"eigentum"_s));
+    EXPECT_FALSE(starts(u"fehlt"_s));
 }
 
 TEST_F(Programs, HelpWithoutItsFileShowsNothing)

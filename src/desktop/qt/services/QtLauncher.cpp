@@ -8,6 +8,7 @@
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
@@ -28,19 +29,34 @@ namespace {
 constexpr std::size_t MostRecent = 20;
 constexpr int DBusTimeoutMs = 2000;
 
+bool isProgram(const QByteArray& nativePath)
+{
+    struct stat state = {};
+    return ::stat(nativePath.constData(), &state) == 0 && S_ISREG(state.st_mode) &&
+           ::access(nativePath.constData(), X_OK) == 0;
+}
+
+bool liesBelow(const QString& path, const QString& folder)
+{
+    return !folder.isEmpty() && path.startsWith(folder + u'/');
+}
+
 } // namespace
 
 bool isTrustedProgram(const QByteArray& nativePath)
 {
     struct stat state = {};
-    if (::stat(nativePath.constData(), &state) != 0 || !S_ISREG(state.st_mode))
+    if (!isProgram(nativePath) || ::stat(nativePath.constData(), &state) != 0)
         return false;
     if (state.st_uid != 0 && state.st_uid != ::getuid())
         return false;
-    return (state.st_mode & (S_IWGRP | S_IWOTH)) == 0 && ::access(nativePath.constData(), X_OK) == 0;
+    return (state.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-QtLauncher::QtLauncher(const Files& files) : m_files(files) {}
+QtLauncher::QtLauncher(const Files& files, QString programFolder)
+    : m_files(files), m_programFolder(QDir::cleanPath(programFolder))
+{
+}
 
 QtLauncher::~QtLauncher() = default;
 
@@ -134,7 +150,15 @@ bool QtLauncher::openByDesktop(const QString& path)
 bool QtLauncher::startProgram(const QString& path, const QStringList& arguments)
 {
     const QString host = hostPath(path);
-    return !host.isEmpty() && isTrustedProgram(QFile::encodeName(host)) && QProcess::startDetached(host, arguments);
+    const QByteArray native = QFile::encodeName(host);
+    return !host.isEmpty() && (isOwn(host) ? isTrustedProgram(native) : isProgram(native)) &&
+           QProcess::startDetached(host, arguments);
+}
+
+bool QtLauncher::isOwn(const QString& host) const
+{
+    return liesBelow(QDir::cleanPath(host), m_programFolder) ||
+           liesBelow(QFileInfo(host).canonicalFilePath(), QFileInfo(m_programFolder).canonicalFilePath());
 }
 
 QString QtLauncher::hostPath(const QString& path) const

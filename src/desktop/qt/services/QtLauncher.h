@@ -3,6 +3,7 @@
 #include "platform/Files.h"
 #include "platform/Launcher.h"
 
+#include <QCoreApplication>
 #include <QDialog>
 #include <QObject>
 #include <QPointer>
@@ -20,7 +21,8 @@ class HelpWindow;
 class QtLauncher final : public Launcher
 {
 public:
-    explicit QtLauncher(const Files& files);
+    /// A program below the program's own folder is started only if it can be trusted, any other as the user says.
+    explicit QtLauncher(const Files& files, QString programFolder = QCoreApplication::applicationDirPath());
     ~QtLauncher() override;
 
     bool start(const LaunchRequest& request) override;
@@ -40,8 +42,10 @@ private:
     /// that is not there.
     bool askFileManager(const QString& method, const QByteArray& nativePath, const std::function<bool()>& otherwise);
     [[nodiscard]] QString hostPath(const QString& path) const;
+    [[nodiscard]] bool isOwn(const QString& host) const;
 
     const Files& m_files;
+    QString m_programFolder;
     std::unique_ptr<HelpWindow> m_help;
     std::vector<QPointer<QDialog>> m_sheets;
     /// Owns the questions that are not answered yet.
