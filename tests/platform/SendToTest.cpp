@@ -21,6 +21,21 @@ namespace {
 class SendTo : public testing::Test
 {
 protected:
+    // None of the host's programs is found.
+    SendTo() { qputenv("PATH", QFile::encodeName(m_folder.filePath(u"bin"_s))); }
+    ~SendTo() override { qputenv("PATH", m_hostPath); }
+
+    /// The program that tells the file managers of new entries: it notes what it is started with, and ends like this.
+    void installUpdater(const QByteArray& end) const
+    {
+        ASSERT_TRUE(QDir(m_folder.path()).mkpath(u"bin"_s));
+        QFile file(m_folder.filePath(u"bin/update-desktop-database"_s));
+        const QByteArray notes = QFile::encodeName(m_folder.filePath(u"notes"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) &&
+                    file.write("#!/bin/sh\necho \"$#\" \"$1\" >> '" + notes + "'\n" + end + "\n") > 0);
+        file.close();
+        ASSERT_TRUE(file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    }
     /// Files below the folder with the rights of their owner, sorted.
     [[nodiscard]] std::string tree() const
     {
@@ -44,6 +59,7 @@ protected:
         return {m_folder.filePath(u"data"_s), m_folder.filePath(u"config"_s), program};
     }
 
+    const QByteArray m_hostPath = qgetenv("PATH");
     QTemporaryDir m_folder;
 };
 
@@ -92,6 +108,23 @@ TEST_F(SendTo, AFileOfSomebodyElseStays)
     EXPECT_TRUE(entries().remove());
     EXPECT_EQ("mein", bytes(own).toStdString());
     EXPECT_EQ(own.toStdString(), tree());
+}
+
+TEST_F(SendTo, TheDesktopHearsOfTheEntriesThatCameAndWent)
+{
+    const QByteArray told = "1 " + QFile::encodeName(m_folder.filePath(u"data/applications"_s)) + '\n';
+    installUpdater("exit 0");
+    EXPECT_TRUE(entries().install());
+    EXPECT_EQ(told.toStdString(), bytes(u"notes"_s).toStdString());
+    EXPECT_TRUE(entries().remove());
+    EXPECT_EQ((told + told).toStdString(), bytes(u"notes"_s).toStdString());
+}
+
+TEST_F(SendTo, ADesktopThatCannotBeToldIsNoFailure)
+{
+    installUpdater("echo laut; echo laut >&2; exit 1");
+    EXPECT_TRUE(entries().install());
+    EXPECT_TRUE(entries().remove());
 }
 
 TEST_F(SendTo, WithoutAHomeNothingIsInstalled)

@@ -4,6 +4,8 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
 
 #include <algorithm>
 #include <utility>
@@ -55,6 +57,22 @@ bool isOurs(const QString& path)
     QByteArray bytes;
     return QFileInfo(path).isFile() && !QFileInfo(path).isSymLink() && readSmallFile(path.toUtf8(), bytes) &&
            bytes.contains(mark);
+}
+
+/// "Open with" is answered from a list that only this program of the desktop makes anew. Without it nothing is lost but
+/// that some file managers learn of the entries later.
+void refreshOpenWith(const QString& dataHome)
+{
+    constexpr int PatienceMs = 10000;
+    const QString program = QStandardPaths::findExecutable(u"update-desktop-database"_s);
+    const QString folder = dataHome + u"/applications"_s;
+    if (dataHome.isEmpty() || program.isEmpty() || !QFileInfo(folder).isDir())
+        return;
+    QProcess process;
+    process.setStandardOutputFile(QProcess::nullDevice());
+    process.setStandardErrorFile(QProcess::nullDevice());
+    process.start(program, {folder});
+    process.waitForFinished(PatienceMs);
 }
 
 } // namespace
@@ -112,6 +130,7 @@ bool SendToEntries::install() const
         if (QDir().mkpath(there.path()) && writeAtomically(entry.path.toUtf8(), entry.text.toUtf8()) && entry.program)
             ::chmod(entry.path.toUtf8().constData(), 0755);
     }
+    refreshOpenWith(m_dataHome);
     return installed();
 }
 
@@ -120,6 +139,7 @@ bool SendToEntries::remove() const
     for (const Entry& entry : entries())
         if (isOurs(entry.path))
             ::unlink(entry.path.toUtf8().constData());
+    refreshOpenWith(m_dataHome);
     return !installed();
 }
 
