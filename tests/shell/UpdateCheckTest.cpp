@@ -111,6 +111,37 @@ TEST_F(Updates, TheInstallerOfAnEarlierUpdateGoes)
     EXPECT_EQ("", started());
 }
 
+TEST_F(Updates, TheStepsComeInTheirOrder)
+{
+    DesktopTest::start();
+    put(program(u"Netzpflege.exe"_s), "x");
+    put(program(u"Updates/Setup.exe"_s), "x");
+    setting(u"Update"_s, stringSetting(u"01.01.2026"_s));
+    root().Timer3.Enabled = false;
+    desktop.launcher.Started = [this](const LaunchRequest&) { EXPECT_FALSE(root().Timer3.Enabled.value()); };
+    const int yields = desktop.events().yields();
+    bool yielded = false;
+    desktop.events().atYield(1, [this, &yielded] {
+        yielded = true;
+        EXPECT_TRUE(root().Timer3.Enabled.value());
+        desktop.log.call(u"settings.yield"_s);
+    });
+    forgetCalls();
+    UpdateCheck(root());
+    EXPECT_TRUE(yielded);
+    EXPECT_EQ(yields + 1, desktop.events().yields());
+    QString order = QString::fromStdString(calls(
+        {u"settings.value"_s, u"settings.setValue"_s, u"settings.yield"_s, u"files.remove"_s, u"launcher.start"_s}));
+    order.remove(u"HKCU \"Software\\\\Verdanis\\\\Orvant Manager\" "_s).remove(desktop.folders.program);
+    EXPECT_EQ("settings.value \"NoUpdate\"\n"
+              "files.remove \"/Updates/Setup.exe\"\n"
+              "settings.value \"Update\"\n"
+              "settings.setValue \"Update\" sz \"20.11.2026\"\n"
+              "launcher.start program command \"/Netzpflege.exe /a\" target \"/Netzpflege.exe\" argument \"/a\"\n"
+              "settings.yield",
+              order.toStdString());
+}
+
 TEST_F(Updates, WithoutTheSiblingTheDateIsWrittenAndNoTimerRuns)
 {
     DesktopTest::start();
