@@ -17,7 +17,7 @@ namespace {
 /// The file of the tips, or what somebody has put in its place: one of that size is none.
 bool isThere(const Root& root, const QString& tips)
 {
-    constexpr qint64 LargestFile = qint64{4} << 20;
+    constexpr qint64 LargestFile = qint64{1} << 20;
     return Dateiexistenz::FileExists(root, tips) && root.files.size(tips).value_or(0) <= LargestFile;
 }
 

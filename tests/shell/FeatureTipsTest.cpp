@@ -272,7 +272,7 @@ TEST_F(FeatureTips, AFileThatIsFarTooLargeForTipsShowsNone)
             text += QByteArray::number(i) + "a=x\r\n";
         return text;
     };
-    tips(filled((4 << 20) + 1));
+    tips(filled((1 << 20) + 1));
     start();
     forgetCalls();
     ASSERT_TRUE(root().mnuAddSoundfiles.press());
