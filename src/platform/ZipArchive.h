@@ -33,26 +33,6 @@ struct ArchiveFile
     QString name;
 };
 
-struct ArchiveJob
-{
-    QString archive;
-    /// One after the other: of two files with one name the later one stays.
-    std::vector<ArchiveTree> trees;
-    Compression compression = Compression::Strong;
-    /// Asked for each file by its name in the archive; empty takes all.
-    std::function<bool(const QString& name)> takes;
-    /// Behind the trees.
-    std::vector<ArchiveFile> files = {};
-};
-
-struct ArchiveOutcome
-{
-    /// The archive holds all that could be read, and what it held before; it was read again to its last byte.
-    bool done = false;
-    /// Files, by their names in the archive, that were not taken or could not be read.
-    QStringList leftOut;
-};
-
 struct ArchiveEntry
 {
     enum class Kind {
@@ -71,6 +51,32 @@ struct ArchiveEntry
     QDateTime modified;
 };
 
+struct ArchiveJob
+{
+    QString archive;
+    /// One after the other: of two files with one name the later one stays.
+    std::vector<ArchiveTree> trees;
+    Compression compression = Compression::Strong;
+    /// Asked for each file and folder by its name in the archive; empty takes all. Nothing below a folder is looked at
+    /// that is not taken.
+    std::function<bool(const QString& name)> takes;
+    /// Behind the trees.
+    std::vector<ArchiveFile> files = {};
+    /// Links to files go in as the files that they lead to. Else all links are left out, and named.
+    bool followsLinks = true;
+    /// Asked for all that the finished archive of `size` bytes holds, before it takes its place; empty accepts all.
+    std::function<bool(const std::vector<ArchiveEntry>& entries, qint64 size)> accepts = {};
+};
+
+struct ArchiveOutcome
+{
+    /// The archive holds all that could be read, and what it held before; it was read again to its last byte.
+    bool done = false;
+    /// Files and folders, by their names in the archive, that were not taken or could not be read. A whole tree has the
+    /// name of its folder.
+    QStringList leftOut;
+};
+
 /// An archive that is open for reading. What was unpacked of it goes with this.
 class OpenedArchive
 {
@@ -81,7 +87,7 @@ public:
     /// Bytes of the archive itself.
     [[nodiscard]] virtual qint64 size() const = 0;
     /// Unpacks these entries, files all of them, into a folder that is nobody else's. False if one is not as large as
-    /// told, or its checksum is wrong, or the disk fails.
+    /// told, or its checksum is wrong; also, with a fault at the service of files, where the disk fails.
     [[nodiscard]] virtual bool unpack(const std::vector<std::size_t>& numbers, const ArchiveProgress& progress) = 0;
     /// The unpacked file of an entry, with its time.
     [[nodiscard]] virtual QString unpackedFile(std::size_t number) const = 0;
@@ -96,10 +102,12 @@ public:
 
     /// Makes an archive, or adds to one that stands there; an entry of the same name is replaced. Special files, links
     /// to folders and the archive itself are left out silently. The archive stands under its name only when it is whole
-    /// and on the disk: where the work fails the older one stays, as does a file that is no whole archive.
+    /// and on the disk: where the work fails the older one stays, as does a file that is no whole archive. A fault of
+    /// the disk is noted at the service of files.
     [[nodiscard]] virtual ArchiveOutcome add(const ArchiveJob& job, const ArchiveProgress& progress) = 0;
 
-    /// Null for what is no whole archive, or has more entries than that.
+    /// Null for what is no whole archive, or has more entries than that; also, with a fault at the service of files,
+    /// where the disk fails.
     [[nodiscard]] virtual std::unique_ptr<OpenedArchive> open(const QString& archive, qint64 mostEntries) = 0;
 };
 

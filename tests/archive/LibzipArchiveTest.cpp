@@ -72,6 +72,84 @@ TEST_F(LibzipArchiveTest, PipesAndLinksToFoldersAreLeftOutAndLinksToFilesFollowe
     EXPECT_EQ((QStringList{u"Datei.m3u"_s, u"Rock.m3u"_s}), names(u"a.zip"_s));
 }
 
+TEST_F(LibzipArchiveTest, WhereLinksAreNotFollowedEachIsNamed)
+{
+    put(u"eins/Rock.m3u"_s, "x");
+    put(u"zwei/Jazz.m3u"_s, "y");
+    ASSERT_EQ(0, ::symlink("../zwei", at(u"eins/Ordner"_s).toUtf8().constData()));
+    ASSERT_EQ(0, ::symlink("../zwei/Jazz.m3u", at(u"eins/Datei.m3u"_s).toUtf8().constData()));
+    const ArchiveOutcome outcome = world.zip().add({.archive = at(u"a.zip"_s),
+                                                    .trees = {{at(u"eins"_s), true}},
+                                                    .compression = {},
+                                                    .takes = {},
+                                                    .followsLinks = false},
+                                                   {});
+    EXPECT_TRUE(outcome.done);
+    EXPECT_EQ((QStringList{u"Datei.m3u"_s, u"Ordner"_s}), outcome.leftOut);
+    EXPECT_EQ(QStringList{u"Rock.m3u"_s}, names(u"a.zip"_s));
+}
+
+TEST_F(LibzipArchiveTest, AFolderThatCannotBeOpenedIsNamed)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root opens all";
+    put(u"eins/Rock.m3u"_s, "x");
+    put(u"zwei/Jazz.m3u"_s, "y");
+    ASSERT_EQ(0, ::chmod(at(u"zwei"_s).toUtf8().constData(), 0));
+    const ArchiveJob job{.archive = at(u"a.zip"_s),
+                         .trees = {{at(u"eins"_s), true}, {at(u"zwei/"_s), true}},
+                         .compression = {},
+                         .takes = {}};
+    const ArchiveOutcome outcome = world.zip().add(job, {});
+    ::chmod(at(u"zwei"_s).toUtf8().constData(), 0700);
+    EXPECT_TRUE(outcome.done);
+    EXPECT_EQ(QStringList{u"zwei/"_s}, outcome.leftOut);
+}
+
+TEST_F(LibzipArchiveTest, AnArchiveThatMayNotBeReadIsAFaultOfTheDisk)
+{
+    if (::geteuid() == 0)
+        GTEST_SKIP() << "root reads all";
+    put(u"eins/a.mp3"_s, "Klang");
+    ASSERT_TRUE(add(u"a.zip"_s, u"eins"_s).done);
+    ASSERT_EQ(0, ::chmod(at(u"a.zip"_s).toUtf8().constData(), 0));
+    EXPECT_FALSE(add(u"a.zip"_s, u"eins"_s).done);
+    EXPECT_EQ(WriteFault::NoRights, world.files().takeFault());
+    EXPECT_FALSE(world.zip().open(at(u"a.zip"_s), 10));
+    EXPECT_EQ(WriteFault::NoRights, world.files().takeFault());
+}
+
+TEST_F(LibzipArchiveTest, WhatIsNoRegularFileIsNoArchive)
+{
+    ASSERT_EQ(0, ::mkfifo(at(u"a.zip"_s).toUtf8().constData(), 0600));
+    EXPECT_FALSE(world.zip().open(at(u"a.zip"_s), 10));
+    EXPECT_FALSE(world.files().takeFault());
+}
+
+TEST_F(LibzipArchiveTest, UnpackingTellsADamagedArchiveFromAFullDisk)
+{
+    put(u"eins/a.mp3"_s, QByteArray(4 << 20, 'a'));
+    ASSERT_TRUE(add(u"a.zip"_s, u"eins"_s).done);
+    EXPECT_EXIT(
+        {
+            const auto opened = world.zip().open(at(u"a.zip"_s), 10);
+            rlimit most = {};
+            most.rlim_cur = most.rlim_max = 1U << 20U;
+            ::signal(SIGXFSZ, SIG_IGN);
+            ::setrlimit(RLIMIT_FSIZE, &most);
+            const bool done = opened->unpack({0}, {});
+            ::_exit(!done && world.files().takeFault() == WriteFault::NoRoom ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    QByteArray spoilt = bytes(u"a.zip"_s);
+    spoilt[spoilt.size() / 2] = 'X';
+    ASSERT_TRUE(world.files().writeBytes(at(u"a.zip"_s), spoilt));
+    const auto opened = world.zip().open(at(u"a.zip"_s), 10);
+    ASSERT_TRUE(opened);
+    EXPECT_FALSE(opened->unpack({0}, {}));
+    EXPECT_FALSE(world.files().takeFault());
+}
+
 TEST_F(LibzipArchiveTest, AFileThatVanishesMeanwhileIsLeftOutAndNamed)
 {
     put(u"eins/a.mp3"_s, "a");
@@ -164,6 +242,7 @@ TEST_F(LibzipArchiveTest, ABadEntryOfTheOlderArchiveLeavesItAsItIs)
     ASSERT_TRUE(world.files().writeBytes(at(u"a.zip"_s), spoilt));
     put(u"zwei/b.mp3"_s, "neu");
     EXPECT_FALSE(add(u"a.zip"_s, u"zwei"_s).done);
+    EXPECT_FALSE(world.files().takeFault());
     EXPECT_EQ(spoilt, bytes(u"a.zip"_s));
 }
 
@@ -211,6 +290,7 @@ TEST_F(LibzipArchiveTest, WithoutAPlaceOfTheUsersOwnNothingIsUnpacked)
     const auto opened = homeless.open(at(u"a.zip"_s), 10);
     ASSERT_TRUE(opened);
     EXPECT_FALSE(opened->unpack({0}, {}));
+    EXPECT_EQ(WriteFault::NoRights, world.files().takeFault());
 }
 
 TEST_F(LibzipArchiveTest, WhatAKilledProgramHasUnpackedGoesBeforeTheNext)

@@ -178,6 +178,54 @@ TEST_P(ArchiveContract, AFileThatIsNotTakenIsNamed)
     EXPECT_EQ("Rock.m3u: x", content(u"a.zip"_s));
 }
 
+TEST_P(ArchiveContract, AFolderThatIsNotTakenIsNamedOnceWithAllThatIsInIt)
+{
+    put(u"eins/Rock.m3u"_s, "x");
+    put(u"eins/sub/Nicht.m3u"_s, "y");
+    const ArchiveJob job{.archive = at(u"a.zip"_s),
+                         .trees = {{at(u"eins"_s), true}},
+                         .compression = Compression::Simple,
+                         .takes = [](const QString& name) { return name != u"sub/"_s; }};
+    const ArchiveOutcome outcome = m_world->zip().add(job, {});
+    EXPECT_TRUE(outcome.done);
+    EXPECT_EQ(QStringList{u"sub/"_s}, outcome.leftOut);
+    EXPECT_EQ("Rock.m3u: x", content(u"a.zip"_s));
+}
+
+TEST_P(ArchiveContract, AnArchiveThatIsNotAcceptedNeverTakesThePlaceOfTheOlderOne)
+{
+    put(u"eins/Rock.m3u"_s, "alt");
+    ASSERT_TRUE(add(u"a.zip"_s, {u"eins"_s}).done);
+    const QByteArray before = bytes(at(u"a.zip"_s));
+    put(u"zwei/Jazz.m3u"_s, "neu");
+    ArchiveJob job{.archive = at(u"a.zip"_s), .trees = {{at(u"zwei"_s), true}}, .compression = {}, .takes = {}};
+    QStringList asked;
+    qint64 size = 0;
+    bool accepted = false;
+    job.accepts = [&](const std::vector<ArchiveEntry>& entries, qint64 bytes) {
+        for (const ArchiveEntry& entry : entries)
+            asked.append(entry.name);
+        size = bytes;
+        return accepted;
+    };
+    EXPECT_FALSE(m_world->zip().add(job, {}).done);
+    EXPECT_EQ(before, bytes(at(u"a.zip"_s)));
+    EXPECT_EQ((QStringList{u"Rock.m3u"_s, u"Jazz.m3u"_s}), asked);
+    EXPECT_FALSE(files().takeFault());
+    accepted = true;
+    EXPECT_TRUE(m_world->zip().add(job, {}).done);
+    EXPECT_EQ(files().size(at(u"a.zip"_s)), size);
+}
+
+TEST_P(ArchiveContract, WhatIsNoArchiveIsNoFaultOfTheDisk)
+{
+    put(u"eins/Rock.m3u"_s, "x");
+    put(u"a.zip"_s, "kein Archiv");
+    EXPECT_FALSE(add(u"a.zip"_s, {u"eins"_s}).done);
+    EXPECT_FALSE(open(u"a.zip"_s));
+    EXPECT_FALSE(files().takeFault());
+}
+
 TEST_P(ArchiveContract, TheTimeOfAFileIsKept)
 {
     const QDateTime time(QDate(2003, 2, 1), QTime(13, 14, 15));

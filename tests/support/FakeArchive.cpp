@@ -118,6 +118,11 @@ std::optional<QList<FakeArchive::Packed>> FakeArchive::unpacked(const QByteArray
     return entries;
 }
 
+bool FakeArchive::isRefused(const ArchiveJob& job, const QString& path, const QString& name) const
+{
+    return (job.takes && !job.takes(name)) || (!job.followsLinks && m_files.isLink(path));
+}
+
 void FakeArchive::read(const ArchiveJob& job, const ArchiveTree& tree, const QString& below, Tree& found) const
 {
     const QString folder = below.isEmpty() ? tree.folder : FileDirPath::join(tree.folder, below);
@@ -128,7 +133,7 @@ void FakeArchive::read(const ArchiveJob& job, const ArchiveTree& tree, const QSt
         Packed one;
         one.entry.name = below + file;
         const ReadBytes bytes = m_files.readBytes(path);
-        if ((job.takes && !job.takes(one.entry.name)) || !bytes.done()) {
+        if (isRefused(job, path, one.entry.name) || !bytes.done()) {
             found.leftOut.append(one.entry.name);
             continue;
         }
@@ -142,6 +147,10 @@ void FakeArchive::read(const ArchiveJob& job, const ArchiveTree& tree, const QSt
         one.entry.name = below + name + u'/';
         one.entry.kind = ArchiveEntry::Kind::Folder;
         one.entry.modified = m_files.modified(FileDirPath::join(folder, name)).value_or(QDateTime());
+        if (isRefused(job, FileDirPath::join(folder, name), one.entry.name)) {
+            found.leftOut.append(one.entry.name);
+            continue;
+        }
         if (tree.foldersToo)
             putEntry(found.files, one);
         read(job, tree, one.entry.name, found);
@@ -171,11 +180,14 @@ ArchiveOutcome FakeArchive::add(const ArchiveJob& job, const ArchiveProgress& pr
     for (const ArchiveFile& file : job.files) {
         Packed one;
         one.entry.name = file.name;
-        one.bytes = m_files.readBytes(file.path).bytes;
+        const ReadBytes read = m_files.readBytes(file.path);
+        one.bytes = read.bytes;
         one.entry.size = one.entry.packedSize = one.bytes.size();
         one.entry.modified = m_files.modified(file.path).value_or(QDateTime());
-        if (m_files.exists(file.path))
+        if (read.done())
             putEntry(found.files, one);
+        else if (read.outcome == ReadOutcome::Failed)
+            found.leftOut.append(one.entry.name);
     }
     qint64 done = 0;
     for (const Packed& one : std::as_const(found.files)) {
@@ -183,13 +195,21 @@ ArchiveOutcome FakeArchive::add(const ArchiveJob& job, const ArchiveProgress& pr
         if (++done; progress && !progress(done, found.files.size()))
             return {};
     }
-    return {.done = !entries.isEmpty() && m_files.writeBytes(job.archive, packed(entries)), .leftOut = found.leftOut};
+    std::vector<ArchiveEntry> all;
+    for (const Packed& one : std::as_const(entries))
+        all.push_back(one.entry);
+    const QByteArray bytes = packed(entries);
+    if (entries.isEmpty() || (job.accepts && !job.accepts(all, bytes.size())))
+        return {};
+    return {.done = m_files.writeBytes(job.archive, bytes), .leftOut = found.leftOut};
 }
 
 std::unique_ptr<OpenedArchive> FakeArchive::open(const QString& archive, qint64 mostEntries)
 {
-    if (!m_log.call(u"zip.open %1"_s.arg(quoted(archive))))
+    if (!m_log.call(u"zip.open %1"_s.arg(quoted(archive)))) {
+        m_files.noteFault(WriteFault::Disk);
         return nullptr;
+    }
     const ReadBytes read = m_files.readBytes(archive);
     const std::optional<QList<Packed>> entries = unpacked(read.bytes);
     if (!entries || entries->size() > mostEntries)

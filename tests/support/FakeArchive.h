@@ -45,6 +45,7 @@ private:
         QList<Packed> files;
         QStringList leftOut;
     };
+    [[nodiscard]] bool isRefused(const ArchiveJob& job, const QString& path, const QString& name) const;
     void read(const ArchiveJob& job, const ArchiveTree& tree, const QString& below, Tree& found) const;
 
     CallLog& m_log;

@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool folderExists(const QString& path) const override;
     [[nodiscard]] bool isFolder(const QString& path) const override;
     /// There are none here.
-    [[nodiscard]] bool isLink(const QString&) const override { return false; }
+    [[nodiscard]] bool isLink(const QString& path) const override { return m_links.contains(keyOf(path)); }
     [[nodiscard]] std::optional<qint64> size(const QString& path) const override;
     [[nodiscard]] std::optional<QDateTime> modified(const QString& path) const override;
     [[nodiscard]] std::optional<FileStamp> stamp(const QString& path) const override;
@@ -82,6 +82,8 @@ public:
     [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
     /// The folder is somebody else's: no private one can be made of it.
     void setForeign(const QString& path) { m_foreign += keyOf(path); }
+    /// What stands there was reached by a link.
+    void setLink(const QString& path) { m_links += keyOf(path); }
     /// What is carried takes so many bytes at a time.
     qint64 CarriedAtOnce = 64 * 1024;
     /// Told of each such piece: on a slow medium time goes by.
@@ -132,6 +134,7 @@ private:
     QMap<QString, Node> m_nodes;
     QList<QByteArray> m_recovered;
     QStringList m_foreign;
+    QStringList m_links;
     bool m_storeIsBroken = false;
     struct Change
     {

@@ -1,5 +1,6 @@
 #include "desktop/archive/LibzipArchive.h"
 
+#include "desktop/archive/DiskFault.h"
 #include "desktop/archive/Heartbeat.h"
 #include "desktop/archive/OpenedZip.h"
 #include "desktop/archive/PackedTree.h"
@@ -186,11 +187,23 @@ bool isWhole(const Descriptor& file, Heartbeat& heartbeat)
     return true;
 }
 
-/// Looks at its build alone.
+/// Looks at its build alone. False with `errno`.
 bool isArchive(const Descriptor& file, qint64 size)
 {
     ZipBytes bytes(&file, size);
+    errno = UnsoundArchive;
     return size > 0 && ZipHandle(bytes.open(ZIP_RDONLY | ZIP_CHECKCONS)) != nullptr;
+}
+
+bool isAccepted(Files& files, const Descriptor& file, const ArchiveJob& job)
+{
+    struct stat info = {};
+    Descriptor again(::fcntl(file.get(), F_DUPFD_CLOEXEC, 0));
+    if (!job.accepts || !again.isOpen() || ::fstat(again.get(), &info) != 0)
+        return !job.accepts;
+    const auto opened =
+        OpenedZip::read(files, std::move(again), info.st_size, std::numeric_limits<qint64>::max(), QByteArray());
+    return opened && job.accepts(opened->entries(), opened->size());
 }
 
 bool writeWhole(const Work& work, PackedTree& tree, const ArchiveProgress& progress)
@@ -255,23 +268,6 @@ private:
     bool m_named = false;
 };
 
-WriteFault faultOf(int error)
-{
-    switch (error) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-        return WriteFault::NoRoom;
-    case EROFS:
-        return WriteFault::ReadOnlyDisk;
-    case EACCES:
-    case EPERM:
-        return WriteFault::NoRights;
-    default:
-        return WriteFault::Disk;
-    }
-}
-
 bool isAsBefore(const QByteArray& path, bool stood, const struct stat& before)
 {
     struct stat now = {};
@@ -298,9 +294,12 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
     constexpr mode_t anyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
     struct stat info = {};
     const std::optional<QByteArray> existing = m_files.nativePath(job.archive);
+    errno = UnsoundArchive;
     const Descriptor old = existing ? openRegular(*existing, O_RDONLY, info) : Descriptor();
-    if (existing && (!old.isOpen() || !isArchive(old, info.st_size)))
+    if (existing && (!old.isOpen() || !isArchive(old, info.st_size))) {
+        noteUnlessUnsound(errno);
         return {};
+    }
     if (existing && (info.st_mode & anyWrite) == 0) {
         m_files.noteFault(WriteFault::NoRights);
         return {};
@@ -309,7 +308,7 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
     PackedTree tree;
     for (const ArchiveTree& wanted : job.trees)
         if (const std::optional<QByteArray> folder = m_files.nativePath(wanted.folder))
-            addTree(*folder, wanted.foldersToo, job.takes, existing ? &info : nullptr, tree);
+            addTree(*folder, {wanted.foldersToo, job.followsLinks, job.takes, existing ? &info : nullptr}, tree);
 
     for (const ArchiveFile& file : job.files)
         if (const std::optional<QByteArray> path = m_files.nativePath(file.path))
@@ -327,9 +326,11 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
         return {};
     errno = 0;
     if (!writeWhole({old, info.st_size, fresh->file(), job.compression}, tree, progress)) {
-        m_files.noteFault(faultOf(errno));
+        noteUnlessUnsound(errno);
         return {};
     }
+    if (!isAccepted(m_files, fresh->file(), job))
+        return {};
     outcome.done = m_files.replaceAnew(job.archive, [&](const QByteArray&) {
         return (!existing || ::fchmod(fresh->file().get(), info.st_mode & 0777U) == 0 || errno == EPERM) &&
                isAsBefore(fresh->target(), existing.has_value(), info) && fresh->place() &&
@@ -342,7 +343,16 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
 std::unique_ptr<OpenedArchive> LibzipArchive::open(const QString& archive, qint64 mostEntries)
 {
     const std::optional<QByteArray> native = m_files.nativePath(archive);
-    return native ? OpenedZip::open(*native, mostEntries, m_staging) : nullptr;
+    auto opened = native ? OpenedZip::open(m_files, *native, mostEntries, m_staging) : nullptr;
+    if (native && !opened)
+        noteUnlessUnsound(errno);
+    return opened;
+}
+
+void LibzipArchive::noteUnlessUnsound(int error)
+{
+    if (error != UnsoundArchive && !isMissing(error))
+        m_files.noteFault(diskFault(error));
 }
 
 } // namespace orvantine

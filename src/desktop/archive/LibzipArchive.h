@@ -19,6 +19,8 @@ public:
     [[nodiscard]] std::unique_ptr<OpenedArchive> open(const QString& archive, qint64 mostEntries) override;
 
 private:
+    void noteUnlessUnsound(int error);
+
     Files& m_files;
     QByteArray m_staging;
 };

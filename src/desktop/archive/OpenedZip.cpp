@@ -1,6 +1,7 @@
 #include "desktop/archive/OpenedZip.h"
 
 #include "desktop/archive/CentralDirectory.h"
+#include "desktop/archive/DiskFault.h"
 #include "desktop/archive/Heartbeat.h"
 #include "desktop/posix/HostFile.h"
 #include "desktop/posix/PrivateFolder.h"
@@ -66,7 +67,7 @@ bool readEntry(zip_t* archive, std::size_t number, qint64 size, const std::funct
 {
     zip_file_t* const file = zip_fopen_index(archive, number, 0);
     if (file == nullptr) {
-        errno = EIO;
+        errno = UnsoundArchive;
         return false;
     }
     QByteArray piece(pieceSize, Qt::Uninitialized);
@@ -77,28 +78,39 @@ bool readEntry(zip_t* archive, std::size_t number, qint64 size, const std::funct
         count = zip_fread(file, piece.data(), static_cast<zip_uint64_t>(pieceSize));
         left -= count;
         if (count < 0 || left < 0)
-            errno = EIO;
+            errno = UnsoundArchive;
         goesOn = count >= 0 && left >= 0 && take(QByteArrayView(piece).first(count));
     } while (count > 0 && goesOn);
-    if (zip_fclose(file) != 0 || (goesOn && left != 0)) {
-        errno = EIO;
-        return false;
-    }
-    return goesOn;
+    // Why it was stopped is told by whoever did that.
+    const int stopped = errno;
+    const bool closed = zip_fclose(file) == 0;
+    errno = goesOn ? UnsoundArchive : stopped;
+    return goesOn && closed && left == 0;
 }
 
-std::unique_ptr<OpenedZip> OpenedZip::open(const QByteArray& path, qint64 mostEntries, const QByteArray& staging)
+std::unique_ptr<OpenedZip> OpenedZip::open(Files& files, const QByteArray& path, qint64 mostEntries,
+                                           const QByteArray& staging)
 {
     struct stat info = {};
+    // What is no regular file is no archive.
+    errno = UnsoundArchive;
     Descriptor file = openRegular(path, O_RDONLY, info);
-    if (!file.isOpen())
-        return nullptr;
-    auto opened = std::make_unique<OpenedZip>(std::move(file), info.st_size, staging);
-    return opened->readEntries(mostEntries) ? std::move(opened) : nullptr;
+    return file.isOpen() ? read(files, std::move(file), info.st_size, mostEntries, staging) : nullptr;
 }
 
-OpenedZip::OpenedZip(Descriptor file, qint64 size, QByteArray staging)
-    : m_file(std::move(file)), m_size(size), m_staging(std::move(staging)), m_bytes(&m_file, m_size)
+std::unique_ptr<OpenedZip> OpenedZip::read(Files& files, Descriptor file, qint64 size, qint64 mostEntries,
+                                           const QByteArray& staging)
+{
+    auto opened = std::make_unique<OpenedZip>(files, std::move(file), size, staging);
+    if (opened->readEntries(mostEntries))
+        return opened;
+    const int error = std::max(opened->m_headError, opened->m_bytes.readError());
+    errno = error != 0 ? error : UnsoundArchive;
+    return nullptr;
+}
+
+OpenedZip::OpenedZip(Files& files, Descriptor file, qint64 size, QByteArray staging)
+    : m_files(files), m_file(std::move(file)), m_size(size), m_staging(std::move(staging)), m_bytes(&m_file, m_size)
 {
 }
 
@@ -112,7 +124,11 @@ bool OpenedZip::readEntries(qint64 mostEntries)
 {
     const auto read = [this](qint64 offset, qint64 length) {
         QByteArray bytes;
-        return readAt(m_file, offset, length, bytes) ? bytes : QByteArray();
+        errno = 0;
+        if (readAt(m_file, offset, length, bytes))
+            return bytes;
+        m_headError = errno;
+        return QByteArray();
     };
     if (m_size == 0 || !namesAreClean(read, m_size))
         return false;
@@ -154,16 +170,8 @@ void OpenedZip::emptyStaging() const
     ::rmdir(m_staging.constData());
 }
 
-bool OpenedZip::unpack(const std::vector<std::size_t>& numbers, const ArchiveProgress& progress)
+bool OpenedZip::prepareStaging()
 {
-    qint64 total = 0;
-    for (const std::size_t number : numbers) {
-        if (number >= m_entries.size() || m_entries[number].kind != ArchiveEntry::Kind::File) {
-            errno = EINVAL;
-            return false;
-        }
-        total += m_entries[number].size;
-    }
     const QByteArray parent = m_staging.first(std::max<qsizetype>(m_staging.lastIndexOf('/'), 0));
     if (m_staging.isEmpty() || !preparePrivateFolder(parent)) {
         errno = EACCES;
@@ -172,13 +180,34 @@ bool OpenedZip::unpack(const std::vector<std::size_t>& numbers, const ArchivePro
     m_staged = true;
     // What a killed program has left.
     emptyStaging();
-    if (!preparePrivateFolder(m_staging))
-        return false;
-    Heartbeat heartbeat(progress, total);
-    for (const std::size_t number : numbers)
-        if (!unpackOne(number, [&heartbeat](qint64 bytes) { return heartbeat.add(bytes); }))
+    errno = 0;
+    if (preparePrivateFolder(m_staging))
+        return true;
+    errno = errno != 0 ? errno : EACCES;
+    return false;
+}
+
+bool OpenedZip::unpack(const std::vector<std::size_t>& numbers, const ArchiveProgress& progress)
+{
+    qint64 total = 0;
+    for (const std::size_t number : numbers) {
+        if (number >= m_entries.size() || m_entries[number].kind != ArchiveEntry::Kind::File)
             return false;
-    return heartbeat.finish();
+        total += m_entries[number].size;
+    }
+    Heartbeat heartbeat(progress, total);
+    bool goesOn = true;
+    const auto beat = [&heartbeat, &goesOn](qint64 bytes) {
+        goesOn = heartbeat.add(bytes);
+        return goesOn;
+    };
+    bool done = prepareStaging();
+    for (std::size_t i = 0; done && i < numbers.size(); ++i)
+        done = unpackOne(numbers[i], beat);
+    const int error = m_bytes.readError() != 0 ? m_bytes.readError() : errno;
+    if (!done && goesOn && error != UnsoundArchive)
+        m_files.noteFault(diskFault(error));
+    return done && heartbeat.finish();
 }
 
 bool OpenedZip::unpackOne(std::size_t number, const std::function<bool(qint64 bytes)>& goesOn)

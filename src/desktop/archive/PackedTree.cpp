@@ -7,6 +7,7 @@
 #include "platform/CaseFold.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include <dirent.h>
@@ -22,12 +23,17 @@ std::optional<QByteArrayList> namesOf(const QByteArray& path)
     if (folder == nullptr)
         return {};
     QByteArrayList names;
+    errno = 0;
     while (const dirent* entry = ::readdir(folder)) {
         const QByteArray name(entry->d_name);
         if (name != "." && name != "..")
             names.append(name);
+        errno = 0;
     }
+    const bool whole = errno == 0;
     ::closedir(folder);
+    if (!whole)
+        return {};
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -35,21 +41,13 @@ std::optional<QByteArrayList> namesOf(const QByteArray& path)
 class Gathering
 {
 public:
-    Gathering(bool foldersToo, std::function<bool(const QString& name)> takes, const struct stat* archive,
-              PackedTree& tree)
-        : m_foldersToo(foldersToo),
-          m_takes(std::move(takes)),
-          m_archive(archive),
-          m_tree(tree),
-          m_first(tree.files.size())
-    {
-    }
+    Gathering(const TreeRules& rules, PackedTree& tree) : m_rules(rules), m_tree(tree), m_first(tree.files.size()) {}
 
     void takeFolder(const QByteArray& path, const QString& below)
     {
         const std::optional<QByteArrayList> names = namesOf(path);
         if (!names) {
-            m_tree.leftOut.append(below);
+            m_tree.leftOut.append(below.isEmpty() ? nameOf(path) : below);
             return;
         }
         for (const QByteArray& name : *names)
@@ -66,27 +64,50 @@ public:
     }
 
 private:
+    static QString nameOf(const QByteArray& folder)
+    {
+        const QByteArray path = folder.endsWith('/') ? folder.chopped(1) : folder;
+        return NameLookup::textOf(path.mid(path.lastIndexOf('/') + 1)) + u'/';
+    }
+
+    [[nodiscard]] bool isTaken(const QString& name) const { return !m_rules.takes || m_rules.takes(name); }
+
     void takeEntry(const QByteArray& path, const QString& name)
     {
         struct stat entry = {};
         struct stat info = {};
-        if (isScratchName(path) || ::lstat(path.constData(), &entry) != 0 || ::stat(path.constData(), &info) != 0)
+        if (isScratchName(path))
             return;
-        if (S_ISDIR(entry.st_mode)) {
-            const QString folder = name + u'/';
-            if (m_foldersToo)
-                take({path, folder, true, 0, info.st_mtim.tv_sec});
-            takeFolder(path, folder);
-        } else if (S_ISREG(info.st_mode)) {
-            takeFile(path, name, info);
+        if (::lstat(path.constData(), &entry) != 0) {
+            if (!isMissing(errno))
+                m_tree.leftOut.append(name);
+            return;
         }
+        if (S_ISLNK(entry.st_mode) && !m_rules.followsLinks)
+            m_tree.leftOut.append(name);
+        else if (S_ISDIR(entry.st_mode))
+            takeFolderEntry(path, name + u'/', entry);
+        else if (::stat(path.constData(), &info) == 0 && S_ISREG(info.st_mode))
+            takeFile(path, name, info);
+    }
+
+    void takeFolderEntry(const QByteArray& path, const QString& name, const struct stat& info)
+    {
+        if (!isTaken(name)) {
+            m_tree.leftOut.append(name);
+            return;
+        }
+        if (m_rules.foldersToo)
+            take({path, name, true, 0, info.st_mtim.tv_sec});
+        takeFolder(path, name);
     }
 
     void takeFile(const QByteArray& path, const QString& name, struct stat& info)
     {
-        if (m_archive != nullptr && info.st_dev == m_archive->st_dev && info.st_ino == m_archive->st_ino)
+        const struct stat* const archive = m_rules.archive;
+        if (archive != nullptr && info.st_dev == archive->st_dev && info.st_ino == archive->st_ino)
             return;
-        if ((m_takes && !m_takes(name)) || !openRegular(path, O_RDONLY, info).isOpen())
+        if (!isTaken(name) || !openRegular(path, O_RDONLY, info).isOpen())
             m_tree.leftOut.append(name);
         else
             take({path, name, false, info.st_size, info.st_mtim.tv_sec});
@@ -106,9 +127,7 @@ private:
         }
     }
 
-    bool m_foldersToo;
-    std::function<bool(const QString& name)> m_takes;
-    const struct stat* m_archive;
+    const TreeRules& m_rules;
     PackedTree& m_tree;
     /// What stands in front of it in the tree came of an earlier folder.
     std::size_t m_first;
@@ -121,15 +140,15 @@ QString entryKey(const QString& name)
     return folded(name.normalized(QString::NormalizationForm_C));
 }
 
-void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
-             const struct stat* archive, PackedTree& tree)
+void addTree(const QByteArray& folder, const TreeRules& rules, PackedTree& tree)
 {
-    Gathering(foldersToo, takes, archive, tree).takeFolder(folder, {});
+    Gathering(rules, tree).takeFolder(folder, {});
 }
 
 void addFile(const QByteArray& path, const QString& name, PackedTree& tree)
 {
-    Gathering(false, {}, nullptr, tree).takeOne(path, name);
+    const TreeRules all;
+    Gathering(all, tree).takeOne(path, name);
 }
 
 } // namespace orvantine

@@ -35,11 +35,19 @@ struct PackedTree
     QHash<QString, std::size_t> places;
 };
 
+struct TreeRules
+{
+    bool foldersToo = true;
+    bool followsLinks = true;
+    /// Empty takes all.
+    std::function<bool(const QString& name)> takes;
+    /// Identity of the archive itself, if it stands.
+    const struct stat* archive = nullptr;
+};
+
 /// Adds what lies below a folder, each folder's names in the order of their bytes. What an earlier tree has under one
-/// of its names goes; of two such files in one folder the second is left out. `archive`: identity of the archive
-/// itself, if it stands.
-void addTree(const QByteArray& folder, bool foldersToo, const std::function<bool(const QString& name)>& takes,
-             const struct stat* archive, PackedTree& tree);
+/// of its names goes; of two such files in one folder the second is left out.
+void addTree(const QByteArray& folder, const TreeRules& rules, PackedTree& tree);
 /// One file; what an earlier folder has under its name goes.
 void addFile(const QByteArray& path, const QString& name, PackedTree& tree);
 

@@ -1,5 +1,6 @@
 #include "desktop/archive/ZipBytes.h"
 
+#include "desktop/archive/DiskFault.h"
 #include "desktop/posix/HostFile.h"
 
 #include <algorithm>
@@ -61,7 +62,7 @@ zip_t* ZipBytes::open(int flags)
     }
     zip_error_fini(&error);
     if (archive == nullptr)
-        errno = EINVAL;
+        errno = m_readError != 0 ? m_readError : UnsoundArchive;
     return archive;
 }
 
@@ -130,6 +131,7 @@ zip_int64_t ZipBytes::read(void* data, zip_uint64_t length)
     const qint64 count =
         readInto(*m_from, m_readAt, data, std::min(length, static_cast<zip_uint64_t>(m_size - m_readAt)));
     if (count < 0) {
+        m_readError = errno;
         zip_error_set(&m_error, ZIP_ER_READ, errno);
         return -1;
     }

@@ -25,10 +25,12 @@ public:
     ZipBytes(const ZipBytes&) = delete;
     ZipBytes& operator=(const ZipBytes&) = delete;
 
-    /// Null with `errno`: no whole archive.
+    /// Null with `errno`: no whole archive, or it could not be read.
     [[nodiscard]] zip_t* open(int flags);
     /// `errno` of the write that failed, or 0.
     [[nodiscard]] int writeError() const { return m_writeError; }
+    /// `errno` of the read that failed, or 0.
+    [[nodiscard]] int readError() const { return m_readError; }
 
 private:
     static zip_int64_t answer(void* self, void* data, zip_uint64_t length, zip_source_cmd_t command);
@@ -47,6 +49,7 @@ private:
     /// Written and not yet handed to the disk; it ends at m_writeAt.
     QByteArray m_pending;
     int m_writeError = 0;
+    int m_readError = 0;
     zip_error_t m_error;
 };
 
