@@ -89,7 +89,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     (void)namesAreClean([&bytes](qint64 offset, qint64 length) { return bytes.mid(offset, length); }, bytes.size());
     const std::vector<ArchiveEntry> entries = entriesOf(bytes);
     constexpr qint64 Room = qint64{1} << 24;
-    if (const auto plan = planRestore(entries, qint64{1} << 30, Room))
+    const auto planned = planRestore(entries, qint64{1} << 30, Room);
+    if (const auto* const plan = std::get_if<RestorePlan>(&planned))
         restore(entries, *plan, Room);
     return 0;
 }

@@ -30,12 +30,16 @@ bool isPicture(const QString& name)
     return name.endsWith(u".jpg"_s, Anyhow) || name.endsWith(u".gif"_s, Anyhow) || name.endsWith(u".bmp"_s, Anyhow);
 }
 
-/// Packed like nothing that a program of ours or another honest one has packed.
+/// Packed like nothing that an honest program has packed. A plain picture, or a list of one track over and over, comes
+/// close to the most that the method can do.
 bool isBomb(const ArchiveEntry& entry)
 {
     constexpr qint64 Harmless = qint64{1024} * 1024;
-    constexpr qint64 MostRatio = 200;
-    return entry.size > Harmless && entry.size / MostRatio > entry.packedSize;
+    constexpr qint64 Large = 64 * Harmless;
+    constexpr qint64 MostRatio = 1040;
+    constexpr qint64 MostRatioOfLarge = 200;
+    const qint64 most = entry.size > Large ? MostRatioOfLarge : MostRatio;
+    return entry.size > Harmless && entry.size / most > entry.packedSize;
 }
 
 /// The names that are taken in the two folders.
@@ -83,34 +87,39 @@ bool isRestorableName(const QString& name)
     return name.size() <= LongestName && std::all_of(parts.begin(), parts.end(), isGoodPart);
 }
 
-std::optional<RestorePlan> planRestore(const std::vector<ArchiveEntry>& entries, qint64 archiveSize, qint64 room)
+std::variant<RestorePlan, RestoreObstacle> planRestore(const std::vector<ArchiveEntry>& entries, qint64 archiveSize,
+                                                       qint64 room)
 {
-    if (entries.empty() || static_cast<qint64>(entries.size()) > MostRestoredEntries)
-        return {};
+    using Kind = RestoreObstacle::Kind;
+    if (entries.empty())
+        return RestoreObstacle{Kind::Unsound, {}};
+    if (static_cast<qint64>(entries.size()) > MostRestoredEntries)
+        return RestoreObstacle{Kind::TooMuch, {}};
     RestorePlan plan;
     Places places;
-    const qint64 most = std::min(room, MostRestoredBytes);
     qint64 bytes = 0;
     qint64 packed = 0;
     for (std::size_t number = 0; number < entries.size(); ++number) {
         const ArchiveEntry& entry = entries[number];
         if (entry.kind == ArchiveEntry::Kind::Other || !isRestorableName(entry.name) || entry.size < 0 ||
-            entry.packedSize < 0 || entry.size > most - bytes || entry.packedSize > archiveSize - packed ||
-            isBomb(entry))
-            return {};
+            entry.packedSize < 0 || entry.packedSize > archiveSize - packed || isBomb(entry) ||
+            entry.name.endsWith(u'/') != (entry.kind == ArchiveEntry::Kind::Folder))
+            return RestoreObstacle{Kind::Unsound, entry.name};
+        if (entry.size > MostRestoredBytes - bytes)
+            return RestoreObstacle{Kind::TooMuch, entry.name};
+        if (entry.size > room - bytes)
+            return RestoreObstacle{Kind::NoRoom, entry.name};
         bytes += entry.size;
         packed += entry.packedSize;
-        if (entry.name.endsWith(u'/') != (entry.kind == ArchiveEntry::Kind::Folder))
-            return {};
         if (entry.kind == ArchiveEntry::Kind::Folder) {
             if (!places.takeFolder(false, entry.name.chopped(1)))
-                return {};
+                return RestoreObstacle{Kind::Unsound, entry.name};
             plan.folders.append(entry.name.chopped(1));
             continue;
         }
         const bool picture = isPicture(entry.name);
         if (!places.takeFile(picture, entry.name))
-            return {};
+            return RestoreObstacle{Kind::Unsound, entry.name};
         plan.files.push_back({number, picture, entry.name});
         if (FileDirPath::compared(entry.name) == FileDirPath::compared(u"Orvantine.dat"_s))
             plan.database = number;

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <variant>
 #include <vector>
 
 namespace orvantine {
@@ -37,9 +38,27 @@ struct RestorePlan
 /// A name that stays below the folder that it is unpacked to, on every desktop, and that can be made there.
 [[nodiscard]] bool isRestorableName(const QString& name);
 
-/// Nothing unless each entry can be brought back: one bad name, one entry twice (case and normal form do not count),
-/// a link, a size that cannot be true or more than `room` bytes, and nothing of the archive is trusted.
-[[nodiscard]] std::optional<RestorePlan> planRestore(const std::vector<ArchiveEntry>& entries, qint64 archiveSize,
-                                                     qint64 room);
+/// Why nothing of an archive is brought back.
+struct RestoreObstacle
+{
+    enum class Kind {
+        /// No archive, none of ours or a damaged one.
+        Unsound,
+        /// More than a backup may hold.
+        TooMuch,
+        NoRoom,
+        /// A link stands where a file is to go.
+        Linked
+    };
+
+    Kind kind = Kind::Unsound;
+    /// Name of the entry; "" where it is the whole.
+    QString entry;
+};
+
+/// Nothing is planned unless each entry can be brought back: one bad name, one entry twice (case and normal form do not
+/// count), a link, a size that cannot be true or more than `room` bytes, and nothing of the archive is trusted.
+[[nodiscard]] std::variant<RestorePlan, RestoreObstacle> planRestore(const std::vector<ArchiveEntry>& entries,
+                                                                     qint64 archiveSize, qint64 room);
 
 } // namespace orvantine

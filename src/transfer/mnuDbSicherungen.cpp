@@ -8,8 +8,8 @@
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "platform/FileDirPath.h"
+#include "transfer/BackupPlaces.h"
 #include "transfer/DataTransfer.h"
-#include "transfer/RestorePlan.h"
 
 namespace orvantine {
 
@@ -28,48 +28,93 @@ void putDateBack(Root& root, const std::optional<SettingValue>& before)
         root.services.settings.removeValue(Hive::CurrentUser, settingsKey(), DateSetting);
 }
 
-ArchiveOutcome pack(Root& root, Command& command, const BackupFile& file)
+struct Backup
 {
+    bool done = false;
+    QStringList leftOut;
+    /// Why what was packed would not come back; or that there is nothing to pack.
+    QString obstacle;
+};
+
+const QString DatabaseEntry = u"Orvantine.dat"_s;
+
+QString textOf(const RestoreObstacle& obstacle)
+{
+    switch (obstacle.kind) {
+    case RestoreObstacle::Kind::Unsound:
+        return u"„%1“ ließe sich nicht zurücksichern."_s.arg(obstacle.entry);
+    case RestoreObstacle::Kind::TooMuch:
+    case RestoreObstacle::Kind::NoRoom:
+        return u"Es ist mehr, als sich zurücksichern ließe."_s;
+    case RestoreObstacle::Kind::Linked:
+        return u"„%1“ ist eine Verknüpfung und ließe sich nicht zurücksichern."_s.arg(obstacle.entry);
+    }
+    return {};
+}
+
+Backup pack(Root& root, Command& command, const BackupFile& file)
+{
+    const bool hasDatabase = Dateiexistenz::FileExists(root, namedDatabaseFile(root));
+    if (!hasDatabase && !root.files.isFolder(playlistFolder(root)))
+        return {.done = false, .leftOut = {}, .obstacle = u"Der Datenbank-Ordner fehlt."_s};
+    Backup backup;
     // Told is a copy of the database in "Playlisten" that goes again: the archive that comes of it is the same.
     ArchiveJob job{.archive = file.folder + file.name,
                    .trees = {{playlistFolder(root), true}, {dataFolder(root, u"Resource"_s), false}},
                    .compression = chosenCompression(root),
                    // What could not be brought back would spoil the whole of it.
-                   .takes = isRestorableName};
-    if (Dateiexistenz::FileExists(root, namedDatabaseFile(root)))
-        job.files = {{namedDatabaseFile(root), u"Orvantine.dat"_s}};
-    return root.services.zip.add(job, [&command](qint64, qint64) { return command.yield(); });
+                   .takes = isRestorableName,
+                   .followsLinks = false};
+    job.accepts = [&root, &backup](const std::vector<ArchiveEntry>& entries, qint64 size) {
+        const auto planned = planRestoreHere(root, entries, size, MostRestoredBytes);
+        if (const auto* const obstacle = std::get_if<RestoreObstacle>(&planned))
+            backup.obstacle = textOf(*obstacle);
+        return backup.obstacle.isEmpty();
+    };
+    if (hasDatabase)
+        job.files = {{namedDatabaseFile(root), DatabaseEntry}};
+    const ArchiveOutcome outcome = root.services.zip.add(job, [&command](qint64, qint64) { return command.yield(); });
+    backup.done = outcome.done;
+    backup.leftOut = outcome.leftOut;
+    return backup;
 }
 
 /// Nothing where the program has ended.
-std::optional<ArchiveOutcome> packAndNote(Root& root, Command& command, const BackupFile& file)
+std::optional<Backup> packAndNote(Root& root, Command& command, const BackupFile& file)
 {
     if (!command.yield())
         return {};
+    const std::optional<SettingValue> before =
+        root.services.settings.value(Hive::CurrentUser, settingsKey(), DateSetting);
     writeSetting(root, u"ZipFolder"_s, file.folder);
     writeSetting(root, DateSetting, dateText(root.services.events.now().date()));
-    if (!command.yield())
+    if (!command.yield()) {
+        putDateBack(root, before);
         return {};
-    ArchiveOutcome outcome = pack(root, command, file);
+    }
+    Backup backup = pack(root, command, file);
+    if (!backup.done || backup.leftOut.contains(DatabaseEntry))
+        putDateBack(root, before);
     if (command.ended() || !command.yield() || !command.pause(1.0))
         return {};
     // One that an earlier restore has left.
-    if (const QString copy = FileDirPath::join(playlistFolder(root), u"Orvantine.dat");
+    if (const QString copy = FileDirPath::join(playlistFolder(root), DatabaseEntry);
         Dateiexistenz::FileExists(root, copy))
         root.files.remove(copy);
-    return outcome;
+    return backup;
 }
 
-void tellOutcome(Root& root, const ArchiveOutcome& outcome)
+void tellOutcome(Root& root, const Backup& backup)
 {
-    if (!outcome.done) {
-        const std::optional<WriteFault> fault = root.files.takeFault();
-        if (fault)
-            root.files.noteFault(*fault);
-        else
-            showQuietly(root, u"Keine Sicherung: Die gewählte Datei ist kein vollständiges Archiv."_s);
-    } else if (!outcome.leftOut.isEmpty()) {
-        showQuietly(root, u"Nicht in der Sicherung: "_s + outcome.leftOut.join(u", "_s));
+    if (backup.done) {
+        if (!backup.leftOut.isEmpty())
+            showQuietly(root, u"Nicht in der Sicherung: "_s + backup.leftOut.join(u", "_s));
+    } else if (!backup.obstacle.isEmpty()) {
+        showQuietly(root, u"Keine Sicherung: "_s + backup.obstacle);
+    } else if (const std::optional<WriteFault> fault = root.files.takeFault()) {
+        root.files.noteFault(*fault);
+    } else {
+        showQuietly(root, u"Keine Sicherung: Die gewählte Datei ist kein vollständiges Archiv."_s);
     }
 }
 
@@ -84,15 +129,11 @@ bool backUpData(Root& root)
     DataTransfer transfer(root, command);
     if (!transfer.freeze())
         return false;
-    const std::optional<SettingValue> before =
-        root.services.settings.value(Hive::CurrentUser, settingsKey(), DateSetting);
-    const std::optional<ArchiveOutcome> outcome = packAndNote(root, command, *file);
-    if (!outcome || !outcome->done)
-        putDateBack(root, before);
-    if (!outcome)
+    const std::optional<Backup> backup = packAndNote(root, command, *file);
+    if (!backup)
         return false;
-    tellOutcome(root, *outcome);
-    return transfer.unfreeze() && outcome->done && outcome->leftOut.isEmpty();
+    tellOutcome(root, *backup);
+    return transfer.unfreeze() && backup->done && backup->leftOut.isEmpty();
 }
 
 void mnuDbSicherungen_Click(Root& root)

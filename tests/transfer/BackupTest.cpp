@@ -1,5 +1,6 @@
 #include "transfer/BackupWorld.h"
 #include "transfer/Kopieren.h"
+#include "transfer/RestorePlan.h"
 #include "transfer/mnuDbSicherungen.h"
 
 namespace orvantine::fake {
@@ -135,6 +136,139 @@ TEST_F(Backup, WhatCouldNotBeBroughtBackIsLeftOutAndNamed)
     EXPECT_EQ("Nicht in der Sicherung: was?.m3u", root().quietLine.Caption.value().toStdString());
 }
 
+TEST_F(Backup, AFolderThatCouldNotBeBroughtBackIsLeftOutAndNamed)
+{
+    desktop.memory()->put(data() + u"Playlisten/AC: live/Jazz.m3u"_s, "x");
+    desktop.choosers.save(archive());
+    EXPECT_FALSE(backUpData(root()));
+    EXPECT_EQ("Eins.m3u\nOrvantine.dat\nZwei.jpg\nZwei.m3u", names(archive()));
+    EXPECT_EQ("Nicht in der Sicherung: AC: live/", root().quietLine.Caption.value().toStdString());
+    // The rest of it comes back.
+    desktop.disk().remove(listPath(u"Zwei"_s));
+    restore();
+    EXPECT_NE("(missing)", bytes(listPath(u"Zwei"_s)));
+}
+
+TEST_F(Backup, ALinkIsLeftOutAndNamedSoThatTheRestComesBack)
+{
+    put(data() + u"Playlisten/Fremd.m3u"_s, "/m/x.mp3\r\n");
+    desktop.memory()->setLink(data() + u"Playlisten/Fremd.m3u"_s);
+    backUp();
+    EXPECT_EQ("Eins.m3u\nOrvantine.dat\nZwei.jpg\nZwei.m3u", names(archive()));
+    EXPECT_EQ("Nicht in der Sicherung: Fremd.m3u", root().quietLine.Caption.value().toStdString());
+    desktop.disk().remove(listPath(u"Zwei"_s));
+    restore();
+    EXPECT_NE("(missing)", bytes(listPath(u"Zwei"_s)));
+}
+
+TEST_F(Backup, AnArchiveInWhichSomethingWouldStandInTheWayOfARestoreStaysAsItIs)
+{
+    struct Case
+    {
+        QString entry;
+        const char* line;
+    };
+    put(data() + u"Playlisten/Link.m3u"_s, "x");
+    desktop.memory()->setLink(data() + u"Playlisten/Link.m3u"_s);
+    const Case cases[] = {
+        {u"..\\x.m3u"_s, "Keine Sicherung: „..\\x.m3u“ ließe sich nicht zurücksichern."},
+        {u"Link.m3u"_s, "Keine Sicherung: „Link.m3u“ ist eine Verknüpfung und ließe sich nicht zurücksichern."}};
+    setting(u"Backup"_s, stringSetting(u"01.02.2020"_s));
+    for (const Case& one : cases) {
+        putArchive({{u"Fremd.m3u"_s, "bleibt"}, {one.entry, "x"}});
+        const QByteArray before = bytes(archive());
+        desktop.choosers.save(archive());
+        EXPECT_FALSE(backUpData(root()));
+        EXPECT_EQ(before, bytes(archive()));
+        EXPECT_EQ(one.line, root().quietLine.Caption.value().toStdString());
+        EXPECT_EQ("sz \"01.02.2020\"", setting(u"Backup"_s).toStdString());
+    }
+    expectUnfrozen();
+}
+
+TEST_F(Backup, MoreThanARestoreTakesIsNoBackup)
+{
+    QList<std::pair<QString, QByteArray>> files;
+    for (qint64 i = 0; i < MostRestoredEntries; ++i)
+        files.append({QString::number(i), "x"});
+    putArchive(files);
+    const QByteArray before = bytes(archive());
+    backUp();
+    EXPECT_EQ(before, bytes(archive()));
+    EXPECT_EQ("Keine Sicherung: Es ist mehr, als sich zurücksichern ließe.",
+              root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ("(absent)", setting(u"Backup"_s).toStdString());
+}
+
+TEST_F(Backup, WithoutItsFolderNothingIsPackedAndTheDateStays)
+{
+    putArchive({{u"Fremd.m3u"_s, "bleibt"}});
+    const QByteArray before = bytes(archive());
+    setting(u"Backup"_s, stringSetting(u"01.02.2020"_s));
+    root().tDatenbank.Text = u"/weg/"_s;
+    desktop.choosers.save(archive());
+    EXPECT_FALSE(backUpData(root()));
+    EXPECT_EQ(before, bytes(archive()));
+    EXPECT_EQ("sz \"01.02.2020\"", setting(u"Backup"_s).toStdString());
+    EXPECT_EQ("Keine Sicherung: Der Datenbank-Ordner fehlt.", root().quietLine.Caption.value().toStdString());
+    expectUnfrozen();
+}
+
+TEST_F(Backup, ABackupWithoutTheDatabaseKeepsTheDateOfTheLastOne)
+{
+    setting(u"Backup"_s, stringSetting(u"01.02.2020"_s));
+    desktop.memory()->setUnreadable(database());
+    desktop.choosers.save(archive());
+    EXPECT_FALSE(backUpData(root()));
+    EXPECT_EQ("Nicht in der Sicherung: Orvantine.dat", root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ("sz \"01.02.2020\"", setting(u"Backup"_s).toStdString());
+}
+
+TEST_F(Backup, WithoutADatabaseTheCopyOfAnEarlierRestoreGoesIn)
+{
+    put(data() + u"Playlisten/Orvantine.dat"_s, "von frueher");
+    desktop.disk().remove(database());
+    backUp();
+    EXPECT_NE(std::string::npos, content(archive()).find("Orvantine.dat: von frueher"));
+    EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/Orvantine.dat"_s));
+}
+
+TEST_F(Backup, ASecondGoesByBeforeThePackingAndOneBehindIt)
+{
+    int seen = 0;
+    desktop.events().after(std::chrono::milliseconds{999}, [&] {
+        ++seen;
+        EXPECT_EQ("", calls({u"zip.add"_s}));
+        EXPECT_EQ("(absent)", setting(u"ZipFolder"_s).toStdString());
+    });
+    desktop.events().after(std::chrono::milliseconds{1999}, [&] {
+        ++seen;
+        EXPECT_NE("(missing)", bytes(archive()));
+        EXPECT_TRUE(root().kopieren->Visible.value());
+        EXPECT_EQ("1", root().Tag.toStdString());
+    });
+    const std::chrono::milliseconds before = desktop.events().elapsed();
+    backUp();
+    EXPECT_EQ(2, seen);
+    EXPECT_GE((desktop.events().elapsed() - before).count(), 2000);
+}
+
+TEST_F(Backup, AProgramThatEndsInTheLastSecondLeavesTheDateOfTheArchiveThatStands)
+{
+    setting(u"Backup"_s, stringSetting(u"01.02.2020"_s));
+    desktop.events().after(std::chrono::milliseconds{1500}, [&] { desktop.events().endProcess(); });
+    backUp();
+    EXPECT_NE("(missing)", bytes(archive()));
+    EXPECT_EQ("sz \"20.11.2026\"", setting(u"Backup"_s).toStdString());
+}
+
+TEST_F(Backup, TheAnimationIsTheOneOfATransfer)
+{
+    root().kopieren->pAnimations.Resource = 0;
+    backUp();
+    EXPECT_EQ(103, root().kopieren->pAnimations.Resource);
+}
+
 TEST_F(Backup, TheDialogOfTheTransferIsUpMeanwhile)
 {
     int seen = 0;
@@ -182,6 +316,15 @@ TEST_F(Backup, ItSaysWhetherAllOfItStands)
     desktop.log.failNext(u"zip.add"_s);
     desktop.choosers.save(archive());
     EXPECT_FALSE(backUpData(root()));
+}
+
+TEST_F(Backup, APathOfExactlyFiveCharactersGoesOn)
+{
+    desktop.choosers.save(u"/a/bc"_s);
+    putFolder(u"/a"_s);
+    root().mnuDbSicherungen.Click();
+    EXPECT_NE("(missing)", bytes(u"/a/bc"_s));
+    EXPECT_EQ("sz \"/a/\"", setting(u"ZipFolder"_s).toStdString());
 }
 
 TEST_F(Backup, AShortPathEndsTheCommand)

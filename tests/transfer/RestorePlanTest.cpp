@@ -20,9 +20,21 @@ ArchiveEntry folder(const QString& name)
     return {.name = name, .kind = ArchiveEntry::Kind::Folder, .size = 0, .packedSize = 0, .modified = {}};
 }
 
-std::optional<RestorePlan> plan(const std::vector<ArchiveEntry>& entries, qint64 room = Plenty)
+std::optional<RestorePlan> plan(const std::vector<ArchiveEntry>& entries, qint64 room = Plenty, qint64 size = Plenty)
 {
-    return planRestore(entries, Plenty, room);
+    const auto planned = planRestore(entries, size, room);
+    const auto* const found = std::get_if<RestorePlan>(&planned);
+    return found != nullptr ? std::optional(*found) : std::nullopt;
+}
+
+/// "kind entry".
+std::string obstacle(const std::vector<ArchiveEntry>& entries, qint64 room = Plenty)
+{
+    const auto planned = planRestore(entries, Plenty, room);
+    const auto* const found = std::get_if<RestoreObstacle>(&planned);
+    if (found == nullptr)
+        return "none";
+    return std::to_string(static_cast<int>(found->kind)) + ' ' + found->entry.toStdString();
 }
 
 } // namespace
@@ -135,6 +147,17 @@ TEST(RestorePlan, TooManyEntriesSpoilTheWhole)
     EXPECT_FALSE(plan(entries));
 }
 
+TEST(RestorePlan, TheEntryThatStandsInTheWayIsNamed)
+{
+    EXPECT_EQ("none", obstacle({file(u"gut.m3u"_s)}));
+    EXPECT_EQ("0 ", obstacle({}));
+    EXPECT_EQ("0 AC: live/", obstacle({file(u"gut.m3u"_s), folder(u"AC: live/"_s)}));
+    EXPECT_EQ("0 GUT.m3u", obstacle({file(u"gut.m3u"_s), file(u"GUT.m3u"_s)}));
+    EXPECT_EQ("1 b", obstacle({file(u"a"_s), file(u"b"_s, MostRestoredBytes, MostRestoredBytes)}));
+    EXPECT_EQ("2 b", obstacle({file(u"a"_s, 60, 60), file(u"b"_s, 41, 41)}, 100));
+    EXPECT_EQ("1 ", obstacle(std::vector<ArchiveEntry>(MostRestoredEntries + 1)));
+}
+
 TEST(RestorePlan, SizesHaveBounds)
 {
     constexpr qint64 Mebibyte = 1024 * 1024;
@@ -150,8 +173,13 @@ TEST(RestorePlan, SizesHaveBounds)
     EXPECT_TRUE(plan({file(u"a"_s, Mebibyte, 1)}));
     EXPECT_TRUE(plan({file(u"a"_s, 200 * Mebibyte, Mebibyte)}));
     EXPECT_FALSE(plan({file(u"a"_s, 202 * Mebibyte, Mebibyte)}));
+    // One colour, or one track again and again, as far as the method can pack them.
+    EXPECT_TRUE(plan({file(u"a.bmp"_s, 3 * Mebibyte, 3 * Mebibyte / 1032)}));
+    EXPECT_TRUE(plan({file(u"a.m3u"_s, 64 * Mebibyte, 64 * Mebibyte / 1032)}));
+    EXPECT_FALSE(plan({file(u"a"_s, 64 * Mebibyte, 64 * Mebibyte / 1100)}));
+    EXPECT_FALSE(plan({file(u"a"_s, 65 * Mebibyte, 65 * Mebibyte / 1032)}));
     // Entries that lie over one another are more than the archive.
-    EXPECT_FALSE(planRestore({file(u"a"_s, 60, 60), file(u"b"_s, 60, 60)}, 100, Plenty));
+    EXPECT_FALSE(plan({file(u"a"_s, 60, 60), file(u"b"_s, 60, 60)}, Plenty, 100));
 }
 
 } // namespace orvantine

@@ -1,4 +1,5 @@
 #include "transfer/BackupWorld.h"
+#include "transfer/Kopieren.h"
 
 namespace orvantine::fake {
 
@@ -106,6 +107,135 @@ TEST_F(Restore, ADamagedArchiveLeadsToNothingExtractedAndAReloadOfThePresentData
     EXPECT_EQ("Nichts wiederhergestellt: Die Datei ist beschädigt oder keine Sicherung.",
               root().quietLine.Caption.value().toStdString());
     expectUnfrozen();
+}
+
+TEST_F(Restore, TheFolderIsWrittenBehindADamagedArchiveAsWell)
+{
+    put(archive(), "kein Archiv");
+    restore();
+    EXPECT_EQ("sz \"/stick/\"", setting(u"ZipFolder"_s).toStdString());
+}
+
+TEST_F(Restore, WhyNothingCameBackIsSaidInWordsOfItsOwn)
+{
+    const auto line = [this] { return root().quietLine.Caption.value().toStdString(); };
+    putArchive({{u"Eins.m3u"_s, "neu"}, {u"Link.m3u"_s, "x"}});
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+
+    put(data() + u"Playlisten/Link.m3u"_s, "x");
+    desktop.memory()->setLink(data() + u"Playlisten/Link.m3u"_s);
+    restore();
+    EXPECT_EQ("Nichts wiederhergestellt: „Link.m3u“ ist hier eine Verknüpfung.", line());
+
+    putArchive({{u"Eins.m3u"_s, "neu"}});
+    desktop.log.failNext(u"zip.open"_s);
+    restore();
+    EXPECT_EQ("Nichts wiederhergestellt: Der Datenträger meldet einen Fehler.", line());
+
+    desktop.memory()->setReadOnly(listPath(u"Eins"_s));
+    desktop.memory()->breakStore();
+    restore();
+    EXPECT_EQ("Nichts wiederhergestellt: Die bisherige Fassung kann nicht aufbewahrt werden.", line());
+    EXPECT_EQ(list, bytes(listPath(u"Eins"_s)));
+    expectUnfrozen();
+}
+
+TEST_F(Restore, TheRoomIsAskedWhereItGoesAndWhereItIsUnpacked)
+{
+    constexpr quint64 Mebibyte = quint64{1} << 20;
+    putArchive({{u"Eins.m3u"_s, QByteArray(1 << 20, 'x')}});
+    const QString staging = desktop.zip().open(archive(), 10)->unpackedFile(0);
+    const auto line = [this] { return root().quietLine.Caption.value().toStdString(); };
+    desktop.volumes.set(data(), {.free = 65 * Mebibyte - 1});
+    restore();
+    EXPECT_EQ("Nichts wiederhergestellt: Der freie Platz reicht nicht.", line());
+    desktop.volumes.set(data(), {});
+    desktop.volumes.set(staging.left(staging.lastIndexOf(u'/')), {.free = 65 * Mebibyte - 1});
+    restore();
+    EXPECT_EQ("Nichts wiederhergestellt: Der freie Platz reicht nicht.", line());
+    desktop.volumes.set(data(), {.free = 65 * Mebibyte});
+    desktop.volumes.set(staging.left(staging.lastIndexOf(u'/')), {.free = 65 * Mebibyte});
+    restore();
+    EXPECT_EQ(1 << 20, bytes(listPath(u"Eins"_s)).size());
+}
+
+TEST_F(Restore, TheWindowLivesBetweenTheFilesAndTheEndOfTheProgramPutsAllBack)
+{
+    const QByteArray list = bytes(listPath(u"Eins"_s));
+    putArchive({{u"Eins.m3u"_s, "neu"}, {u"Zwei.m3u"_s, "auch neu"}});
+    int yields = 0;
+    constexpr int MostYields = 20;
+    for (int yield = 1; yield <= MostYields; ++yield)
+        desktop.events().atYield(yield, [&] {
+            if (bytes(listPath(u"Eins"_s)) != "neu" || yields != 0)
+                return;
+            ++yields;
+            EXPECT_NE("auch neu", bytes(listPath(u"Zwei"_s)));
+            desktop.events().endProcess();
+        });
+    restore();
+    EXPECT_EQ(1, yields);
+    EXPECT_EQ(list, bytes(listPath(u"Eins"_s)));
+}
+
+TEST_F(Restore, ItFreezesTheWindowAndWaitsASecondBeforeAndBehindTheWork)
+{
+    putArchive({{u"Neu.m3u"_s, "/m/a.mp3\r\n"}});
+    root().kopieren->pAnimations.Resource = 0;
+    int seen = 0;
+    desktop.events().after(std::chrono::milliseconds{999}, [&] {
+        ++seen;
+        EXPECT_EQ(" Datenübertragung", root().kopieren->Caption.value().toStdString());
+        EXPECT_EQ("Bitte warten Sie, bis die Datenübertragung vollständig abgeschlossen wurde.",
+                  root().kopieren->Label2.Caption.value().toStdString());
+        EXPECT_TRUE(root().kopieren->Visible.value());
+        EXPECT_EQ(103, root().kopieren->pAnimations.Resource);
+        EXPECT_EQ("1", root().Tag.toStdString());
+        EXPECT_FALSE(catalogue().Enabled.value());
+        EXPECT_FALSE(tracks().Enabled.value());
+        EXPECT_FALSE(root().Timer2.Enabled.value());
+        EXPECT_EQ(MousePointer::Hourglass, root().Pointer.value());
+        EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/Neu.m3u"_s));
+    });
+    desktop.events().after(std::chrono::milliseconds{1999}, [&] {
+        ++seen;
+        EXPECT_NE("(missing)", bytes(data() + u"Playlisten/Neu.m3u"_s));
+        EXPECT_TRUE(root().kopieren->Visible.value());
+        // The reload comes behind it.
+        EXPECT_EQ("(absent)", setting(u"ZipFolder"_s).toStdString());
+    });
+    restore();
+    EXPECT_EQ(2, seen);
+    EXPECT_FALSE(root().kopieren->Visible.value());
+    expectUnfrozen();
+}
+
+TEST_F(Restore, TheChooserIsAskedInTheToldWords)
+{
+    setting(u"ZipFolder"_s, stringSetting(u"/stick/"_s));
+    desktop.messages.answer(Answer::Ok);
+    desktop.choosers.cancel(ChooserKind::Open);
+    root().mnuDbWiederherstellung.Click();
+    const std::string line = calls({u"choosers.open"_s});
+    for (const char* word : {"\"Datei öffnen\"", "\"Orvantenbackup.zip\"",
+                             "\"Zip-Dateien|*.zip; *.dat|Alle Dateitypen|*.*\"", "\"zip\"", "\"/stick/\""})
+        EXPECT_NE(std::string::npos, line.find(word)) << word << " in " << line;
+}
+
+TEST_F(Restore, TheOptionForListsOfOneNameIsOffWhileTheDatabaseIsLoaded)
+{
+    setting(u"CheckEntrys"_s, dwordSetting(1));
+    putArchive({{u"Neu.m3u"_s, "x"}});
+    const std::function<void()> load = root().mnuLaden.Click;
+    int loads = 0;
+    root().mnuLaden.Click = [&] {
+        ++loads;
+        EXPECT_EQ("dword 0", setting(u"CheckEntrys"_s).toStdString());
+        load();
+    };
+    restore();
+    EXPECT_EQ(1, loads);
+    EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
 }
 
 TEST_F(Restore, OneBadNameAndNothingIsReplaced)
@@ -240,6 +370,31 @@ TEST_F(Restore, TheCopyTakesThePlaceOfTheDatabaseAndTheReplacedOneIsKeptBesideIt
     EXPECT_EQ("Frueher", catalogue().subItem(1, 1).toStdString());
     EXPECT_FALSE(root().buttonsDisabled);
     expectUnfrozen();
+}
+
+TEST_F(Restore, ButtonsAndListsRestUnderThePointerOfAWaitWhileItAsksForTheCopy)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    desktop.messages.script({.answer = Answer::No, .meanwhile = [this] {
+                                 EXPECT_EQ(MousePointer::ArrowHourglass, root().Pointer.value());
+                                 EXPECT_TRUE(root().buttonsDisabled);
+                                 EXPECT_FALSE(catalogue().Enabled.value());
+                                 EXPECT_FALSE(tracks().Enabled.value());
+                             }});
+    root().mnuWiederherstellen.Click();
+    EXPECT_FALSE(root().buttonsDisabled);
+    expectUnfrozen();
+}
+
+TEST_F(Restore, AnOlderReplacedDatabaseIsReplacedAndKept)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    put(data() + u"Orvantine.restore"_s, "von ganz frueher");
+    const QByteArray before = bytes(database());
+    desktop.messages.answer(Answer::Yes);
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(before.toStdString(), bytes(data() + u"Orvantine.restore"_s).toStdString());
+    EXPECT_TRUE(desktop.memory()->recovered().contains("von ganz frueher"));
 }
 
 TEST_F(Restore, ALocalCopyThatCannotBeReadLeavesTheDatabase)
