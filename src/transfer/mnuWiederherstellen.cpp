@@ -3,6 +3,7 @@
 #include "app/Command.h"
 #include "app/DataFolder.h"
 #include "app/Dateiexistenz.h"
+#include "app/Quiet.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "transfer/DataTransfer.h"
@@ -28,15 +29,29 @@ std::optional<Answer> askForCopy(const Root& root, Command& command)
                         .buttons = MessageButtons::YesNo});
 }
 
-void putCopyInPlace(Root& root)
+/// False, and the database is the one it was, unless it is the copy now.
+bool putCopyInPlace(Root& root)
 {
     const QString database = namedDatabaseFile(root);
-    const WholeChange together(root.files);
+    WholeChange together(root.files);
     if (Dateiexistenz::FileExists(root, database)) {
-        backUp(root, database, root.tDatenbank.Text.value() + u"Orvantine.restore"_s);
+        // Nothing there to copy is no fault: a copy that has gone meanwhile must not cost the database.
+        if (!backUp(root, database, root.tDatenbank.Text.value() + u"Orvantine.restore"_s))
+            together.fail();
         root.files.remove(database);
     }
-    root.files.copy(namedBackupFile(root), database);
+    if (!root.files.copy(namedBackupFile(root), database))
+        together.fail();
+    return together.end();
+}
+
+void tellFailure(Root& root)
+{
+    const QString reason = Dateiexistenz::FileExists(root, namedBackupFile(root))
+                               ? reasonOf(root.files.takeFault().value_or(WriteFault::Disk))
+                               : u"Die Datenbank-Sicherung ist nicht mehr da."_s;
+    (void)root.files.takeFault();
+    showQuietly(root, u"Nichts wiederhergestellt: "_s + reason);
 }
 
 } // namespace
@@ -51,7 +66,9 @@ void mnuWiederherstellen_Click(Root& root)
     command.wait(Wait::All, MousePointer::ArrowHourglass);
     if (askForCopy(root, command) != Answer::Yes)
         return;
-    putCopyInPlace(root);
+    (void)root.files.takeFault();
+    if (!putCopyInPlace(root))
+        tellFailure(root);
     if (!command.yield() || !reloadDatabase(root, command) || !command.yield())
         return;
     command.endWait();

@@ -397,6 +397,32 @@ TEST_F(Restore, AnOlderReplacedDatabaseIsReplacedAndKept)
     EXPECT_TRUE(desktop.memory()->recovered().contains("von ganz frueher"));
 }
 
+TEST_F(Restore, ALocalCopyThatGoesWhileTheQuestionIsUpLeavesTheDatabase)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    const QByteArray before = bytes(database());
+    desktop.messages.script({.answer = Answer::Yes, .meanwhile = [this] { desktop.disk().remove(backup()); }});
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.restore"_s));
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("Nichts wiederhergestellt: Die Datenbank-Sicherung ist nicht mehr da.",
+              root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(Restore, ADatabaseThatCannotBeSetAsideStays)
+{
+    desktop.memory()->put(backup(), "[Index]\r\n");
+    const QByteArray before = bytes(database());
+    desktop.log.failNext(u"files.copy"_s);
+    desktop.messages.answer(Answer::Yes);
+    root().mnuWiederherstellen.Click();
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ("(missing)", bytes(data() + u"Orvantine.restore"_s));
+    EXPECT_EQ("Nichts wiederhergestellt: Der Datenträger meldet einen Fehler.",
+              root().quietLine.Caption.value().toStdString());
+}
+
 TEST_F(Restore, ALocalCopyThatCannotBeReadLeavesTheDatabase)
 {
     desktop.memory()->put(backup(), "[Index]\r\n");
