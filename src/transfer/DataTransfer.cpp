@@ -5,6 +5,7 @@
 #include "app/Others.h"
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "catalogue/mnuL_schen.h"
 #include "platform/FileDirPath.h"
 #include "search/FileAfterFile.h"
 #include "transfer/Kopieren.h"
@@ -13,14 +14,26 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The catalogue knows no list any more, so none stays in sight.
+void closeList(Root& root)
+{
+    root.trackList.close();
+    clearPanels(root);
+    root.LListView1.Tag = u"0"_s;
+    root.nAnzeige.Caption = u"(0)"_s;
+}
+
+} // namespace
+
 DataTransfer::DataTransfer(Root& root, Command& command) : m_root(root), m_command(command) {}
 
 DataTransfer::~DataTransfer()
 {
-    if (!m_frozen)
-        return;
-    m_root.services.forms.unload(*m_root.kopieren);
-    if (!m_command.ended())
+    if (m_frozen && m_command.ended())
+        m_root.services.forms.unload(*m_root.kopieren);
+    else if (m_frozen)
         release();
 }
 
@@ -28,6 +41,7 @@ void DataTransfer::release()
 {
     m_frozen = false;
     m_root.Timer2.Enabled = true;
+    m_root.services.forms.unload(*m_root.kopieren);
     m_root.Tag = u"0"_s;
 }
 
@@ -46,11 +60,12 @@ bool DataTransfer::freeze()
 
 bool DataTransfer::unfreeze()
 {
-    m_command.endWait();
+    m_root.Pointer = MousePointer::Default;
+    m_root.LListView1.Enabled = true;
     m_root.LListView1.Click();
     if (m_command.ended())
         return false;
-    m_root.services.forms.unload(*m_root.kopieren);
+    m_command.endWait();
     release();
     return m_command.yield();
 }
@@ -90,8 +105,12 @@ Compression chosenCompression(const Root& root)
 
 bool reloadDatabase(Root& root, Command& command)
 {
-    const DoublesUnasked unasked(root);
-    root.mnuLaden.Click();
+    {
+        const DoublesUnasked unasked(root);
+        root.mnuLaden.Click();
+    }
+    if (!command.ended() && root.LListView1.count() == 0 && !root.databaseDoubted)
+        closeList(root);
     return !command.ended();
 }
 

@@ -269,6 +269,25 @@ TEST_F(Backup, TheAnimationIsTheOneOfATransfer)
     EXPECT_EQ(103, root().kopieren->pAnimations.Resource);
 }
 
+TEST_F(Backup, TheEndOfItClicksTheCatalogueBeforeTheTracksAndTheTimerAreOn)
+{
+    const std::function<void()> click = catalogue().Click;
+    int clicks = 0;
+    catalogue().Click = [&] {
+        ++clicks;
+        EXPECT_EQ(MousePointer::Default, root().Pointer.value());
+        EXPECT_TRUE(catalogue().Enabled.value());
+        EXPECT_FALSE(tracks().Enabled.value());
+        EXPECT_FALSE(root().Timer2.Enabled.value());
+        EXPECT_TRUE(root().kopieren->Visible.value());
+        EXPECT_EQ("1", root().Tag.toStdString());
+        click();
+    };
+    backUp();
+    EXPECT_EQ(1, clicks);
+    expectUnfrozen();
+}
+
 TEST_F(Backup, TheDialogOfTheTransferIsUpMeanwhile)
 {
     int seen = 0;

@@ -238,6 +238,20 @@ TEST_F(Restore, TheOptionForListsOfOneNameIsOffWhileTheDatabaseIsLoaded)
     EXPECT_EQ("dword 1", setting(u"CheckEntrys"_s).toStdString());
 }
 
+TEST_F(Restore, AnEmptyCatalogueLeavesNoListInSight)
+{
+    click(2);
+    ASSERT_EQ(2, tracks().count());
+    putArchive({{u"Orvantine.dat"_s, "[Index]\r\n"}});
+    restore();
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("", root().trackList.path().toStdString());
+    EXPECT_EQ("(0)", root().nAnzeige.Caption.value().toStdString());
+    EXPECT_EQ("0", catalogue().Tag.toStdString());
+    expectUnfrozen();
+}
+
 TEST_F(Restore, OneBadNameAndNothingIsReplaced)
 {
     const QByteArray list = bytes(listPath(u"Eins"_s));
