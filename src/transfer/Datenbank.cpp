@@ -29,6 +29,7 @@ void bDurchsuchen_Click(Root& root, Datenbank& form)
 {
     if (const QString folder = BrowseFolders(root, FolderRoot::Computer); !folder.isEmpty())
         form.tDatabase.Text = folder;
+    changed(form);
 }
 
 void BReady_Click(Root& root, Datenbank& form)

@@ -105,6 +105,17 @@ TEST_F(DatabaseCommands, AFolderThatIsBrowsedForStandsInTheField)
     });
 }
 
+TEST_F(DatabaseCommands, AFolderThatIsBrowsedForCanBeAccepted)
+{
+    inDialog([this](Datenbank& form) {
+        form.tDatabase.Text = QString();
+        form.tDatabase.Change();
+        desktop.choosers.chooseFolder(u"/gesucht"_s);
+        form.bDurchsuchen.Click();
+        EXPECT_TRUE(form.BReady.Enabled.value());
+    });
+}
+
 TEST_F(DatabaseCommands, AnEmptyFieldCannotBeAccepted)
 {
     inDialog([](Datenbank& form) {
