@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <memory>
+#include <optional>
+
 namespace orvantine {
 
 enum class LaunchKind { Help, FileManager, Properties, DefaultPlayer, Program, Link };
@@ -18,6 +21,16 @@ struct LaunchRequest
     QStringList arguments;
 };
 
+/// A program that was started and is watched. It goes on when this goes.
+class RunningProgram
+{
+public:
+    virtual ~RunningProgram() = default;
+
+    /// Nothing while it runs; −1 for one that was killed.
+    [[nodiscard]] virtual std::optional<int> exitCode() = 0;
+};
+
 /// Hands files to the outside. Programs are started by absolute path and argument list, never through a shell.
 class Launcher
 {
@@ -26,6 +39,8 @@ public:
 
     /// False if nothing could be started.
     virtual bool start(const LaunchRequest& request) = 0;
+    /// Starts a program to be waited for. Null if it could not be started.
+    [[nodiscard]] virtual std::unique_ptr<RunningProgram> run(const LaunchRequest& request) = 0;
 };
 
 } // namespace orvantine

@@ -6,7 +6,7 @@
 #include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
-#include "catalogue/mnuL_schen.h"
+#include "catalogue/CatalogueEntry.h"
 #include "platform/FileDirPath.h"
 #include "transfer/DataTransfer.h"
 #include "transfer/mnuDbSicherungen.h"
@@ -50,40 +50,45 @@ bool isFolderOfNextStart(const Root& root)
     return FileDirPath::isSameFile(readSetting(root, u"Database"_s).text(), root.tDatenbank.Text.value());
 }
 
-/// What becomes another one by the reset, as the last thing. An empty database stays as it is.
-QString changedByReset(const Root& root)
+bool tellUnlessFolderOfNextStart(Root& root)
 {
-    return root.files.size(databaseFile(root)).value_or(0) > 0 ? databaseFile(root) : playlistFolder(root);
+    if (isFolderOfNextStart(root))
+        return true;
+    showQuietly(root, u"Der Datenbank-Ordner wurde geändert: Bitte erst die Anwendung neu starten."_s);
+    return false;
 }
 
-/// False: nobody changed it, or the program has ended.
-bool waitForChange(const Root& root, Command& command, const QString& path, const std::optional<FileStamp>& before)
+/// However long it takes. Nothing where the program has ended.
+std::optional<int> waitForEnd(Command& command, RunningProgram& program)
 {
-    constexpr int MostLooks = 50;
-    for (int look = 0; look < MostLooks; ++look) {
+    for (;;) {
+        if (const std::optional<int> code = program.exitCode())
+            return code;
         if (!command.pause(0.2))
-            return false;
-        if (root.files.stamp(path) != before)
-            return true;
+            return {};
     }
-    return false;
+}
+
+/// Others may have written to the database meanwhile: what counts is that no entry is left.
+bool hasNoEntry(const Root& root)
+{
+    const int failedReads = root.services.profiles.failedReads();
+    for (int number = 1; number <= MostPlaylists; ++number)
+        if (!readEntry(root, databaseFile(root), number).name.isEmpty())
+            return false;
+    return root.services.profiles.failedReads() == failedReads;
 }
 
 void reset(Root& root, Command& command)
 {
-    const QString watched = changedByReset(root);
-    const std::optional<FileStamp> before = root.files.stamp(watched);
-    const bool started = root.services.launcher.start(
+    const std::unique_ptr<RunningProgram> program = root.services.launcher.run(
         {.kind = LaunchKind::Program, .command = sibling(root), .target = sibling(root), .arguments = {}});
     command.wait();
-    const bool isReset = started && waitForChange(root, command, watched, before);
-    if (command.ended())
+    const std::optional<int> code = program ? waitForEnd(command, *program) : std::optional(-1);
+    if (!code)
         return;
-    if (!isReset)
+    if (*code != 0 || !hasNoEntry(root))
         return showQuietly(root, u"Die Datenbank wurde nicht zurückgesetzt."_s);
-    root.trackList.close();
-    clearPanels(root);
-    root.LListView1.Tag = u"0"_s;
     if (reloadDatabase(root, command))
         command.lastYield();
 }
@@ -98,13 +103,14 @@ void mnuDeleteDatabase_Click(Root& root)
                                      u"gefunden werden."_s,
                              .title = root.Caption.value() + u' ',
                              .icon = MessageIcon::Critical});
-    if (!isSure(command))
+    if (!isSure(command) || !tellUnlessFolderOfNextStart(root))
         return;
     const std::optional<Answer> backup = wantsBackup(root, command);
     if (!backup || (backup == Answer::Yes && !backUpData(root)))
         return;
-    if (!isFolderOfNextStart(root))
-        return showQuietly(root, u"Der Datenbank-Ordner wurde geändert: Bitte erst die Anwendung neu starten."_s);
+    // Somebody may have changed it meanwhile.
+    if (!tellUnlessFolderOfNextStart(root))
+        return;
     if (Dateiexistenz::FileExists(root, databaseFile(root)) && !backUp(root, databaseFile(root), backupFile(root)))
         return;
     reset(root, command);

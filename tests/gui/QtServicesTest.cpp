@@ -272,12 +272,12 @@ TEST(Chooser, TheDesktopsOwnFileDialogsAreUsedWhereThereAreAny)
 class Programs : public testing::Test
 {
 protected:
-    QByteArray make(const QString& name, mode_t mode) const
+    QByteArray make(const QString& name, mode_t mode, const QByteArray& script = "#!/bin/true\n") const
     {
         const QByteArray path = QFile::encodeName(folder.filePath(name));
         QFile file(folder.filePath(name));
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("#!/bin/true\n");
+        file.write(script);
         file.close();
         EXPECT_EQ(::chmod(path.constData(), mode), 0);
         return path;
@@ -335,6 +335,36 @@ TEST_F(Programs, OnlyThoseOfTheProgramsOwnFolderMustBeTrusted)
     EXPECT_FALSE(starts(u"daten"_s));
     EXPECT_FALSE(starts(u"eigentum"_s));
     EXPECT_FALSE(starts(u"fehlt"_s));
+}
+
+TEST_F(Programs, OneThatIsWatchedRunsUntilItEndsAndTellsItsCode)
+{
+    make(u"wartet"_s, 0755, "#!/bin/sh\nread line < \"$1\"\nexit 7\n");
+    make(u"stirbt"_s, 0755, "#!/bin/sh\nkill -KILL $$\n");
+    make(u"alle"_s, 0757);
+    const QString pipe = folder.filePath(u"rohr"_s);
+    ASSERT_EQ(0, ::mkfifo(QFile::encodeName(pipe).constData(), 0600));
+    const PosixFiles files;
+    QtLauncher launcher(files);
+    const auto run = [&](const QString& name) {
+        const QString path = folder.filePath(name);
+        return launcher.run({.kind = LaunchKind::Program, .command = path, .target = path, .arguments = {pipe}});
+    };
+    const std::unique_ptr<RunningProgram> waiting = run(u"wartet"_s);
+    ASSERT_TRUE(waiting);
+    EXPECT_EQ(std::nullopt, waiting->exitCode());
+    QFile line(pipe);
+    ASSERT_TRUE(line.open(QIODevice::WriteOnly));
+    line.write("weiter\n");
+    line.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return waiting->exitCode().has_value(); }));
+    EXPECT_EQ(7, waiting->exitCode());
+    const std::unique_ptr<RunningProgram> dying = run(u"stirbt"_s);
+    ASSERT_TRUE(dying);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return dying->exitCode().has_value(); }));
+    EXPECT_EQ(-1, dying->exitCode());
+    EXPECT_FALSE(run(u"alle"_s));
+    EXPECT_FALSE(run(u"fehlt"_s));
 }
 
 TEST_F(Programs, HelpWithoutItsFileShowsNothing)

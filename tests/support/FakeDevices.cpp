@@ -153,6 +153,25 @@ bool FakeLauncher::start(const LaunchRequest& request)
     return true;
 }
 
+std::unique_ptr<RunningProgram> FakeLauncher::run(const LaunchRequest& request)
+{
+    class Watched final : public RunningProgram
+    {
+    public:
+        explicit Watched(const FakeLauncher& launcher) : m_launcher(launcher) {}
+        [[nodiscard]] std::optional<int> exitCode() override
+        {
+            constexpr int FewLooks = 5;
+            return ++m_looks > FewLooks ? m_launcher.ExitCode() : std::nullopt;
+        }
+
+    private:
+        const FakeLauncher& m_launcher;
+        int m_looks = 0;
+    };
+    return start(request) ? std::make_unique<Watched>(*this) : nullptr;
+}
+
 void FakePriority::set(ProcessPriority priority)
 {
     if (m_log.call(u"priority.set %1"_s.arg(static_cast<int>(priority))))

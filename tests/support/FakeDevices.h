@@ -132,10 +132,13 @@ public:
     explicit FakeLauncher(CallLog& log) : m_log(log) {}
 
     bool start(const LaunchRequest& request) override;
+    [[nodiscard]] std::unique_ptr<RunningProgram> run(const LaunchRequest& request) override;
 
     std::vector<LaunchRequest> started;
     /// What the started program does at once.
     std::function<void(const LaunchRequest& request)> Started = [](const LaunchRequest&) {};
+    /// How a program that is watched ends; nothing while it runs. It does for the first few looks at it.
+    std::function<std::optional<int>()> ExitCode = [] { return std::optional(0); };
 
 private:
     CallLog& m_log;

@@ -31,6 +31,12 @@ protected:
                 desktop.disk().writeBytes(database(), {});
             };
     }
+    void resetWithoutBackup()
+    {
+        desktop.messages.answer(Answer::Ok);
+        desktop.messages.answer(Answer::No);
+        root().mnuDeleteDatabase.Click();
+    }
     [[nodiscard]] std::size_t started() const { return desktop.launcher.started.size(); }
 
     bool open = false;
@@ -224,24 +230,88 @@ TEST_F(DatabaseCommands, ACopyThatCannotBeMadeEndsTheReset)
     EXPECT_EQ(0U, started());
 }
 
-TEST_F(DatabaseCommands, ASiblingThatDoesNothingIsWaitedForAndSaidSo)
+TEST_F(DatabaseCommands, ASiblingThatFailsLeavesTheCatalogueAndIsSaidSo)
 {
     putSibling(false);
-    desktop.messages.answer(Answer::Ok);
-    desktop.messages.answer(Answer::No);
-    root().mnuDeleteDatabase.Click();
+    desktop.launcher.ExitCode = [] { return std::optional(1); };
+    resetWithoutBackup();
     EXPECT_EQ(1U, started());
     EXPECT_EQ(2, catalogue().count());
     EXPECT_EQ("Die Datenbank wurde nicht zurückgesetzt.", root().quietLine.Caption.value().toStdString());
     expectUnfrozen();
 }
 
+TEST_F(DatabaseCommands, ASiblingThatCannotBeStartedIsSaidSo)
+{
+    putSibling();
+    desktop.log.failNext(u"launcher.start"_s);
+    resetWithoutBackup();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("Die Datenbank wurde nicht zurückgesetzt.", root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(DatabaseCommands, TheSiblingIsWaitedForHoweverLongItTakes)
+{
+    putSibling(false);
+    bool ends = false;
+    desktop.launcher.ExitCode = [&ends] { return ends ? std::optional(0) : std::nullopt; };
+    // What somebody else writes meanwhile is no reset.
+    desktop.events().after(std::chrono::seconds{5}, [this] { putDatabase(indexRow(1, {.name = u"Eins"_s})); });
+    desktop.events().after(std::chrono::seconds{299}, [this] {
+        EXPECT_EQ(2, catalogue().count());
+        EXPECT_FALSE(catalogue().Enabled.value());
+        EXPECT_FALSE(tracks().Enabled.value());
+    });
+    desktop.events().after(std::chrono::seconds{300}, [&] {
+        ends = true;
+        desktop.disk().writeBytes(database(), {});
+    });
+    resetWithoutBackup();
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_TRUE(root().quietLine.Caption.value().isEmpty());
+    expectUnfrozen();
+}
+
+TEST_F(DatabaseCommands, TheEndOfTheProgramEndsTheWaitForTheSibling)
+{
+    putSibling(false);
+    desktop.launcher.ExitCode = [] { return std::optional<int>(); };
+    desktop.events().after(std::chrono::seconds{30}, [this] { desktop.events().endProcess(); });
+    resetWithoutBackup();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("", root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(DatabaseCommands, AnEntryThatIsLeftMeansThatNothingWasReset)
+{
+    putSibling(false);
+    desktop.launcher.Started = [this](const LaunchRequest&) {
+        putDatabase(indexRow(160, {.name = u"Letzte"_s, .path = listPath(u"Eins"_s)}));
+    };
+    resetWithoutBackup();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_EQ("Die Datenbank wurde nicht zurückgesetzt.", root().quietLine.Caption.value().toStdString());
+}
+
 TEST_F(DatabaseCommands, AFolderThatTheNextStartWouldNotTakeIsNeverReset)
 {
     putSibling();
     setting(u"Database"_s, stringSetting(u"/anderswo/"_s));
+    // Nobody is asked for a backup that nothing would follow.
     desktop.messages.answer(Answer::Ok);
-    desktop.messages.answer(Answer::No);
+    root().mnuDeleteDatabase.Click();
+    EXPECT_EQ(0U, started());
+    EXPECT_EQ("Der Datenbank-Ordner wurde geändert: Bitte erst die Anwendung neu starten.",
+              root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(DatabaseCommands, AFolderThatIsChangedDuringTheBackupIsNotResetEither)
+{
+    putSibling();
+    desktop.messages.answer(Answer::Ok);
+    desktop.messages.script(
+        {.answer = Answer::No, .meanwhile = [this] { setting(u"Database"_s, stringSetting(u"/anderswo/"_s)); }});
     root().mnuDeleteDatabase.Click();
     EXPECT_EQ(0U, started());
     EXPECT_EQ("Der Datenbank-Ordner wurde geändert: Bitte erst die Anwendung neu starten.",

@@ -15,9 +15,12 @@
 #include <QStandardPaths>
 #include <QUrl>
 
+#include <csignal>
 #include <utility>
 
+#include <spawn.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace orvantine {
@@ -41,6 +44,48 @@ bool liesBelow(const QString& path, const QString& folder)
     return !folder.isEmpty() && path.startsWith(folder + u'/');
 }
 
+/// In a session of its own, so that it outlives this program.
+class ChildProgram final : public RunningProgram
+{
+public:
+    explicit ChildProgram(pid_t process) : m_process(process) {}
+
+    static std::unique_ptr<ChildProgram> started(const QByteArray& program, const QStringList& arguments)
+    {
+        QByteArrayList texts{program};
+        for (const QString& argument : arguments)
+            texts.append(QFile::encodeName(argument));
+        std::vector<char*> handed;
+        for (QByteArray& text : texts)
+            handed.push_back(text.data());
+        handed.push_back(nullptr);
+        sigset_t none;
+        sigemptyset(&none);
+        posix_spawnattr_t attributes;
+        posix_spawnattr_init(&attributes);
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK);
+        posix_spawnattr_setsigmask(&attributes, &none);
+        pid_t process = 0;
+        const bool runs =
+            ::posix_spawn(&process, program.constData(), nullptr, &attributes, handed.data(), environ) == 0;
+        posix_spawnattr_destroy(&attributes);
+        return runs ? std::make_unique<ChildProgram>(process) : nullptr;
+    }
+
+    [[nodiscard]] std::optional<int> exitCode() override
+    {
+        int status = 0;
+        const pid_t found = m_code ? 0 : ::waitpid(m_process, &status, WNOHANG);
+        if (found != 0)
+            m_code = found == m_process && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        return m_code;
+    }
+
+private:
+    pid_t m_process;
+    std::optional<int> m_code;
+};
+
 } // namespace
 
 bool isTrustedProgram(const QByteArray& nativePath)
@@ -60,12 +105,25 @@ QtLauncher::QtLauncher(const Files& files, QString programFolder)
 
 QtLauncher::~QtLauncher() = default;
 
-bool QtLauncher::start(const LaunchRequest& request)
+void QtLauncher::remember(const LaunchRequest& request)
 {
     m_recent.push_back(request);
     if (m_recent.size() > MostRecent)
         m_recent.erase(m_recent.begin());
+}
 
+std::unique_ptr<RunningProgram> QtLauncher::run(const LaunchRequest& request)
+{
+    remember(request);
+    const QByteArray program = m_files.nativePath(request.target).value_or(QByteArray());
+    if (program.isEmpty() || !isTrustedProgram(program))
+        return nullptr;
+    return ChildProgram::started(program, request.arguments);
+}
+
+bool QtLauncher::start(const LaunchRequest& request)
+{
+    remember(request);
     switch (request.kind) {
     case LaunchKind::Help:
         return showHelp(request.target, request.arguments.value(0));

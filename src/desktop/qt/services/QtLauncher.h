@@ -26,6 +26,7 @@ public:
     ~QtLauncher() override;
 
     bool start(const LaunchRequest& request) override;
+    [[nodiscard]] std::unique_ptr<RunningProgram> run(const LaunchRequest& request) override;
 
     /// The latest requests, the last one at the end.
     [[nodiscard]] const std::vector<LaunchRequest>& recent() const { return m_recent; }
@@ -33,6 +34,7 @@ public:
     void closeAll();
 
 private:
+    void remember(const LaunchRequest& request);
     bool showHelp(const QString& file, const QString& topic);
     bool showFolder(const QString& path);
     bool showProperties(const QString& path);
