@@ -2,12 +2,14 @@
 #include "desktop/archive/LibzipArchive.h"
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
+#include "desktop/posix/DriveMap.h"
 #include "desktop/posix/LockInstance.h"
 #include "desktop/posix/NicePriority.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/PosixFolderWalks.h"
 #include "desktop/posix/PosixVolumes.h"
 #include "desktop/posix/RegSettings.h"
+#include "desktop/posix/ResetFolder.h"
 #include "desktop/posix/XdgFolders.h"
 #include "desktop/qt/services/QtChoosers.h"
 #include "desktop/qt/services/QtDesktop.h"
@@ -58,18 +60,6 @@ RegSettingsOptions settingsOptions(const XdgFolders& folders)
                 {u"My Music"_s, folders.music}, {u"Personal"_s, folders.documents}, {u"AppData"_s, folders.dataHome}}};
 }
 
-/// Folders of the host by drive letter, as the user's settings name them.
-QMap<QString, QString> drivesOf(const SettingsStore& settings)
-{
-    const QString key = u"Software\\Verdanis\\Orvant Manager\\Laufwerke"_s;
-    QMap<QString, QString> drives;
-    const QStringList letters = settings.names(Hive::CurrentUser, key);
-    for (const QString& letter : letters)
-        if (const auto folder = settings.value(Hive::CurrentUser, key, letter); folder && !folder->text.isEmpty())
-            drives.insert(letter.toUpper(), folder->text);
-    return drives;
-}
-
 /// Without a home there is no place that is the user's alone, and nothing is written.
 QString recoveryFolder(const XdgFolders& folders)
 {
@@ -84,19 +74,12 @@ PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QS
     return options;
 }
 
-/// Puts back what a reset left half done, in the place that it has for that.
-void settleReset(const XdgFolders& folders)
-{
-    if (!folders.stateHome.isEmpty())
-        (void)PosixFiles({.recoveryFolder = folders.stateHome + u"/Orvanten Manager/reset"_s});
-}
-
 /// The real services, each made once.
 struct Desktop
 {
     XdgFolders folders = xdgFolders(processEnvironment());
     RegSettings settings{settingsOptions(folders)};
-    QMap<QString, QString> drives = drivesOf(settings);
+    QMap<QString, QString> drives = driveMap(settings);
     PosixFiles files{filesOptions(folders, drives)};
     ProfileStore profiles{files};
     PosixVolumes volumes{drives};

@@ -1,5 +1,7 @@
+#include "desktop/posix/DriveMap.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/RegSettings.h"
+#include "desktop/posix/ResetFolder.h"
 #include "desktop/posix/XdgFolders.h"
 #include "siblings/ResetDatabase.h"
 
@@ -23,8 +25,7 @@ int main(int argc, char**)
     const auto folder = settings.value(Hive::CurrentUser, u"Software\\Verdanis\\Orvant Manager"_s, u"Database"_s);
     if (!folder || folder->text.isEmpty())
         return 1;
-    // The program beside this one holds the other place for old bytes.
-    PosixFiles files({.recoveryFolder = folders.stateHome + u"/Orvanten Manager/reset"_s});
+    PosixFiles files({.drives = driveMap(settings), .recoveryFolder = resetFolder(folders)});
     const ResetPlaces places{
         .dataFolder = folder->text, .trash = folders.dataHome + u"/Trash"_s, .now = QDateTime::currentDateTime()};
     if (files.trouble() || !resetDatabase(files, places)) {

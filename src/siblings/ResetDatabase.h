@@ -18,7 +18,7 @@ struct ResetPlaces
 };
 
 /// Empties the database of the DataFolder and moves the playlists in its folder "Playlisten" to the trash: all of it,
-/// or nothing. False also where there is no database.
+/// or nothing. False also where there is neither of them, or the playlists cannot be told.
 [[nodiscard]] bool resetDatabase(Files& files, const ResetPlaces& places);
 
 } // namespace orvantine

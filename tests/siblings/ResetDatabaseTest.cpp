@@ -1,6 +1,8 @@
 #include "siblings/ResetDatabase.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/RegSettings.h"
+#include "desktop/posix/ResetFolder.h"
+#include "desktop/posix/XdgFolders.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -147,11 +150,80 @@ TEST_F(Reset, AWriteProtectedDatabaseLeavesEverything)
     expectUntouched();
 }
 
-TEST_F(Reset, AFolderWithoutADatabaseIsNotTouched)
+TEST_F(Reset, AFolderWithNeitherADatabaseNorListsIsNotTouched)
 {
     ASSERT_TRUE(QFile::remove(at(u"Daten/Orvantine.dat"_s)));
+    ASSERT_TRUE(QDir().rename(at(u"Daten/Playlisten"_s), at(u"anderswo"_s)));
+    EXPECT_FALSE(reset());
+    EXPECT_FALSE(QFile::exists(at(u"Trash"_s)));
+}
+
+TEST_F(Reset, WithoutADatabaseTheListsGoToTheTrashAndNoneIsMade)
+{
+    ASSERT_TRUE(QFile::remove(at(u"Daten/Orvantine.dat"_s)));
+    EXPECT_TRUE(reset());
+    EXPECT_EQ("Notiz.txt", names(u"Daten/Playlisten"_s));
+    EXPECT_EQ("Rock.bak Rock.m3u Über Jazz.PLS", names(u"Trash/files"_s));
+    EXPECT_EQ("(missing)", bytes(u"Daten/Orvantine.dat"_s));
+}
+
+TEST_F(Reset, WhatStandsInThePlaceOfTheDatabaseAndIsNoneLeavesEverything)
+{
+    ASSERT_TRUE(QFile::remove(at(u"Daten/Orvantine.dat"_s)));
+    ASSERT_TRUE(QDir().mkpath(at(u"Daten/Orvantine.dat"_s)));
     EXPECT_FALSE(reset());
     EXPECT_EQ("Notiz.txt Rock.bak Rock.m3u Über Jazz.PLS", names(u"Daten/Playlisten"_s));
+}
+
+TEST_F(Reset, AListWhoseNameBeginsWithADotGoesAsWell)
+{
+    put(u"Daten/Playlisten/...And Justice.m3u"_s, "/j.mp3\r\n");
+    EXPECT_TRUE(reset());
+    EXPECT_EQ("Notiz.txt", names(u"Daten/Playlisten"_s));
+    EXPECT_EQ("/j.mp3\r\n", bytes(u"Trash/files/...And Justice.m3u"_s));
+}
+
+TEST_F(Reset, ANameTooLongForItsDetailsIsCutOnACharacterAndItsPathIsTrue)
+{
+    const QString stem = QString(124, u'ü') + u"a"_s;
+    const QString name = stem + u".m3u"_s;
+    put(u"Daten/Playlisten/"_s + name, "/lang.mp3\r\n");
+    EXPECT_TRUE(reset());
+    // 255 bytes less those of ".m3u" and ".trashinfo", in whole characters of two.
+    const QString cut = QString(120, u'ü') + u".m3u"_s;
+    EXPECT_EQ("/lang.mp3\r\n", bytes(u"Trash/files/"_s + cut));
+    EXPECT_TRUE(bytes(u"Trash/info/"_s + cut + u".trashinfo"_s)
+                    .contains("Path=" + at(u"Daten/Playlisten/"_s + name).toUtf8().toPercentEncoding("/") + '\n'));
+}
+
+TEST_F(Reset, TwoNamesThatAreCutToOneAreKeptApart)
+{
+    const QString stem(245, u'x');
+    put(u"Daten/Playlisten/"_s + stem + u"1.m3u"_s, "eins");
+    put(u"Daten/Playlisten/"_s + stem + u"2.m3u"_s, "zwei");
+    EXPECT_TRUE(reset());
+    EXPECT_EQ("eins", bytes(u"Trash/files/"_s + QString(241, u'x') + u".m3u"_s));
+    EXPECT_EQ("zwei", bytes(u"Trash/files/"_s + QString(239, u'x') + u" 2.m3u"_s));
+}
+
+TEST_F(Reset, AFolderOfListsThatCannotBeReadLeavesTheDatabase)
+{
+    // No more files may be opened, so the folder cannot be.
+    EXPECT_EXIT(
+        {
+            PosixFiles files({.recoveryFolder = at(u"recovery"_s)});
+            rlimit most = {};
+            ::getrlimit(RLIMIT_NOFILE, &most);
+            const int next = ::dup(0);
+            most.rlim_cur = static_cast<rlim_t>(next);
+            ::close(next);
+            ::setrlimit(RLIMIT_NOFILE, &most);
+            const bool done = resetDatabase(
+                files, {.dataFolder = at(u"Daten/"_s), .trash = at(u"Trash"_s), .now = QDateTime::currentDateTime()});
+            ::_exit(done ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+    expectUntouched();
 }
 
 TEST_F(Reset, AFolderOfListsThatIsALinkIsNotTouched)
@@ -162,12 +234,52 @@ TEST_F(Reset, AFolderOfListsThatIsALinkIsNotTouched)
     EXPECT_EQ("Notiz.txt Rock.bak Rock.m3u Über Jazz.PLS", names(u"anderswo"_s));
 }
 
+TEST_F(Reset, WhatAKilledResetHasChangedIsPutBackAtTheNextStartOfTheProgram)
+{
+    XdgFolders folders;
+    folders.stateHome = at(u"state"_s);
+    EXPECT_EXIT(
+        {
+            PosixFiles files({.recoveryFolder = resetFolder(folders)});
+            files.beginWhole();
+            files.remove(at(u"Daten/Playlisten/Rock.m3u"_s));
+            files.writeBytes(at(u"Daten/Orvantine.dat"_s), {});
+            ::_exit(files.exists(at(u"Daten/Playlisten/Rock.m3u"_s)) ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ("", bytes(u"Daten/Orvantine.dat"_s));
+    settleReset(folders);
+    expectUntouched();
+}
+
+TEST_F(Reset, WithoutAHomeThereIsNothingToPutBack)
+{
+    EXPECT_EQ("", resetFolder({}).toStdString());
+    settleReset({});
+    expectUntouched();
+}
+
 TEST_F(Laubfeger, TakesTheFolderOfTheSettings)
 {
     writeFolder(at(u"Daten/"_s));
     EXPECT_EQ(0, run());
     EXPECT_EQ("", bytes(u"Daten/Orvantine.dat"_s));
     EXPECT_EQ("Rock.bak Rock.m3u Über Jazz.PLS", names(u"heim/daten/Trash/files"_s));
+}
+
+TEST_F(Laubfeger, FindsAFolderOnADriveOfTheSettings)
+{
+    writeFolder(u"D:\\Daten\\"_s);
+    RegSettings settings({.file = at(u"heim/config/Orvanten Manager/settings.reg"_s)});
+    const QString drives = u"Software\\Verdanis\\Orvant Manager\\Laufwerke"_s;
+    settings.createKey(Hive::CurrentUser, drives);
+    SettingValue value;
+    value.type = SettingType::String;
+    value.text = folder.path();
+    ASSERT_TRUE(settings.setValue(Hive::CurrentUser, drives, u"D:"_s, value));
+    EXPECT_EQ(0, run());
+    EXPECT_EQ("", bytes(u"Daten/Orvantine.dat"_s));
+    EXPECT_EQ("Notiz.txt", names(u"Daten/Playlisten"_s));
 }
 
 TEST_F(Laubfeger, RefusesAnythingElse)
