@@ -1,12 +1,18 @@
 #include "BenchDesktop.h"
 #include "Measure.h"
 
+#include "catalogue/CatalogueEntry.h"
 #include "catalogue/mnuLaden.h"
+#include "transfer/RestorePlan.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 
+#include <algorithm>
 #include <memory>
+#include <numeric>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -149,11 +155,133 @@ Row carryBeside()
     return {u"carry 514 MB in 144 files"_s, u"ms"_s, time, floor, 1.3, true};
 }
 
+/// A full catalogue: lists of 100 tracks each.
+class BackupDesktop : public BenchDesktop
+{
+public:
+    BackupDesktop()
+    {
+        constexpr int TracksEach = 100;
+        QByteArray index = "[Index]\r\n";
+        for (int number = 1; number <= MostPlaylists; ++number) {
+            const QString list = path(u"data/Playlisten/Liste %1.m3u"_s.arg(number));
+            QByteArray tracks;
+            for (int track = 1; track <= TracksEach; ++track)
+                tracks += u"/musik/Album %1/Lied %2.mp3\r\n"_s.arg(number).arg(track).toUtf8();
+            layOut(list, tracks + "\r\n");
+            index += u"%1b=Liste %1\r\n%1c=%2\r\n%1d=100\r\n%1f=01.01.2026\r\n"_s.arg(number).arg(list).toUtf8();
+        }
+        layOut(database(), index);
+        root.mnuErrorDisplay.Checked = false;
+        mnuLaden_Click(root);
+        root.Visible = true;
+    }
+
+    [[nodiscard]] QString archive() const { return path(u"Sicherung.zip"_s); }
+    void backUp()
+    {
+        choosers.save(archive());
+        root.mnuDbSicherungen.Click();
+    }
+    void restore()
+    {
+        messages.answer(Answer::Ok);
+        choosers.open(archive());
+        root.mnuDbWiederherstellung.Click();
+    }
+    /// Every list is another one than in the archive.
+    void spoil() const
+    {
+        for (int number = 1; number <= MostPlaylists; ++number)
+            layOut(path(u"data/Playlisten/Liste %1.m3u"_s.arg(number)), "anders\r\n");
+    }
+};
+
+/// The archive alone, without all that the command looks after.
+void packPlainly(BackupDesktop& desktop)
+{
+    const ArchiveJob job{.archive = desktop.path(u"Boden.zip"_s),
+                         .trees = {{desktop.path(u"data/Playlisten"_s), true}},
+                         .compression = Compression::Strong,
+                         .takes = {}};
+    if (!desktop.zip.add(job, {}).done)
+        qFatal("the floor was not packed");
+}
+
+/// Each file unpacked, written over the present one and synced.
+void unpackPlainly(BackupDesktop& desktop)
+{
+    const std::unique_ptr<OpenedArchive> archive = desktop.zip.open(desktop.archive(), MostRestoredEntries);
+    if (!archive)
+        qFatal("the backup cannot be opened");
+    std::vector<std::size_t> numbers(archive->entries().size());
+    std::iota(numbers.begin(), numbers.end(), std::size_t{0});
+    if (!archive->unpack(numbers, {}))
+        qFatal("the backup cannot be unpacked");
+    for (const std::size_t number : numbers) {
+        const QString list = desktop.path(u"data/Playlisten/"_s + archive->entries()[number].name);
+        QFile from(archive->unpackedFile(number));
+        if (!from.open(QIODevice::ReadOnly))
+            qFatal("an unpacked file is not there");
+        layOut(list, from.readAll());
+        if (!sync(list, O_RDONLY))
+            qFatal("a file could not be synced");
+    }
+}
+
+/// The longest time between two moments of the work at which the window can answer.
+double longestWait(fake::VirtualEvents& events, const std::function<void()>& work)
+{
+    constexpr int MostYields = 20'000;
+    struct Beats
+    {
+        void note()
+        {
+            longest = std::max(longest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
+            clock.start();
+        }
+        QElapsedTimer clock;
+        double longest = 0;
+    };
+    const auto beats = std::make_shared<Beats>();
+    for (int yield = 1; yield <= MostYields; ++yield)
+        events.atYield(yield, [beats] { beats->note(); });
+    beats->clock.start();
+    work();
+    beats->note();
+    return beats->longest;
+}
+
+std::vector<Row> backupAndRestore()
+{
+    constexpr int Runs = 3;
+    BackupDesktop desktop;
+    const double packed = medianMilliseconds(
+        Runs, [&] { desktop.backUp(); }, [&] { QFile::remove(desktop.archive()); });
+    const double packedFloor = medianMilliseconds(
+        Runs, [&] { packPlainly(desktop); }, [&] { QFile::remove(desktop.path(u"Boden.zip"_s)); });
+    if (!QFile::exists(desktop.archive()))
+        qFatal("nothing was packed");
+    const double restored = medianMilliseconds(
+        Runs, [&] { desktop.restore(); }, [&] { desktop.spoil(); });
+    if (QFileInfo(desktop.path(u"data/Playlisten/Liste 160.m3u"_s)).size() < 1000)
+        qFatal("nothing was restored");
+    const double restoredFloor = medianMilliseconds(
+        Runs, [&] { unpackPlainly(desktop); }, [&] { desktop.spoil(); });
+    desktop.spoil();
+    const double wait = longestWait(desktop.events, [&] { desktop.restore(); });
+    return {{u"backup of 160 lists"_s, u"ms"_s, packed, packedFloor, 1.5, true},
+            {u"restore of 160 lists"_s, u"ms"_s, restored, restoredFloor, 300, false},
+            {u"longest wait of the window in it"_s, u"ms"_s, wait, {}, 100, false}};
+}
+
 } // namespace
 
 std::vector<Row> transferRows()
 {
-    return {packIntoFolder(), carryBeside()};
+    std::vector<Row> rows = backupAndRestore();
+    rows.insert(rows.begin(), {packIntoFolder(), carryBeside()});
+    return rows;
 }
 
 } // namespace orvantine::bench
