@@ -3,6 +3,8 @@
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/posix/DriveMap.h"
+
+#include "desktop/mpris/RemoteWish.h"
 #include "desktop/posix/LockInstance.h"
 #include "desktop/posix/NicePriority.h"
 #include "desktop/posix/PosixFiles.h"
@@ -26,6 +28,7 @@
 #include "desktop/sound/PulseMixer.h"
 #include "desktop/sound/PulseSound.h"
 #include "desktop/tags/TagLibTags.h"
+#include "platform/CommandLine.h"
 #include "platform/Version.h"
 #include "shell/Assemble.h"
 #include "shell/FormLoad.h"
@@ -41,7 +44,9 @@
 
 #include <clocale>
 #include <cstdio>
-#include <string_view>
+#include <optional>
+
+#include <unistd.h>
 
 using namespace orvantine;
 using namespace Qt::StringLiterals;
@@ -168,14 +173,51 @@ int run()
     return result;
 }
 
+/// Asks the running program for a step of its player.
+bool askRunning(int argc, char** argv, const QString& step)
+{
+    const QCoreApplication application(argc, argv);
+    return orvantine::askRunning(step);
+}
+
+/// The exit code where the command line asks for something that needs no window; nothing where the program is to start.
+std::optional<int> answerWord(int argc, char** argv)
+{
+    QStringList arguments;
+    for (int number = 1; number < argc; ++number)
+        arguments += QString::fromLocal8Bit(argv[number]);
+    const LineWish wish = lineWish(arguments);
+    switch (wish) {
+    case LineWish::Start:
+        return {};
+    case LineWish::Help:
+        std::fputs(helpText().toUtf8().constData(), stdout);
+        return 0;
+    case LineWish::Version:
+        std::printf("Orvanten Manager %s\n", VersionText);
+        return 0;
+    case LineWish::Play:
+        if (askRunning(argc, argv, u"Play"_s))
+            return 0;
+        // A fresh start: an application object was here already.
+        ::execl("/proc/self/exe", argv[0], "/play", nullptr);
+        return 1;
+    case LineWish::Pause:
+    case LineWish::Next:
+        if (askRunning(argc, argv, wish == LineWish::Pause ? u"Pause"_s : u"Next"_s))
+            return 0;
+        std::fputs("Der Orvanten Manager läuft nicht.\n", stderr);
+        return 1;
+    }
+    return {};
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
-    if (argc == 2 && std::string_view(argv[1]) == "--version") {
-        std::printf("Orvanten Manager %s\n", VersionText);
-        return 0;
-    }
+    if (const std::optional<int> answer = answerWord(argc, argv))
+        return *answer;
 
     QCoreApplication::setApplicationName(u"Orvanten Manager"_s);
     QCoreApplication::setApplicationVersion(QString::fromLatin1(VersionText));

@@ -1,5 +1,7 @@
 #include "desktop/mpris/MprisBus.h"
 
+#include "desktop/mpris/RemoteWish.h"
+
 #include <QCoreApplication>
 #include <QCryptographicHash>
 #include <QDBusArgument>
@@ -10,7 +12,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
-#include <QFileInfo>
 
 #include <algorithm>
 #include <utility>
@@ -144,13 +145,6 @@ const QString Introspection = uR"xml(  <interface name="org.mpris.MediaPlayer2">
     <property name="ActivePlaylist" type="(b(oss))" access="read"/>
   </interface>
 )xml"_s;
-
-/// Connecting where there is no bus would start one.
-bool hasSessionBus()
-{
-    return !qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") ||
-           QFileInfo::exists(qEnvironmentVariable("XDG_RUNTIME_DIR") + u"/bus"_s);
-}
 
 /// Only letters, digits and "_" may stand in an element of an object path.
 QString pathElement(const QString& text)
