@@ -15,7 +15,7 @@ target_compile_options(
         -Wold-style-cast
         -Woverloaded-virtual
         -Wnon-virtual-dtor
-        -Werror
+        $<$<BOOL:${ORVANTINE_STRICT}>:-Werror>
         -fno-omit-frame-pointer
         # g++ 12 takes an empty std::optional for an uninitialised one when it optimises.
         $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>
