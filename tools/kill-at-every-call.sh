@@ -55,7 +55,7 @@ between()
 {
     local command=$1
     case $command in
-    remove-track | remove-new-track | drop | new | nml)
+    remove-track | remove-new-track | drop | new)
         sed '/^Index$/,$d' "$work/after.$command"
         sed -n '/^Index$/,$p' "$work/before.$command"
         ;;

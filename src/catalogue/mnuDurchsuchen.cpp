@@ -51,25 +51,11 @@ int lastRowOf(const Root& root, const QString& path)
     return row;
 }
 
-} // namespace
-
-void mnuDurchsuchen_Click(Root& root)
+/// Takes the list at `path` in, opens and stores it; `path` is that of the row then.
+void addAndStore(Root& root, Command& command, QString& path, const QString& name)
 {
     ListView& list = root.LListView1;
-    Command command(root);
-    if (!mayAddRow(root, command))
-        return;
-
-    const QString chosen = choosePlaylist(root, command);
-    if (chosen.isEmpty())
-        return;
-
-    command.wait(Wait::Buttons);
-    if (!command.yield() || !command.pause(1.0))
-        return;
-
-    QString path = chosen;
-    if (!NewPlayliste(root, path, nameFor(root, FileDirPath::FileNameOf(chosen))))
+    if (!NewPlayliste(root, path, name))
         return;
 
     if (!command.yield() || !command.pause(1.0))
@@ -77,6 +63,7 @@ void mnuDurchsuchen_Click(Root& root)
     const int row = lastRowOf(root, path);
     if (row == 0)
         return;
+    convertRow(root, row);
     path = openRow(root, row);
     if (!command.yield())
         return;
@@ -91,6 +78,30 @@ void mnuDurchsuchen_Click(Root& root)
         showCover(root);
     }
     root.mnuSpeichern.Click();
+}
+
+} // namespace
+
+void mnuDurchsuchen_Click(Root& root)
+{
+    Command command(root);
+    if (!mayAddRow(root, command))
+        return;
+
+    const QString chosen = choosePlaylist(root, command);
+    if (chosen.isEmpty())
+        return;
+
+    command.wait(Wait::Buttons);
+    if (!command.yield() || !command.pause(1.0))
+        return;
+
+    QString path = chosen;
+    WholeChange together(root.files, WholeChange::Events::Served);
+    addAndStore(root, command, path, nameFor(root, FileDirPath::FileNameOf(chosen)));
+    // The list that it was converted to has gone again; under the filter the row's entry has, too.
+    if (const int row = lastRowOf(root, path); !together.end() && row > 0 && !isFiltered(root))
+        setPlaylistPath(root, row, chosen);
 }
 
 } // namespace orvantine

@@ -41,21 +41,20 @@ QString convertedPlace(const Root& root, const QString& path)
     return FileDirPath::join(playlistFolder(root), FileDirPath::without(FileDirPath::FileNameOf(path), 3) + u"m3u"_s);
 }
 
-/// Turns an NML list into an M3U list in "Playlisten", unless that stands already; gives the new path. Nothing where
-/// that list could not be made. One that is missing stays so, unless it was converted before.
-std::optional<QString> convertNml(Root& root, const QString& path)
+/// Turns the NML list of a row into an M3U list in "Playlisten", unless that stands already; gives the new path.
+/// Nothing where that list could not be made. One that is missing stays so, unless it was converted before.
+std::optional<QString> convertNml(Root& root, int row, const QString& path)
 {
     const QString converted = convertedPlace(root, path);
     if (!Dateiexistenz::FileExists(root, converted)) {
         if (!Dateiexistenz::FileExists(root, path))
             return path;
-        const PartChange alone(root.files);
         const ReadText read = readPlaylist(root, path);
         const QString result = entriesOfNml(read.text.chopped(std::min<qsizetype>(2, read.text.size())));
         if (!read.done() || !writePlaylist(root, converted, result + u"\r\n"_s))
             return {};
     }
-    setPlaylistPath(root, root.LListView1.selectedRow(), converted);
+    setPlaylistPath(root, row, converted);
     return converted;
 }
 
@@ -252,7 +251,10 @@ void GetPlayEntrys(Root& root, QString& path)
     applyStoredCatalogueWidths(root);
 
     if (isNml(path)) {
-        const std::optional<QString> converted = convertNml(root, path);
+        const std::optional<QString> converted = [&] {
+            const PartChange alone(root.files);
+            return convertNml(root, number, path);
+        }();
         if (!converted)
             return showEntry(root, number);
         path = *converted;
@@ -323,6 +325,14 @@ void GetPlayEntrys(Root& root, QString& path)
         ShowTrackInfo(root, root.LListView2.selectedRow(), 1);
     }
     command.lastYield();
+}
+
+void convertRow(Root& root, int row)
+{
+    const QString path = playlistPath(root, row);
+    // What is no text is shown as a list without entries.
+    if (isNml(path) && !convertNml(root, row, path) && mayHoldPlaylist(root, path))
+        root.files.failWhole();
 }
 
 QString openRow(Root& root, int row)

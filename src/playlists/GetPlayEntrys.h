@@ -13,6 +13,9 @@ struct Root;
 /// list, which then stays in sight.
 void GetPlayEntrys(Root& root, QString& path);
 
+/// What a read would do with the NML list of a row, as a step of the running change: that fails with it.
+void convertRow(Root& root, int row);
+
 /// Selects a row of the catalogue, marks it as the one that is loaded (`LListView1.Tag`) and opens its list; gives the
 /// list's path as `GetPlayEntrys` leaves it. Without such a row nothing is marked any more.
 QString openRow(Root& root, int row);

@@ -25,6 +25,11 @@ protected:
         put(path, (putTrack(u"o1"_s) + u"\r\n"_s + putTrack(u"o2"_s) + u"\r\n"_s).toUtf8());
         return path;
     }
+    void putNml()
+    {
+        putTrack(u"o1"_s);
+        put(u"/m/Liste.nml"_s, "<LOCATION FILE=\"o1.mp3\" PATH=\"/m/\"/>\r\n</NML>\r\n");
+    }
     void putFullCatalogue()
     {
         const QString path = putList(u"L"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
@@ -317,13 +322,58 @@ TEST_F(AddPlaylists, NoToTheSecondListOfANameEndsTheWaitAndSavesNothing)
 TEST_F(AddPlaylists, AnNmlListStandsWithTheListThatItWasTurnedInto)
 {
     start();
-    putTrack(u"o1"_s);
-    put(u"/m/Liste.nml"_s, "<NML>\r\n<LOCATION DIR=\"/:m/:\" FILE=\"o1.mp3\" VOLUME=\"\"></LOCATION>\r\n</NML>\r\n");
+    putNml();
     desktop.choosers.open(u"/m/Liste.nml"_s);
     root().mnuDurchsuchen.Click();
     EXPECT_EQ("Liste", catalogue().subItem(1, 1).toStdString());
     EXPECT_EQ(listPath(u"Liste"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
     EXPECT_EQ(listPath(u"Liste"_s).toStdString(), index(1, 'c').toStdString());
+}
+
+TEST_F(AddPlaylists, AnNmlListWhoseM3uCannotBeWrittenIsNotStored)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    const std::string before = databaseText();
+    putNml();
+    desktop.choosers.open(u"/m/Liste.nml"_s);
+    desktop.log.failNext(u"files.writeText "_s + quoted(listPath(u"Liste"_s)));
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(before, databaseText());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Liste"_s)).toStdString());
+    EXPECT_EQ("/m/Liste.nml", catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("Nicht gespeichert: Der Datenträger meldet einen Fehler.",
+              root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(AddPlaylists, AnNmlListThatCannotBeStoredTakesItsM3uBackAndStaysOneUntilTheNextRead)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    const std::string before = databaseText();
+    putNml();
+    desktop.choosers.open(u"/m/Liste.nml"_s);
+    // The first one is the date that the reading stores.
+    desktop.log.failNext(u"files.appendBytes "_s + quoted(database()), 2);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ(before, databaseText());
+    EXPECT_EQ("(missing)", bytes(listPath(u"Liste"_s)).toStdString());
+    EXPECT_EQ("/m/Liste.nml", catalogue().subItem(2, 2).toStdString());
+    click(1);
+    click(2);
+    root().mnuSpeichern.Click();
+    EXPECT_EQ("/m/o1.mp3", bytes(listPath(u"Liste"_s)).left(9).toStdString());
+    EXPECT_EQ(listPath(u"Liste"_s).toStdString(), index(2, 'c').toStdString());
+}
+
+TEST_F(AddPlaylists, AnNmlListThatIsNoTextStandsWithoutTracks)
+{
+    start();
+    put(u"/m/Liste.nml"_s, QByteArray("\0\1\2", 3));
+    desktop.choosers.open(u"/m/Liste.nml"_s);
+    root().mnuDurchsuchen.Click();
+    EXPECT_EQ("/m/Liste.nml", index(1, 'c').toStdString());
+    EXPECT_EQ("0", index(1, 'd').toStdString());
 }
 
 TEST_F(AddPlaylists, ARowThatIsTakenAwayDuringTheWaitLeavesTheOthersAlone)

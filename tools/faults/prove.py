@@ -23,7 +23,7 @@ KINDS = {
 }
 # Their list is written before the catalogue counts its tracks, or they go on with the next file where one fails.
 TWO_PARTS = {
-    "remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save", "nml", "transfer", "pack-folder",
+    "remap", "remove-track", "remove-new-track", "drop", "drop-folder", "local-save", "transfer", "pack-folder",
     "pack-zip"
 }
 # Where old bytes are kept: by the program, and by its sibling that resets the catalogue.
