@@ -11,10 +11,10 @@ seed=${2:-0}
 cmake -G Ninja -B build/fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++ \
     -DORVANTINE_FUZZ=ON -DORVANTINE_SANITIZE=ON -DORVANTINE_TESTS=OFF >/dev/null
-for kind in reader writer replacement archive; do
+for kind in reader writer replacement archive journal; do
     cmake --build build/fuzz --target "fuzz-$kind"
 done
-for kind in reader writer replacement archive; do
+for kind in reader writer replacement archive journal; do
     mkdir -p "build/fuzz/corpus/$kind"
     echo "fuzz-$kind: $seconds s"
     "build/fuzz/bin/fuzz-$kind" -seed="$seed" -max_total_time="$seconds" -max_len=65536 -timeout=10 -rss_limit_mb=1024 \

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <limits>
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -67,6 +68,27 @@ TEST_F(ReturnTest, AFileWhoseDiskIsAwayIsPutBackWhenItIsThereAgain)
     EXPECT_EQ(m_world.bytes("dat"), "neu");
     PosixFiles files({.recoveryFolder = m_world.recovery()});
     EXPECT_TRUE(files.writeBytes(at(u"stick/liste"_s), "neu"));
+}
+
+TEST_F(ReturnTest, ANoteOfAPlaceThatNoFileReachesIsIgnored)
+{
+    m_world.put("dat", "alt");
+    for (const qint64 far : {std::numeric_limits<qint64>::max(), qint64{1} << 62}) {
+        JournalNote before;
+        before.path = at(u"dat"_s).toUtf8();
+        before.offset = far;
+        before.bytes = "alt";
+        JournalNote longer = before;
+        longer.offset = 0;
+        longer.length = far;
+        EXPECT_TRUE(decodedNotes(encodedNote(before)).empty());
+        EXPECT_TRUE(decodedNotes(encodedNote(longer)).empty());
+        ASSERT_TRUE(QDir().mkpath(m_world.recovery()));
+        ASSERT_EQ(::chmod(m_world.recovery().toUtf8().constData(), 0700), 0);
+        putNotes({before, longer});
+        startAgain();
+        EXPECT_EQ(m_world.bytes("dat"), "alt");
+    }
 }
 
 TEST_F(ReturnTest, AFolderThatSomebodyRemovedFromADiskThatIsThereHoldsNothingUp)

@@ -47,7 +47,10 @@ quint64 sumOf(Head head, QByteArrayView path, QByteArrayView bytes)
 bool isPossible(const JournalNote& note)
 {
     const bool known = note.kind >= JournalNote::Kind::Before && note.kind <= JournalNote::Kind::Kept;
-    return known && note.offset >= 0 && note.length >= 0 && note.path.startsWith('/') && !note.path.contains('\0');
+    // No file is longer, and sums of two of them can be told.
+    constexpr qint64 longest = qint64{1} << 62;
+    const bool inside = note.offset >= 0 && note.offset < longest && note.length >= 0 && note.length < longest;
+    return known && inside && note.path.startsWith('/') && !note.path.contains('\0');
 }
 
 /// Each byte is one of those that stand in its place in one of the states. Room that was got and not filled reads as
