@@ -183,6 +183,8 @@ public:
     [[nodiscard]] virtual std::optional<WriteFault> takeFault() = 0;
     virtual void noteFault(WriteFault fault) = 0;
     [[nodiscard]] virtual std::optional<FilesTrouble> trouble() const { return {}; }
+    /// The files that an earlier command left half done and whose disk is away: only they are not changed.
+    [[nodiscard]] virtual QStringList waiting() const { return {}; }
     /// A WholeChange lives inside which no events may be served.
     [[nodiscard]] bool inClosedChange() const { return m_closedChanges > 0; }
 

@@ -8,6 +8,7 @@
 #include "app/DisabledButtons.h"
 #include "app/FormResize.h"
 #include "app/Others.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -69,6 +70,17 @@ bool tellTrouble(const Root& root, Command& command)
               .title = u" Orvanten Manager"_s,
               .icon = MessageIcon::Exclamation})
         .has_value();
+}
+
+/// The files of an interrupted command whose disk is away.
+void tellWaiting(Root& root)
+{
+    const QStringList waiting = root.files.waiting();
+    if (waiting.isEmpty() || root.databaseDoubted)
+        return;
+    const QString others = waiting.size() > 1 ? u" und %1 weitere"_s.arg(waiting.size() - 1) : QString();
+    showQuietly(root, u"Wird beim nächsten Start zurückgenommen, wenn der Datenträger da ist: "_s +
+                          FileDirPath::FileNameOf(waiting.front()) + others);
 }
 
 bool takeCommand(Root& root, Command& command)
@@ -354,6 +366,7 @@ bool startUp(Root& root, Command& command)
     root.LListView1.SetFocus();
     if (!command.yield())
         return false;
+    tellWaiting(root);
     UpdateCheck(root);
     return playUnattended(root, command);
 }

@@ -53,6 +53,7 @@ TEST_F(ReturnTest, AFileWhoseDiskIsAwayIsPutBackWhenItIsThereAgain)
     {
         PosixFiles files({.recoveryFolder = m_world.recovery()});
         EXPECT_EQ(files.trouble(), std::nullopt) << "what lies elsewhere is not held up";
+        EXPECT_EQ(files.waiting(), QStringList(at(u"stick/liste"_s)));
         EXPECT_EQ(m_world.bytes("dat"), "alt");
         EXPECT_TRUE(files.writeBytes(at(u"dat"_s), "neu"));
         // It comes back while the program runs: until the next start it stays as it is.
@@ -67,6 +68,7 @@ TEST_F(ReturnTest, AFileWhoseDiskIsAwayIsPutBackWhenItIsThereAgain)
     EXPECT_EQ(m_world.bytes("stick/liste"), "alt");
     EXPECT_EQ(m_world.bytes("dat"), "neu");
     PosixFiles files({.recoveryFolder = m_world.recovery()});
+    EXPECT_EQ(files.waiting(), QStringList());
     EXPECT_TRUE(files.writeBytes(at(u"stick/liste"_s), "neu"));
 }
 

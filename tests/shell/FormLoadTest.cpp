@@ -92,6 +92,14 @@ TEST_F(FormLoad, WhatKeepsEveryFileFromBeingChangedIsToldOnce)
     }
 }
 
+TEST_F(FormLoad, FilesThatWaitForTheirDiskAreToldQuietly)
+{
+    desktop.memory()->Waiting = QStringList{u"/media/stick/Rock.m3u"_s, u"/media/stick/Pop.m3u"_s};
+    start();
+    EXPECT_EQ("Wird beim nächsten Start zurückgenommen, wenn der Datenträger da ist: Rock.m3u und 1 weitere",
+              root().quietLine.Caption.value().toStdString());
+}
+
 TEST_F(FormLoad, TheLastPlaylistIsOpenUntilTheRememberedIndexIsSelected)
 {
     putCatalogue({u"Erste"_s, u"Zweite"_s, u"Dritte"_s});

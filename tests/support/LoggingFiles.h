@@ -58,6 +58,7 @@ public:
     [[nodiscard]] std::optional<WriteFault> takeFault() override;
     void noteFault(WriteFault fault) override { m_fault = fault; }
     [[nodiscard]] std::optional<FilesTrouble> trouble() const override { return m_files.trouble(); }
+    [[nodiscard]] QStringList waiting() const override { return m_files.waiting(); }
 
     [[nodiscard]] QByteArray encode(const QString& text) const override { return m_files.encode(text); }
     [[nodiscard]] QString decode(const QByteArray& bytes) const override { return m_files.decode(bytes); }

@@ -93,8 +93,10 @@ public:
     /// From now on no old bytes can be kept.
     void breakStore() { m_storeIsBroken = true; }
     [[nodiscard]] std::optional<FilesTrouble> trouble() const override { return Trouble; }
+    [[nodiscard]] QStringList waiting() const override { return Waiting; }
     /// What the program finds wrong at its start.
     std::optional<FilesTrouble> Trouble;
+    QStringList Waiting;
 
     /// Time of what is written from now on.
     std::function<QDateTime()> Clock = [] { return QDateTime(QDate(2026, 11, 20), QTime(12, 0)); };

@@ -84,6 +84,7 @@ public:
     [[nodiscard]] std::optional<WriteFault> takeFault() override { return std::exchange(m_fault, std::nullopt); }
     void noteFault(WriteFault fault) override { m_fault = fault; }
     [[nodiscard]] std::optional<FilesTrouble> trouble() const override;
+    [[nodiscard]] QStringList waiting() const override;
 
     [[nodiscard]] QByteArray encode(const QString& text) const override;
     [[nodiscard]] QString decode(const QByteArray& bytes) const override;

@@ -132,6 +132,15 @@ std::optional<FilesTrouble> PosixFiles::trouble() const
     return m_undo.isStuck() ? std::optional(FilesTrouble::Unfinished) : std::nullopt;
 }
 
+QStringList PosixFiles::waiting() const
+{
+    QStringList paths;
+    const QList<QByteArray> waiting = m_undo.waiting();
+    for (const QByteArray& path : waiting)
+        paths += decode(path);
+    return paths;
+}
+
 bool PosixFiles::keepOld(const QByteArray& path, const QByteArray& old)
 {
     return old.isEmpty() || m_store.keep(absolutePath(path), old);

@@ -66,6 +66,14 @@ void UndoJournal::openWaiting()
         static_cast<void>(m_waiting->settle());
 }
 
+QList<QByteArray> UndoJournal::waiting() const
+{
+    QList<QByteArray> paths = m_waiting->m_stuck ? m_waiting->m_away.values() : QList<QByteArray>();
+    paths.removeIf(isScratchName);
+    std::sort(paths.begin(), paths.end());
+    return paths;
+}
+
 void UndoJournal::tryAgain()
 {
     if (m_stuck && !m_readWhileStuck)

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QList>
 #include <QSet>
 
 #include <memory>
@@ -55,6 +56,8 @@ public:
     [[nodiscard]] bool failed() const { return m_failed; }
     /// An earlier change could not be put back yet, or its journal not be read, so nothing may be changed.
     [[nodiscard]] bool isStuck() const { return m_stuck; }
+    /// The files that wait for their disk.
+    [[nodiscard]] QList<QByteArray> waiting() const;
     /// Tries again what is stuck, unless something was read since.
     void tryAgain();
     /// The program has read what stands on the disk.
