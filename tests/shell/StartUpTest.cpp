@@ -289,6 +289,24 @@ TEST_F(StartUp, AMoveOfTheDataThatFailsIsNotToldAndTriedAgain)
     EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
 }
 
+TEST_F(StartUp, AMoveOfTheDataThatIsTriedAgainLeavesWhatItHasCopiedBefore)
+{
+    const QString program = desktop.folders.program;
+    put(program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    put(program + u"/Playlisten/B.m3u"_s, "/fehlt/anderes.mp3\r\n");
+    desktop.log.failNext(u"files.copy \"%1/Playlisten/B.m3u\""_s.arg(program));
+    start();
+    EXPECT_EQ("(absent)", setting(u"NoDataCopy"_s).toStdString());
+    put(data() + u"Playlisten/A.m3u"_s, "/von/hand.mp3\r\n");
+    desktop.newProcess();
+    desktop.messages.answer(Answer::Ok);
+    start();
+    EXPECT_EQ("/von/hand.mp3\r\n", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
+    EXPECT_EQ("/fehlt/anderes.mp3\r\n", bytes(data() + u"Playlisten/B.m3u"_s).toStdString());
+    EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
+}
+
 TEST_F(StartUp, ADataFolderOfNoTextCountsAsAbsent)
 {
     setting(u"Database"_s, stringSetting(QString()));
