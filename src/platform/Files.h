@@ -8,6 +8,7 @@
 #include <functional>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace orvantine {
 
@@ -61,6 +62,13 @@ enum class FilesTrouble {
     NoSafePlace,
     /// What an earlier command left half done cannot be put back yet.
     Unfinished
+};
+
+/// Bytes of a file, from `offset` on.
+struct Passage
+{
+    qint64 offset = 0;
+    qint64 length = 0;
 };
 
 /// Asked between the pieces of a file that is carried, and told how many of its bytes stand on the medium. It may serve
@@ -135,8 +143,10 @@ public:
     virtual bool remove(const QString& path) = 0;
     /// For what writes a file of any size anew: `change` gets the host's path of a hidden file beside it, which it
     /// makes and puts in the place of the first, or of none. What a killed program leaves of it goes at the next start.
-    /// The old bytes are not kept.
-    virtual bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) = 0;
+    /// Of the old bytes the `gone` ones are kept, those that the new file does not hold: each as a file of its own, by
+    /// the file's name with the offset behind it.
+    virtual bool replaceAnew(const QString& path, const std::vector<Passage>& gone,
+                             const std::function<bool(const QByteArray& scratch)>& change) = 0;
     /// One level; false if it stands already.
     virtual bool makeFolder(const QString& path) = 0;
     /// Takes the write protection away.

@@ -3,6 +3,7 @@
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/tags/Id3v1.h"
 
+#include <QDir>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -51,9 +52,10 @@ protected:
         file.write(bytes.constData(), bytes.size());
         ASSERT_TRUE(file.good()) << name.toStdString();
     }
-    [[nodiscard]] QByteArray bytes(const QByteArray& name) const
+    [[nodiscard]] QByteArray bytes(const QByteArray& name) const { return fileBytes(native(name)); }
+    [[nodiscard]] static QByteArray fileBytes(const std::string& path)
     {
-        std::ifstream file(native(name), std::ios::binary);
+        std::ifstream file(path, std::ios::binary);
         return QByteArray::fromStdString(std::string(std::istreambuf_iterator<char>(file), {}));
     }
     [[nodiscard]] struct stat info(const QByteArray& name) const
@@ -415,6 +417,35 @@ TEST_F(TagLibTagsTest, AFullDiskLeavesTheOldFileWhole)
     std::signal(SIGXFSZ, handler);
     EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
     EXPECT_EQ(track + id3v1Bytes(someRecord()), bytes("a.mp3"));
+}
+
+TEST_F(TagLibTagsTest, TheTagsThatGoAreKeptFirstAndTheSoundIsNot)
+{
+    const QByteArray oldTag = id3v1Tag("Alt", "Wer", "Album", "1999", "Wort", 12);
+    put("a.mp3", id3v2(3000) + sound(200) + oldTag);
+    EXPECT_TRUE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_TRUE(tags.EraseID3V2(path(u"a.mp3"_s)));
+    EXPECT_EQ(sound(200) + id3v1Bytes(someRecord()), bytes("a.mp3"));
+
+    const QDir store(recovery.path());
+    const QStringList ends = store.entryList({u"*-a.mp3.%1"_s.arg(id3v2(3000).size() + sound(200).size())});
+    const QStringList heads = store.entryList({u"*-a.mp3.0"_s});
+    ASSERT_EQ(1, ends.size());
+    ASSERT_EQ(1, heads.size());
+    EXPECT_EQ(2, store.entryList({u"*-a.mp3*"_s}).size());
+    EXPECT_EQ(oldTag, fileBytes(store.filePath(ends.front()).toStdString()));
+    EXPECT_EQ(id3v2(3000), fileBytes(store.filePath(heads.front()).toStdString()));
+}
+
+TEST_F(TagLibTagsTest, TagsThatCannotBeKeptStay)
+{
+    const QByteArray track = id3v2(3000) + sound(200) + id3v1Tag("Alt", "Wer", "Album", "1999", "Wort", 12);
+    put("a.mp3", track);
+    ASSERT_TRUE(QDir(recovery.path()).mkdir(u"Contents"_s));
+    EXPECT_FALSE(tags.WriteID3V1(path(u"a.mp3"_s), someRecord()));
+    EXPECT_FALSE(tags.EraseID3V2(path(u"a.mp3"_s)));
+    EXPECT_EQ(track, bytes("a.mp3"));
+    EXPECT_EQ("a.mp3", names());
 }
 
 TEST_F(TagLibTagsTest, AProcessThatDiesWhileItWritesLeavesTheOldFileWhole)

@@ -36,9 +36,10 @@ public:
     bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
-    bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) override
+    bool replaceAnew(const QString& path, const std::vector<Passage>& gone,
+                     const std::function<bool(const QByteArray& scratch)>& change) override
     {
-        return m_files.replaceAnew(path, change);
+        return m_files.replaceAnew(path, gone, change);
     }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;

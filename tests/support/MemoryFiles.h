@@ -46,7 +46,11 @@ public:
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
     /// Nothing of the host lies here.
-    bool replaceAnew(const QString&, const std::function<bool(const QByteArray&)>&) override { return false; }
+    bool replaceAnew(const QString&, const std::vector<Passage>&,
+                     const std::function<bool(const QByteArray&)>&) override
+    {
+        return false;
+    }
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
     bool carry(const QString& from, const QString& to, const CarryStep& goOn) override;

@@ -317,7 +317,7 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
     ArchiveOutcome outcome;
     // Events are served while it is written: what others change meanwhile is no part of this.
     std::optional<ScratchFile> fresh;
-    if (!m_files.replaceAnew(job.archive, [&fresh, &job, &existing](const QByteArray& scratch) {
+    if (!m_files.replaceAnew(job.archive, {}, [&fresh, &job, &existing](const QByteArray& scratch) {
             const QByteArray name = FileDirPath::FileNameOf(job.archive).toUtf8();
             const QByteArray folder = scratch.first(scratch.lastIndexOf('/') + 1);
             fresh.emplace(scratch, existing ? realPath(*existing) : folder + name);
@@ -331,7 +331,7 @@ ArchiveOutcome LibzipArchive::add(const ArchiveJob& job, const ArchiveProgress& 
     }
     if (!isAccepted(m_files, fresh->file(), job))
         return {};
-    outcome.done = m_files.replaceAnew(job.archive, [&](const QByteArray&) {
+    outcome.done = m_files.replaceAnew(job.archive, {}, [&](const QByteArray&) {
         return (!existing || ::fchmod(fresh->file().get(), info.st_mode & 0777U) == 0 || errno == EPERM) &&
                isAsBefore(fresh->target(), existing.has_value(), info) && fresh->place() &&
                syncFolderOf(fresh->target());

@@ -65,7 +65,8 @@ public:
     bool replaceBytes(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes) override;
     bool copy(const QString& from, const QString& to) override;
     bool remove(const QString& path) override;
-    bool replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change) override;
+    bool replaceAnew(const QString& path, const std::vector<Passage>& gone,
+                     const std::function<bool(const QByteArray& scratch)>& change) override;
     bool makeFolder(const QString& path) override;
     bool clearAttributes(const QString& path) override;
     bool carry(const QString& from, const QString& to, const CarryStep& goOn) override;
@@ -130,7 +131,8 @@ private:
     void removeLeftPart();
     /// Keeps what stands in a file that is about to go. False if no copy could be made: then the file must stay.
     [[nodiscard]] bool keepOld(const QByteArray& path, const QByteArray& old);
-    /// The same for a file that the running command changes bit by bit.
+    [[nodiscard]] bool keepPassages(const QByteArray& path, const std::vector<Passage>& passages);
+    /// As keepOld, for a file that the running command changes bit by bit.
     [[nodiscard]] bool keepBeforeCommand(const Target& target);
     void changedByCommand(const Target& target);
     [[nodiscard]] QStringList sortedNames(const QString& folder, bool folders, const QString& patterns) const;

@@ -155,7 +155,7 @@ bool PosixFiles::keepBeforeCommand(const Target& target)
         return false;
     const auto kept = m_keptForCommand.constFind(target.path);
     return (kept != m_keptForCommand.constEnd() && *kept == stampOf(info)) ||
-           m_store.keep(absolutePath(target.path), target.file, target.size);
+           m_store.keep(absolutePath(target.path), target.file, {0, target.size});
 }
 
 void PosixFiles::changedByCommand(const Target& target)
@@ -367,14 +367,28 @@ bool PosixFiles::removeFile(const NameLookup::Found& found)
     if (S_ISREG(entry.st_mode)) {
         const Descriptor file = openRegular(found.path, O_RDONLY, entry);
         QByteArray copy;
-        if (!file.isOpen() || (entry.st_size > 0 && !m_store.keep(whole, file, entry.st_size, &copy)) ||
+        if (!file.isOpen() || (entry.st_size > 0 && !m_store.keep(whole, file, {0, entry.st_size}, &copy)) ||
             !m_undo.willRemove(whole, copy))
             return false;
     }
     return ::unlink(found.path.constData()) == 0;
 }
 
-bool PosixFiles::replaceAnew(const QString& path, const std::function<bool(const QByteArray& scratch)>& change)
+bool PosixFiles::keepPassages(const QByteArray& path, const std::vector<Passage>& passages)
+{
+    struct stat info = {};
+    const bool any = std::any_of(passages.begin(), passages.end(), [](const Passage& each) { return each.length > 0; });
+    if (!any)
+        return true;
+    const Descriptor file = openRegular(path, O_RDONLY, info);
+    return file.isOpen() && std::all_of(passages.begin(), passages.end(), [&](const Passage& each) {
+               const QByteArray name = path + '.' + QByteArray::number(each.offset);
+               return each.length == 0 || m_store.keep(name, file, each);
+           });
+}
+
+bool PosixFiles::replaceAnew(const QString& path, const std::vector<Passage>& gone,
+                             const std::function<bool(const QByteArray& scratch)>& change)
 {
     const NameLookup::Found found = m_names.find(path);
     if (found.error != 0 && !isMissing(found.error))
@@ -383,7 +397,7 @@ bool PosixFiles::replaceAnew(const QString& path, const std::function<bool(const
         if (found.error == 0) {
             // The new file stands beside the one that a link leads to.
             const QByteArray real = realPath(absolutePath(found.path));
-            return !real.isEmpty() && m_undo.willPrepare(real) && change(scratchName(real));
+            return !real.isEmpty() && keepPassages(real, gone) && m_undo.willPrepare(real) && change(scratchName(real));
         }
         const std::optional<QByteArray> fresh = m_names.creationPath(path);
         if (!fresh)

@@ -114,14 +114,14 @@ bool stands(const QByteArray& path, qint64 size)
     return ::stat(path.constData(), &info) == 0 && info.st_size == size;
 }
 
-bool writeStream(const Descriptor& from, qint64 size, const QByteArray& path, QCryptographicHash& hash)
+bool writeStream(const Descriptor& from, Passage told, const QByteArray& path, QCryptographicHash& hash)
 {
     const Descriptor to(::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!to.isOpen())
         return false;
     QByteArray chunk;
-    for (qint64 done = 0; done < size; done += chunk.size()) {
-        if (!readAt(from, done, std::min(copyChunk, size - done), chunk) || chunk.isEmpty() ||
+    for (qint64 done = 0; done < told.length; done += chunk.size()) {
+        if (!readAt(from, told.offset + done, std::min(copyChunk, told.length - done), chunk) || chunk.isEmpty() ||
             !writeAt(to, done, chunk))
             return false;
         hash.addData(chunk);
@@ -148,27 +148,27 @@ Descriptor RecoveryStore::openCopy(const QByteArray& copy) const
         ::open((m_folder + '/' + copy).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
 }
 
-bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, qint64 size, QByteArray* name)
+bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, Passage told, QByteArray* name)
 {
-    if (size <= largestInMemory) {
+    if (told.length <= largestInMemory) {
         QByteArray bytes;
-        return readAt(file, 0, size, bytes) && bytes.size() == size && keep(path, bytes);
+        return readAt(file, told.offset, told.length, bytes) && bytes.size() == told.length && keep(path, bytes);
     }
     if (!preparePrivateFolder(m_folder))
         return false;
     const QByteArray unfinished = m_folder + "/Copy.neu";
     QCryptographicHash hash(QCryptographicHash::Sha256);
-    bool done = writeStream(file, size, unfinished, hash);
+    bool done = writeStream(file, told, unfinished, hash);
     const QByteArray copy = copyName(hash.result(), path);
     const QByteArray whole = m_folder + '/' + copy;
-    done = done && (stands(whole, size) || ::rename(unfinished.constData(), whole.constData()) == 0) &&
+    done = done && (stands(whole, told.length) || ::rename(unfinished.constData(), whole.constData()) == 0) &&
            syncFolder(m_folder);
     const int error = errno;
     ::unlink(unfinished.constData());
     errno = error;
     if (name != nullptr)
         *name = copy;
-    return done && enter(copy, path, size);
+    return done && enter(copy, path, told.length);
 }
 
 bool RecoveryStore::enter(const QByteArray& copy, const QByteArray& path, qint64 size)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/posix/Descriptor.h"
+#include "platform/Files.h"
 
 #include <QByteArray>
 
@@ -17,8 +18,8 @@ public:
 
     /// Keeps `bytes`, which stood at `path`. False if no copy could be made: nothing is left half written then.
     [[nodiscard]] bool keep(const QByteArray& path, const QByteArray& bytes);
-    /// The same for the first `size` bytes of an open file of any size; `name` gets that of the copy.
-    [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, qint64 size, QByteArray* name = nullptr);
+    /// The same for bytes of an open file, however many; `name` gets that of the copy.
+    [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, Passage bytes, QByteArray* name = nullptr);
     /// What was kept under a name.
     [[nodiscard]] Descriptor openCopy(const QByteArray& copy) const;
 

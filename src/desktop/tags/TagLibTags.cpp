@@ -56,7 +56,8 @@ bool edited(Files& files, const QString& path, Edit edit)
     const std::optional<TagEdit> found = edit(bytes);
     if (!found || bytes.failed())
         return false;
-    return changesNothing(bytes, *found) || files.replaceAnew(path, [&](const QByteArray& scratch) {
+    const std::vector<Passage> gone = {{0, found->keptFrom}, {found->keptTo, file.size() - found->keptTo}};
+    return changesNothing(bytes, *found) || files.replaceAnew(path, gone, [&](const QByteArray& scratch) {
         return file.replace(scratch, found->keptFrom, found->keptTo, found->tail);
     });
 }
