@@ -2,9 +2,8 @@
 #include "desktop/archive/LibzipArchive.h"
 #include "desktop/media/MpvPlayer.h"
 #include "desktop/mpris/MprisBus.h"
-#include "desktop/posix/DriveMap.h"
-
 #include "desktop/mpris/RemoteWish.h"
+#include "desktop/posix/DriveMap.h"
 #include "desktop/posix/LockInstance.h"
 #include "desktop/posix/NicePriority.h"
 #include "desktop/posix/PosixFiles.h"
