@@ -21,6 +21,7 @@
 #include "desktop/qt/services/QtTray.h"
 #include "desktop/qt/services/SessionEnd.h"
 #include "desktop/qt/widgets/Emblem.h"
+#include "desktop/qt/widgets/FileUris.h"
 #include "desktop/qt/widgets/PlainTips.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/window/MainWindow.h"
@@ -81,6 +82,7 @@ PosixFilesOptions filesOptions(const XdgFolders& folders, const QMap<QString, QS
 /// The real services, each made once.
 struct Desktop
 {
+    Errand errand;
     XdgFolders folders = xdgFolders(processEnvironment());
     RegSettings settings{settingsOptions(folders)};
     QMap<QString, QString> drives = driveMap(settings);
@@ -91,7 +93,7 @@ struct Desktop
     NicePriority priority;
     LibzipArchive zip{files, recoveryFolder(folders)};
     LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
-                          folders.temp};
+                          folders.temp, errand};
     QtEvents events;
     QtMessages messages;
     QtChoosers choosers{files};
@@ -114,10 +116,17 @@ StartContext startContext()
             .stem = QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName()};
 }
 
-int run()
+/// Asked before the toolkit does, which takes it out of the environment.
+QByteArray activationToken()
+{
+    const QByteArray token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
+
+int run(const Errand& errand)
 {
     settleReset(xdgFolders(processEnvironment()));
-    Desktop desktop;
+    Desktop desktop{.errand = errand};
     prepareWindowsFolder(desktop.folders);
     Services services{.files = desktop.files,
                       .profiles = desktop.profiles,
@@ -223,6 +232,7 @@ int main(int argc, char** argv)
     QGuiApplication::setDesktopFileName(u"orvanten-manager"_s);
     // A menu bar outside the window would be asked for over the session bus before anything is seen.
     QCoreApplication::setAttribute(Qt::AA_DontUseNativeMenuBar);
+    const QByteArray token = activationToken();
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     // The player's library reads numbers with a point, whatever the user's language is.
@@ -234,5 +244,5 @@ int main(int argc, char** argv)
         QCoreApplication::installTranslator(&german);
     Theme::setUpIcons();
     QApplication::setWindowIcon(emblemIcon());
-    return run();
+    return run({.paths = argumentPaths(QList<QByteArray>(argv + qMin(1, argc), argv + argc)), .token = token});
 }

@@ -52,13 +52,13 @@ int lastRowOf(const Root& root, const QString& path)
 }
 
 /// Takes the list at `path` in, opens and stores it; `path` is that of the row then.
-void addAndStore(Root& root, Command& command, QString& path, const QString& name)
+void addAndStore(Root& root, Command& command, QString& path, const QString& name, double seconds)
 {
     ListView& list = root.LListView1;
     if (!NewPlayliste(root, path, name))
         return;
 
-    if (!command.yield() || !command.pause(1.0))
+    if (!command.yield() || !command.pause(seconds))
         return;
     const int row = lastRowOf(root, path);
     if (row == 0)
@@ -89,16 +89,19 @@ void mnuDurchsuchen_Click(Root& root)
         return;
 
     const QString chosen = choosePlaylist(root, command);
-    if (chosen.isEmpty())
-        return;
+    if (!chosen.isEmpty())
+        addChosenPlaylist(root, command, chosen, 1.0);
+}
 
+void addChosenPlaylist(Root& root, Command& command, const QString& chosen, double seconds)
+{
     command.wait(Wait::Buttons);
-    if (!command.yield() || !command.pause(1.0))
+    if (!command.yield() || !command.pause(seconds))
         return;
 
     QString path = chosen;
     WholeChange together(root.files, WholeChange::Events::Served);
-    addAndStore(root, command, path, nameFor(root, FileDirPath::FileNameOf(chosen)));
+    addAndStore(root, command, path, nameFor(root, FileDirPath::FileNameOf(chosen)), seconds);
     // The list that it was converted to has gone again; under the filter the row's entry has, too.
     if (const int row = lastRowOf(root, path); !together.end() && row > 0 && !isFiltered(root))
         setPlaylistPath(root, row, chosen);

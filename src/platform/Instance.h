@@ -17,13 +17,14 @@ public:
     virtual bool acquire(const QString& title) = 0;
     /// True if no other process works on that folder, whatever desktop it runs on.
     virtual bool acquireFolder(const QString& folder) = 0;
-    /// Asks the holder of the lock that was not to be had to come to the front; false if it does not answer.
+    /// Asks the holder of the lock that was not to be had to come to the front, and hands it the files that this
+    /// process was started for; false if it does not answer.
     virtual bool activateOther() = 0;
     /// A later instance asked this one to come to the front.
     std::function<void()> Activated = [] {};
-    /// Asked before files are handed over: true if they would be taken now.
+    /// True if files would be taken now: until then they wait.
     std::function<bool()> TakesFiles = [] { return false; };
-    /// Another program of this user hands files, folders and lists over.
+    /// Another program of this user hands files, folders and lists over, or this process was started for them.
     std::function<void(const QStringList& paths)> Handed = [](const QStringList&) {};
 };
 

@@ -9,8 +9,8 @@ struct Root;
 /// False while a command or a dialog is at work, or the program starts.
 [[nodiscard]] bool takesFiles(const Root& root);
 
-/// What a file manager sends: folders and lists go to the catalogue, audio files to the open list, as if they had been
-/// dropped there.
+/// What a file manager opens or sends: audio files go to the open list and folders to the catalogue, as if they had
+/// been dropped there. A list is taken into the catalogue and opened, or only selected where it stands there.
 void takeHandedFiles(Root& root, const QStringList& paths);
 
 } // namespace orvantine

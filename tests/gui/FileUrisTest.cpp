@@ -4,6 +4,8 @@
 #include "desktop/qt/services/QtDesktop.h"
 
 #include <QClipboard>
+#include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMimeData>
 #include <QSysInfo>
@@ -133,6 +135,47 @@ TEST(FileUris, TheClipboardsFormsOfFileManagersAreRead)
     EXPECT_EQ(copied(u"x-special/gnome-copied-files"_s, "cut\n" + files), "/m/a b.mp3|/m/ü.mp3");
     EXPECT_EQ(copied(u"text/plain"_s, "x-special/nautilus-clipboard\ncopy\n" + files + "\n"), "/m/a b.mp3|/m/ü.mp3");
     EXPECT_EQ(copied(u"text/plain"_s, files), "") << "a text is a text";
+}
+
+TEST(ArgumentPaths, FilesFoldersAndTheirUrisAreTakenAllElseIsPassedOver)
+{
+    const QTemporaryDir folder;
+    const QByteArray base = folder.path().toUtf8();
+    for (const QByteArray& name : {QByteArray("zwei Worte.m3u"), QByteArray("\xFC"
+                                                                            "ber.mp3")}) {
+        const int file = ::open((base + '/' + name).constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600);
+        ASSERT_GE(file, 0);
+        ::close(file);
+    }
+    const QStringList found =
+        argumentPaths({base + "/zwei Worte.m3u", "file://" + base + "/zwei%20Worte.m3u", base + "/\xFC" + "ber.mp3",
+                       base + "//", "FILE:" + base, "unbekannt", "--wort", "", "http://host/a.mp3", base + "/fehlt.m3u",
+                       "/dev/null", "file://woanders" + base});
+    const QString text = folder.path();
+    EXPECT_EQ(found.join(u'|').toStdString(),
+              QStringList({text + u"/zwei Worte.m3u"_s, text + u"/zwei Worte.m3u"_s, text + u"/über.mp3"_s, text, text})
+                  .join(u'|')
+                  .toStdString());
+}
+
+TEST(ArgumentPaths, RelativeOnesLieInTheCurrentFolder)
+{
+    const QTemporaryDir folder;
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir(folder.path()).mkpath(u"unten/tief"_s) && QDir::setCurrent(folder.path()));
+    const QStringList found = argumentPaths({"unten", "./unten/tief/../", "."});
+    QDir::setCurrent(before);
+    const QString real = QFileInfo(folder.path()).canonicalFilePath();
+    EXPECT_EQ(found.join(u'|').toStdString(), (real + u"/unten|"_s + real + u"/unten|"_s + real).toStdString());
+}
+
+TEST(ArgumentPaths, BesideATurnOfTheStartAPathMatchesNothing)
+{
+    const QTemporaryDir folder;
+    const QByteArray base = folder.path().toUtf8();
+    EXPECT_EQ(argumentPaths({"/hide", base}), QStringList());
+    EXPECT_EQ(argumentPaths({base, "/PLAY"}), QStringList());
+    EXPECT_EQ(argumentPaths({base}).size(), 1);
 }
 
 } // namespace

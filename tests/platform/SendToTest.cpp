@@ -12,6 +12,7 @@
 
 #include <atomic>
 #include <thread>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -178,13 +179,68 @@ TEST_F(HandedOver, TheRunningProgramGetsTheFilesWhateverTheirNames)
     EXPECT_EQ(got.join(u'|').toStdString(), paths.join(u'|').toStdString());
 }
 
-TEST_F(HandedOver, ABusyProgramAsksForLater)
+TEST_F(HandedOver, FilesWaitUntilTheProgramCanTakeThem)
 {
     ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
-    int handed = 0;
-    first.Handed = [&handed](const QStringList&) { ++handed; };
-    EXPECT_EQ(hand({u"/m/eins.mp3"_s}), LockInstance::Handing::Later);
-    EXPECT_EQ(handed, 0);
+    QStringList got;
+    bool busy = true;
+    int asked = 0;
+    int activations = 0;
+    first.Activated = [&activations] { ++activations; };
+    first.TakesFiles = [&] {
+        ++asked;
+        return !busy;
+    };
+    first.Handed = [&got](const QStringList& paths) { got += u"["_s + paths.join(u'|') + u"]"_s; };
+    EXPECT_EQ(hand({u"/m/eins.mp3"_s}), LockInstance::Handing::Taken);
+    EXPECT_EQ(hand({u"/m/zwei.mp3"_s, u"/m/drei.mp3"_s}), LockInstance::Handing::Taken);
+    EXPECT_EQ(activations, 2) << "the window comes to the front all the same";
+    const int before = asked;
+    while (asked <= before)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(got, QStringList());
+    busy = false;
+    while (got.isEmpty())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(got.join(u' ').toStdString(), "[/m/eins.mp3|/m/zwei.mp3|/m/drei.mp3]");
+}
+
+TEST_F(HandedOver, ALaterInstanceHandsOverWhatItWasStartedForAndItsLeaveToComeToTheFront)
+{
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    QStringList got;
+    QByteArray token;
+    first.Activated = [&token] { token = qgetenv("XDG_ACTIVATION_TOKEN"); };
+    first.TakesFiles = [] { return true; };
+    first.Handed = [&got](const QStringList& paths) { got += paths; };
+    bool answered = false;
+    aside([&] {
+        LockInstance second(m_folder.path(), u"/tmp"_s, {.paths = {u"/m/eins ö.mp3"_s}, .token = "a b\n%_TIME7"});
+        answered = !second.acquire(u"Orvanten Manager"_s) && second.activateOther();
+    });
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(got.join(u'|').toStdString(), "/m/eins ö.mp3");
+    EXPECT_EQ(token.toStdString(), "a b\n%_TIME7");
+    EXPECT_FALSE(qEnvironmentVariableIsSet("XDG_ACTIVATION_TOKEN"));
+    aside([&] {
+        LockInstance third(m_folder.path(), u"/tmp"_s, {.paths = {}, .token = "noch einer"});
+        answered = !third.acquire(u"Orvanten Manager"_s) && third.activateOther();
+    });
+    EXPECT_TRUE(answered);
+    EXPECT_EQ(token.toStdString(), "noch einer");
+}
+
+TEST_F(HandedOver, TheFirstInstanceTakesWhatItWasStartedForWhenItCan)
+{
+    LockInstance started(m_folder.path(), u"/tmp"_s, {.paths = {u"/m/eins.mp3"_s}, .token = {}});
+    ASSERT_TRUE(started.acquire(u"Orvanten Manager"_s));
+    QStringList got;
+    started.Handed = [&got](const QStringList& paths) { got += paths; };
+    bool loaded = false;
+    started.TakesFiles = [&loaded] { return std::exchange(loaded, true); };
+    while (got.isEmpty())
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+    EXPECT_EQ(got.join(u'|').toStdString(), "/m/eins.mp3");
 }
 
 TEST_F(HandedOver, WithoutAProgramNobodyTakesThem)
@@ -203,7 +259,7 @@ TEST_F(HandedOver, AnOfferWithoutAnEndIsHungUpOn)
         QLocalSocket socket;
         socket.connectToServer(m_folder.path() + u"/orvanten-manager.socket"_s);
         ASSERT_TRUE(socket.waitForConnected(5000));
-        socket.write("nehmen\n" + QByteArray(2 << 20, 'w'));
+        socket.write("nehmen\n" + QByteArray(16 << 20, 'w'));
         hungUp = socket.waitForDisconnected(5000) || socket.state() == QLocalSocket::UnconnectedState;
     });
     EXPECT_TRUE(hungUp);

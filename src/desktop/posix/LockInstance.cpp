@@ -6,6 +6,7 @@
 #include <QUrl>
 
 #include <cerrno>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -20,13 +21,17 @@ namespace {
 constexpr int answerMilliseconds = 500;
 /// For files: whoever gave up and asked again would hand them over twice.
 constexpr int takingMilliseconds = 10'000;
-constexpr char wish[] = "nach vorn\n";
+/// Behind a blank the desktop's leave to come to the front may follow, in percent form.
+constexpr char wish[] = "nach vorn";
 constexpr char answer[] = "ok\n";
-constexpr qint64 longestWish = 64;
-/// Files that are handed over: this line, a line for each path, an empty line.
-constexpr char offer[] = "nehmen\n";
+constexpr qint64 longestWish = 1024;
+/// Files that are handed over: a line of this and that leave, a line for each path, an empty line.
+constexpr char offer[] = "nehmen";
 constexpr char later[] = "nicht jetzt\n";
-constexpr qint64 longestOffer = 1 << 20;
+/// More than a command line can hold, in percent form.
+constexpr qint64 longestOffer = 8 << 20;
+constexpr qsizetype mostWaiting = 20'000;
+constexpr int lookMilliseconds = 200;
 
 // A folder that nobody else can put something into, not even by a link that stood there first.
 bool isOwnFolder(const QString& path)
@@ -55,10 +60,41 @@ QString fileName(const QString& title)
     return name;
 }
 
+QByteArray firstLine(const char* word, const QByteArray& token)
+{
+    return token.isEmpty() ? word + QByteArray("\n") : word + (' ' + token.toPercentEncoding()) + '\n';
+}
+
+/// The leave behind the word; nothing where the line begins with another one.
+std::optional<QByteArray> tokenBehind(const char* word, const QByteArray& line)
+{
+    if (!line.startsWith(word))
+        return std::nullopt;
+    const QByteArray rest = line.mid(static_cast<qsizetype>(qstrlen(word))).trimmed();
+    return QByteArray::fromPercentEncoding(rest);
+}
+
+LockInstance::Handing handTo(const QString& path, const Errand& errand)
+{
+    QByteArray text = firstLine(offer, errand.token);
+    for (const QString& file : errand.paths)
+        text += file.toUtf8().toPercentEncoding("/") + '\n';
+    QLocalSocket socket;
+    socket.connectToServer(path);
+    if (!socket.waitForConnected(answerMilliseconds))
+        return LockInstance::Handing::Nobody;
+    socket.write(text + '\n');
+    while (!socket.canReadLine() && socket.waitForReadyRead(takingMilliseconds)) {
+    }
+    return socket.readLine(longestWish) == answer ? LockInstance::Handing::Taken : LockInstance::Handing::Later;
+}
+
 } // namespace
 
-LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder)
+LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand)
+    : m_errand(std::move(errand))
 {
+    QObject::connect(&m_look, &QTimer::timeout, &m_look, [this] { offerWaiting(); });
     m_meeting = tempFolder + u"/orvanten-manager-"_s + QString::number(::getuid());
     makeFolder(m_meeting);
     if (!isOwnFolder(m_meeting))
@@ -72,6 +108,14 @@ LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder
 LockInstance::~LockInstance() = default;
 
 bool LockInstance::acquire(const QString& title)
+{
+    const bool held = hold(title);
+    if (held && !m_errand.paths.isEmpty())
+        m_look.start(lookMilliseconds);
+    return held;
+}
+
+bool LockInstance::hold(const QString& title)
 {
     const QString name = m_folder + u'/' + fileName(title);
     m_socket = name + u".socket"_s;
@@ -135,12 +179,12 @@ void LockInstance::hear(QLocalSocket& socket)
         return hearOffer(socket, heard);
     if (!socket.canReadLine() && socket.bytesAvailable() < longestWish)
         return;
-    const bool understood = socket.readLine(longestWish) == wish;
-    if (understood)
+    const std::optional<QByteArray> token = tokenBehind(wish, socket.readLine(longestWish));
+    if (token)
         socket.write(answer);
     socket.disconnectFromServer();
-    if (understood)
-        Activated();
+    if (token)
+        comeToFront(*token);
 }
 
 void LockInstance::hearOffer(QLocalSocket& socket, const QByteArray& heard)
@@ -151,40 +195,55 @@ void LockInstance::hearOffer(QLocalSocket& socket, const QByteArray& heard)
         return;
     }
     (void)socket.readAll();
-    QStringList paths;
-    for (const QByteArray& line : heard.mid(static_cast<qsizetype>(qstrlen(offer))).split('\n'))
-        if (!line.isEmpty())
-            paths += QUrl::fromPercentEncoding(line);
+    QList<QByteArray> lines = heard.split('\n');
+    const QByteArray token = tokenBehind(offer, lines.takeFirst()).value_or(QByteArray());
+    lines.removeAll(QByteArray());
     // One that has hung up asks again.
-    const bool taken = socket.state() == QLocalSocket::ConnectedState && TakesFiles();
+    const bool taken = socket.state() == QLocalSocket::ConnectedState && m_errand.paths.size() < mostWaiting;
     socket.write(taken ? answer : later);
     socket.flush();
     socket.disconnectFromServer();
-    if (taken)
-        Handed(paths);
+    if (!taken)
+        return;
+    for (const QByteArray& line : std::as_const(lines))
+        m_errand.paths += QUrl::fromPercentEncoding(line);
+    m_look.start(lookMilliseconds);
+    comeToFront(token);
+    offerWaiting();
+}
+
+void LockInstance::comeToFront(const QByteArray& token)
+{
+    // This is where Qt looks for it when a window is to be activated.
+    constexpr char place[] = "XDG_ACTIVATION_TOKEN";
+    if (!token.isEmpty())
+        qputenv(place, token);
+    Activated();
+    qunsetenv(place);
+}
+
+void LockInstance::offerWaiting()
+{
+    if (!m_errand.paths.isEmpty() && !TakesFiles())
+        return;
+    m_look.stop();
+    if (!m_errand.paths.isEmpty())
+        Handed(std::exchange(m_errand.paths, {}));
 }
 
 LockInstance::Handing LockInstance::hand(const QString& title, const QStringList& paths)
 {
     if (m_folder.isEmpty())
         return Handing::Nobody;
-    QByteArray text = offer;
-    for (const QString& path : paths)
-        text += path.toUtf8().toPercentEncoding("/") + '\n';
-    QLocalSocket socket;
-    socket.connectToServer(m_folder + u'/' + fileName(title) + u".socket"_s);
-    if (!socket.waitForConnected(answerMilliseconds))
-        return Handing::Nobody;
-    socket.write(text + '\n');
-    while (!socket.canReadLine() && socket.waitForReadyRead(takingMilliseconds)) {
-    }
-    return socket.readLine(longestWish) == answer ? Handing::Taken : Handing::Later;
+    return handTo(m_folder + u'/' + fileName(title) + u".socket"_s, {.paths = paths, .token = m_errand.token});
 }
 
 bool LockInstance::activateOther()
 {
     if (!m_socket.startsWith(u'/'))
         return false;
+    if (!m_errand.paths.isEmpty())
+        return handTo(m_socket, m_errand) == Handing::Taken;
     QElapsedTimer watch;
     watch.start();
     const auto left = [&watch] { return qMax(0, answerMilliseconds - static_cast<int>(watch.elapsed())); };
@@ -192,7 +251,7 @@ bool LockInstance::activateOther()
     socket.connectToServer(m_socket);
     if (!socket.waitForConnected(left()))
         return false;
-    socket.write(wish);
+    socket.write(firstLine(wish, m_errand.token));
     while (!socket.canReadLine() && left() > 0) {
         if (!socket.waitForReadyRead(left()))
             break;

@@ -3,6 +3,8 @@
 #include "desktop/posix/Descriptor.h"
 #include "platform/Instance.h"
 
+#include <QTimer>
+
 #include <memory>
 
 class QLocalServer;
@@ -10,15 +12,25 @@ class QLocalSocket;
 
 namespace orvantine {
 
+/// What a process was started for.
+struct Errand
+{
+    /// Files, folders and lists.
+    QStringList paths;
+    /// The desktop's leave to come to the front; empty for none.
+    QByteArray token;
+};
+
 /// A lock file, and a lock on the folder of data itself, which the kernel frees when their holder dies; and for each a
-/// local socket for the wish to come to the front. Needs an event loop to hear that wish.
+/// local socket for the wish to come to the front, and for files. Needs an event loop to hear them. Files that cannot
+/// be taken at once wait here until they can.
 class LockInstance : public Instance
 {
 public:
     /// `stateFolder` is made where it is missing. It is no folder of one session, so that all sessions of a user meet
     /// there; where it is not the user's own, a private one below `tempFolder` stands in, in which the sockets of the
     /// folders of data lie too.
-    LockInstance(const QString& stateFolder, const QString& tempFolder);
+    LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand = {});
     ~LockInstance() override;
     LockInstance(const LockInstance&) = delete;
     LockInstance& operator=(const LockInstance&) = delete;
@@ -28,14 +40,18 @@ public:
     bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
 
+    /// Later: so many files wait already, or the program is at its end.
     enum class Handing { Taken, Later, Nobody };
     /// Hands files over to the program that holds the lock of that title.
     Handing hand(const QString& title, const QStringList& paths);
 
 private:
+    [[nodiscard]] bool hold(const QString& title);
     [[nodiscard]] std::unique_ptr<QLocalServer> listen(const QString& path);
     void hear(QLocalSocket& socket);
     void hearOffer(QLocalSocket& socket, const QByteArray& heard);
+    void comeToFront(const QByteArray& token);
+    void offerWaiting();
 
     QString m_folder;
     /// Holds the sockets of the folders of data; "" where there is none that is private.
@@ -43,6 +59,9 @@ private:
     /// Of the holder of the lock that was asked for last.
     QString m_socket;
     QString m_folderSocket;
+    Errand m_errand;
+    /// Looks whether `m_errand.paths` can be taken.
+    QTimer m_look;
     Descriptor m_lock;
     Descriptor m_folderLock;
     std::unique_ptr<QLocalServer> m_server;

@@ -170,6 +170,19 @@ void track(Run& run, const Command& command)
         run.desktop().tags.tracks[path] = tag;
 }
 
+void hand(Run& run, const Command& command)
+{
+    QStringList paths;
+    for (qsizetype i = 1; i < command.words.size(); ++i)
+        paths += run.text(command, i);
+    if (run.failed() || !run.needsProgram())
+        return;
+    const Instance& instance = run.desktop().instance;
+    if (!instance.TakesFiles())
+        return run.fail(u"the program takes no files now"_s);
+    instance.Handed(paths);
+}
+
 void failNext(Run& run, const Command& command)
 {
     const QString start = run.text(command, 1);
@@ -190,6 +203,7 @@ QList<CommandEntry> deviceCommands()
         {u"font"_s, u"font \"FAMILY\" known|unknown"_s, 2, 2, Body::None, font},
         {u"screen"_s, u"screen WIDTH HEIGHT"_s, 2, 2, Body::None, screen},
         {u"instance"_s, u"instance free|taken|silent"_s, 1, 1, Body::None, instance},
+        {u"hand"_s, u"hand PATH …"_s, 1, -1, Body::None, hand},
         {u"clipboard"_s, u"clipboard \"TEXT\""_s, 1, 1, Body::None, clipboard},
         {u"player"_s, u"player playing|paused|ended|failed|item NUMBER|info NAME \"VALUE\"|duration SECONDS"_s, 1, 3,
          Body::None, player},

@@ -5,7 +5,11 @@
 #include <QMimeData>
 #include <QSysInfo>
 
+#include <filesystem>
 #include <optional>
+#include <system_error>
+
+#include <sys/stat.h>
 
 namespace orvantine {
 
@@ -38,7 +42,8 @@ std::optional<QByteArray> encodedPath(const QByteArray& uri)
     return rest.startsWith('/') ? std::optional(rest) : std::nullopt;
 }
 
-QString localPath(const QByteArray& uri)
+/// The host's bytes of a local path, folders without a separator at their end; empty for none.
+QByteArray nativePath(const QByteArray& uri)
 {
     const std::optional<QByteArray> encoded = encodedPath(uri);
     if (!encoded)
@@ -48,7 +53,32 @@ QString localPath(const QByteArray& uri)
         return {};
     while (path.size() > 1 && path.endsWith('/'))
         path.chop(1);
-    return folderText(path);
+    return path;
+}
+
+QString localPath(const QByteArray& uri)
+{
+    const QByteArray path = nativePath(uri);
+    return path.isEmpty() ? QString() : folderText(path);
+}
+
+/// The path that a word of the command line stands for, as if it were one.
+QByteArray wordPath(const QByteArray& word)
+{
+    if (word.left(5).toLower() == "file:")
+        return nativePath(word);
+    std::error_code none;
+    const std::filesystem::path absolute = std::filesystem::absolute(word.toStdString(), none);
+    QByteArray path = QByteArray::fromStdString(absolute.lexically_normal().string());
+    while (path.size() > 1 && path.endsWith('/'))
+        path.chop(1);
+    return path;
+}
+
+bool isFileOrFolder(const QByteArray& path)
+{
+    struct stat info = {};
+    return !path.isEmpty() && ::stat(path.constData(), &info) == 0 && (S_ISREG(info.st_mode) || S_ISDIR(info.st_mode));
 }
 
 QStringList pathsOf(const QByteArray& list)
@@ -72,6 +102,19 @@ bool mayHoldFiles(const QMimeData& data)
 QStringList localPaths(const QMimeData& data)
 {
     return pathsOf(data.data(UriList));
+}
+
+QStringList argumentPaths(const QList<QByteArray>& words)
+{
+    QStringList paths;
+    for (const QByteArray& word : words) {
+        // Required: "/hide" and "/play" with a path behind them match nothing.
+        if (word.toLower() == "/hide" || word.toLower() == "/play")
+            return {};
+        if (const QByteArray path = wordPath(word); !word.isEmpty() && isFileOrFolder(path))
+            paths += folderText(path);
+    }
+    return paths;
 }
 
 QStringList copiedPaths(const QMimeData& data)
