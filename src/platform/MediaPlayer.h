@@ -43,6 +43,11 @@ public:
     [[nodiscard]] virtual QString currentSourceURL() const = 0;
     /// Seconds; 0 while unknown.
     [[nodiscard]] virtual double currentDuration() const = 0;
+    /// Seconds into the current item; 0 while none plays or is paused.
+    [[nodiscard]] virtual double currentPosition() = 0;
+    /// Goes to that second of the current item, at the latest to its end, where the list goes on. A paused player stays
+    /// paused. Nothing happens while the item's length is unknown.
+    virtual void setCurrentPosition(double seconds) = 0;
     /// "Artist", "Title" …; "" for a missing item.
     [[nodiscard]] virtual QString currentItemInfo(const QString& item) const = 0;
 
@@ -58,6 +63,8 @@ public:
 
     /// Called twice a track: when the item is chosen, and when its data is known.
     std::function<void()> MediaChange = [] {};
+    /// Called when the position has been moved within the current item.
+    std::function<void()> PositionChange = [] {};
 };
 
 } // namespace orvantine

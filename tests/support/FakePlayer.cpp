@@ -83,12 +83,14 @@ void FakePlayer::previous()
 
 void FakePlayer::fastForward()
 {
-    (void)call(u".controls.fastForward"_s);
+    if (call(u".controls.fastForward"_s))
+        seek(m_position + 10);
 }
 
 void FakePlayer::fastReverse()
 {
-    (void)call(u".controls.fastReverse"_s);
+    if (call(u".controls.fastReverse"_s))
+        seek(m_position - 10);
 }
 
 QString FakePlayer::currentSourceURL() const
@@ -99,6 +101,12 @@ QString FakePlayer::currentSourceURL() const
 double FakePlayer::currentDuration() const
 {
     return known() ? m_seconds : 0;
+}
+
+void FakePlayer::setCurrentPosition(double seconds)
+{
+    if (call(u".controls.currentPosition = %1"_s.arg(seconds)))
+        seek(seconds);
 }
 
 QString FakePlayer::currentItemInfo(const QString& item) const
@@ -212,12 +220,25 @@ void FakePlayer::choose(int item)
     const int choice = ++m_choice;
     m_current = item;
     m_loaded = false;
+    m_position = 0;
     MediaChange();
     if (choice != m_choice)
         return;
     m_loaded = true;
     m_heard = true;
     MediaChange();
+}
+
+/// At its end a playing item gives way to the one after it.
+void FakePlayer::seek(double seconds)
+{
+    if (!known() || !running() || m_seconds <= 0)
+        return;
+    m_position = std::clamp(seconds, 0.0, m_seconds);
+    if (m_position >= m_seconds && m_state == PlayState::Playing)
+        pretendFailed();
+    else
+        PositionChange();
 }
 
 bool FakePlayer::known() const

@@ -37,6 +37,8 @@ public:
 
     [[nodiscard]] QString currentSourceURL() const override;
     [[nodiscard]] double currentDuration() const override;
+    [[nodiscard]] double currentPosition() override { return known() && running() ? m_position : 0; }
+    void setCurrentPosition(double seconds) override;
     [[nodiscard]] QString currentItemInfo(const QString& item) const override;
 
     [[nodiscard]] int playlistCount() const override { return int(m_entries.size()); }
@@ -54,6 +56,8 @@ public:
     void pretendEnded();
     /// The current item turns out to be broken: the one after it is chosen, or the list is over.
     void pretendFailed();
+    /// So many seconds of the current item have been played.
+    void pretendPosition(double seconds) { m_position = seconds; }
     /// The item before is over and this one (0-based) is chosen.
     void pretendItem(int item);
 
@@ -71,6 +75,8 @@ private:
     void end();
     void choose(int item);
     [[nodiscard]] bool known() const;
+    [[nodiscard]] bool running() const { return m_state == PlayState::Playing || m_state == PlayState::Paused; }
+    void seek(double seconds);
 
     Files& m_files;
     Log m_log;
@@ -86,6 +92,7 @@ private:
     int m_choice = 0;
     QHash<QString, QString> m_info;
     double m_seconds = 0;
+    double m_position = 0;
 };
 
 } // namespace orvantine::fake

@@ -12,15 +12,16 @@ namespace orvantine {
 
 namespace {
 
-/// The two low bits of a request's tag tell its answer apart.
-enum Answer : quint64 { AnswerNone = 0, AnswerLoad = 1, AnswerInfo = 2, AnswerSeconds = 3 };
-constexpr quint64 answerBits = 3;
+/// The low bits of a request's tag tell its answer apart.
+enum Answer : quint64 { AnswerNone = 0, AnswerLoad = 1, AnswerInfo = 2, AnswerSeconds = 3, AnswerPlace = 4 };
+constexpr int answerWidth = 3;
+constexpr quint64 answerBits = (1 << answerWidth) - 1;
 
 constexpr std::chrono::seconds outputSearchInterval{2};
 
 constexpr quint64 tagOf(quint64 ticket, Answer answer)
 {
-    return (ticket << 2) | answer;
+    return (ticket << answerWidth) | answer;
 }
 
 const QList<std::pair<QByteArray, QByteArray>>& ownOptions()
@@ -149,7 +150,12 @@ void MpvEngine::setPaused(bool paused)
 
 void MpvEngine::seek(double seconds)
 {
-    send({"seek", QByteArray::number(seconds), "relative"}, AnswerNone);
+    send({"seek", QByteArray::number(seconds), "relative+exact"}, AnswerNone);
+}
+
+void MpvEngine::seekTo(double seconds)
+{
+    send({"seek", QByteArray::number(seconds, 'f', 3), "absolute"}, AnswerNone);
 }
 
 void MpvEngine::askData(quint64 ticket)
@@ -158,6 +164,12 @@ void MpvEngine::askData(quint64 ticket)
         return;
     m_library->getPropertyAsync(m_handle, tagOf(ticket, AnswerInfo), "metadata", MPV_FORMAT_NODE);
     m_library->getPropertyAsync(m_handle, tagOf(ticket, AnswerSeconds), "duration", MPV_FORMAT_DOUBLE);
+}
+
+void MpvEngine::askPlace(quint64 ticket)
+{
+    if (m_handle)
+        m_library->getPropertyAsync(m_handle, tagOf(ticket, AnswerPlace), "time-pos", MPV_FORMAT_DOUBLE);
 }
 
 void MpvEngine::release()
@@ -211,6 +223,9 @@ void MpvEngine::hear(const mpv_event& event)
     case MPV_EVENT_FILE_LOADED:
         m_listener({.kind = MpvNews::Kind::Loaded});
         break;
+    case MPV_EVENT_PLAYBACK_RESTART:
+        m_listener({.kind = MpvNews::Kind::Sought});
+        break;
     case MPV_EVENT_END_FILE: {
         const auto& file = *static_cast<const mpv_event_end_file*>(event.data);
         m_listener({.kind = MpvNews::Kind::Ended, .entry = file.playlist_entry_id});
@@ -234,7 +249,7 @@ void MpvEngine::hear(const mpv_event& event)
 
 void MpvEngine::hearReply(const mpv_event& event)
 {
-    const quint64 ticket = event.reply_userdata >> 2;
+    const quint64 ticket = event.reply_userdata >> answerWidth;
     const bool done = event.error >= 0;
     switch (event.reply_userdata & answerBits) {
     case AnswerLoad:
@@ -256,6 +271,13 @@ void MpvEngine::hearReply(const mpv_event& event)
         m_listener(news);
         break;
     }
+    case AnswerPlace:
+        if (done)
+            m_listener(
+                {.kind = MpvNews::Kind::Place,
+                 .ticket = ticket,
+                 .seconds = *static_cast<const double*>(static_cast<const mpv_event_property*>(event.data)->data)});
+        break;
     default:
         break;
     }

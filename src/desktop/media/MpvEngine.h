@@ -35,6 +35,8 @@ struct MpvNews
         Started, ///< entry is being opened
         Loaded,  ///< the entry that started last can be played
         Data,    ///< answer to askData: ticket, info, seconds
+        Sought,  ///< what plays does so from its start on, or from the place that was sought
+        Place,   ///< answer to askPlace: ticket, seconds
         Ended,   ///< entry is over, played to its end or broken
         Gone,    ///< the engine ended by itself
     };
@@ -67,9 +69,14 @@ public:
     void append(const QByteArray& file, quint64 ticket);
     void stop();
     void setPaused(bool paused);
+    /// By so many seconds.
     void seek(double seconds);
+    /// To that second.
+    void seekTo(double seconds);
     /// Asks for the tags and the length of what is playing.
     void askData(quint64 ticket);
+    /// Asks for the second that is heard; without one there is no answer.
+    void askPlace(quint64 ticket);
 
     /// No news come until as many `release` as `hold` were called.
     void hold() { ++m_holds; }

@@ -18,6 +18,9 @@ constexpr double seekSeconds = 10;
 constexpr int searchEntries = 64;
 constexpr std::chrono::milliseconds searchTime{8};
 
+/// The engine is asked where it is if its last answer is older.
+constexpr std::chrono::milliseconds placeAge{3000};
+
 } // namespace
 
 MpvPlayer::MpvPlayer(Files& files, MpvSetup setup)
@@ -82,6 +85,8 @@ PlayState MpvPlayer::playState() const
 void MpvPlayer::play()
 {
     if (m_state == State::Paused) {
+        if (m_placeAge.isValid())
+            setPlace(reckonedPlace());
         m_state = State::Playing;
         m_engine.setPaused(false);
     } else if (m_state == State::Ended) {
@@ -96,8 +101,11 @@ void MpvPlayer::pause()
 {
     if (m_state != State::Playing)
         return;
+    if (m_placeAge.isValid())
+        setPlace(reckonedPlace());
     m_state = State::Paused;
     m_engine.setPaused(true);
+    askPlace();
 }
 
 void MpvPlayer::stop()
@@ -143,6 +151,25 @@ void MpvPlayer::fastReverse()
 QString MpvPlayer::currentSourceURL() const
 {
     return playlistSourceURL(m_current);
+}
+
+double MpvPlayer::currentPosition()
+{
+    if (!running() || !m_loaded)
+        return 0;
+    if (!m_placeAge.isValid() || m_placeAge.hasExpired(placeAge.count()))
+        askPlace();
+    return m_placeAge.isValid() ? reckonedPlace() : 0;
+}
+
+void MpvPlayer::setCurrentPosition(double seconds)
+{
+    if (!running() || !m_loaded || m_seconds <= 0)
+        return;
+    const double place = std::clamp(seconds, 0.0, m_seconds);
+    setPlace(place);
+    m_seeking = true;
+    m_engine.seekTo(place);
 }
 
 QString MpvPlayer::currentItemInfo(const QString& item) const
@@ -291,6 +318,11 @@ void MpvPlayer::forgetData()
     m_dataTold = false;
     m_info.clear();
     m_seconds = 0;
+    m_place = 0;
+    m_placeAge.invalidate();
+    m_placeAsked = false;
+    m_seeking = false;
+    ++m_question;
 }
 
 void MpvPlayer::hear(const MpvNews& news)
@@ -317,6 +349,14 @@ void MpvPlayer::hear(const MpvNews& news)
             m_seconds = news.seconds;
             tellData();
         }
+        break;
+    case MpvNews::Kind::Sought:
+        // What was answered before is a place that was left.
+        m_placeAsked = false;
+        askPlace();
+        break;
+    case MpvNews::Kind::Place:
+        hearPlace(news);
         break;
     case MpvNews::Kind::Ended:
         hearEnded(news.entry);
@@ -382,10 +422,53 @@ void MpvPlayer::postMediaChange()
         Qt::QueuedConnection);
 }
 
+void MpvPlayer::hearPlace(const MpvNews& news)
+{
+    if (news.ticket != m_question || !running() || !m_loaded)
+        return;
+    m_placeAsked = false;
+    m_place = news.seconds;
+    m_placeAge.start();
+    if (!std::exchange(m_seeking, false))
+        return;
+    QMetaObject::invokeMethod(
+        &m_receiver,
+        [this, wish = m_wish] {
+            const std::function<void()> handler = PositionChange;
+            if (wish == m_wish && handler)
+                handler();
+        },
+        Qt::QueuedConnection);
+}
+
 void MpvPlayer::seek(double seconds)
 {
-    if (running() && m_loaded)
-        m_engine.seek(seconds);
+    if (!running() || !m_loaded)
+        return;
+    if (m_placeAge.isValid())
+        setPlace(std::max(0.0, reckonedPlace() + seconds));
+    m_seeking = true;
+    m_engine.seek(seconds);
+}
+
+void MpvPlayer::setPlace(double seconds)
+{
+    m_place = seconds;
+    m_placeAge.start();
+    m_placeAsked = false;
+    ++m_question;
+}
+
+double MpvPlayer::reckonedPlace() const
+{
+    const double since = m_state == State::Playing ? static_cast<double>(m_placeAge.elapsed()) / 1000 : 0;
+    return m_seconds > 0 ? std::min(m_place + since, m_seconds) : m_place + since;
+}
+
+void MpvPlayer::askPlace()
+{
+    if (!std::exchange(m_placeAsked, true))
+        m_engine.askPlace(++m_question);
 }
 
 } // namespace orvantine

@@ -4,6 +4,7 @@
 #include "platform/MediaPlayer.h"
 #include "platform/PlaylistWalk.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 
 #include <optional>
@@ -18,7 +19,8 @@ namespace orvantine {
 /// event loop, so that a long list of missing files neither holds up the window nor rushes through. At the end, and
 /// where nothing could be played, the current item is the last one.
 ///
-/// `MediaChange` is called from the event loop, never from within one of the operations.
+/// `MediaChange` and `PositionChange` are called from the event loop, never from within one of the
+/// operations.
 class MpvPlayer final : public MediaPlayer
 {
 public:
@@ -46,6 +48,9 @@ public:
 
     [[nodiscard]] QString currentSourceURL() const override;
     [[nodiscard]] double currentDuration() const override { return m_seconds; }
+    /// The engine is asked now and then; in between a clock goes on.
+    [[nodiscard]] double currentPosition() override;
+    void setCurrentPosition(double seconds) override;
     /// The names of items are found ignoring case.
     [[nodiscard]] QString currentItemInfo(const QString& item) const override;
 
@@ -102,7 +107,12 @@ private:
     void hearEnded(qint64 entry);
     void tellData();
     void postMediaChange();
+    void hearPlace(const MpvNews& news);
     void seek(double seconds);
+    /// The place is this one from now on.
+    void setPlace(double seconds);
+    [[nodiscard]] double reckonedPlace() const;
+    void askPlace();
     [[nodiscard]] bool running() const { return m_state == State::Playing || m_state == State::Paused; }
 
     Files& m_files;
@@ -119,6 +129,14 @@ private:
     bool m_dataTold = false;
     QHash<QString, QString> m_info;
     double m_seconds = 0;
+    /// The second that was heard when `m_placeAge` began; that one is invalid while nothing is known.
+    double m_place = 0;
+    QElapsedTimer m_placeAge;
+    /// The question whose answer is waited for; those to earlier ones are void.
+    quint64 m_question = 0;
+    bool m_placeAsked = false;
+    /// A place was sought, and that was not told yet.
+    bool m_seeking = false;
 
     /// What the engine has in hand, the file that plays first: two at most.
     QList<Handed> m_handed;
