@@ -5,6 +5,7 @@
 #include "catalogue/CoverFiles.h"
 #include "platform/FileDirPath.h"
 #include "playback/PlaybackState.h"
+#include "playback/Position.h"
 
 #include <QCryptographicHash>
 #include <QHash>
@@ -17,6 +18,12 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr double MicrosecondsOfSecond = 1'000'000;
+
+} // namespace
+
 RemoteControl::RemoteControl(Root& root, std::function<bool()> boxOpen) : m_root(root), m_boxOpen(std::move(boxOpen))
 {
     watch();
@@ -26,6 +33,7 @@ RemoteControl::~RemoteControl()
 {
     m_root.Timer2.Tick = m_tick;
     m_root.services.mediaplayer.MediaChange = m_mediaChange;
+    m_root.services.mediaplayer.PositionChange = m_positionChange;
 }
 
 void RemoteControl::watch()
@@ -68,6 +76,11 @@ void RemoteControl::watch()
         mediaChange();
         changed();
     };
+    m_positionChange = m_root.services.mediaplayer.PositionChange;
+    m_root.services.mediaplayer.PositionChange = [this, positionChange = m_positionChange] {
+        positionChange();
+        Sought();
+    };
 }
 
 bool RemoteControl::free() const
@@ -109,7 +122,7 @@ std::optional<PlayedTrack> RemoteControl::track() const
                        .album = player.currentItemInfo(u"Album"_s),
                        .file = m_file,
                        .cover = m_cover,
-                       .microseconds = static_cast<qint64>(player.currentDuration() * 1'000'000)};
+                       .microseconds = static_cast<qint64>(player.currentDuration() * MicrosecondsOfSecond)};
 }
 
 bool RemoteControl::titleKnown() const
@@ -131,6 +144,16 @@ bool RemoteControl::canSkip() const
 {
     return status() != PlaybackStatus::Stopped && m_root.services.mediaplayer.playlistCount() >= 2 &&
            m_root.mnuSoundplayer[1].available() && m_root.mnuSoundplayer[2].available();
+}
+
+bool RemoteControl::canSeek() const
+{
+    return positionOf(m_root).has_value();
+}
+
+qint64 RemoteControl::position() const
+{
+    return static_cast<qint64>(positionOf(m_root).value_or(Position()).seconds * MicrosecondsOfSecond);
 }
 
 int RemoteControl::repeatMode() const
@@ -221,6 +244,28 @@ bool RemoteControl::next()
 bool RemoteControl::previous()
 {
     return free() && canSkip() && m_root.mnuSoundplayer[2].press();
+}
+
+bool RemoteControl::seek(qint64 offset)
+{
+    const std::optional<Position> place = positionOf(m_root);
+    if (!free() || !place)
+        return false;
+    const double wished = place->seconds + static_cast<double>(offset) / MicrosecondsOfSecond;
+    if (wished > place->length)
+        return next();
+    seekTo(m_root, wished);
+    return true;
+}
+
+bool RemoteControl::setPosition(qint64 microseconds)
+{
+    const std::optional<Position> place = positionOf(m_root);
+    const double wished = static_cast<double>(microseconds) / MicrosecondsOfSecond;
+    if (!free() || !place || wished < 0 || wished > place->length)
+        return false;
+    seekTo(m_root, wished);
+    return true;
 }
 
 bool RemoteControl::setRepeatMode(int mode)

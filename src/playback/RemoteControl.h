@@ -62,6 +62,9 @@ public:
     [[nodiscard]] bool canPause() const;
     /// Single tracks have neither a next nor a previous one.
     [[nodiscard]] bool canSkip() const;
+    [[nodiscard]] bool canSeek() const;
+    /// Microseconds into the title; 0 while nothing runs.
+    [[nodiscard]] qint64 position() const;
     /// 1 playlist, 2 track, 3 none.
     [[nodiscard]] int repeatMode() const;
     /// 0 to 1, in the steps of the slider.
@@ -80,6 +83,10 @@ public:
     bool stop();
     bool next();
     bool previous();
+    /// Moves on by so many microseconds, back for less than 0. Behind the end lies the next title.
+    bool seek(qint64 offset);
+    /// A place that the title does not have changes nothing.
+    bool setPosition(qint64 microseconds);
     bool setRepeatMode(int mode);
     /// A change that is less than half a step of the slider moves it by one step nevertheless, unless it is tiny.
     bool setVolume(double level);
@@ -90,6 +97,8 @@ public:
 
     /// Something that is seen may have changed. Called often, from within handlers: to be taken as a hint to look.
     std::function<void()> Changed = [] {};
+    /// The position has been moved within the title, by whatever hand.
+    std::function<void()> Sought = [] {};
 
 private:
     [[nodiscard]] bool free() const;
@@ -106,6 +115,7 @@ private:
     /// What these did before something was added to them.
     std::function<void()> m_tick;
     std::function<void()> m_mediaChange;
+    std::function<void()> m_positionChange;
     /// Looked up once for each title: the cover is to be found on the disk.
     mutable QString m_knownSource;
     mutable QByteArray m_file;

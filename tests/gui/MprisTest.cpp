@@ -91,6 +91,7 @@ public:
         bus.connect(Name, Path, Properties, u"PropertiesChanged"_s, this,
                     SLOT(change(QString, QVariantMap, QStringList)));
         bus.connect(Name, Path, PlaylistsPart, u"PlaylistChanged"_s, this, SLOT(rename(QDBusMessage)));
+        bus.connect(Name, Path, PlayerPart, u"Seeked"_s, this, SLOT(leap(qlonglong)));
     }
 
     QStringList heard;
@@ -108,6 +109,7 @@ public Q_SLOTS:
         if (const auto found = title.match(printed(changed.value(u"Metadata"_s))); found.hasMatch())
             titles += found.captured(1);
     }
+    void leap(qlonglong place) { heard += u"leap: %1"_s.arg(place); }
     void rename(const QDBusMessage& message) { heard += u"renamed: "_s + printed(message.arguments().value(0)); }
 };
 
@@ -276,6 +278,30 @@ TEST_F(Mpris, NextAndPreviousWorkInAListAndNotWithASingleTrack)
     call(PlayerPart, u"Next"_s);
     call(PlayerPart, u"Previous"_s);
     EXPECT_EQ("", told());
+}
+
+TEST_F(Mpris, ATitleIsSoughtInAndEachLeapIsTold)
+{
+    engine().setDuration(200);
+    pSoundPlayer_Click(root());
+    engine().pretendPosition(30);
+    EXPECT_EQ("true", player(u"CanSeek"_s));
+    EXPECT_EQ("30000000", player(u"Position"_s));
+    EXPECT_TRUE(await([this] { return listener->values[u"CanSeek"_s] == true; }));
+    listener->heard.clear();
+    call(PlayerPart, u"Seek"_s, {qlonglong{12'000'000}});
+    EXPECT_TRUE(await([this] { return listener->heard.contains(u"leap: 42000000"_s); }));
+    const auto here = QDBusObjectPath(u"/example/orvanten/track/"_s + u"_2fm_2fErste_201_2emp3"_s);
+    call(PlayerPart, u"SetPosition"_s, {QVariant::fromValue(here), qlonglong{90'000'000}});
+    EXPECT_TRUE(await([this] { return listener->heard.contains(u"leap: 90000000"_s); }));
+    const auto gone = QDBusObjectPath(u"/example/orvanten/track/_2fm_2fErste_202_2emp3"_s);
+    call(PlayerPart, u"SetPosition"_s, {QVariant::fromValue(gone), qlonglong{5'000'000}});
+    call(PlayerPart, u"SetPosition"_s, {QVariant::fromValue(here), qlonglong{200'000'001}});
+    EXPECT_EQ("90000000", player(u"Position"_s));
+    // The place itself is never announced.
+    EXPECT_EQ("leap: 42000000\nleap: 90000000", lines(listener->heard));
+    call(PlayerPart, u"Seek"_s, {qlonglong{111'000'000}});
+    EXPECT_EQ("Erste 2.mp3", engine().currentSourceURL().section(u'/', -1).toStdString());
 }
 
 TEST_F(Mpris, TellsOfTheTitleThatPlays)

@@ -113,6 +113,7 @@ const QString Introspection = uR"xml(  <interface name="org.mpris.MediaPlayer2">
       <arg name="Position" type="x" direction="in"/>
     </method>
     <method name="OpenUri"><arg name="Uri" type="s" direction="in"/></method>
+    <signal name="Seeked"><arg name="Position" type="x"/></signal>
     <property name="PlaybackStatus" type="s" access="read"/>
     <property name="LoopStatus" type="s" access="readwrite"/>
     <property name="Rate" type="d" access="readwrite"/>
@@ -203,6 +204,7 @@ MprisBus::MprisBus(RemoteControl& face, QString identity, QString desktopEntry)
 MprisBus::~MprisBus()
 {
     m_face.Changed = [] {};
+    m_face.Sought = [] {};
     if (!m_started)
         return;
     m_bus.unregisterObject(ObjectPath);
@@ -233,6 +235,7 @@ void MprisBus::start(const QDBusConnection& bus)
         if (!m_soon.isActive())
             m_soon.start();
     };
+    m_face.Sought = [this] { send(PlayerInterface, u"Seeked"_s, {m_face.position()}); };
     takeName(ServiceName, true);
 }
 
@@ -302,9 +305,19 @@ QDBusMessage MprisBus::answer(const QDBusMessage& message)
         later([this] { m_face.quit(); });
         return message.createReply();
     }
-    // The player cannot tell where in a title it is, so these do nothing, as CanSeek tells.
-    if (is(PlayerInterface, u"Seek"_s, u"x"_s) || is(PlayerInterface, u"SetPosition"_s, u"ox"_s))
+    if (is(PlayerInterface, u"Seek"_s, u"x"_s)) {
+        later([this, offset = message.arguments()[0].toLongLong()] { m_face.seek(offset); });
         return message.createReply();
+    }
+    if (is(PlayerInterface, u"SetPosition"_s, u"ox"_s)) {
+        const QString track = message.arguments()[0].value<QDBusObjectPath>().path();
+        // The title that was meant may be over by now.
+        later([this, track, place = message.arguments()[1].toLongLong()] {
+            if (m_face.track() && track == trackPath())
+                m_face.setPosition(place);
+        });
+        return message.createReply();
+    }
     if (is(PlayerInterface, u"OpenUri"_s, u"s"_s))
         return message.createErrorReply(QDBusError::NotSupported, u"No URIs are opened"_s);
     if (is(PlaylistsInterface, u"GetPlaylists"_s, u"uusb"_s))
@@ -393,15 +406,19 @@ QVariantMap MprisBus::rootProperties() const
             {u"SupportedMimeTypes"_s, QStringList()}};
 }
 
-QVariantMap MprisBus::metadata() const
+QString MprisBus::trackPath() const
 {
     const auto track = m_face.track();
+    return track ? TrackFolder + pathElement(track->source) : u"/org/mpris/MediaPlayer2/TrackList/NoTrack"_s;
+}
+
+QVariantMap MprisBus::metadata() const
+{
+    QVariantMap told{{u"mpris:trackid"_s, QVariant::fromValue(QDBusObjectPath(trackPath()))}};
+    const auto track = m_face.track();
     if (!track)
-        return {
-            {u"mpris:trackid"_s, QVariant::fromValue(QDBusObjectPath(u"/org/mpris/MediaPlayer2/TrackList/NoTrack"_s))}};
-    QVariantMap told{
-        {u"mpris:trackid"_s, QVariant::fromValue(QDBusObjectPath(TrackFolder + pathElement(track->source)))},
-        {u"xesam:title"_s, track->title}};
+        return told;
+    told[u"xesam:title"_s] = track->title;
     if (!track->artist.isEmpty())
         told[u"xesam:artist"_s] = QStringList{track->artist};
     if (!track->album.isEmpty())
@@ -422,14 +439,14 @@ QVariantMap MprisBus::playerProperties() const
             {u"Rate"_s, 1.0},
             {u"Metadata"_s, metadata()},
             {u"Volume"_s, m_face.volume()},
-            {u"Position"_s, qint64{0}},
+            {u"Position"_s, m_face.position()},
             {u"MinimumRate"_s, 1.0},
             {u"MaximumRate"_s, 1.0},
             {u"CanGoNext"_s, m_face.canSkip()},
             {u"CanGoPrevious"_s, m_face.canSkip()},
             {u"CanPlay"_s, m_face.canPlay()},
             {u"CanPause"_s, m_face.canPause()},
-            {u"CanSeek"_s, false},
+            {u"CanSeek"_s, m_face.canSeek()},
             {u"CanControl"_s, true}};
 }
 
@@ -458,6 +475,8 @@ void MprisBus::announce()
         QVariantMap now = propertiesOf(interface);
         if (interface == PlayerInterface && !m_face.titleKnown())
             now[u"Metadata"_s] = told[u"Metadata"_s];
+        // Whoever wants to know it looks; only a leap is told, by a signal of its own.
+        now.remove(u"Position"_s);
         QVariantMap changed;
         for (auto property = now.begin(); property != now.end(); ++property)
             if (told.value(property.key()) != property.value())

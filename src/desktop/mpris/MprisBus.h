@@ -36,6 +36,7 @@ private:
     [[nodiscard]] QVariantMap playlistsProperties() const;
     [[nodiscard]] QVariantMap propertiesOf(const QString& interface) const;
     [[nodiscard]] QVariantMap metadata() const;
+    [[nodiscard]] QString trackPath() const;
 
     /// The answer to a call; an error for one that does not exist.
     QDBusMessage answer(const QDBusMessage& message);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace orvantine::desk {
 
 using namespace Qt::StringLiterals;
@@ -95,6 +97,46 @@ TEST_F(RemoteControl, PlaysPausesSkipsAndStops)
     follower.end();
     EXPECT_TRUE(program.closes());
     EXPECT_EQ(playerctl({u"status"_s}), QString());
+}
+
+TEST_F(RemoteControl, SeeksInWhatPlays)
+{
+    Program program(desk);
+    ASSERT_TRUE(program.awaitWindow()) << program.complaints();
+    ASSERT_TRUE(awaitTold({u"status"_s}, u"Stopped"_s)) << program.complaints();
+    const auto position = [this] { return playerctl({u"position"_s}).toDouble(); };
+    playerctl({u"play"_s});
+    ASSERT_TRUE(awaitTold({u"status"_s}, u"Playing"_s));
+    EXPECT_TRUE(await([&] { return position() > 1; })) << "it goes on by itself";
+    const QString first = playerctl({u"metadata"_s, u"xesam:url"_s});
+    playerctl({u"pause"_s});
+    ASSERT_TRUE(awaitTold({u"status"_s}, u"Paused"_s));
+    const auto isAt = [&](double seconds) { return std::abs(position() - seconds) < 0.5; };
+    playerctl({u"position"_s, u"20"_s});
+    EXPECT_TRUE(await([&] { return isAt(20); })) << position();
+    playerctl({u"position"_s, u"5-"_s});
+    EXPECT_TRUE(await([&] { return isAt(15); })) << position();
+    playerctl({u"position"_s, u"8+"_s});
+    EXPECT_TRUE(await([&] { return isAt(23); })) << position();
+
+    // A title that is over, and a place that the title does not have.
+    const auto seek = [this](const QString& track, const QString& place) {
+        return call(u"org.mpris.MediaPlayer2.Player.SetPosition"_s, {u"objpath:"_s + track, u"int64:"_s + place});
+    };
+    const QString here = playerctl({u"metadata"_s, u"mpris:trackid"_s}).remove(u'\'');
+    EXPECT_TRUE(seek(u"/example/orvanten/track/andere"_s, u"2000000"_s));
+    EXPECT_TRUE(seek(here, u"31000000"_s));
+    EXPECT_TRUE(seek(here, u"-1"_s));
+    EXPECT_TRUE(isAt(23)) << position();
+    EXPECT_TRUE(seek(here, u"2000000"_s));
+    EXPECT_TRUE(await([&] { return isAt(2); })) << position();
+
+    EXPECT_TRUE(call(u"org.mpris.MediaPlayer2.Player.Seek"_s, {u"int64:60000000"_s}));
+    EXPECT_TRUE(await([&] {
+        const QString url = playerctl({u"metadata"_s, u"xesam:url"_s});
+        return !url.isEmpty() && url != first;
+    })) << "behind the end lies the next title";
+    EXPECT_TRUE(program.closes());
 }
 
 TEST_F(RemoteControl, ChoosesAPlaylistAndEndsTheProgram)
