@@ -70,9 +70,14 @@ int main(int argc, char** argv)
         fake::FakeDesktop desktop;
         Root& root = desktop.root();
         MainWindow window(root);
+        desktop.memory()->put(u"/m/a.mp3"_s, "x");
+        desktop.mediaplayer().setDuration(283);
+        desktop.mediaplayer().setURL(u"/m/a.mp3"_s);
+        desktop.mediaplayer().pretendPosition(97);
         fake::showSample(root);
         root.Visible = true;
         save(window, u"main"_s);
+        desktop.mediaplayer().pretendPaused();
         root.playback = PlaybackStatus::Paused;
         root.LListView2.setPlaying(3, root.LListView2.subItem(2, 3), true);
         save(window, u"main-paused"_s);

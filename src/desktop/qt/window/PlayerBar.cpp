@@ -6,6 +6,7 @@
 #include "desktop/qt/widgets/Surfaces.h"
 #include "desktop/qt/widgets/Theme.h"
 #include "desktop/qt/widgets/VolumeSlider.h"
+#include "desktop/qt/window/PositionRow.h"
 
 #include <QHBoxLayout>
 #include <QPainter>
@@ -111,6 +112,7 @@ QWidget* PlayerBar::makeStatus()
         held->setVisible(paused);
     });
     layout->addWidget(title);
+    layout->addWidget(new PositionRow(m_root, status));
     layout->addWidget(makeLine(m_root.pCopyStatus, m_root.tCopyStatus, new IconView(u"document-export"_s, 16, status),
                                m_bindings, status));
     layout->addStretch();
