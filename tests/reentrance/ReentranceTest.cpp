@@ -194,10 +194,11 @@ const std::vector<Deed> Commands{
      [](World& w) {
          w.removesList = true;
          w.desktop.memory()->put(w.desktop.folders.program + u"/Laubfeger.dll"_s, "x");
-         w.desktop.launcher.Started = [&w](const LaunchRequest&) {
+         w.desktop.launcher.ExitCode = [&w] {
              for (const QString& name : {u"Alpha"_s, u"Beta"_s, u"Gamma"_s})
                  w.desktop.disk().remove(w.listPath(name));
              w.desktop.disk().writeBytes(w.data() + u"Orvantine.dat"_s, {});
+             return std::optional(0);
          };
          w.desktop.messages.answer(Answer::Ok);
          w.desktop.messages.answer(Answer::No);
