@@ -423,6 +423,53 @@ TEST_F(ListInputView, ThePopUpMenuOfTheKeyboardKeepsTheSelectedRow)
     EXPECT_EQ(root.LListView2.selectedRow(), 3);
 }
 
+TEST_F(ListInputView, TheCatalogueHasAPopUpOfItsCommandsByMouseAndKeyboard)
+{
+    ReportList& list = view(root.LListView1);
+    QStringList entries;
+    int selected = 0;
+    const auto open = [&](QContextMenuEvent::Reason reason, const QPoint& place) {
+        entries.clear();
+        QTimer::singleShot(0, &list, [&] {
+            selected = root.LListView1.selectedRow();
+            auto* const menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+            ASSERT_NE(menu, nullptr);
+            for (const QAction* action : menu->actions())
+                entries += action->isSeparator() ? u"-"_s : action->objectName();
+            menu->close();
+        });
+        QContextMenuEvent event(reason, place, list.viewport()->mapToGlobal(place));
+        QApplication::sendEvent(list.viewport(), &event);
+    };
+    root.LListView1.select(1);
+    open(QContextMenuEvent::Mouse, list.visualRect(root.LListView1.index(2, 1)).center());
+    EXPECT_EQ(selected, 3);
+    EXPECT_EQ(entries.join(u' ').toStdString(), "- mnuWiedergabe - mnuEigenschaften mnuUmbenennen mnuBeschriftung "
+                                                "mnuFavoriten - mnuSpeichernUnter - mnuLöschen");
+    root.LListView1.select(2);
+    list.setFocus();
+    open(QContextMenuEvent::Keyboard, list.viewport()->rect().center());
+    EXPECT_EQ(selected, 2);
+    EXPECT_EQ(entries.size(), 11);
+}
+
+TEST_F(ListInputView, F2RenamesThePlaylist)
+{
+    int pressed = 0;
+    root.mnuUmbenennen.Click = [&pressed] { ++pressed; };
+    ReportList& list = view(root.LListView1);
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_F2);
+    EXPECT_EQ(pressed, 1);
+    view(root.LListView2).setFocus();
+    QTest::keyClick(&view(root.LListView2), Qt::Key_F2);
+    EXPECT_EQ(pressed, 1);
+    root.mnuUmbenennen.Enabled = false;
+    list.setFocus();
+    QTest::keyClick(&list, Qt::Key_F2);
+    EXPECT_EQ(pressed, 1);
+}
+
 } // namespace
 
 } // namespace orvantine

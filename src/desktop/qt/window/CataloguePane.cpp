@@ -1,13 +1,17 @@
 #include "desktop/qt/window/CataloguePane.h"
 
 #include "app/Root.h"
+#include "catalogue/CatalogueRows.h"
 #include "desktop/qt/widgets/FlatButton.h"
 #include "desktop/qt/widgets/Labels.h"
 #include "desktop/qt/widgets/ReportList.h"
 #include "desktop/qt/widgets/Theme.h"
+#include "playlists/GetPlayEntrys.h"
 
+#include <QAction>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 namespace orvantine {
@@ -58,7 +62,7 @@ QWidget* makeHint(Root& root, Bindings& bindings, QWidget* parent)
 
 } // namespace
 
-CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
+CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent), m_root(root), m_popup(this)
 {
     auto* const title = new ControlLabel(root.tOrvanten, TextLabel::Weight::Heading, this);
     auto* const count = new ControlLabel(root.nAnzeige, TextLabel::Weight::Dim, this);
@@ -74,6 +78,11 @@ CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
     m_list = new ReportList(root.LListView1, this);
     m_list->setAccessibleName(u"Wiedergabelisten"_s);
     m_list->setNumberColumn(TracksColumn);
+    m_list->PopUp = [this](const QPoint& point) { popUp(point); };
+    auto* const rename = new QShortcut(Qt::Key_F2, m_list);
+    rename->setContext(Qt::WidgetShortcut);
+    connect(rename, &QShortcut::activated, this, [&root] { root.mnuUmbenennen.press(); });
+    m_popup.setObjectName(u"cataloguePopUp"_s);
     m_hint = makeHint(root, m_bindings, m_list);
     m_bindings.follow(root.pHinweistext.Visible, [this](bool visible) { m_hint->setVisible(visible); });
     m_list->viewport()->installEventFilter(this);
@@ -94,6 +103,37 @@ CataloguePane::CataloguePane(Root& root, QWidget* parent) : QWidget(parent)
     layout->addLayout(head);
     layout->addWidget(caption);
     layout->addWidget(m_list, 1);
+}
+
+void CataloguePane::popUp(const QPoint& point)
+{
+    const ListView& list = m_root.LListView1;
+    const int row = list.selectedRow();
+    if (row == 0)
+        return;
+    // What comes up acts on the list that is in sight. One that is missing is only asked for by a click.
+    if (isPlaylistThere(m_root, playlistPath(m_root, row)))
+        list.Click();
+    if (m_root.services.events.ended() || list.selectedRow() != row)
+        return;
+    if (m_popup.isEmpty()) {
+        const MenuItem* const groups[][4] = {
+            {&m_root.mnuWiedergabe},
+            {&m_root.mnuEigenschaften, &m_root.mnuUmbenennen, &m_root.mnuBeschriftung, &m_root.mnuFavoriten},
+            {&m_root.mnuSpeichernUnter},
+            {&m_root.mnuLöschen}};
+        for (const auto& group : groups) {
+            m_popup.addSeparator();
+            for (const MenuItem* item : group)
+                if (item != nullptr)
+                    m_popup.addAction(window()->findChild<QAction*>(item->fullName()));
+        }
+    }
+    const QList<QAction*> actions = m_popup.actions();
+    for (QAction* action : actions)
+        if (const QString icon = action->data().toString(); !icon.isEmpty() && action->icon().isNull())
+            action->setIcon(Theme::icon(icon));
+    m_popup.exec(point);
 }
 
 bool CataloguePane::eventFilter(QObject* watched, QEvent* event)

@@ -2,6 +2,7 @@
 
 #include "platform/Bindings.h"
 
+#include <QMenu>
 #include <QWidget>
 
 namespace orvantine {
@@ -22,7 +23,11 @@ protected:
 
 private:
     void placeHint();
+    /// The commands of the menu bar that act on the selected playlist.
+    void popUp(const QPoint& point);
 
+    Root& m_root;
+    QMenu m_popup;
     ReportList* m_list;
     /// pHinweistext: stands over the list while the catalogue is empty.
     QWidget* m_hint;
