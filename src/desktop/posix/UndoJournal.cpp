@@ -181,6 +181,7 @@ bool UndoJournal::end()
     }
     m_failed = false;
     m_touched.clear();
+    m_folders.clear();
     m_coveredFrom.clear();
     m_names.clear();
     errno = error;
@@ -388,22 +389,28 @@ bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
     }
     m_length += bytes.size();
     for (const JournalNote& note : notes)
-        m_touched.insert(note.path, note.kind);
+        remember(note);
     return true;
+}
+
+void UndoJournal::remember(const JournalNote& note)
+{
+    m_touched.insert(note.path, note.kind);
+    // What is written in place changes no folder.
+    if (note.kind != JournalNote::Kind::Before && note.kind != JournalNote::Kind::Step)
+        m_folders.insert(folderOf(note.path));
 }
 
 bool UndoJournal::syncTouched()
 {
-    QSet<QByteArray> folders;
     m_syncFailed = m_syncFailed || !std::all_of(m_touched.keyBegin(), m_touched.keyEnd(), [&](const QByteArray& path) {
                        using Kind = JournalNote::Kind;
                        const Kind last = m_touched.value(path);
                        const bool mayBeMissing = last == Kind::Removed || last == Kind::Kept || last == Kind::Link ||
                                                  last == Kind::Scratch || last == Kind::Created;
-                       folders.insert(folderOf(path));
                        return syncPath(path) || (mayBeMissing && errno == ENOENT);
                    });
-    m_syncFailed = m_syncFailed || !std::all_of(folders.begin(), folders.end(), syncPath);
+    m_syncFailed = m_syncFailed || !std::all_of(m_folders.begin(), m_folders.end(), syncPath);
     return !m_syncFailed;
 }
 

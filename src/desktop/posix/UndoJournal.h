@@ -106,6 +106,8 @@ private:
     /// A new one, or an empty one.
     [[nodiscard]] bool openForNotes();
     bool add(std::vector<JournalNote> notes, Sync sync);
+    /// A note of the running change.
+    void remember(const JournalNote& note);
     /// Brings what was touched to the disk.
     [[nodiscard]] bool syncTouched();
     /// Lets the notes behind `length` go.
@@ -155,6 +157,8 @@ private:
     QHash<QByteArray, qint64> m_coveredFrom;
     /// By path, the last note.
     QHash<QByteArray, JournalNote::Kind> m_touched;
+    /// The folders in which a name comes or goes.
+    QSet<QByteArray> m_folders;
     /// By device and inode, the name under which a written file is told of.
     QHash<std::pair<quint64, quint64>, QByteArray> m_names;
     bool m_syncFailed = false;

@@ -150,13 +150,14 @@ bool UndoJournal::rememberCovered()
 {
     m_coveredFrom.clear();
     m_touched.clear();
+    m_folders.clear();
     m_names.clear();
     bool failed = false;
     qint64 at = 0;
     while (const std::optional<ReadNote> read = UndoJournal::read(at, failed)) {
         const JournalNote& note = read->note;
         at = read->end;
-        m_touched.insert(note.path, note.kind);
+        remember(note);
         if (note.kind == JournalNote::Kind::Before || note.kind == JournalNote::Kind::Created)
             m_coveredFrom.insert(note.path, note.offset);
         else if (note.kind == JournalNote::Kind::Removed || note.kind == JournalNote::Kind::Kept)
