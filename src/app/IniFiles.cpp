@@ -1,29 +1,45 @@
 #include "app/IniFiles.h"
 
 #include "app/DataFolder.h"
+#include "app/Dateiexistenz.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
 #include "platform/FileDirPath.h"
 
 namespace orvantine::IniFiles {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr qsizetype LongestValue = 254;
 
-/// What may be written of a database that could not be read is not known.
-bool mayWrite(const Root& root, const QString& file)
+/// A write of `section`, unless it is known that what stands there must stay.
+template <class Write>
+bool written(Root& root, const QString& file, const QString& section, Write write)
 {
     const bool isDatabase = FileDirPath::isSameFile(file, databaseFile(root));
-    const bool may = !root.databaseDoubted || !isDatabase;
-    if (!may) {
+    if (isDatabase && root.databaseDoubted) {
         root.files.noteFault(WriteFault::Disk);
         root.files.failWhole();
+        return false;
     }
-    return may;
+    const bool foreign = isDatabase && isForeign(root);
+    // Its numbers are not those of the rows.
+    if (foreign && section == u"Index"_s)
+        return false;
+    const bool done = write(root.services.profiles);
+    if (done && isDatabase && !foreign)
+        root.databaseAwaited = false;
+    return done;
 }
 
 } // namespace
+
+bool isForeign(const Root& root)
+{
+    return root.databaseAwaited && Dateiexistenz::FileExists(root, databaseFile(root));
+}
 
 QString ReadValue(const Root& root, const QString& file, const QString& section, const QString& key)
 {
@@ -33,17 +49,18 @@ QString ReadValue(const Root& root, const QString& file, const QString& section,
 
 bool WriteValue(Root& root, const QString& file, const QString& section, const QString& key, const QString& value)
 {
-    return mayWrite(root, file) && root.services.profiles.setValue(file, section, key, value);
+    return written(root, file, section,
+                   [&](ProfileStore& profiles) { return profiles.setValue(file, section, key, value); });
 }
 
 bool DeleteKey(Root& root, const QString& file, const QString& section, const QString& key)
 {
-    return mayWrite(root, file) && root.services.profiles.removeKey(file, section, key);
+    return written(root, file, section, [&](ProfileStore& profiles) { return profiles.removeKey(file, section, key); });
 }
 
 bool DeleteSection(Root& root, const QString& file, const QString& section)
 {
-    return mayWrite(root, file) && root.services.profiles.removeSection(file, section);
+    return written(root, file, section, [&](ProfileStore& profiles) { return profiles.removeSection(file, section); });
 }
 
 } // namespace orvantine::IniFiles

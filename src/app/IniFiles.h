@@ -15,4 +15,8 @@ bool WriteValue(Root& root, const QString& file, const QString& section, const Q
 bool DeleteKey(Root& root, const QString& file, const QString& section, const QString& key);
 bool DeleteSection(Root& root, const QString& file, const QString& section);
 
+/// A database stands there that the catalogue knows nothing of (see Root.databaseAwaited). Its section `Index` is not
+/// written.
+[[nodiscard]] bool isForeign(const Root& root);
+
 } // namespace orvantine::IniFiles

@@ -170,6 +170,9 @@ struct Root : RootMenus
     int missingPlaylists = 0;
     /// The catalogue came of a read that failed: it is not saved, and no key is written, until one was whole.
     bool databaseDoubted = false;
+    /// There was none when the catalogue was loaded, and none has been written since: one that stands there is not
+    /// ours.
+    bool databaseAwaited = false;
     /// What the options hold while a command walks over the catalogue: its own number of the selected row, and the
     /// check of mnuErrorDisplay.
     std::optional<int> indexToKeep;

@@ -20,6 +20,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString DoublesSetting = u"CheckEntrys"_s;
+
 /// Puts the stored texts into a row; one that was refused has no place and is passed over.
 void fillRow(Root& root, int row, const CatalogueEntry& entry)
 {
@@ -69,11 +71,14 @@ void mnuLaden_Click(Root& root)
     root.nAnzeige.Caption = u"(0)"_s;
     root.missingPlaylists = 0;
     const int failedReads = root.services.profiles.failedReads();
+    const bool missing = !Dateiexistenz::FileExists(root, databaseFile(root)) &&
+                         root.files.readBytes(databaseFile(root)).outcome == ReadOutcome::Missing;
     if (!command.yield() || !loadRows(root, command))
         return;
     // While a killed command is not put back the file may hold half of it.
     root.databaseDoubted =
         root.services.profiles.failedReads() != failedReads || root.files.trouble() == FilesTrouble::Unfinished;
+    root.databaseAwaited = missing && list.count() == 0;
     if (root.databaseDoubted)
         showQuietly(
             root, u"Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist."_s);
@@ -102,6 +107,21 @@ void mnuLaden_Click(Root& root)
 void GetLoadListe(Root& root)
 {
     mnuLaden_Click(root);
+}
+
+DoublesUnasked::DoublesUnasked(Root& root)
+    : m_root(root), m_before(root.services.settings.value(Hive::CurrentUser, settingsKey(), DoublesSetting))
+{
+    writeSetting(root, DoublesSetting, qint16{0});
+}
+
+DoublesUnasked::~DoublesUnasked()
+{
+    SettingsStore& settings = m_root.services.settings;
+    if (m_before)
+        settings.setValue(Hive::CurrentUser, settingsKey(), DoublesSetting, *m_before);
+    else
+        settings.removeValue(Hive::CurrentUser, settingsKey(), DoublesSetting);
 }
 
 } // namespace orvantine

@@ -11,6 +11,10 @@
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "catalogue/NewPlayliste.h"
+#include "catalogue/mnuLaden.h"
+#include "platform/FileDirPath.h"
+
+#include <vector>
 
 namespace orvantine {
 
@@ -58,6 +62,77 @@ void writeRows(Root& root)
     }
 }
 
+/// The number of the last entry in the database.
+int lastNumber(const Root& root)
+{
+    int number = MostPlaylists;
+    while (number > 0 && indexValue(root, databaseFile(root), number, EntryKey::Name).isEmpty())
+        --number;
+    return number;
+}
+
+bool hasPath(const Root& root, const QString& path, int last)
+{
+    for (int number = 1; number <= last; ++number)
+        if (FileDirPath::isSameFile(indexValue(root, databaseFile(root), number, EntryKey::Path), path))
+            return true;
+    return false;
+}
+
+/// Stores the rows behind those of a database that has come to stand since the catalogue was loaded without one. False
+/// if not all of them have room, or it could not be read or written.
+bool storeBehind(Root& root)
+{
+    const QString database = databaseFile(root);
+    const int failedReads = root.services.profiles.failedReads();
+    const int last = lastNumber(root);
+    std::vector<CatalogueEntry> entries;
+    for (int row = 1; row <= root.LListView1.count(); ++row) {
+        if (hasPath(root, playlistPath(root, row), last))
+            continue;
+        CatalogueEntry& entry = entries.emplace_back();
+        takeCells(root, row, entry);
+    }
+    if (root.services.profiles.failedReads() != failedReads || last + static_cast<int>(entries.size()) > MostPlaylists)
+        return false;
+    root.databaseAwaited = false;
+    WholeChange together(root.files);
+    int number = last;
+    for (CatalogueEntry& entry : entries) {
+        entry.id = padded(number, 3);
+        writeEntry(root, database, ++number, entry);
+    }
+    root.databaseAwaited = !together.end();
+    return !root.databaseAwaited;
+}
+
+/// True if nothing is left for the save to do.
+bool joinForeign(Root& root, Command& command)
+{
+    if (!IniFiles::isForeign(root))
+        return false;
+    ProfileStore& profiles = root.services.profiles;
+    const int failedReads = profiles.failedReads();
+    const bool empty = profiles.keys(databaseFile(root), u"Index"_s).isEmpty();
+    const bool read = profiles.failedReads() == failedReads;
+    // One without a catalogue takes the rows as they are.
+    if (read && empty) {
+        root.databaseAwaited = false;
+        return false;
+    }
+    const bool stored = read && storeBehind(root);
+    command.endWait();
+    if (!stored) {
+        showQuietly(root, u"Nicht gespeichert: Es gibt inzwischen eine andere Datenbank."_s);
+        return true;
+    }
+    const DoublesUnasked unasked(root);
+    root.mnuLaden.Click();
+    if (!command.ended())
+        showQuietly(root, u"Die Datenbank ist wieder da. Ihre Wiedergabelisten stehen vor den neuen."_s);
+    return true;
+}
+
 } // namespace
 
 void mnuSpeichern_Click(Root& root)
@@ -73,6 +148,8 @@ void mnuSpeichern_Click(Root& root)
     if (!command.yield())
         return;
 
+    if (joinForeign(root, command))
+        return;
     const bool kept = backUpOnceADay(root);
 
     if (root.LListView2.count() > 0) {

@@ -1,11 +1,8 @@
 #pragma once
 
-#include "platform/SettingsStore.h"
-
 #include <QString>
 
 #include <functional>
-#include <optional>
 
 namespace orvantine {
 
@@ -17,19 +14,5 @@ bool changeAlone(Root& root, const std::function<bool()>& steps);
 
 /// The path with "bak" in the place of its last three characters; "" for a shorter one.
 [[nodiscard]] QString backupOfList(const QString& path);
-
-/// While one lives, a reload asks nothing of lists with one name. The value is put back as it was, or stays absent.
-class DoublesUnasked
-{
-public:
-    explicit DoublesUnasked(Root& root);
-    ~DoublesUnasked();
-    DoublesUnasked(const DoublesUnasked&) = delete;
-    DoublesUnasked& operator=(const DoublesUnasked&) = delete;
-
-private:
-    Root& m_root;
-    std::optional<SettingValue> m_before;
-};
 
 } // namespace orvantine

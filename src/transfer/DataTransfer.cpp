@@ -6,8 +6,9 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/mnuL_schen.h"
+
+#include "catalogue/mnuLaden.h"
 #include "platform/FileDirPath.h"
-#include "search/FileAfterFile.h"
 #include "transfer/Kopieren.h"
 
 namespace orvantine {

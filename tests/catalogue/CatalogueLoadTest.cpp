@@ -307,6 +307,77 @@ TEST_F(CatalogueLoad, ALoadWhileAKilledCommandIsNotPutBackIsDoubted)
     EXPECT_FALSE(root().databaseDoubted);
 }
 
+TEST_F(CatalogueLoad, ADatabaseThatAppearsAfterAStartWithoutOneKeepsItsRowsInFrontOfTheNewOnes)
+{
+    start();
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    put(database(), bytes(database()) + "2e=Beschrieben\r\n");
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    ASSERT_EQ(3, catalogue().count());
+    EXPECT_EQ("Eins", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Zwei", catalogue().subItem(2, 1).toStdString());
+    EXPECT_EQ("Neu", catalogue().subItem(3, 1).toStdString());
+    EXPECT_NE(databaseText().find("2b=Zwei\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("2e=Beschrieben\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("3b=Neu\r\n"), std::string::npos);
+    EXPECT_EQ("Die Datenbank ist wieder da. Ihre Wiedergabelisten stehen vor den neuen.",
+              root().quietLine.Caption.value().toStdString());
+    catalogue().select(3);
+    root().mnuSpeichern.Click();
+    EXPECT_EQ(3, catalogue().count());
+    EXPECT_NE(databaseText().find("1b=Eins\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ADatabaseThatAppearsAndCannotBeReadAtOnceKeepsItsRows)
+{
+    start();
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    desktop.log.failNext(u"files.readBytes "_s + quoted(database()));
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_NE(databaseText().find("1b=Eins\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("2b=Zwei\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ADatabaseThatTheProgramHasMadeItselfIsSavedAsEver)
+{
+    start();
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    desktop.messages.enter(u"Noch eine"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ(2, catalogue().count());
+    EXPECT_NE(databaseText().find("1b=Neu\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("2b=Noch eine\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ADatabaseThatAppearsWithoutACatalogueTakesTheRows)
+{
+    start();
+    put(database(), "[Options]\r\nx=1\r\n");
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ(1, catalogue().count());
+    EXPECT_NE(databaseText().find("x=1\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("1b=Neu\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ADatabaseThatAppearsAndLeavesNoRoomStaysAsItIs)
+{
+    start();
+    QByteArray index;
+    for (int row = 1; row <= MostPlaylists; ++row)
+        index += indexRow(row, {.name = u"L%1"_s.arg(row), .path = u"/m/L%1.m3u"_s.arg(row)});
+    putDatabase(index);
+    const std::string before = databaseText();
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    EXPECT_EQ(before, databaseText());
+    EXPECT_EQ("Nicht gespeichert: Es gibt inzwischen eine andere Datenbank.",
+              root().quietLine.Caption.value().toStdString());
+}
+
 TEST_F(CatalogueLoad, OneFailingReadInsideALoadIsEnough)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s});
