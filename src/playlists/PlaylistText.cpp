@@ -54,11 +54,11 @@ QString normalisedEntries(QStringView text, const std::function<QString(const QS
     out.reserve(text.size());
     qsizetype start = 0;
     for (qsizetype end = text.indexOf(u'\r'); end >= 0; end = text.indexOf(u'\r', start)) {
-        QString line = text.mid(start, end - start).toString();
         // A line cannot begin with CR or LF: the one ends it, the other is dropped.
-        line.remove(u'\n');
-        if (!line.isEmpty() && !line.startsWith(u'#'))
-            out += shorten(line) + u"\r\n"_s;
+        while (start < end && text[start] == u'\n')
+            ++start;
+        if (start < end && text[start] != u'#')
+            out += shorten(text.mid(start, end - start).toString().remove(u'\n')) + u"\r\n"_s;
         start = end + 1;
     }
     return out;

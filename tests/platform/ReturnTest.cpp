@@ -93,6 +93,23 @@ TEST_F(ReturnTest, ANoteOfAPlaceThatNoFileReachesIsIgnored)
     }
 }
 
+TEST_F(ReturnTest, SomeMegabytesArePutBackWithTheSmallFilesBesideThem)
+{
+    const QByteArray old((3 << 20) + 7, 'a');
+    m_world.put("gross", old);
+    m_world.put("klein", "alt");
+    dieAfter([&](PosixFiles& files) {
+        EXPECT_TRUE(files.writeBytes(at(u"klein"_s), "neu"));
+        EXPECT_TRUE(files.writeBytes(at(u"gross"_s), QByteArray(2 << 20, 'b')));
+        EXPECT_TRUE(files.appendBytes(at(u"klein"_s), " und mehr"));
+        EXPECT_TRUE(files.appendBytes(at(u"gross"_s), QByteArray(2 << 20, 'c')));
+    });
+    ASSERT_EQ(notes().size(), 6U) << "each file as it was, and its two steps";
+    startAgain();
+    EXPECT_EQ(m_world.bytes("klein"), "alt");
+    EXPECT_EQ(m_world.bytes("gross"), old);
+}
+
 TEST_F(ReturnTest, AFolderThatSomebodyRemovedFromADiskThatIsThereHoldsNothingUp)
 {
     ASSERT_EQ(::mkdir(m_world.native("ordner").c_str(), 0700), 0);

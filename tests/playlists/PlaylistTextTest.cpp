@@ -51,13 +51,14 @@ TEST(TextDosConvertGrammar, AnEntryIsALineClosedByCr)
         QString text;
         QString out;
     };
-    for (const Case& c : {Case{u"a.mp3\r\nb.mp3\r\n"_s, u"a.mp3\r\nb.mp3\r\n"_s},
-                          Case{u"a.mp3\rb.mp3\r"_s, u"a.mp3\r\nb.mp3\r\n"_s}, Case{u"a.mp3\nb.mp3\n"_s, u""_s},
-                          Case{u"a.mp3\nb.mp3\r"_s, u"a.mp3b.mp3\r\n"_s}, Case{u"a.\nmp3\r\n"_s, u"a.mp3\r\n"_s},
-                          Case{u"a.mp3\r\nb.mp3"_s, u"a.mp3\r\n"_s}, Case{u"\r\n\r\na.mp3\r\n\r\n"_s, u"a.mp3\r\n"_s},
-                          Case{u"#EXTM3U\r\na.mp3\r\n#EXTINF:1\r\nb.mp3\r\n"_s, u"a.mp3\r\nb.mp3\r\n"_s},
-                          Case{u" #a.mp3\r\n"_s, u" #a.mp3\r\n"_s},
-                          Case{u"[playlist]\r\nFile1=C:\\x.mp3\r\n"_s, u"[playlist]\r\nFile1=C:\\x.mp3\r\n"_s}})
+    for (const Case& c :
+         {Case{u"a.mp3\r\nb.mp3\r\n"_s, u"a.mp3\r\nb.mp3\r\n"_s}, Case{u"a.mp3\rb.mp3\r"_s, u"a.mp3\r\nb.mp3\r\n"_s},
+          Case{u"a.mp3\nb.mp3\n"_s, u""_s}, Case{u"a.mp3\nb.mp3\r"_s, u"a.mp3b.mp3\r\n"_s},
+          Case{u"a.\nmp3\r\n"_s, u"a.mp3\r\n"_s}, Case{u"a.mp3\r\nb.mp3"_s, u"a.mp3\r\n"_s},
+          Case{u"\r\n\r\na.mp3\r\n\r\n"_s, u"a.mp3\r\n"_s},
+          Case{u"#EXTM3U\r\na.mp3\r\n#EXTINF:1\r\nb.mp3\r\n"_s, u"a.mp3\r\nb.mp3\r\n"_s},
+          Case{u" #a.mp3\r\n"_s, u" #a.mp3\r\n"_s}, Case{u"\n\n#a.mp3\r\n\nb\n.m\np3\r\n\n\r"_s, u"b.mp3\r\n"_s},
+          Case{u"[playlist]\r\nFile1=C:\\x.mp3\r\n"_s, u"[playlist]\r\nFile1=C:\\x.mp3\r\n"_s}})
         EXPECT_EQ(c.out.toStdString(),
                   normalisedEntries(c.text, [](const QString& line) { return line; }).toStdString())
             << c.text.toStdString();

@@ -92,7 +92,7 @@ bool isScratchName(const QByteArray& path)
     return path.sliced(path.lastIndexOf('/') + 1).startsWith(scratchPrefix);
 }
 
-QByteArray encodedNote(const JournalNote& note)
+QByteArray encodedHead(const JournalNote& note)
 {
     Head head;
     head.kind = static_cast<quint32>(note.kind);
@@ -111,9 +111,14 @@ QByteArray encodedNote(const JournalNote& note)
     head.bytesLength = note.bytes.size();
     head.sum = sumOf(head, note.path, note.bytes);
     QByteArray result;
-    result.reserve(qsizetype{sizeof head} + note.path.size() + note.bytes.size());
+    result.reserve(qsizetype{sizeof head} + note.path.size());
     result.append(reinterpret_cast<const char*>(&head), qsizetype{sizeof head});
-    return result.append(note.path).append(note.bytes);
+    return result.append(note.path);
+}
+
+QByteArray encodedNote(const JournalNote& note)
+{
+    return encodedHead(note) + note.bytes;
 }
 
 std::optional<ReadNote> noteAt(const JournalBytes& bytes, qint64 at, qint64 size, bool& failed)

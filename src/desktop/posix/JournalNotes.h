@@ -55,7 +55,9 @@ struct JournalNote
 [[nodiscard]] QByteArray scratchName(const QByteArray& path);
 [[nodiscard]] bool isScratchName(const QByteArray& path);
 
-/// As it is written: a head, the path, the bytes, under one checksum over all of them.
+/// What is written in front of the note's bytes: a head and the path, under one checksum over all three.
+[[nodiscard]] QByteArray encodedHead(const JournalNote& note);
+/// The whole note.
 [[nodiscard]] QByteArray encodedNote(const JournalNote& note);
 
 struct ReadNote

@@ -41,6 +41,45 @@ bool tellFolder(JournalNote& note)
     return true;
 }
 
+/// Notes on their way to the journal: small ones together, the bytes of large ones as they lie in memory.
+class NoteWriter
+{
+public:
+    NoteWriter(const Descriptor& file, qint64 at) : m_file(file), m_at(at) {}
+
+    bool add(const JournalNote& note)
+    {
+        constexpr qsizetype large = qsizetype{1} << 20;
+        m_gathered += encodedHead(note);
+        if (end() + note.bytes.size() > longestJournal) {
+            errno = EFBIG;
+            return false;
+        }
+        if (note.bytes.size() < large) {
+            m_gathered += note.bytes;
+            return true;
+        }
+        if (!finish() || !writeAt(m_file, m_at, note.bytes))
+            return false;
+        m_at += note.bytes.size();
+        return true;
+    }
+    bool finish()
+    {
+        if (!writeAt(m_file, m_at, m_gathered))
+            return false;
+        m_at += m_gathered.size();
+        m_gathered.clear();
+        return true;
+    }
+    [[nodiscard]] qint64 end() const { return m_at + m_gathered.size(); }
+
+private:
+    const Descriptor& m_file;
+    qint64 m_at;
+    QByteArray m_gathered;
+};
+
 } // namespace
 
 UndoJournal::UndoJournal(QByteArray folder, RecoveryStore& store, const char* name)
@@ -242,7 +281,7 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
         before.modifiedNanoseconds = info.st_mtim.tv_nsec;
         before.offset = offset;
         // What is noted already is not noted once more: a command notes no more than the whole file.
-        before.bytes = old.first(std::min<qsizetype>(old.size(), covered - offset)).toByteArray();
+        before.bytes = QByteArray::fromRawData(old.data(), std::min<qsizetype>(old.size(), covered - offset));
         const qint64 told = offset + before.bytes.size();
         QByteArray behind;
         if (told < covered && (!readAt(file, told, covered - told, behind) || behind.size() != covered - told))
@@ -257,7 +296,7 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
     step.inode = info.st_ino;
     step.offset = offset;
     step.length = length;
-    step.bytes = fresh.toByteArray();
+    step.bytes = QByteArray::fromRawData(fresh.data(), fresh.size());
     // What fills a new file is known behind a loss of power too.
     const Sync sync = notes.empty() && info.st_size > 0 ? Sync::No : Sync::Yes;
     notes.push_back(std::move(step));
@@ -370,24 +409,19 @@ bool UndoJournal::add(std::vector<JournalNote> notes, Sync sync)
         m_file.close();
     if (!openForNotes())
         return false;
-    QByteArray bytes;
+    NoteWriter writer(m_file, m_length);
+    bool written = true;
     for (JournalNote& note : notes) {
         note.boot = currentBoot();
-        if (note.kind != JournalNote::Kind::Step && !tellFolder(note))
-            return false;
-        bytes += encodedNote(note);
+        written = written && (note.kind == JournalNote::Kind::Step || tellFolder(note)) && writer.add(note);
     }
-    if (m_length + bytes.size() > longestJournal) {
-        errno = EFBIG;
-        return false;
-    }
-    if (!writeAt(m_file, m_length, bytes) || (sync == Sync::Yes && ::fdatasync(m_file.get()) != 0)) {
+    if (!written || !writer.finish() || (sync == Sync::Yes && ::fdatasync(m_file.get()) != 0)) {
         const int error = errno;
         static_cast<void>(truncateTo(m_file, m_length));
         errno = error;
         return false;
     }
-    m_length += bytes.size();
+    m_length = writer.end();
     for (const JournalNote& note : notes)
         remember(note);
     return true;
