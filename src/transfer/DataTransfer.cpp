@@ -6,7 +6,6 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/mnuL_schen.h"
-
 #include "catalogue/mnuLaden.h"
 #include "platform/FileDirPath.h"
 #include "transfer/Kopieren.h"
