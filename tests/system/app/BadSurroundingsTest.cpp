@@ -125,9 +125,10 @@ TEST_F(BadSurroundings, EachSignalOfAnEndSavesTheOptionsAndEndsWithoutAFault)
         useList("gone.mp3\r\n");
         Program program(desk);
         ASSERT_TRUE(program.awaitWindow()) << program.complaints();
-        const QString window = desk.window(u"Orvanten Manager"_s);
-        // A window that has just come up may still be given its first size: it is asked for until it stays.
+        // A window that has just come up may still be given its first size, and the start picture may still stand: it
+        // is asked for until it stays.
         ASSERT_TRUE(await([&] {
+            const QString window = desk.window(u"Orvanten Manager"_s);
             desk.tool(u"xdotool"_s, {u"windowsize"_s, window, u"777"_s, u"600"_s});
             const QString told = desk.tool(u"xdotool"_s, {u"getwindowgeometry"_s, window}).value_or(QString());
             return told.contains(u"777x600"_s);
