@@ -3,7 +3,11 @@
 #include "desktop/tags/TagLibTags.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+
+#include <algorithm>
+#include <memory>
 
 namespace orvantine::bench {
 
@@ -46,6 +50,28 @@ QByteArray tagInfoSection(int keys, const QStringList& tracks)
         text += path.toUtf8() + "=Eine Band - Lied Nummer " + QByteArray::number(key) + "\r\n";
     }
     return text;
+}
+
+Row longestWait(fake::VirtualEvents& events, const std::function<void()>& work)
+{
+    constexpr int MostYields = 200'000;
+    struct Beats
+    {
+        void note()
+        {
+            longest = std::max(longest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
+            clock.start();
+        }
+        QElapsedTimer clock;
+        double longest = 0;
+    };
+    const auto beats = std::make_shared<Beats>();
+    for (int yield = 1; yield <= MostYields; ++yield)
+        events.atYield(yield, [beats] { beats->note(); });
+    beats->clock.start();
+    work();
+    beats->note();
+    return {u"longest wait of the window in it"_s, u"ms"_s, beats->longest, {}, 100, false};
 }
 
 void layOut(const QString& path, const QByteArray& bytes)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Measure.h"
 #include "support/DiskDesktop.h"
 
 #include <QTemporaryDir>
@@ -27,6 +28,9 @@ public:
 
 /// Lines of `keys` keys of section `TagInfo`, the first ones for `tracks`.
 [[nodiscard]] QByteArray tagInfoSection(int keys, const QStringList& tracks);
+
+/// The longest time between two moments of the work at which the window can answer; at most 100 ms.
+[[nodiscard]] Row longestWait(fake::VirtualEvents& events, const std::function<void()>& work);
 
 /// Writes a file without going through anything of the program.
 void layOut(const QString& path, const QByteArray& bytes);

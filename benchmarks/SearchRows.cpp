@@ -9,11 +9,7 @@
 
 #include <QDir>
 #include <QDirIterator>
-#include <QElapsedTimer>
 #include <QFile>
-
-#include <algorithm>
-#include <memory>
 
 namespace orvantine::bench {
 
@@ -64,29 +60,6 @@ public:
     QStringList lists;
 };
 
-/// The longest time between two moments of the work at which the window can answer.
-Row heartbeat(const QString& name, fake::VirtualEvents& events, const std::function<void()>& work)
-{
-    constexpr int MostYields = 200'000;
-    struct Beats
-    {
-        void note()
-        {
-            longest = std::max(longest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
-            clock.start();
-        }
-        QElapsedTimer clock;
-        double longest = 0;
-    };
-    const auto beats = std::make_shared<Beats>();
-    for (int yield = 1; yield <= MostYields; ++yield)
-        events.atYield(yield, [beats] { beats->note(); });
-    beats->clock.start();
-    work();
-    beats->note();
-    return {name, u"ms"_s, beats->longest, {}, 100, false};
-}
-
 void searchInVain(SearchDesktop& desktop)
 {
     Suchen& form = *desktop.root.suchen;
@@ -106,7 +79,7 @@ std::vector<Row> search()
     const double time = medianMilliseconds(Runs, [&] { searchInVain(desktop); });
     const double floor = medianMilliseconds(Runs, [&] { desktop.readAll(); });
     return {{u"full search in vain through 160,000 tracks"_s, u"ms"_s, time, floor, 1000, false},
-            heartbeat(u"longest wait of the window in it"_s, desktop.events, [&] { searchInVain(desktop); })};
+            longestWait(desktop.events, [&] { searchInVain(desktop); })};
 }
 
 std::vector<Row> indexRun()
@@ -118,8 +91,7 @@ std::vector<Row> indexRun()
     };
     const double time = medianMilliseconds(Runs, run);
     const double floor = medianMilliseconds(Runs, [&] { desktop.readAll(); });
-    return {{u"index of 160,000 tracks"_s, u"ms"_s, time, floor, 1000, false},
-            heartbeat(u"longest wait of the window in it"_s, desktop.events, run)};
+    return {{u"index of 160,000 tracks"_s, u"ms"_s, time, floor, 1000, false}, longestWait(desktop.events, run)};
 }
 
 /// 2,500 folders on three levels with 20 tracks each.
@@ -166,7 +138,7 @@ std::vector<Row> scan()
     if (found != Files)
         qFatal("the plain walk did not find every track");
     return {{u"scan of 50,000 files in 2,500 folders"_s, u"ms"_s, time, floor, 1.5, true},
-            heartbeat(u"longest wait of the window in it"_s, desktop.events, scanned)};
+            longestWait(desktop.events, scanned)};
 }
 
 } // namespace

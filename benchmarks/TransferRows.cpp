@@ -6,11 +6,9 @@
 #include "transfer/RestorePlan.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 
-#include <algorithm>
 #include <memory>
 #include <numeric>
 
@@ -229,29 +227,6 @@ void unpackPlainly(BackupDesktop& desktop)
     }
 }
 
-/// The longest time between two moments of the work at which the window can answer.
-double longestWait(fake::VirtualEvents& events, const std::function<void()>& work)
-{
-    constexpr int MostYields = 20'000;
-    struct Beats
-    {
-        void note()
-        {
-            longest = std::max(longest, static_cast<double>(clock.nsecsElapsed()) / 1e6);
-            clock.start();
-        }
-        QElapsedTimer clock;
-        double longest = 0;
-    };
-    const auto beats = std::make_shared<Beats>();
-    for (int yield = 1; yield <= MostYields; ++yield)
-        events.atYield(yield, [beats] { beats->note(); });
-    beats->clock.start();
-    work();
-    beats->note();
-    return beats->longest;
-}
-
 std::vector<Row> backupAndRestore()
 {
     constexpr int Runs = 3;
@@ -269,10 +244,9 @@ std::vector<Row> backupAndRestore()
     const double restoredFloor = medianMilliseconds(
         Runs, [&] { unpackPlainly(desktop); }, [&] { desktop.spoil(); });
     desktop.spoil();
-    const double wait = longestWait(desktop.events, [&] { desktop.restore(); });
     return {{u"backup of 160 lists"_s, u"ms"_s, packed, packedFloor, 1.5, true},
             {u"restore of 160 lists"_s, u"ms"_s, restored, restoredFloor, 300, false},
-            {u"longest wait of the window in it"_s, u"ms"_s, wait, {}, 100, false}};
+            longestWait(desktop.events, [&] { desktop.restore(); })};
 }
 
 } // namespace
