@@ -53,7 +53,7 @@ function(orvantine_test name)
             ${name} <gmock/gmock.h> <gtest/gtest.h> <QtWidgets> "${PROJECT_SOURCE_DIR}/tests/support/FakeDesktop.h"
         )
     elseif(ORVANTINE_PRECOMPILE AND "orvantine_fakes" IN_LIST ARG_LIBRARIES)
-        target_precompile_headers(${name} REUSE_FROM orvantine_fakes)
+        target_precompile_headers(${name} REUSE_FROM orvantine_test_headers)
     endif()
     if(NOT ARG_SECONDS)
         set(ARG_SECONDS 120)
