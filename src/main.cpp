@@ -164,6 +164,11 @@ int run(const Errand& errand)
     const SessionEnd sessionEnd([&window] { window.endSession(); });
     QTimer::singleShot(0, &window, [&root, &window, &bus] {
         Form_Load(root);
+        // A command that is chosen from an open menu must find what stood there when it was opened.
+        Instance& instance = root.services.instance;
+        instance.TakesFiles = [takesFiles = instance.TakesFiles] {
+            return QApplication::activePopupWidget() == nullptr && takesFiles();
+        };
         // Behind the events that draw it.
         QTimer::singleShot(0, &window, [&root, &bus] {
             qCDebug(startLog, "window visible");

@@ -123,6 +123,38 @@ TEST_F(PlayedPlace, IsSeenAsSoonAsTheLengthIsKnown)
     EXPECT_EQ("0:00 of 3:20", times());
 }
 
+TEST_F(PlayedPlace, KeepsTheKeysBetweenTwoTitles)
+{
+    play();
+    bar().setFocus();
+    desktop.mediaplayer().MediaChange = [this, change = desktop.mediaplayer().MediaChange] {
+        change();
+        // The length is not known yet, or just so.
+        EXPECT_TRUE(row().isVisible());
+        EXPECT_EQ(&bar(), window.focusWidget());
+    };
+    desktop.disk().writeBytes(u"/m/b.mp3"_s, "x");
+    desktop.mediaplayer().setURL(u"/m/b.mp3"_s);
+    EXPECT_EQ("0:00 of 3:20", times());
+    root.playback = PlaybackStatus::Stopped;
+    desktop.mediaplayer().close();
+    desktop.mediaplayer().PositionChange();
+    EXPECT_FALSE(row().isVisible());
+}
+
+TEST_F(PlayedPlace, ADragEndsWithItsTitle)
+{
+    play();
+    QTest::mousePress(&bar(), Qt::LeftButton, {}, QPoint(bar().width() / 2, bar().height() / 2));
+    ASSERT_TRUE(bar().isSliderDown());
+    desktop.disk().writeBytes(u"/m/b.mp3"_s, "x");
+    desktop.mediaplayer().setURL(u"/m/b.mp3"_s);
+    EXPECT_FALSE(bar().isSliderDown());
+    desktop.log.take();
+    QTest::mouseRelease(&bar(), Qt::LeftButton, {}, QPoint(bar().width() / 2, bar().height() / 2));
+    EXPECT_EQ("", sought());
+}
+
 TEST_F(PlayedPlace, GoesOnWithEachSecond)
 {
     play();

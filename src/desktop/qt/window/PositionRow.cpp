@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orvantine {
 
@@ -201,6 +202,9 @@ void PositionRow::showEvent(QShowEvent* event)
 void PositionRow::look()
 {
     const std::optional<Position> place = positionOf(m_root);
+    // What is held of one title does not count for the next.
+    if (const QString title = m_root.services.mediaplayer.currentSourceURL(); title != std::exchange(m_title, title))
+        m_bar->setSliderDown(false);
     // The line about copying takes the room.
     const bool copies = m_root.pCopyStatus.Visible.value() && !m_root.tCopyStatus.Caption.value().isEmpty();
     if (place) {
@@ -211,7 +215,11 @@ void PositionRow::look()
         // So that a tenth second does not move the bar.
         m_elapsed->setMinimumWidth(m_length->sizeHint().width());
     }
-    setVisible(place && !copies);
+    // Between two titles it stays for who uses its keys: they would go to what is next to it.
+    const bool used = m_bar->hasFocus() && m_root.playback.value() != PlaybackStatus::Stopped;
+    if (!place)
+        m_bar->show(0, 0);
+    setVisible((place || used) && !copies);
     constexpr double Second = 1000;
     if (m_root.playback.value() != PlaybackStatus::Playing || !parentWidget()->isVisible())
         return m_second.stop();

@@ -66,6 +66,7 @@ private:
     QTimer m_second;
     /// What it did before this row looked too.
     std::function<void()> m_mediaChange;
+    QString m_title;
     Bindings m_bindings;
 };
 
