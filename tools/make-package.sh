@@ -10,10 +10,13 @@ tools/install-packages.sh run package
 version=$(dpkg-parsechangelog --show-field Version)
 folder=build/package
 tree=$folder/orvanten-manager-$version
+sources=$(mktemp)
+trap 'rm -f "$sources"' EXIT
+# The checkout may belong to another user. What cannot be gathered leaves the older packages.
+git -c "safe.directory=$PWD" ls-files -z | tar --create --null --files-from=- --file="$sources"
 rm -rf "$folder"
 mkdir -p "$tree"
-# The checkout may belong to another user.
-git -c "safe.directory=$PWD" ls-files -z | tar --create --null --files-from=- | tar --extract --directory="$tree"
+tar --extract --directory="$tree" --file="$sources"
 
 # Precompiled headers and a compiler cache do not go together.
 unset CMAKE_C_COMPILER_LAUNCHER CMAKE_CXX_COMPILER_LAUNCHER
