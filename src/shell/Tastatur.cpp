@@ -35,8 +35,9 @@ QStringList moreKeys()
             u"Strg + C, Strg + V\tKopieren, Einfügen"_s,
             u"Strg + F\tSuchen"_s,
             u"F1\tHilfethemen"_s,
+            u"F2\tPlayliste umbenennen"_s,
             u"F10\tMenüleiste"_s,
-            u"Menütaste\tMenü des Titels"_s,
+            u"Menütaste\tMenü der Playliste o. des Titels"_s,
             u"Entf (auf dem Cover)\tCD-Cover löschen"_s,
             u"Alt + Q\tProgramm beenden"_s};
 }

@@ -183,7 +183,7 @@ TEST_F(OptionsOnScreen, EscapeLeavesTheSettingsAsTheyWere)
 TEST_F(OptionsOnScreen, TheKeysStandInTwoTablesThatAreReadByCell)
 {
     show(*root.tastatur);
-    for (const auto& [keys, rows] : {std::pair{&root.tastatur->LKeys, 12}, std::pair{&root.tastatur->LMoreKeys, 16}}) {
+    for (const auto& [keys, rows] : {std::pair{&root.tastatur->LKeys, 12}, std::pair{&root.tastatur->LMoreKeys, 17}}) {
         auto* const table = find<QTreeWidget>(*keys);
         EXPECT_EQ(rows, table->topLevelItemCount());
         EXPECT_FALSE(table->accessibleName().isEmpty());

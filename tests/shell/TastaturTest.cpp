@@ -73,7 +73,7 @@ TEST_F(KeyTable, EachKeyOfTheMenusStandsInItByTheNameOfItsCommand)
 TEST_F(KeyTable, WhatStandsInItIsAKeyOfAMenuOfTheListsOrOfTheWindow)
 {
     // Those of the window are pressed in the tests of its widgets.
-    const QStringList ofWindow{u"F10"_s, u"Menütaste"_s, u"Entf (auf dem Cover)"_s};
+    const QStringList ofWindow{u"F2"_s, u"F10"_s, u"Menütaste"_s, u"Entf (auf dem Cover)"_s};
     const std::vector<ListKey> ofLists{
         {u"Enter"_s, 0, 13, true}, {u"Alt + 0 (Ziffernblock)"_s, 4, 96, true}, {u"Umschalt + <"_s, 1, 226, false}};
     QStringList left = toldKeys().keys();
