@@ -26,11 +26,15 @@ bool written(Root& root, const QString& file, const QString& section, Write writ
     }
     const bool foreign = isDatabase && isForeign(root);
     // Its numbers are not those of the rows.
-    if (foreign && section == u"Index"_s)
+    if (foreign && section == u"Index"_s) {
+        root.files.noteFault(WriteFault::Disk);
+        root.files.failWhole();
         return false;
+    }
     const bool done = write(root.services.profiles);
-    if (done && isDatabase && !foreign)
-        root.databaseAwaited = false;
+    // To take a key out of a file that is missing makes none.
+    if (done && isDatabase && !foreign && root.databaseAwaited)
+        root.databaseAwaited = !Dateiexistenz::FileExists(root, file);
     return done;
 }
 

@@ -53,13 +53,17 @@ void writeRows(Root& root)
 {
     const QString database = databaseFile(root);
     ListView& list = root.LListView1;
-    const WholeChange together(root.files);
+    const bool awaited = root.databaseAwaited;
+    WholeChange together(root.files);
     IniFiles::DeleteSection(root, database, u"Index"_s);
     for (int row = 1; row <= list.count(); ++row) {
         list.setText(row, padded(row - 1, 3));
         list.Tag = QString::number(row);
         writeEntry(root, database, row, entryOf(root, row));
     }
+    // The file that it made has gone again.
+    if (!together.end() && awaited)
+        root.databaseAwaited = true;
 }
 
 /// The number of the last entry in the database.
@@ -120,7 +124,8 @@ bool joinForeign(Root& root, Command& command)
         root.databaseAwaited = false;
         return false;
     }
-    const bool stored = read && storeBehind(root);
+    // The extras of its rows come from the copy at the next save.
+    const bool stored = read && backUpOnceADay(root) && storeBehind(root);
     command.endWait();
     if (!stored) {
         showQuietly(root, u"Nicht gespeichert: Es gibt inzwischen eine andere Datenbank."_s);

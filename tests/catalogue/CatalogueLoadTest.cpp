@@ -1,4 +1,6 @@
+#include "app/DataFolder.h"
 #include "app/FormResize.h"
+#include "app/IniFiles.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueWorld.h"
 #include "catalogue/mnuLaden.h"
@@ -327,6 +329,34 @@ TEST_F(CatalogueLoad, ADatabaseThatAppearsAfterAStartWithoutOneKeepsItsRowsInFro
     root().mnuSpeichern.Click();
     EXPECT_EQ(3, catalogue().count());
     EXPECT_NE(databaseText().find("1b=Eins\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ASaveThatFailsWhileTheDatabaseIsAwayDoesNotMakeItOurs)
+{
+    start();
+    desktop.log.failNext(u"files.writeBytes "_s + quoted(database()));
+    desktop.log.failNext(u"files.appendBytes "_s + quoted(database()));
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    IniFiles::DeleteSection(root(), database(), u"Finder"_s);
+    ASSERT_FALSE(desktop.disk().exists(database()));
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    root().mnuSpeichern.Click();
+    EXPECT_NE(databaseText().find("1b=Eins\r\n"), std::string::npos);
+    EXPECT_NE(databaseText().find("2b=Zwei\r\n"), std::string::npos);
+}
+
+TEST_F(CatalogueLoad, ADatabaseThatAppearsKeepsItsDescriptionsAlsoAtTheSaveAfterTheNext)
+{
+    start();
+    putCatalogue({u"Eins"_s, u"Zwei"_s});
+    put(backupFile(root()), bytes(database()) + "2e=Von gestern\r\n");
+    put(database(), bytes(database()) + "2e=Beschrieben\r\n");
+    desktop.memory()->setModified(database(), QDateTime(QDate(2026, 11, 19), QTime(20, 0)));
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    root().mnuSpeichern.Click();
+    EXPECT_NE(databaseText().find("2e=Beschrieben\r\n"), std::string::npos);
 }
 
 TEST_F(CatalogueLoad, ADatabaseThatAppearsAndCannotBeReadAtOnceKeepsItsRows)
