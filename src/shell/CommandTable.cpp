@@ -42,7 +42,7 @@ std::vector<CommandRow> barRows(Root& r)
          .caption = u"Liste hinzufügen ... ",
          .shortcut = u"Ctrl+N",
          .run = plain<mnuDurchsuchen_Click>,
-         .changes = Changes::Catalogue,
+         .changes = Changes::Both,
          .tip = 110,
          .icon = u"document-import"},
         {.level = 2,
