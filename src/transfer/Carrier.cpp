@@ -155,7 +155,7 @@ bool isCatalogueFile(const Root& root, const QString& path)
     if (!root.files.stamp(path))
         return false;
     const std::optional<UsedLists> used = UsedLists::read(root);
-    return used && used->contains(root, path);
+    return !used || used->contains(root, path);
 }
 
 std::optional<qint64> bytesOf(const Root& root, Command& command, const QStringList& files)

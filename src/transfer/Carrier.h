@@ -78,7 +78,8 @@ private:
     std::optional<QDateTime> m_lateSince;
 };
 
-/// The list is the file of a row of the catalogue, by whatever path: a copy of it is not put in its place.
+/// The list is the file of a row of the catalogue, by whatever path: a copy of it is not put in its place. True also
+/// where nobody knows because the database cannot be read.
 [[nodiscard]] bool isCatalogueFile(const Root& root, const QString& path);
 
 /// The bytes of all these files; a missing one adds nothing. Nothing after the end of the program.

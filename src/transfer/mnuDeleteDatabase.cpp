@@ -81,13 +81,16 @@ bool hasNoEntry(const Root& root)
 
 void reset(Root& root, Command& command)
 {
+    const std::optional<FileStamp> before = root.files.stamp(databaseFile(root));
     const std::unique_ptr<RunningProgram> program = root.services.launcher.run(
         {.kind = LaunchKind::Program, .command = sibling(root), .target = sibling(root), .arguments = {}});
     command.wait();
     const std::optional<int> code = program ? waitForEnd(command, *program) : std::optional(-1);
     if (!code)
         return;
-    if (*code != 0 || !hasNoEntry(root))
+    // One that was killed behind its last step has done it all the same.
+    const bool changed = root.files.stamp(databaseFile(root)) != before;
+    if ((*code != 0 && !changed) || !hasNoEntry(root))
         return showQuietly(root, u"Die Datenbank wurde nicht zurückgesetzt."_s);
     if (reloadDatabase(root, command))
         command.lastYield();

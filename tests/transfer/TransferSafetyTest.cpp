@@ -176,16 +176,16 @@ TEST_F(TransferSafety, AStopIsNotLostWhereThePlayerWritesTheMark)
     EXPECT_EQ(report(), Stopped);
     EXPECT_EQ(tree(), "");
 
-    meanwhile(u"Rock 2.mp3"_s, [this] {
+    meanwhile(u"Pop 1.mp3"_s, [this] {
         root().kopieren->bAbbrechen.Click();
         root().Tag = u"0"_s;
     });
-    click(1);
+    click(2);
     choose();
-    enter(u"Rock"_s);
+    enter(u"Pop"_s);
     answer(Answer::Ok);
     EXPECT_TRUE(root().mnuHandling[1].press());
-    EXPECT_FALSE(root().kopieren->stopped);
+    EXPECT_EQ(tree(), "Pop.m3u\nPop/\nPop/Pop 1.mp3");
 }
 
 TEST_F(TransferSafety, AnArchiveIsToldOfAlsoWhereThePlayerWasStoppedMeanwhile)

@@ -39,8 +39,9 @@ public:
 
 private:
     [[nodiscard]] bool readEntries(qint64 mostEntries);
-    [[nodiscard]] bool unpackOne(std::size_t number, const std::function<bool(qint64 bytes)>& goesOn);
     /// False with `errno`, also where the disk is sound and the archive is not.
+    [[nodiscard]] bool unpackOne(std::size_t number, const std::function<bool(qint64 bytes)>& goesOn);
+    /// False with `errno`.
     [[nodiscard]] bool prepareStaging();
     void emptyStaging() const;
 

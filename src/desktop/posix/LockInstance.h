@@ -40,7 +40,7 @@ public:
     bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
 
-    /// Later: so many files wait already, or the program is at its end.
+    /// Later: so many files wait already.
     enum class Handing { Taken, Later, Nobody };
     /// Hands files over to the program that holds the lock of that title.
     Handing hand(const QString& title, const QStringList& paths);
