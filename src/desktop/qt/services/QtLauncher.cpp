@@ -98,7 +98,7 @@ bool isTrustedProgram(const QByteArray& nativePath)
     return (state.st_mode & (S_IWGRP | S_IWOTH)) == 0;
 }
 
-QtLauncher::QtLauncher(const Files& files, QString programFolder)
+QtLauncher::QtLauncher(const Files& files, const QString& programFolder)
     : m_files(files), m_programFolder(QDir::cleanPath(programFolder))
 {
 }

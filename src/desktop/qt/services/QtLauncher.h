@@ -22,7 +22,7 @@ class QtLauncher final : public Launcher
 {
 public:
     /// A program below the program's own folder is started only if it can be trusted, any other as the user says.
-    explicit QtLauncher(const Files& files, QString programFolder = QCoreApplication::applicationDirPath());
+    explicit QtLauncher(const Files& files, const QString& programFolder = QCoreApplication::applicationDirPath());
     ~QtLauncher() override;
 
     bool start(const LaunchRequest& request) override;
