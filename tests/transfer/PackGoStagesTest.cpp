@@ -11,21 +11,6 @@ class PackGoStages : public TransferWorld
 {
 protected:
     void run() { EXPECT_TRUE(root().mnuPackGo.press()); }
-    void packIntoFolder()
-    {
-        answer(Answer::No);
-        answer(Answer::Cancel);
-        desktop.choosers.chooseFolder(Stick);
-        answer(Answer::Ok);
-        run();
-    }
-    void packIntoArchive()
-    {
-        answer(Answer::Yes);
-        desktop.choosers.chooseFolder(Stick);
-        answer(Answer::Ok);
-        run();
-    }
     void meanwhile(const QString& track, const std::function<void()>& action)
     {
         m_watch = root().kopieren->LDatei.Caption.addNotifier([this, track, action] {

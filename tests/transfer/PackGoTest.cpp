@@ -37,22 +37,6 @@ class PackGo : public TransferWorld
 {
 protected:
     void run() { EXPECT_TRUE(root().mnuPackGo.press()); }
-    /// Into a folder, past the question for a burner, with the report at the end.
-    void packIntoFolder(const QString& folder = Stick)
-    {
-        answer(Answer::No);
-        answer(Answer::Cancel);
-        desktop.choosers.chooseFolder(folder);
-        answer(Answer::Ok);
-        run();
-    }
-    void packIntoArchive()
-    {
-        answer(Answer::Yes);
-        desktop.choosers.chooseFolder(Stick);
-        answer(Answer::Ok);
-        run();
-    }
     [[nodiscard]] std::string shown()
     {
         QStringList all;

@@ -17,21 +17,6 @@ protected:
         answer(Answer::Ok);
         desktop.choosers.chooseFolder(folder);
     }
-    void packIntoFolder(const QString& folder = Stick)
-    {
-        answer(Answer::No);
-        answer(Answer::Cancel);
-        desktop.choosers.chooseFolder(folder);
-        answer(Answer::Ok);
-        EXPECT_TRUE(root().mnuPackGo.press());
-    }
-    void packIntoArchive()
-    {
-        answer(Answer::Yes);
-        desktop.choosers.chooseFolder(Stick);
-        answer(Answer::Ok);
-        EXPECT_TRUE(root().mnuPackGo.press());
-    }
     [[nodiscard]] std::string report() { return desktop.messages.take().back().text.toStdString(); }
     /// Runs once when that file is on its way.
     void meanwhile(const QString& file, const std::function<void()>& action)

@@ -44,6 +44,23 @@ protected:
     }
     void answer(Answer answer) { desktop.messages.answer(answer); }
     void enter(const QString& text) { desktop.messages.enter(text); }
+    /// Pack and Go into a folder, past the question for a burner, with the report at the end.
+    void packIntoFolder(const QString& folder = Stick)
+    {
+        answer(Answer::No);
+        answer(Answer::Cancel);
+        desktop.choosers.chooseFolder(folder);
+        answer(Answer::Ok);
+        EXPECT_TRUE(root().mnuPackGo.press());
+    }
+    /// The same into an archive on the stick.
+    void packIntoArchive()
+    {
+        answer(Answer::Yes);
+        desktop.choosers.chooseFolder(Stick);
+        answer(Answer::Ok);
+        EXPECT_TRUE(root().mnuPackGo.press());
+    }
     /// Everything below the stick, one file or folder a line.
     [[nodiscard]] std::string tree(const QString& folder = Stick)
     {
