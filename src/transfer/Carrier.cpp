@@ -18,6 +18,8 @@ namespace {
 constexpr qint64 MillisecondsToEnd = 1000;
 /// What is over by then needs no dialog.
 constexpr qint64 MillisecondsUnseen = 500;
+/// So many are asked for between two moments at which events are served.
+constexpr qsizetype FilesAtOnce = 64;
 
 } // namespace
 
@@ -54,10 +56,15 @@ bool Carrier::isSpared(const QString& from, const QString& to)
         return false;
     if (m_spared.contains(FileDirPath::compared(to)))
         return true;
-    for (const QString& path : std::as_const(m_sparedPaths))
-        if (const std::optional<FileStamp> stamp = m_root.files.stamp(path))
+    const QStringList paths = std::exchange(m_sparedPaths, {});
+    for (qsizetype i = 0; i < paths.size(); ++i) {
+        if (i % FilesAtOnce == FilesAtOnce - 1 && !m_command.yield()) {
+            m_brokenOff = true;
+            return true;
+        }
+        if (const std::optional<FileStamp> stamp = m_root.files.stamp(paths[i]))
             m_sparedFiles += {stamp->device, stamp->inode};
-    m_sparedPaths.clear();
+    }
     const std::optional<FileStamp> source = m_root.files.stamp(from);
     const bool isItself = source && source->device == older->device && source->inode == older->inode;
     return !isItself && m_sparedFiles.contains({older->device, older->inode});
@@ -160,7 +167,6 @@ bool isCatalogueFile(const Root& root, const QString& path)
 
 std::optional<qint64> bytesOf(const Root& root, Command& command, const QStringList& files)
 {
-    constexpr qsizetype FilesAtOnce = 64;
     qint64 sum = 0;
     for (qsizetype i = 0; i < files.size(); ++i) {
         if (i % FilesAtOnce == FilesAtOnce - 1 && !command.yield())

@@ -95,6 +95,32 @@ TEST_F(TransferSafety, ATrackOfALaterListIsNotReplacedByOneOfTheSameName)
     EXPECT_EQ(quiet(), "Nicht kopiert: „A.mp3“.");
 }
 
+TEST_F(TransferSafety, EventsAreServedWhileAllTracksAreComparedWithAnOlderFile)
+{
+    QByteArray list = "/m/Rock 1.mp3\r\n";
+    for (int track = 0; track < 640; ++track)
+        list += "/fehlt/" + QByteArray::number(track) + ".mp3\r\n";
+    put(listPath(u"Rock"_s), list);
+    put(Stick + u"/Rock 1.mp3"_s, "alt");
+    root().mnuErrorDisplay.Checked = false;
+    click(2);
+    click(1);
+    ASSERT_TRUE(tracks().select(1));
+    choose();
+    answer(Answer::Ok);
+    const int before = desktop.events().yields();
+    EXPECT_TRUE(root().mnuHandling[4].press());
+    EXPECT_GE(desktop.events().yields() - before, 10);
+    EXPECT_EQ(bytes(Stick + u"/Rock 1.mp3"_s), "mp3");
+
+    // The end of the program in there copies nothing more.
+    put(Stick + u"/Rock 1.mp3"_s, "alt");
+    choose();
+    desktop.events().atYield(6, [this] { desktop.events().endProcess(); });
+    root().mnuHandling[4].press();
+    EXPECT_EQ(bytes(Stick + u"/Rock 1.mp3"_s), "alt");
+}
+
 TEST_F(TransferSafety, ASingleTrackDoesNotReplaceAnotherOneOfTheList)
 {
     put(u"/studio/01.mp3"_s, "studio");
