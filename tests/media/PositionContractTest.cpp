@@ -123,6 +123,18 @@ TEST_P(PositionContract, FastForwardAndFastReverseMoveItByTenSeconds)
     EXPECT_NEAR(moved(), 50, Near);
 }
 
+TEST_P(PositionContract, OfTwoQuickMovesTheLastOneIsTold)
+{
+    play();
+    QList<double> told;
+    player().setCurrentPosition(30);
+    player().PositionChange = [&] { told.append(player().currentPosition()); };
+    player().setCurrentPosition(80);
+    EXPECT_TRUE(test::waitUntil([&] { return !told.isEmpty(); }));
+    for (const double place : told)
+        EXPECT_GE(place, 80 - Near);
+}
+
 TEST(PlayedPosition, GoesOnWhileItIsHeardAndStandsWhileItIsPaused)
 {
     const test::MusicFolder music;

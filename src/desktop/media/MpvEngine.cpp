@@ -13,7 +13,14 @@ namespace orvantine {
 namespace {
 
 /// The low bits of a request's tag tell its answer apart.
-enum Answer : quint64 { AnswerNone = 0, AnswerLoad = 1, AnswerInfo = 2, AnswerSeconds = 3, AnswerPlace = 4 };
+enum Answer : quint64 {
+    AnswerNone = 0,
+    AnswerLoad = 1,
+    AnswerInfo = 2,
+    AnswerSeconds = 3,
+    AnswerPlace = 4,
+    AnswerSeek = 5
+};
 constexpr int answerWidth = 3;
 constexpr quint64 answerBits = (1 << answerWidth) - 1;
 
@@ -150,12 +157,20 @@ void MpvEngine::setPaused(bool paused)
 
 void MpvEngine::seek(double seconds)
 {
-    send({"seek", QByteArray::number(seconds), "relative+exact"}, AnswerNone);
+    sendSeek(QByteArray::number(seconds), "relative+exact");
 }
 
 void MpvEngine::seekTo(double seconds)
 {
-    send({"seek", QByteArray::number(seconds, 'f', 3), "absolute"}, AnswerNone);
+    sendSeek(QByteArray::number(seconds, 'f', 3), "absolute+exact");
+}
+
+void MpvEngine::sendSeek(const QByteArray& seconds, const QByteArray& manner)
+{
+    if (!m_handle)
+        return;
+    m_seek = Seek::Sent;
+    send({"seek", seconds, manner}, tagOf(++m_lastSeek, AnswerSeek));
 }
 
 void MpvEngine::askData(quint64 ticket)
@@ -217,14 +232,21 @@ void MpvEngine::hear(const mpv_event& event)
         break;
     case MPV_EVENT_START_FILE: {
         const auto& file = *static_cast<const mpv_event_start_file*>(event.data);
+        m_seek = Seek::None;
         m_listener({.kind = MpvNews::Kind::Started, .entry = file.playlist_entry_id});
         break;
     }
     case MPV_EVENT_FILE_LOADED:
         m_listener({.kind = MpvNews::Kind::Loaded});
         break;
+    case MPV_EVENT_SEEK:
+        if (m_seek == Seek::Taken)
+            m_seek = Seek::SetOut;
+        break;
     case MPV_EVENT_PLAYBACK_RESTART:
-        m_listener({.kind = MpvNews::Kind::Sought});
+        if (m_seek == Seek::SetOut)
+            m_seek = Seek::None;
+        m_listener({.kind = MpvNews::Kind::Sought, .onTheWay = m_seek != Seek::None});
         break;
     case MPV_EVENT_END_FILE: {
         const auto& file = *static_cast<const mpv_event_end_file*>(event.data);
@@ -277,6 +299,13 @@ void MpvEngine::hearReply(const mpv_event& event)
                 {.kind = MpvNews::Kind::Place,
                  .ticket = ticket,
                  .seconds = *static_cast<const double*>(static_cast<const mpv_event_property*>(event.data)->data)});
+        break;
+    case AnswerSeek:
+        if (ticket != m_lastSeek || m_seek != Seek::Sent)
+            break;
+        m_seek = done ? Seek::Taken : Seek::None;
+        if (!done)
+            m_listener({.kind = MpvNews::Kind::Sought});
         break;
     default:
         break;

@@ -35,7 +35,7 @@ struct MpvNews
         Started, ///< entry is being opened
         Loaded,  ///< the entry that started last can be played
         Data,    ///< answer to askData: ticket, info, seconds
-        Sought,  ///< what plays does so from its start on, or from the place that was sought
+        Sought,  ///< what plays does so from its start on, or from a place that was sought: onTheWay
         Place,   ///< answer to askPlace: ticket, seconds
         Ended,   ///< entry is over, played to its end or broken
         Gone,    ///< the engine ended by itself
@@ -46,6 +46,8 @@ struct MpvNews
     /// Keys in lower case.
     QHash<QString, QString> info;
     double seconds = 0;
+    /// A later seek is on its way to its place yet.
+    bool onTheWay = false;
 };
 
 /// One handle of the player library, made at the first `start`. Requests never wait: they are sent, and what comes of
@@ -91,6 +93,7 @@ private:
     void drain();
     void hear(const mpv_event& event);
     void hearReply(const mpv_event& event);
+    void sendSeek(const QByteArray& seconds, const QByteArray& manner);
     void searchOutput();
     void end();
 
@@ -101,6 +104,9 @@ private:
     std::atomic<bool> m_drainPosted{false};
     int m_holds = 0;
     QHash<QString, QString> m_info;
+    /// How far the last seek has come. Restarts before it set out are those of others.
+    enum class Seek { None, Sent, Taken, SetOut } m_seek = Seek::None;
+    quint64 m_lastSeek = 0;
     QByteArray m_soundOutput;
     /// While the silent output stands in for another one, that is looked for again and again.
     QTimer m_outputSearch;

@@ -87,6 +87,7 @@ void MpvPlayer::play()
     if (m_state == State::Paused) {
         if (m_placeAge.isValid())
             setPlace(reckonedPlace());
+        m_placeChosen = false;
         m_state = State::Playing;
         m_engine.setPaused(false);
     } else if (m_state == State::Ended) {
@@ -168,7 +169,9 @@ void MpvPlayer::setCurrentPosition(double seconds)
         return;
     const double place = std::clamp(seconds, 0.0, m_seconds);
     setPlace(place);
+    m_placeChosen = m_state == State::Paused;
     m_seeking = true;
+    m_arrived = false;
     m_engine.seekTo(place);
 }
 
@@ -321,6 +324,7 @@ void MpvPlayer::forgetData()
     m_place = 0;
     m_placeAge.invalidate();
     m_placeAsked = false;
+    m_placeChosen = false;
     m_seeking = false;
     ++m_question;
 }
@@ -353,6 +357,7 @@ void MpvPlayer::hear(const MpvNews& news)
     case MpvNews::Kind::Sought:
         // What was answered before is a place that was left.
         m_placeAsked = false;
+        m_arrived = m_seeking && !news.onTheWay;
         askPlace();
         break;
     case MpvNews::Kind::Place:
@@ -427,7 +432,10 @@ void MpvPlayer::hearPlace(const MpvNews& news)
     if (news.ticket != m_question || !running() || !m_loaded)
         return;
     m_placeAsked = false;
-    m_place = news.seconds;
+    if (m_seeking && !m_arrived)
+        return;
+    if (!m_placeChosen)
+        m_place = news.seconds;
     m_placeAge.start();
     if (!std::exchange(m_seeking, false))
         return;
@@ -445,9 +453,12 @@ void MpvPlayer::seek(double seconds)
 {
     if (!running() || !m_loaded)
         return;
-    if (m_placeAge.isValid())
-        setPlace(std::max(0.0, reckonedPlace() + seconds));
+    if (m_placeAge.isValid() && m_seconds > 0) {
+        setCurrentPosition(reckonedPlace() + seconds);
+        return;
+    }
     m_seeking = true;
+    m_arrived = false;
     m_engine.seek(seconds);
 }
 

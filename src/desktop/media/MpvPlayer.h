@@ -135,8 +135,12 @@ private:
     /// The question whose answer is waited for; those to earlier ones are void.
     quint64 m_question = 0;
     bool m_placeAsked = false;
+    /// Paused at a place that was sought: it stands, for the engine tells one that is up to seconds off until it plays.
+    bool m_placeChosen = false;
     /// A place was sought, and that was not told yet.
     bool m_seeking = false;
+    /// What is answered now is of that place or behind it.
+    bool m_arrived = false;
 
     /// What the engine has in hand, the file that plays first: two at most.
     QList<Handed> m_handed;
