@@ -84,6 +84,9 @@ struct Desktop
 {
     Errand errand;
     XdgFolders folders = xdgFolders(processEnvironment());
+    /// Goes last: who waits for its lock finds the files free.
+    LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
+                          folders.temp, errand};
     RegSettings settings{settingsOptions(folders)};
     QMap<QString, QString> drives = driveMap(settings);
     PosixFiles files{filesOptions(folders, drives)};
@@ -92,8 +95,6 @@ struct Desktop
     PosixFolderWalks walks{drives};
     NicePriority priority;
     LibzipArchive zip{files, recoveryFolder(folders)};
-    LockInstance instance{folders.stateHome.isEmpty() ? QString() : folders.stateHome + u"/Orvanten Manager"_s,
-                          folders.temp, errand};
     QtEvents events;
     QtMessages messages;
     QtChoosers choosers{files};

@@ -20,6 +20,8 @@ public:
     /// Asks the holder of the lock that was not to be had to come to the front, and hands it the files that this
     /// process was started for; false if it does not answer.
     virtual bool activateOther() = 0;
+    /// True once the holder that did not answer has ended, so that its lock is to be had; waits a few seconds for that.
+    virtual bool awaitEnd() = 0;
     /// A later instance asked this one to come to the front.
     std::function<void()> Activated = [] {};
     /// True if files would be taken now: until then they wait.

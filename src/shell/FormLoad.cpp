@@ -34,23 +34,32 @@ QString dataFolderOf(const Root& root)
     return stored.isEmpty() ? userFolder(root) + FileDirPath::separatorOf(userFolder(root)) : stored;
 }
 
+bool takesLocks(const Root& root)
+{
+    return root.services.instance.acquire(u"Orvanten Manager"_s) &&
+           root.services.instance.acquireFolder(dataFolderOf(root));
+}
+
 /// True if this process may live: it holds the one lock of the user, and no process of another desktop works on the
 /// same files.
 bool isFirstInstance(Root& root)
 {
-    if (root.services.instance.acquire(u"Orvanten Manager"_s) &&
-        root.services.instance.acquireFolder(dataFolderOf(root))) {
-        root.services.instance.Activated = [&root] { activateWindow(root); };
-        root.services.instance.TakesFiles = [&root] { return takesFiles(root); };
-        root.services.instance.Handed = [&root](const QStringList& paths) {
-            activateWindow(root);
-            takeHandedFiles(root, paths);
-        };
-        return true;
+    Instance& instance = root.services.instance;
+    if (!takesLocks(root)) {
+        const QString caption = root.Caption;
+        root.Caption = u"_"_s + caption;
+        // One that is about to end does not answer any more, and this start would lead to nothing.
+        if (instance.activateOther() || !instance.awaitEnd() || !takesLocks(root))
+            return false;
+        root.Caption = caption;
     }
-    root.Caption = u"_"_s + root.Caption.value();
-    root.services.instance.activateOther();
-    return false;
+    instance.Activated = [&root] { activateWindow(root); };
+    instance.TakesFiles = [&root] { return takesFiles(root); };
+    instance.Handed = [&root](const QStringList& paths) {
+        activateWindow(root);
+        takeHandedFiles(root, paths);
+    };
+    return true;
 }
 
 /// Says once why nothing can be changed. False if the program has ended.

@@ -242,6 +242,29 @@ TEST_F(OneInstance, WithoutAnAnswerTheSecondGivesUp)
     EXPECT_FALSE(second.activateOther()); // nobody runs the first one's events meanwhile
 }
 
+TEST_F(OneInstance, TheLockOfOneThatEndsIsToBeHadBehindIt)
+{
+    auto first = std::make_unique<LockInstance>(m_folder.path(), u"/tmp"_s);
+    ASSERT_TRUE(first->acquire(u"Orvanten Manager"_s));
+    LockInstance second(m_folder.path(), u"/tmp"_s);
+    EXPECT_FALSE(second.awaitEnd()) << "nothing was refused yet";
+    ASSERT_FALSE(second.acquire(u"Orvanten Manager"_s));
+    first.reset();
+    EXPECT_FALSE(second.activateOther());
+    EXPECT_TRUE(second.awaitEnd());
+    EXPECT_TRUE(second.acquire(u"Orvanten Manager"_s));
+}
+
+TEST_F(OneInstance, OneThatLivesOnKeepsItsLock)
+{
+    LockInstance first(m_folder.path(), u"/tmp"_s);
+    ASSERT_TRUE(first.acquire(u"Orvanten Manager"_s));
+    LockInstance second(m_folder.path(), u"/tmp"_s, {}, std::chrono::milliseconds{50});
+    ASSERT_FALSE(second.acquire(u"Orvanten Manager"_s));
+    EXPECT_FALSE(second.awaitEnd());
+    EXPECT_FALSE(second.acquire(u"Orvanten Manager"_s));
+}
+
 TEST_F(OneInstance, AFolderThatOthersCanWriteIsNotUsed)
 {
     ASSERT_TRUE(QFile(m_folder.path()).setPermissions(QFile::Permissions(0x7777)));

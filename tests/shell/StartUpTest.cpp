@@ -341,6 +341,17 @@ TEST_F(StartUp, WhereAnotherDesktopWorksOnTheDataTheProgramGivesWayBeforeItTouch
     EXPECT_FALSE(desktop.disk().exists(data() + u"Playlisten"_s));
 }
 
+TEST_F(StartUp, WhereTheFirstProgramIsAboutToEndThisOneTakesItsPlace)
+{
+    desktop.instance.taken = true;
+    desktop.instance.answers = false;
+    desktop.instance.ends = true;
+    start();
+    EXPECT_FALSE(desktop.events().ended());
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ("Orvanten Manager", root().Caption.value().toStdString().substr(0, 16));
+}
+
 TEST_F(StartUp, WithoutADatabaseBesideTheProgramNothingIsMoved)
 {
     put(desktop.folders.program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");

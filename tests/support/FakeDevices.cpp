@@ -245,6 +245,14 @@ bool FakeInstance::activateOther()
     return m_log.call(u"instance.activateOther"_s) && answers;
 }
 
+bool FakeInstance::awaitEnd()
+{
+    m_log.call(u"instance.awaitEnd"_s);
+    taken = taken && !ends;
+    folderTaken = folderTaken && !ends;
+    return ends;
+}
+
 bool FakeFonts::registerFont(const QString& path)
 {
     return m_log.call(u"fonts.registerFont %1"_s.arg(quoted(path)));

@@ -179,6 +179,7 @@ public:
     bool acquire(const QString& title) override;
     bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
+    bool awaitEnd() override;
 
     /// Another instance holds the lock.
     bool taken = false;
@@ -186,6 +187,8 @@ public:
     bool folderTaken = false;
     /// The other instance answers.
     bool answers = true;
+    /// It is just about to end.
+    bool ends = false;
 
 private:
     CallLog& m_log;

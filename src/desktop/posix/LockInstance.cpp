@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QThread>
 #include <QUrl>
 
 #include <cerrno>
@@ -32,6 +33,8 @@ constexpr char later[] = "nicht jetzt\n";
 constexpr qint64 longestOffer = 8 << 20;
 constexpr qsizetype mostWaiting = 20'000;
 constexpr int lookMilliseconds = 200;
+/// A program that ends hides its window first and lets go of its lock last.
+constexpr unsigned long endingLookMilliseconds = 20;
 
 // A folder that nobody else can put something into, not even by a link that stood there first.
 bool isOwnFolder(const QString& path)
@@ -91,8 +94,9 @@ LockInstance::Handing handTo(const QString& path, const Errand& errand)
 
 } // namespace
 
-LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand)
-    : m_errand(std::move(errand))
+LockInstance::LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand,
+                           std::chrono::milliseconds patience)
+    : m_errand(std::move(errand)), m_patience(patience)
 {
     QObject::connect(&m_look, &QTimer::timeout, &m_look, [this] { offerWaiting(); });
     m_meeting = tempFolder + u"/orvanten-manager-"_s + QString::number(::getuid());
@@ -125,8 +129,10 @@ bool LockInstance::hold(const QString& title)
         ::open((name + u".lock"_s).toUtf8().constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     if (!lock.isOpen())
         return true;
-    if (isTaken(lock))
+    if (isTaken(lock)) {
+        m_other = std::move(lock);
         return false;
+    }
     m_lock = std::move(lock);
     m_server = listen(m_socket);
     return true;
@@ -145,8 +151,10 @@ bool LockInstance::acquireFolder(const QString& folder)
     m_socket = socket;
     m_folderServer.reset();
     m_folderLock.close();
-    if (isTaken(lock))
+    if (isTaken(lock)) {
+        m_other = std::move(lock);
         return false;
+    }
     m_folderSocket = socket;
     m_folderLock = std::move(lock);
     if (!m_meeting.isEmpty())
@@ -257,6 +265,22 @@ bool LockInstance::activateOther()
             break;
     }
     return socket.readLine(longestWish) == answer;
+}
+
+bool LockInstance::awaitEnd()
+{
+    if (!m_other.isOpen())
+        return false;
+    QElapsedTimer watch;
+    watch.start();
+    bool taken = isTaken(m_other);
+    while (taken && watch.elapsed() < m_patience.count()) {
+        QThread::msleep(endingLookMilliseconds);
+        taken = isTaken(m_other);
+    }
+    // Whoever asks for the lock next opens it anew.
+    m_other.close();
+    return !taken;
 }
 
 } // namespace orvantine

@@ -5,6 +5,7 @@
 
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 class QLocalServer;
@@ -30,7 +31,9 @@ public:
     /// `stateFolder` is made where it is missing. It is no folder of one session, so that all sessions of a user meet
     /// there; where it is not the user's own, a private one below `tempFolder` stands in, in which the sockets of the
     /// folders of data lie too.
-    LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand = {});
+    /// `patience`: how long awaitEnd waits.
+    LockInstance(const QString& stateFolder, const QString& tempFolder, Errand errand = {},
+                 std::chrono::milliseconds patience = std::chrono::seconds{3});
     ~LockInstance() override;
     LockInstance(const LockInstance&) = delete;
     LockInstance& operator=(const LockInstance&) = delete;
@@ -39,6 +42,7 @@ public:
     bool acquire(const QString& title) override;
     bool acquireFolder(const QString& folder) override;
     bool activateOther() override;
+    bool awaitEnd() override;
 
     /// Later: so many files wait already.
     enum class Handing { Taken, Later, Nobody };
@@ -63,6 +67,9 @@ private:
     /// Looks whether `m_errand.paths` can be taken.
     QTimer m_look;
     Descriptor m_lock;
+    /// The lock that was not to be had last.
+    Descriptor m_other;
+    std::chrono::milliseconds m_patience;
     Descriptor m_folderLock;
     std::unique_ptr<QLocalServer> m_server;
     std::unique_ptr<QLocalServer> m_folderServer;
