@@ -57,6 +57,23 @@ protected:
                 places += line.section(u' ', -1);
         return places.join(u' ').toStdString();
     }
+    /// Of everything that is beside or above it.
+    [[nodiscard]] std::string places() const
+    {
+        QStringList told;
+        const QWidget* const player = row().parentWidget()->parentWidget();
+        for (const QWidget* widget :
+             QList<const QWidget*>{player, find<>(root.LListView1), find<>(root.LListView2), find<>(root.pVolume),
+                                   find<>(root.pStopPlayer), find<>(root.pPlayForward)}) {
+            const QRect place(widget->mapTo(&window, QPoint()), widget->size());
+            told += u"%1 %2 %3 %4 %5"_s.arg(widget->objectName())
+                        .arg(place.x())
+                        .arg(place.y())
+                        .arg(place.width())
+                        .arg(place.height());
+        }
+        return told.join(u'\n').toStdString();
+    }
     void wheel(int delta)
     {
         const QPointF middle = bar().rect().center();
@@ -86,21 +103,20 @@ TEST_F(PlayedPlace, TellsElapsedAndWholeTimeOfWhatPlaysOrIsPaused)
 
 TEST_F(PlayedPlace, NothingElseOfTheWindowMovesForIt)
 {
-    const auto places = [this] {
-        QStringList told;
-        const QWidget* const player = row().parentWidget()->parentWidget();
-        for (const QWidget* widget :
-             QList<const QWidget*>{player, find<>(root.LListView1), find<>(root.LListView2), find<>(root.pVolume),
-                                   find<>(root.pStopPlayer), find<>(root.pPlayForward)}) {
-            const QRect place(widget->mapTo(&window, QPoint()), widget->size());
-            told += u"%1 %2 %3 %4 %5"_s.arg(widget->objectName())
-                        .arg(place.x())
-                        .arg(place.y())
-                        .arg(place.width())
-                        .arg(place.height());
-        }
-        return told.join(u'\n').toStdString();
-    };
+    QApplication::processEvents();
+    const std::string before = places();
+    play();
+    root.tDateiname.Caption = u"Ein Titel"_s;
+    QApplication::processEvents();
+    ASSERT_TRUE(row().isVisible());
+    EXPECT_EQ(before, places());
+}
+
+TEST_F(PlayedPlace, NothingElseMovesForItInLargeLettersEither)
+{
+    QFont font = window.font();
+    font.setPointSize(18);
+    window.setFont(font);
     QApplication::processEvents();
     const std::string before = places();
     play();

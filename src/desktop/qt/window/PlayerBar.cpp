@@ -21,6 +21,7 @@ namespace {
 constexpr int SideButton = 34;
 constexpr int MainButton = 40;
 constexpr int VolumeWidth = 110;
+constexpr int LineGap = 2;
 
 /// A line of text with a small icon before it, seen while the panel control is.
 QWidget* makeLine(PictureBox& panel, Label& text, IconView* icon, Bindings& bindings, QWidget* parent)
@@ -67,7 +68,9 @@ PlayerBar::PlayerBar(Root& root, QWidget* parent) : QWidget(parent), m_root(root
     layout->addWidget(
         new ControlButton(root.pPlayForward, Flat, SideButton, u"Nächster Titel"_s, u"media-skip-forward"_s, this));
     layout->addSpacing(Theme::Margin);
-    layout->addWidget(makeStatus(), 1);
+    m_status = makeStatus();
+    keepRoom();
+    layout->addWidget(m_status, 1);
     layout->addSpacing(Theme::Margin);
     layout->addWidget(makeVolume());
 
@@ -96,7 +99,7 @@ QWidget* PlayerBar::makeStatus()
     auto* const status = new QWidget(this);
     auto* const layout = new QVBoxLayout(status);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(2);
+    layout->setSpacing(LineGap);
     layout->addStretch();
     auto* const sign = new IconView(u"media-playback-start"_s, 16, status);
     sign->setObjectName(u"playback"_s);
@@ -134,6 +137,19 @@ QWidget* PlayerBar::makeVolume()
     layout->addWidget(slider);
     m_bindings.follow(m_root.pVolume.Visible, [panel](bool visible) { panel->setVisible(visible); });
     return panel;
+}
+
+/// For a title and its position, in any size of letters, so that the lists do not move when something plays.
+void PlayerBar::keepRoom()
+{
+    m_status->setMinimumHeight(2 * QFontMetrics(font()).height() + LineGap);
+}
+
+void PlayerBar::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange && m_status != nullptr)
+        keepRoom();
+    QWidget::changeEvent(event);
 }
 
 void PlayerBar::paintEvent(QPaintEvent*)

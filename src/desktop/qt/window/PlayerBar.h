@@ -16,13 +16,16 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     [[nodiscard]] QWidget* makeVolume();
     [[nodiscard]] QWidget* makeStatus();
+    void keepRoom();
 
     Root& m_root;
     Bindings m_bindings;
+    QWidget* m_status = nullptr;
 };
 
 } // namespace orvantine
