@@ -2,6 +2,8 @@
 
 #include "desktop/qt/widgets/Keys.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QScrollBar>
 #include <QTest>
@@ -161,6 +163,14 @@ TEST_F(ReportListView, KeysAreOfferedWithTheirShiftWordAndCodeAndAUsedOneGoesNoF
     EXPECT_EQ(keys.join(u' ').toStdString(), "4/39 4/37 4/40 4/38 4/32 4/96 4/33 2/34 4/13 4/36 4/35 4/81 1/226 1/226");
     EXPECT_EQ(list.selectedRow(), 2);
     EXPECT_EQ(taken(), "");
+}
+
+TEST_F(ReportListView, CopyingIsACommandAndNotTheViews)
+{
+    QGuiApplication::clipboard()->setText(u"vorher"_s);
+    list.select(2);
+    QTest::keyClick(view.get(), Qt::Key_Insert, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), "vorher");
 }
 
 TEST_F(ReportListView, TheLastColumnReachesTheEdgeAlsoWhereTheScrollBarHasGone)

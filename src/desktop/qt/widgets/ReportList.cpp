@@ -182,6 +182,9 @@ void ReportList::keyPressEvent(QKeyEvent* event)
             m_list.DblClick();
         return;
     }
+    // The view would put the text of a cell into the clipboard.
+    if (event->matches(QKeySequence::Copy))
+        return event->ignore();
     QTreeView::keyPressEvent(event);
     if (takeSelection() && m_list.Click)
         m_list.Click();
