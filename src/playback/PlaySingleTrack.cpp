@@ -30,13 +30,14 @@ void startTrack(Root& root)
     showPlayback(root);
 }
 
-/// A single track has no sequence. False where the user has asked something else of the player meanwhile, or the
-/// program has ended.
+/// A single track has no sequence. False where the user has asked something else of the player meanwhile, another list
+/// was opened, whose rows nobody has chosen, or the program has ended.
 bool leaveSequence(Root& root)
 {
     const int wish = root.sequence.wishes();
+    const QString list = root.trackList.path();
     root.LListView2.Click();
-    if (root.services.events.ended() || root.sequence.wishes() != wish)
+    if (root.services.events.ended() || root.sequence.wishes() != wish || root.trackList.path() != list)
         return false;
     root.mnuSoundplayerExt.Visible = false;
     root.Timer1.Enabled = false;

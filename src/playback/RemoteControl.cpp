@@ -212,8 +212,14 @@ bool RemoteControl::play()
 {
     if (!free() || !canPlay() || status() == PlaybackStatus::Playing)
         return false;
-    // While it is paused the play button is off, and the command that goes on takes its place.
-    return running() ? m_root.mnuSoundplayer[4].press() : m_root.pSoundPlayer.press();
+    if (!running())
+        return m_root.pSoundPlayer.press();
+    if (status() != PlaybackStatus::Paused)
+        return false;
+    // While it is paused the play button is off, and the command that goes on takes its place, though that is off too
+    // where no title followed.
+    m_root.mnuSoundplayer[4].Click();
+    return true;
 }
 
 bool RemoteControl::pause()

@@ -4,6 +4,7 @@
 #include "app/PlayButtons.h"
 #include "app/Registry.h"
 #include "app/Root.h"
+#include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
 #include "playback/PlaySingleTrack.h"
 #include "playback/PlaybackState.h"
@@ -31,12 +32,19 @@ bool endsAtEmptyView(const Root& root)
     return root.LListView2.count() == 0 && (root.services.mediaplayer.heard() || repeatOf(root) != 3);
 }
 
+/// The command for favourites turns the mark of the selected row round.
+void openRowAndMark(Root& root, int row)
+{
+    openRow(root, row);
+    root.mnuFavoriten.Checked = isFavourite(root, numberOf(root, root.LListView1.selectedRow()));
+}
+
 /// The view goes back to the row the user was on, if the option asks for it. In mode 1 there is no such row.
 void returnToRow(Root& root, Command& command, int row)
 {
     if (std::abs(readSetting(root, u"ShowChange"_s).number()) != 1 || !root.LListView1.has(row))
         return;
-    openRow(root, row);
+    openRowAndMark(root, row);
     command.lastYield();
 }
 
@@ -71,7 +79,7 @@ void playNextPlaylist(Root& root, Command& command, const Sequence::Turn& turn)
         return;
     root.services.mediaplayer.close();
 
-    openRow(root, list.selectedRow());
+    openRowAndMark(root, list.selectedRow());
     if (!turn.undisturbed())
         return;
     root.pPausePlayer.Tag = u"0"_s;
@@ -127,9 +135,14 @@ void Timer1_Tick(Root& root)
 
     const PlayState state = player.playState();
     if (state == PlayState::Stopped && repeatOf(root) == 2) {
+        // A track that gives no sound is tried once more, and then no more.
+        if (root.sequence.listEnded(player.heard()) > 1) {
+            stopPlaying(root);
+            return;
+        }
         const int wish = root.sequence.wishes();
         playSingleTrack(root);
-        if (root.sequence.wishes() == wish)
+        if (root.sequence.wishes() == wish && !root.services.events.ended())
             root.Timer1.Enabled = true;
         return;
     }

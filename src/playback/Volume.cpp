@@ -77,7 +77,8 @@ void LoadVolume(Root& root)
 
 void RefreshVolume(Root& root)
 {
-    if (!root.volume || !root.volume->present())
+    // A line that was not found has no limits either: a level set by it would be silence.
+    if (!root.volume || root.volume->MaxWaveVolume() <= 0)
         root.volume = std::make_shared<clsVolume>(root.services.mixer);
     // Without the speakers' line there is no level that could be shown.
     if (root.volume->MaxWaveVolume() > 0)

@@ -124,4 +124,16 @@ TEST_F(Seeking, AfterTheEndOfTheProgramNothingIsMoved)
     EXPECT_EQ("", told());
 }
 
+TEST_F(Seeking, APlayGoesOnBehindANextThatFoundNoTitle)
+{
+    play();
+    player().pretendItem(1);
+    pPausePlayer_Click(root());
+    root().pPlayForward.Click();
+    ASSERT_EQ(PlayState::Paused, player().playState());
+    ASSERT_TRUE(remote.canPlay());
+    EXPECT_TRUE(remote.playPause());
+    EXPECT_EQ(PlayState::Playing, player().playState());
+}
+
 } // namespace orvantine::fake

@@ -175,4 +175,39 @@ TEST_F(Sequencing, AStopWhileTheRepeatedTrackIsShownCounts)
     EXPECT_EQ("play 1 pause 0 tag 0 lists 1/1 timer 0 item3 1 item4 0 Wiedergabe starten ", state());
 }
 
+TEST_F(Sequencing, ADoubleClickPlaysNoTrackOfAListThatIsOpenedMeanwhile)
+{
+    root().mnuErrorDisplay.Checked = true;
+    pSoundPlayer_Click(root());
+    desktop.disk().remove(u"/m/Erste 2.mp3"_s);
+    desktop.messages.script(
+        {.answer = Answer::Cancel, .entered = {}, .title = {}, .text = {}, .meanwhile = [&] { click(2); }});
+    forgetCalls();
+    tracks().select(2);
+    tracks().DblClick();
+    EXPECT_EQ("", told());
+    EXPECT_EQ(PlayState::Playing, player().playState());
+    EXPECT_TRUE(root().Timer1.Enabled.value());
+}
+
+TEST_F(Sequencing, ATrackThatGivesNoSoundIsNotRepeatedForEver)
+{
+    chooseMode(2);
+    playToTheEnd(1);
+    tracks().select(1);
+    desktop.disk().remove(u"/m/Erste 1.mp3"_s);
+    run(30000);
+    EXPECT_EQ("play 1 pause 0 tag 0 lists 1/1 timer 0 item3 1 item4 0 Wiedergabe starten ", state());
+    EXPECT_LE(QString::fromStdString(told()).count(u"URL = "_s), 2);
+}
+
+TEST_F(Sequencing, TheCommandForFavouritesKnowsTheListThatTheSequenceOpened)
+{
+    EXPECT_TRUE(root().mnuFavoriten.Checked.value());
+    playToTheEnd(1);
+    run(180);
+    ASSERT_EQ(2, catalogue().selectedRow());
+    EXPECT_FALSE(root().mnuFavoriten.Checked.value());
+}
+
 } // namespace orvantine::fake

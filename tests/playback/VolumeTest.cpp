@@ -311,6 +311,28 @@ TEST_F(VolumeSliderEvents, AClickMovesTheFocusToTheCatalogue)
     EXPECT_EQ(calls, 1);
 }
 
+TEST_F(VolumeSliderEvents, ALineThatCameLaterIsNotMutedByTheFirstStep)
+{
+    const auto speakers = mixer().lines[4];
+    mixer().lines.clear();
+    LoadVolume(root());
+    mixer().lines[4] = speakers;
+    mixer().lines[4].level = 40'000;
+    root().sVolume.Refresh();
+    EXPECT_EQ(root().sVolume.Value.value(), 5);
+    scroll(3);
+    EXPECT_EQ(mixer().lines[4].level, 24'000);
+}
+
+TEST_F(VolumeSliderEvents, WithoutTheSpeakersLineARefreshLeavesTheSlider)
+{
+    mixer().lines.clear();
+    LoadVolume(root());
+    root().sVolume.Value = 6;
+    root().sVolume.Refresh();
+    EXPECT_EQ(root().sVolume.Value.value(), 6);
+}
+
 class VolumeAtStart : public fake::PlaybackWorld
 {
 };
