@@ -106,20 +106,47 @@ int wholeCount(const Root& root)
     return number;
 }
 
+namespace {
+
+/// The rows are numbered by their places; behind a gap in the section an entry has another number. 0 where none has the
+/// row's path, or the database cannot be read.
+int storedNumberOf(const Root& root, int row)
+{
+    const QString path = playlistPath(root, row);
+    const auto isOf = [&root, &path](int number) {
+        return indexValue(root, databaseFile(root), number, EntryKey::Path) == path;
+    };
+    if (isOf(numberOf(root, row)))
+        return numberOf(root, row);
+    int number = path.isEmpty() ? 0 : MostPlaylists;
+    while (number > 0 && !isOf(number))
+        --number;
+    return number;
+}
+
+/// No save comes behind a change under the filter.
+void storeUnderFilter(Root& root, int row, char key, const QString& value)
+{
+    if (!isFiltered(root))
+        return;
+    if (const int number = storedNumberOf(root, row); number > 0)
+        writeIndexValue(root, databaseFile(root), number, key, value);
+}
+
+} // namespace
+
 void setPlaylistName(Root& root, int row, const QString& name)
 {
     root.LListView1.setSubItem(row, CatalogueItem::Name, name);
-    if (isFiltered(root))
-        writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Name, name);
+    storeUnderFilter(root, row, EntryKey::Name, name);
 }
 
 void setPlaylistPath(Root& root, int row, const QString& path)
 {
     if (FileDirPath::isSameFile(playlistPath(root, row), root.sequence.playlist()))
         root.sequence.setPlaylist(path, root.sequence.rowKey());
+    storeUnderFilter(root, row, EntryKey::Path, path);
     root.LListView1.setSubItem(row, CatalogueItem::Path, path);
-    if (isFiltered(root))
-        writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Path, path);
 }
 
 bool labelsTellOf(const Root& root, int row)
@@ -135,7 +162,15 @@ void selectLastRow(Root& root)
 
 void setTrackCount(Root& root, int row)
 {
-    root.LListView1.setSubItem(row, CatalogueItem::Tracks, QString::number(root.LListView2.count()));
+    setTrackCount(root, row, root.LListView2.count());
+}
+
+void setTrackCount(Root& root, int row, int tracks)
+{
+    if (!root.LListView1.has(row))
+        return;
+    root.LListView1.setSubItem(row, CatalogueItem::Tracks, QString::number(tracks));
+    storeUnderFilter(root, row, EntryKey::Tracks, QString::number(tracks));
 }
 
 void showTrackCount(Root& root, int row)

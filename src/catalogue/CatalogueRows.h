@@ -62,6 +62,7 @@ void selectLastRow(Root& root);
 
 /// Puts the number of tracks in sight into the row's cell; `showTrackCount` unless that number stands there already.
 void setTrackCount(Root& root, int row);
+void setTrackCount(Root& root, int row, int tracks);
 void showTrackCount(Root& root, int row);
 
 /// The heading of the tracks counts them.

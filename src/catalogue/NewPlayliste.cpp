@@ -5,6 +5,7 @@
 #include "app/Dateiexistenz.h"
 #include "app/DisabledButtons.h"
 #include "app/PlaylistFile.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "app/TextLimits.h"
@@ -52,8 +53,11 @@ void appendRow(Root& root, const QString& name, const QString& path)
 {
     ListView& list = root.LListView1;
     const int place = list.count() + 1;
+    const int failedReads = root.services.profiles.failedReads();
     const int number = wholeCount(root) + 1;
-    const QString icon = favouriteIcon(isFavourite(root, number));
+    const bool favourite = isFavourite(root, number);
+    const bool read = root.services.profiles.failedReads() == failedReads;
+    const QString icon = favouriteIcon(favourite);
     root.nAnzeige.Caption = u"(%1)"_s.arg(place);
     root.trackList.clearLines();
 
@@ -67,8 +71,16 @@ void appendRow(Root& root, const QString& name, const QString& path)
     if (isFiltered(root)) {
         // No save comes behind it: the entry would be gone with the filter.
         list.setNumber(place, number);
+        // An entry that could not be read looks like room for this one.
+        if (!read)
+            return showQuietly(root, u"Nicht gespeichert: Die Datenbank konnte nicht gelesen werden."_s);
+        const WholeChange together(root.files);
         writeEntry(root, databaseFile(root), number,
-                   {.id = padded(number - 1, 3), .name = name, .path = path, .tracks = u"0"_s});
+                   {.id = padded(number - 1, 3),
+                    .name = name,
+                    .path = path,
+                    .tracks = u"0"_s,
+                    .favourite = favourite ? u"1"_s : QString()});
     }
 }
 

@@ -44,6 +44,15 @@ void forgetLastRow(Root& root, int row)
     deleteEntry(root, database, row);
 }
 
+/// No save comes behind the removal of the only row. Behind a gap its entry has another number than its place.
+void forgetPath(Root& root, const QString& path)
+{
+    const QString database = databaseFile(root);
+    for (int number = 1; number <= MostPlaylists && !isFiltered(root) && !path.isEmpty(); ++number)
+        if (indexValue(root, database, number, EntryKey::Path) == path)
+            deleteEntry(root, database, number);
+}
+
 void removeCover(Root& root, const QString& name)
 {
     if (const QString cover = coverFile(root, name); !cover.isEmpty())
@@ -56,7 +65,9 @@ std::optional<bool> isUsedElsewhere(Root& root, Command& command, const QString&
     for (int i = 1; i <= root.LListView1.count(); ++i)
         if (i != row && FileDirPath::isSameFile(playlistPath(root, i), path) && !command.yield())
             return {};
-    return isUsedByAnother(root, row, path);
+    // A path that could not be read may be that of this file.
+    const int failedReads = root.services.profiles.failedReads();
+    return isUsedByAnother(root, row, path) || root.services.profiles.failedReads() != failedReads;
 }
 
 /// A playlist elsewhere on the disk stays where it is; only its reference goes.
@@ -116,8 +127,10 @@ void mnuL_schen(Root& root)
     const WholeChange together(root.files, WholeChange::Events::Served);
     removeRow(root, row, playlist.path, *usedElsewhere);
     clearPanels(root);
-    if (list.count() == 0)
+    if (list.count() == 0) {
+        forgetPath(root, playlist.path);
         return showCoverPane(root, false);
+    }
 
     openRow(root, list.count());
     if (!command.yield())

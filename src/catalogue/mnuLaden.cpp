@@ -73,8 +73,11 @@ void mnuLaden_Click(Root& root)
     const int failedReads = root.services.profiles.failedReads();
     const bool missing = !Dateiexistenz::FileExists(root, databaseFile(root)) &&
                          root.files.readBytes(databaseFile(root)).outcome == ReadOutcome::Missing;
-    if (!command.yield() || !loadRows(root, command))
+    if (!command.yield() || !loadRows(root, command)) {
+        // Half a catalogue: nothing that comes behind the end of the program stores it.
+        root.databaseDoubted = true;
         return;
+    }
     // While a killed command is not put back the file may hold half of it.
     root.databaseDoubted =
         root.services.profiles.failedReads() != failedReads || root.files.trouble() == FilesTrouble::Unfinished;

@@ -43,6 +43,8 @@ void mnuUmbenennen_Click(Root& root)
     // The handler passes over a playlist whose tracks are loaded; its picture is another file now.
     const bool loaded = list.selectedRow() == row && list.Tag == QString::number(row);
     list.Click();
+    if (command.ended())
+        return;
     if (loaded)
         showRowCover(root, row);
     command.lastYield();

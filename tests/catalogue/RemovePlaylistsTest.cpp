@@ -1,5 +1,6 @@
 
 #include "catalogue/CatalogueWorld.h"
+#include "catalogue/NewPlayliste.h"
 
 namespace orvantine::fake {
 
@@ -429,6 +430,39 @@ TEST_F(RemovePlaylists, TheRemovalOfTheOnlyListHidesTheCover)
     ASSERT_TRUE(root().pCoverBack.Visible.value());
     remove(1);
     EXPECT_FALSE(root().pCoverBack.Visible.value());
+}
+
+TEST_F(RemovePlaylists, TheOnlyRowBehindAGapDoesNotComeBack)
+{
+    const QString path = putList(u"Rock"_s, {putTrack(u"a"_s), putTrack(u"b"_s)});
+    putDatabase("1c=/fehlt.m3u\r\n" + indexRow(2, {.name = u"Rock"_s, .path = path}));
+    start();
+    ASSERT_EQ(1, catalogue().count());
+    remove(1);
+    EXPECT_EQ(0, catalogue().count());
+    root().mnuLaden.Click();
+    EXPECT_EQ(0, catalogue().count());
+}
+
+TEST_F(RemovePlaylists, AnEndInTheReloadOfADatabaseThatCameBackStoresNoHalfOfIt)
+{
+    for (int yield = 1; yield <= 40; ++yield) {
+        SCOPED_TRACE(yield);
+        desktop.newProcess();
+        start();
+        ASSERT_TRUE(root().databaseAwaited);
+        for (const QString& name : {u"Neu1"_s, u"Neu2"_s}) {
+            QString path = putList(name, {putTrack(name + u" 1"_s), putTrack(name + u" 2"_s)});
+            ASSERT_TRUE(NewPlayliste(root(), path, name));
+        }
+        putCatalogue({u"Eins"_s, u"Zwei"_s, u"Drei"_s, u"Vier"_s});
+        desktop.events().atYield(yield, [&] { desktop.events().endProcess(); });
+        remove(1);
+        for (const QString& name : {u"Eins"_s, u"Zwei"_s, u"Drei"_s, u"Vier"_s})
+            EXPECT_NE(-1, bytes(database()).indexOf(("b=" + name.toUtf8()))) << name.toStdString();
+        if (HasFailure())
+            break;
+    }
 }
 
 } // namespace orvantine::fake

@@ -1,4 +1,5 @@
 
+#include "catalogue/NewPlayliste.h"
 #include "operations/Eigenschaften.h"
 #include "playback/PlaybackWorld.h"
 #include "playback/Timer2.h"
@@ -368,6 +369,64 @@ TEST_F(Favourites, BothCommandsNameTheFileByItsConstant)
     EXPECT_EQ("1", mark(2));
     root().mnuFavoritenShow.Click();
     EXPECT_EQ("Erste Zweite", names());
+}
+
+TEST_F(Favourites, BehindAGapInTheSectionAFilteredRowWritesTheEntryOfItsOwnList)
+{
+    const auto entryAt = [&](int number, const QString& name, const QString& favourite = {}) {
+        return indexRow(number, {.name = name, .path = listPath(name), .favourite = favourite});
+    };
+    putDatabase(entryAt(1, u"Erste"_s) + entryAt(3, u"Zweite"_s, u"1"_s) + entryAt(4, u"Dritte"_s, u"1"_s));
+    root().mnuLaden.Click();
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ("Dritte", names()) << "the mark is looked for by the place";
+    const std::string other = entry(3);
+    click(1);
+    desktop.messages.enter(u"Anders"_s);
+    root().mnuUmbenennen.Click();
+    EXPECT_EQ("Anders", stored(4, 'b'));
+    EXPECT_EQ(other, entry(3));
+}
+
+TEST_F(Favourites, TheNumberOfTracksOfAFilteredRowIsStored)
+{
+    onlyFirstAndThird();
+    click(2);
+    setting(u"ShowDialog"_s, dwordSetting(0));
+    tracks().Drop({putTrack(u"neu"_s)});
+    EXPECT_EQ("3", catalogue().subItem(2, 3).toStdString());
+    EXPECT_EQ("3", stored(3, 'd'));
+    EXPECT_EQ("2", stored(2, 'd'));
+}
+
+TEST_F(Favourites, ANewListUnderTheFilterIsStoredWholeOrNotAtAll)
+{
+    for (int failing = 1; failing <= 7; ++failing) {
+        SCOPED_TRACE(failing);
+        desktop.newProcess();
+        SetUp();
+        onlyFirstAndThird();
+        desktop.log.failNext(u"files.appendBytes"_s, failing);
+        desktop.messages.enter(u"Neu"_s);
+        root().mnuNeu.Click();
+        const std::string whole = "004|Neu|" + listPath(u"Neu"_s).toStdString() + "|0||";
+        EXPECT_TRUE(entry(5).rfind(whole, 0) == 0 || entry(5) == "|||||||") << entry(5);
+        if (HasFailure())
+            break;
+    }
+}
+
+TEST_F(Favourites, ANewListUnderTheFilterNeverTakesAnEntryThatCouldNotBeRead)
+{
+    onlyFirstAndThird();
+    const QByteArray before = bytes(database());
+    for (int read = 1; read <= 400; ++read)
+        desktop.log.failNext(u"files.readBytes \""_s + database(), read);
+    QString path;
+    EXPECT_TRUE(NewPlayliste(root(), path, u"Neu"_s));
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ("Nicht gespeichert: Die Datenbank konnte nicht gelesen werden.",
+              root().quietLine.Caption.value().toStdString());
 }
 
 } // namespace orvantine::fake
