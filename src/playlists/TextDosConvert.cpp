@@ -1,5 +1,6 @@
 #include "playlists/TextDosConvert.h"
 
+#include "app/AudioTypes.h"
 #include "app/Command.h"
 #include "app/Dateiexistenz.h"
 #include "app/PlaylistFile.h"
@@ -97,11 +98,17 @@ std::optional<QString> entriesOfFile(Root& root, const QString& path)
 bool copyToOtherFolder(Root& root, const QString& from, const QString& to)
 {
     const QStringList entries = entriesOfFile(root, from).value_or(QString()).split(u"\r\n"_s, Qt::SkipEmptyParts);
-    if (std::all_of(entries.begin(), entries.end(), FileDirPath::hasSeparator))
+    const QString folder = FileDirPath::FolderOf(from);
+    // Lines of other kinds of lists have no separator either, and stay.
+    const auto liesBeside = [&root, &folder](const QString& entry) {
+        return !FileDirPath::hasSeparator(entry) &&
+               (AudioTypes::isDropped(entry) || Dateiexistenz::FileExists(root, fullPath(entry, folder)));
+    };
+    if (from.endsWith(u".nml"_s, Qt::CaseInsensitive) || std::none_of(entries.begin(), entries.end(), liesBeside))
         return copyPlaylist(root, from, to);
     QString text;
     for (const QString& entry : entries)
-        text += fullPath(entry, FileDirPath::FolderOf(from)) + u"\r\n"_s;
+        text += (liesBeside(entry) ? fullPath(entry, folder) : entry) + u"\r\n"_s;
     return writePlaylist(root, to, text + u"\r\n"_s);
 }
 

@@ -57,6 +57,8 @@ struct Counts
 {
     int lists = 0;
     int tracks = 0;
+    /// A list could not be read: there may be more.
+    bool doubted = false;
 };
 
 void append(ListView& lines, const Fault& fault)
@@ -133,6 +135,7 @@ std::optional<Counts> lookForFaults(Root& root, Command& command)
             continue;
         if (Dateiexistenz::FileExists(root, entry.path)) {
             counts.tracks += addMissingTracks(root, entry, number);
+            counts.doubted = counts.doubted || root.files.readBytes(entry.path).outcome == ReadOutcome::Failed;
         } else {
             ++counts.lists;
             append(root.errorListe->LErrorView, {.number = number,
@@ -174,7 +177,9 @@ void load(Root& root)
         return;
     }
     form.LHinweis.Caption = u"Ein Doppelklick oder Enter öffnet die Playliste an dieser Stelle."_s;
-    form.LHinweis.Visible = lines.count() > 0;
+    form.LHinweis.Visible = lines.count() > 0 || counts->doubted;
+    if (counts->doubted)
+        form.LHinweis.Caption = u"Nicht alle Playlisten konnten gelesen werden."_s;
     form.LAnzahl.Caption = u"Es wurden "_s + QString::number(counts->lists) + u" Playlisten und "_s +
                            QString::number(counts->tracks) + u" Sounddateien gefunden."_s;
 }

@@ -174,11 +174,11 @@ std::optional<QString> localCopy(Root& root, const QString& path, const QString&
 /// Takes one list into the catalogue. False if the loop ends.
 bool addPlaylist(Root& root, Command& command, const FoundFile& file, bool& added)
 {
+    if (!mayAddRow(root, command))
+        return false;
     if (FileDirPath::isSameFile(FileDirPath::withoutSeparator(file.folder), playlistFolder(root)) ||
         breaksLine(file.path()) || isUsedByAnother(root, 0, file.path()))
         return true;
-    if (!mayAddRow(root, command))
-        return false;
     const QString title = FileDirPath::titleOf(file.name);
     const std::optional<QString> local =
         root.mnuLokalePlayliste.Checked ? localCopy(root, file.path(), title) : std::nullopt;
@@ -186,11 +186,7 @@ bool addPlaylist(Root& root, Command& command, const FoundFile& file, bool& adde
     if (NewPlayliste(root, path, title)) {
         added = true;
         const int row = root.LListView1.count();
-        const QString tracks = QString::number(GetPlayCounts(root, path));
-        root.LListView1.setSubItem(row, CatalogueItem::Tracks, tracks);
-        // No save comes behind a list that was added under the filter.
-        if (isFiltered(root))
-            writeIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Tracks, tracks);
+        setTrackCount(root, row, GetPlayCounts(root, path));
     } else if (local && !command.ended()) {
         root.files.remove(*local);
     }

@@ -94,6 +94,10 @@ void tVorschau_Tick(FolderCheck& form)
     if (form.preview->step())
         return;
     const QString text = form.preview->text();
+    if (asDefault == Answer::Yes)
+        keepAsDefault(root, form.tFolderNew.Text);
+    const bool kept = Dateiexistenz::FileExists(root, databaseFile(root)) &&
+                      changeAlone(root, [&] { return backUp(root, databaseFile(root), backupFile(root)); });
     stopPreview(form);
     form.LVorschau.Caption = text;
 }
@@ -220,19 +224,14 @@ void keepAsDefault(Root& root, const QString& folder)
         root, [&] { return IniFiles::WriteValue(root, databaseFile(root), u"Options"_s, u"Soundfiles"_s, folder); });
 }
 
-/// Lists and database, one after the other.
-void replaceEverywhere(Run& run, bool asDefault)
+/// Lists and database, one after the other. `kept`: the database has its copy.
+void replaceEverywhere(Run& run, bool kept)
 {
     Root& root = run.root;
     WholeChange together(root.files, WholeChange::Events::Served);
-    if (asDefault)
-        keepAsDefault(root, run.fresh);
-    const QString database = databaseFile(root);
-    const bool stands = Dateiexistenz::FileExists(root, database);
-    const bool kept = stands && changeAlone(root, [&] { return backUp(root, database, backupFile(root)); });
     // What may be written of a database that could not be read is not known.
     if (replaceInLists(run) && kept && !root.databaseDoubted)
-        replaceInFile(run, database, [&root](const Replaced& result) { return writeDatabase(root, result); });
+        replaceInFile(run, databaseFile(root), [&root](const Replaced& result) { return writeDatabase(root, result); });
     if (!together.end())
         run.count = 0;
 }
@@ -260,7 +259,7 @@ void BReady_Click(Root& root, FolderCheck& form)
     Run run{.root = root, .form = form, .command = command, .old = form.tFolderOld.Text, .fresh = form.tFolderNew.Text};
     if (!command.yield())
         return;
-    replaceEverywhere(run, asDefault == Answer::Yes);
+    replaceEverywhere(run, kept);
     if (command.ended())
         return;
     command.endWait();

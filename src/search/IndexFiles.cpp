@@ -81,11 +81,6 @@ void showTexts(Root& root)
     root.kopieren->Label2.Caption = u"Bitte warten Sie, bis die Indexerstellung vollständig abgeschlossen wurde."_s;
 }
 
-bool isStopped(const Root& root)
-{
-    return root.Tag == u"2"_s;
-}
-
 enum class Outcome { Done, Stopped, Ended };
 
 /// Appends the paths of the list in sight. Told is a file that is written anew for each track, so that a stop leaves a
@@ -108,7 +103,7 @@ Outcome addTracks(Root& root, Command& command)
             root.LListView2.select(static_cast<int>(i) + 1);
         if (!command.yield())
             return Outcome::Ended;
-        if (isStopped(root))
+        if (stopAsked(root))
             outcome = Outcome::Stopped;
     }
     if (!lines.isEmpty())
@@ -126,7 +121,7 @@ Outcome indexCatalogue(Root& root, Command& command)
     for (int row = 1; row <= root.LListView1.count(); ++row) {
         if (!openWalkedRow(root, command, row, freeze))
             return Outcome::Ended;
-        if (isStopped(root))
+        if (stopAsked(root))
             return Outcome::Stopped;
         if (!showsTracksOf(root, row))
             continue;
@@ -188,6 +183,7 @@ void SetIndexFile(Root& root)
     const int track = root.LListView2.selectedRow();
 
     Outcome outcome = Outcome::Done;
+    QString opened;
     {
         const Frozen frozen(root);
         command.wait(Wait::Lists);
@@ -210,12 +206,14 @@ void SetIndexFile(Root& root)
         }
         // Still without questions about missing files.
         if (const int row = selected > 0 ? rowOf(root, playlist, selected) : 0; row > 0)
-            openRow(root, row);
+            opened = openRow(root, row);
         if (command.ended())
             return;
     }
     command.endWait();
-    root.LListView2.select(track);
+    // Something else may have opened a list of its own in the read.
+    if (opened.isEmpty() || root.trackList.isOf(opened))
+        root.LListView2.select(track);
     command.lastYield();
 }
 

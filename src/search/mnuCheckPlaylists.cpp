@@ -144,8 +144,9 @@ void Tidying::copyIn(int number, const QString& path, const QString& local)
     const bool shared = std::any_of(m_moved.begin(), m_moved.end(), isSame);
     const bool taken = std::any_of(m_moved.begin(), m_moved.end(),
                                    [&](const Moved& moved) { return FileDirPath::isSameFile(moved.to, local); });
-    if (!shared && (taken || m_used.contains(m_root, local) || m_stayed.contains(FileDirPath::compared(local)) ||
-                    !mayHoldPlaylist(m_root, path) || !mayHoldPlaylist(m_root, local)))
+    if (!shared && (taken || m_backups.contains(FileDirPath::compared(local)) || m_used.contains(m_root, local) ||
+                    m_stayed.contains(FileDirPath::compared(local)) || !mayHoldPlaylist(m_root, path) ||
+                    !mayHoldPlaylist(m_root, local)))
         return;
     const bool copied = changeAlone(m_root, [&] {
         if (!shared && !copyToOtherFolder(m_root, path, local))

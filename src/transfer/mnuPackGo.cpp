@@ -245,6 +245,8 @@ bool PackAndGo::pack(PackTree& tree)
     if (!m_command.yield() || !m_command.pause(1))
         return false;
     KillTempFiles(m_root, m_scratch);
+    // In the pause the player has left its own.
+    m_root.Tag = u"1"_s;
     return !m_command.ended();
 }
 

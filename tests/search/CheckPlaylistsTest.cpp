@@ -231,4 +231,40 @@ TEST_F(Checking, WhicheverStepFailsTheCleanUpRemovesCopiesAlone)
     }
 }
 
+TEST_F(Checking, AListOfAnotherKindIsCopiedByteForByte)
+{
+    struct Kind
+    {
+        QString name;
+        QByteArray bytes;
+    };
+    for (const Kind& kind :
+         {Kind{u"Set.nml"_s, "<?xml version=\"1.0\"?>\r\n<NML VERSION=\"19\">\r\n<LOCATION DIR=\"/:m/:\" FILE=\"Eins "
+                             "1.mp3\" VOLUME=\"\"></LOCATION>\r\n</NML>\r\n"},
+          Kind{u"Set.pls"_s, "[playlist]\r\nFile1=/m/Eins 1.mp3\r\nNumberOfEntries=1\r\nVersion=2\r\n"}}) {
+        SCOPED_TRACE(kind.name.toStdString());
+        desktop.newProcess();
+        const QString eins = putList(u"Eins"_s, {putTrack(u"Eins 1"_s), putTrack(u"Eins 2"_s)});
+        put(u"/fremd/"_s + kind.name, kind.bytes);
+        putDatabase(indexRow(1, {.name = u"Set"_s, .path = u"/fremd/"_s + kind.name}) +
+                    indexRow(2, {.name = u"Eins"_s, .path = eins}));
+        start();
+        check();
+        EXPECT_EQ(kind.bytes.toStdString(), bytes(data() + u"Playlisten/"_s + kind.name).toStdString());
+    }
+}
+
+TEST_F(Checking, AListThatCannotBeReadIsNotTakenForOneWithoutFaults)
+{
+    startAll();
+    for (int read = 1; read <= 8; ++read)
+        desktop.log.failNext(u"files.readBytes \""_s + listPath(u"Zwei"_s), read);
+    desktop.forms().whileModal(u"ErrorListe"_s, [this](Form&) {
+        EXPECT_TRUE(form().LHinweis.Visible.value());
+        EXPECT_EQ("Nicht alle Playlisten konnten gelesen werden.", form().LHinweis.Caption.value().toStdString());
+        form().bAbbrechen.Click();
+    });
+    desktop.forms().showModal(form());
+}
+
 } // namespace orvantine::fake

@@ -493,4 +493,18 @@ TEST_F(Finder, DoesNotComeUpInFrontOfACommandThatWaits)
     root().mnuLöschen.Click();
 }
 
+TEST_F(Finder, AFullCatalogueIsToldForAKnownListToo)
+{
+    addLists(160);
+    inFinder([&] {
+        desktop.messages.answer(
+            Answer::Ok, u" Wiedergabelisten verwalten"_s,
+            u"Die maximale Anzahl von Wiedergabelisten wurde erreicht. \nBitte löschen Sie eine der "
+            u"160 Playlisten aus der Liste."_s);
+        scan(data() + u"Playlisten"_s, Lists);
+        form().BReady.Click();
+    });
+    EXPECT_EQ(160, catalogue().count());
+}
+
 } // namespace orvantine::fake

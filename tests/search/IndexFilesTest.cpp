@@ -274,4 +274,14 @@ TEST_F(Index, AFolderOfItsNameStaysAndTheRunGoesOn)
     EXPECT_EQ(2, catalogue().selectedRow());
 }
 
+TEST_F(Index, AStopIsNotTakenBackByThePlayer)
+{
+    desktop.events().after(std::chrono::milliseconds{500}, [&] {
+        root().kopieren->bAbbrechen.Click();
+        root().Tag = u"0"_s; // as a stop of the player leaves it
+    });
+    SetIndexFile(root());
+    EXPECT_NE(Whole, index());
+}
+
 } // namespace orvantine::fake
