@@ -104,7 +104,10 @@ void LListView2_OLEDragDrop(Root& root, const QStringList& paths)
     if (!openOwnTracks(root))
         return;
     const TrackList::Hold hold = root.trackList.hold();
-    if (!mayAddTo(root, command, playlistName(root, rowInSight(root))) || !hold.valid() || !addFiles(root, paths))
+    // The filter may hide the row of the list in sight.
+    const int row = rowInSight(root);
+    const QString name = row > 0 ? playlistName(root, row) : root.tPlaylisteinträge.Caption.value();
+    if (!mayAddTo(root, command, name) || !hold.valid() || !addFiles(root, paths))
         return;
     SavePlayEntrys(root);
     // The read of a list without entries leaves the tracks out of sight.

@@ -17,6 +17,18 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The tracks in sight are those of the list that was opened there, and no read that failed left them out.
+bool knowsTracks(const Root& root, const QString& list)
+{
+    return root.trackList.isOf(list) &&
+           (root.LListView2.count() > 0 || root.trackList.content() == TrackList::Content::Own ||
+            root.files.readText(list).outcome != ReadOutcome::Failed);
+}
+
+} // namespace
+
 void LListView1_Click(Root& root)
 {
     ListView& list = root.LListView1;
@@ -40,7 +52,7 @@ void LListView1_Click(Root& root)
 
     // While the box was up the sequence may have gone on to another row.
     root.LSoundCaption.Tag = u"0"_s;
-    openRow(root, row);
+    const QString opened = openRow(root, row);
     if (command.ended())
         return;
     // A later click inside the read has opened its own row.
@@ -57,7 +69,8 @@ void LListView1_Click(Root& root)
     showRowCover(root, row);
 
     root.Timer2.Enabled = true;
-    setTrackCount(root, row);
+    if (knowsTracks(root, opened))
+        setTrackCount(root, row);
     DisabledButtons(root, 0);
 }
 

@@ -38,11 +38,11 @@ QStringList acceptedFiles(const Root& root, const QList<QStringView>& paths)
     bool accepted = false;
     for (const QStringView path : paths) {
         const QString file = path.toString();
-        if (!Dateiexistenz::FileExists(root, file))
+        if (!Dateiexistenz::FileExists(root, file) || breaksLine(file))
             continue;
         // Required: case counts, and behind the first accepted file any other one that exists is added too.
         accepted = accepted || AudioTypes::isPasted(path);
-        if (accepted && !breaksLine(file))
+        if (accepted)
             files += file;
     }
     return files;
@@ -79,7 +79,8 @@ void mnuEditPaste_Click(Root& root)
         return;
     SavePlayEntrys(root);
     // The read of a list without entries left the tracks out of sight.
-    root.LListView2.Visible = true;
+    if (hold.inSight())
+        root.LListView2.Visible = true;
 }
 
 QList<QStringView> quotedPaths(QStringView text)

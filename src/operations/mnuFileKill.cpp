@@ -32,12 +32,13 @@ bool isSure(Command& command)
 void keepNewList(Root& root)
 {
     const QString path = root.trackList.path();
-    if (!isUnnamed(path))
+    const int row = rowInSight(root);
+    if (!isUnnamed(path) || row == 0)
         return;
     ensurePlaylistFolder(root);
-    const QString name = playlistName(root, rowInSight(root));
+    const QString name = playlistName(root, row);
     const std::optional<QString> file = playlistFile(root, name);
-    if (file && FileDirPath::canBeFileName(name))
+    if (file && FileDirPath::canBeFileName(name) && !isUsedByAnother(root, row, *file))
         root.files.copy(path, *file);
 }
 
@@ -129,6 +130,8 @@ void mnuFileKill_Click(Root& root)
     command.endWait();
 
     root.mnuSpeichern.Click();
+    if (command.ended())
+        return;
     tracks.SetFocus();
     command.lastYield();
 }

@@ -38,8 +38,11 @@ void mnuMoveEntry_Click(Root& root, int index)
     root.bMoveDown.Tag = u"0"_s;
 
     SavePlayEntrys(root);
+    Command command(root);
+    if (command.ended())
+        return;
     tracks.SetFocus();
-    Command(root).lastYield();
+    command.lastYield();
 }
 
 void bEntryUp_Click(Root& root)

@@ -78,7 +78,8 @@ void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
     ensurePlaylistFolder(root);
     const std::optional<QString> own = playlistFile(root, playlistName(root, row));
     // A link to a list that could not be written would lose the tracks at the next save.
-    if (!own || (Dateiexistenz::FileExists(root, playlist) && !copyPlaylist(root, playlist, *own)))
+    if (row == 0 || !own || isUsedByAnother(root, row, *own) ||
+        (Dateiexistenz::FileExists(root, playlist) && !copyPlaylist(root, playlist, *own)))
         return;
     setPlaylistPath(root, row, *own);
     hold.follow(*own);

@@ -327,4 +327,12 @@ TEST_F(EditCommands, AnotherListThatIsOpenedWhileTheQuestionIsUpGetsNothing)
     EXPECT_EQ(2, tracks().count());
 }
 
+TEST_F(EditCommands, APathWithALineEndAcceptsNoOtherFile)
+{
+    desktop.memory()->put(u"/m/a\nb.mp3"_s, "x");
+    put(u"/m/x.txt"_s, "x");
+    paste(u"\"/m/a\nb.mp3\" \"/m/x.txt\""_s);
+    EXPECT_EQ("", added());
+}
+
 } // namespace orvantine::fake

@@ -312,4 +312,24 @@ TEST_F(ListInput, AClickComparesTheTracksCellAsAText)
     EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
 }
 
+TEST_F(ListInput, AReadThatFailsLeavesTheNumberOfTracks)
+{
+    for (int read = 1; read <= 6; ++read)
+        desktop.log.failNext(u"files.readPlaylist \""_s + listPath(u"Zweite"_s), read);
+    for (int read = 1; read <= 6; ++read)
+        desktop.log.failNext(u"files.readText \""_s + listPath(u"Zweite"_s), read);
+    click(2);
+    EXPECT_EQ(0, tracks().count());
+    EXPECT_EQ("2", catalogue().subItem(2, 3).toStdString());
+}
+
+TEST_F(ListInput, ARowWithoutAPathTakesNotTheNumberOfTheListInSight)
+{
+    catalogue().setSubItem(2, 2, QString());
+    catalogue().setSubItem(2, 3, u"0"_s);
+    desktop.messages.answer(Answer::Retry);
+    click(2);
+    EXPECT_EQ("0", catalogue().subItem(2, 3).toStdString());
+}
+
 } // namespace orvantine::fake

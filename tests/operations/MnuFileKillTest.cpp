@@ -1,5 +1,6 @@
 
 #include "operations/TrackListOperationsFixture.h"
+#include "platform/FileDirPath.h"
 
 namespace orvantine::fake {
 
@@ -442,6 +443,21 @@ TEST_F(TrackListOperations, TheTrackNameGoesFromTheFileOfTheConstantName)
     root().mnuFileKill.Click();
     EXPECT_EQ("", IniFiles::ReadValue(root(), database(), u"TagInfo"_s, u"/m/a.mp3"_s).toStdString());
     EXPECT_EQ("Name", IniFiles::ReadValue(root(), own, u"TagInfo"_s, u"/m/a.mp3"_s).toStdString());
+}
+
+TEST_F(TrackListOperations, ANewListIsNotKeptInTheFileOfAnotherRow)
+{
+    open();
+    const QString path = data() + u"Neu.tmp"_s;
+    put(path, "/m/c.mp3\r\n/m/a.mp3\r\n");
+    const QString first = catalogue().subItem(1, 2);
+    const QByteArray before = bytes(first);
+    catalogue().setSubItem(2, 2, path);
+    catalogue().setSubItem(2, 1, FileDirPath::titleOf(FileDirPath::FileNameOf(first)));
+    click(2);
+    answerRemove(Answer::Ok);
+    root().mnuFileKill.Click();
+    EXPECT_EQ(before.toStdString(), bytes(first).toStdString());
 }
 
 } // namespace orvantine::fake

@@ -464,4 +464,18 @@ TEST_F(AddTracks, ATrackThatCannotBeWrittenIsNotShown)
     EXPECT_EQ(bytes(list).count("neu.mp3"), 1) << "the line of the first try is gone";
 }
 
+TEST_F(AddTracks, ANewListNeverMovesOntoTheFileOfAnotherRow)
+{
+    const QString fresh = data() + u"neu.tmp"_s;
+    put(fresh, "");
+    catalogue().setSubItem(1, 2, listPath(u"Leer"_s));
+    put(listPath(u"Leer"_s), "/m/a.mp3\r\n");
+    catalogue().setSubItem(2, 2, fresh);
+    click(2);
+    AddPlayEntrys(root(), putTrack(u"c"_s), 0);
+    EXPECT_EQ(fresh.toStdString(), catalogue().subItem(2, 2).toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n", bytes(listPath(u"Leer"_s)).toStdString());
+    EXPECT_EQ("/m/c.mp3\r\n\r\n", bytes(fresh).toStdString());
+}
+
 } // namespace orvantine::fake
