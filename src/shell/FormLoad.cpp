@@ -294,6 +294,8 @@ bool playUnattended(Root& root, Command& command)
     if (!command.pause(1.0))
         return false;
     root.mnuWiedergabe.Click();
+    if (command.ended())
+        return false;
     root.Timer1.Enabled = true;
     root.Tag = u"1"_s;
     return command.yield();
@@ -377,7 +379,7 @@ bool startUp(Root& root, Command& command)
         return false;
     tellWaiting(root);
     UpdateCheck(root);
-    return playUnattended(root, command);
+    return !command.ended() && playUnattended(root, command);
 }
 
 } // namespace

@@ -28,7 +28,8 @@ void unloadTagForms(Root& root)
 void Form_QueryUnload(Root& root)
 {
     stopIfRunning(root);
-    if (root.State.value() == WindowState::Minimized) {
+    // A hidden start that is not at its end has no window yet that could be brought back.
+    if (root.loaded && root.State.value() == WindowState::Minimized) {
         root.State = WindowState::Normal;
         root.Visible = true;
         if (!Command(root).yield())

@@ -45,12 +45,50 @@ TEST_F(Shutdown, ASessionThatEndsTwiceEndsTheProgramOnce)
 
 TEST_F(Shutdown, ASessionThatEndsDuringTheStartEndsItWithoutSavingOptions)
 {
-    setting(u"Width"_s, {.type = SettingType::String, .text = u"10000"_s, .bytes = {}});
-    desktop.events().after(std::chrono::milliseconds{500}, [&] { endBySession(root()); });
-    start();
+    for (const QString& command : {QString(), u"/play"_s, u"/hide"_s}) {
+        SCOPED_TRACE(command.toStdString());
+        desktop.newProcess();
+        setting(u"Version"_s, stringSetting(u"2.2"_s));
+        setting(u"Width"_s, stringSetting(u"10000"_s));
+        setting(u"Volume"_s, dwordSetting(1));
+        desktop.events().after(std::chrono::milliseconds{500}, [&] { endBySession(root()); });
+        start(command);
+        EXPECT_TRUE(desktop.events().ended());
+        EXPECT_FALSE(root().Visible.value());
+        EXPECT_EQ("sz \"10000\"", setting(u"Width"_s).toStdString());
+        EXPECT_EQ("dword 1", setting(u"Volume"_s).toStdString());
+        EXPECT_EQ("(absent)", setting(u"Maximized"_s).toStdString());
+    }
+}
+
+TEST_F(Shutdown, ASessionThatEndsWhenAHiddenStartBeginsToPlaySavesNoOptionsAndPlaysNothing)
+{
+    setting(u"Width"_s, stringSetting(u"10000"_s));
+    root().mnuWiedergabe.Click = [this] { endBySession(root()); };
+    start(u"/hide"_s);
     EXPECT_TRUE(desktop.events().ended());
     EXPECT_FALSE(root().Visible.value());
     EXPECT_EQ("sz \"10000\"", setting(u"Width"_s).toStdString());
+    EXPECT_FALSE(root().Timer1.Enabled.value());
+    EXPECT_EQ("9", root().Tag.toStdString());
+}
+
+TEST_F(Shutdown, ASessionThatEndsInTheYieldOfTheUpdateCheckShowsNoWindowAnyMore)
+{
+    for (const QString& command : {QString(), u"/play"_s}) {
+        SCOPED_TRACE(command.toStdString());
+        desktop.newProcess();
+        desktop.settings.drop(Hive::CurrentUser, u"Software\\Verdanis\\Orvant Manager"_s, u"Update"_s);
+        put(desktop.folders.program + u"/Netzpflege.exe"_s, "x");
+        desktop.launcher.Started = [this](const LaunchRequest&) {
+            desktop.events().after(std::chrono::milliseconds{0}, [this] { endBySession(root()); });
+        };
+        start(command);
+        EXPECT_TRUE(desktop.events().ended());
+        EXPECT_FALSE(root().Visible.value());
+        EXPECT_EQ(WindowState::Normal, root().State.value());
+        EXPECT_EQ("9", root().Tag.toStdString());
+    }
 }
 
 TEST_F(Shutdown, AHiddenWindowNeverSavesItsOptions)
