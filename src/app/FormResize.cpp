@@ -8,6 +8,9 @@ namespace orvantine {
 
 namespace {
 
+/// The frame's title is no lower than this.
+constexpr Twips LeastTitle = 300;
+
 ScreenArea areaOf(const Root& root)
 {
     return root.services.screen.at(root.Left.value(), root.Top.value()).available;
@@ -19,18 +22,39 @@ Twips atMost(Twips length, Twips area, Twips frame)
     return area <= 0 ? length : std::min(length, std::max(area - frame, Twips{1}));
 }
 
-/// What lies in the area stays as it is, to the twip.
-void keepInside(QProperty<Twips>& place, QProperty<Twips>& length, Twips begin, Twips area, Twips frame)
+/// A length that has room with the least frame there is stays as it is, to the twip.
+void shrink(QProperty<Twips>& place, QProperty<Twips>& length, Twips begin, Twips area, Twips leastFrame, Twips frame)
 {
-    const Twips most = atMost(length.value(), area, frame);
-    if (most < length.value()) {
-        length = most;
+    if (length.value() <= area - leastFrame)
+        return;
+    length = atMost(length.value(), area, frame);
+    place = begin;
+}
+
+void moveInside(QProperty<Twips>& place, Twips length, Twips begin, Twips area, Twips frame)
+{
+    if (place.value() < begin)
         place = begin;
-    } else if (place.value() < begin) {
-        place = begin;
-    } else if (place.value() + most > begin + area) {
-        place = begin + area - most - frame;
-    }
+    else if (qint64{place.value()} + length > begin + area)
+        place = std::max(begin + area - length - frame, begin);
+}
+
+/// How much of one length lies in the other.
+qint64 common(qint64 begin, qint64 length, qint64 otherBegin, qint64 otherLength)
+{
+    return std::min(begin + length, otherBegin + otherLength) - std::max(begin, otherBegin);
+}
+
+/// Enough of the title is seen to take the window by it.
+bool canBeReached(const Root& root)
+{
+    constexpr WindowSize Grip{600, 150};
+    const std::vector<DesktopScreen> screens = root.services.screen.screens();
+    return std::any_of(screens.begin(), screens.end(), [&](const DesktopScreen& screen) {
+        const ScreenArea& area = screen.available;
+        return common(root.Left.value(), root.Width.value(), area.left, area.width) >= Grip.width &&
+               common(root.Top.value(), LeastTitle, area.top, area.height) >= Grip.height;
+    });
 }
 
 } // namespace
@@ -46,8 +70,12 @@ void keepOnScreen(Root& root)
     const ScreenArea area = areaOf(root);
     if (area.width <= 0 || area.height <= 0)
         return;
-    keepInside(root.Left, root.Width, area.left, area.width, FrameRoom.width);
-    keepInside(root.Top, root.Height, area.top, area.height, FrameRoom.height);
+    shrink(root.Left, root.Width, area.left, area.width, 0, FrameRoom.width);
+    shrink(root.Top, root.Height, area.top, area.height, LeastTitle, FrameRoom.height);
+    if (canBeReached(root))
+        return;
+    moveInside(root.Left, root.Width.value(), area.left, area.width, FrameRoom.width);
+    moveInside(root.Top, root.Height.value(), area.top, area.height, FrameRoom.height);
 }
 
 void Form_Resize(Root& root)

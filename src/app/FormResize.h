@@ -22,7 +22,8 @@ inline constexpr WindowSize FrameRoom{150, 600};
 /// The least size on the screen that the window stands on.
 [[nodiscard]] WindowSize leastSize(const Root& root);
 
-/// A window that is larger than the room on its screen, or that lies beside it, would hide its title and its ends.
+/// Makes a window fit that is larger than the room on its screen, and moves one whose title is on no screen. Any other
+/// stays where the user has put it, also over an edge.
 void keepOnScreen(Root& root);
 
 /// A minimised window goes to the tray, where an item stands to bring it back; any other is kept at its least size.

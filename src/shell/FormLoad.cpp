@@ -301,6 +301,14 @@ bool playUnattended(Root& root, Command& command)
     return command.yield();
 }
 
+/// Out of the tray, where the place of a hidden start has waited as it was stored.
+void comeIntoSight(Root& root)
+{
+    if (!root.Visible.value())
+        keepOnScreen(root);
+    root.Visible = true;
+}
+
 /// The steps in their order; false if the program has ended on the way.
 bool startUp(Root& root, Command& command)
 {
@@ -356,6 +364,8 @@ bool startUp(Root& root, Command& command)
         return false;
 
     services.tray.add(u"Orvanten Manager"_s);
+    if (root.hiddenStart && !services.tray.stands())
+        keepOnScreen(root);
     root.tCopyStatus.Caption = QString();
 
     root.Pointer = MousePointer::Default;
@@ -405,7 +415,10 @@ void trayChanged(Root& root)
 {
     if (!root.loaded || root.services.events.ended() || root.State.value() != WindowState::Minimized)
         return;
-    root.Visible = !root.services.tray.stands();
+    if (root.services.tray.stands())
+        root.Visible = false;
+    else
+        comeIntoSight(root);
 }
 
 void activateWindow(Root& root)
@@ -414,7 +427,7 @@ void activateWindow(Root& root)
         return;
     if (root.State.value() == WindowState::Minimized)
         root.State = WindowState::Normal;
-    root.Visible = true;
+    comeIntoSight(root);
     root.services.forms.toFront(root);
 }
 

@@ -232,6 +232,78 @@ TEST_F(FormLoad, AWindowThatLiesBesideAllScreensComesBack)
     EXPECT_EQ("16050 6000 12600 9600", geometry());
 }
 
+TEST_F(FormLoad, AWindowThatReachesOverAnEdgeStaysWhereItWasPutAsLongAsItsTitleCanBeReached)
+{
+    struct Case
+    {
+        const char* name;
+        QString left, top, height;
+        const char* geometry;
+    };
+    for (const Case& c :
+         {Case{"over the right edge", u"20000"_s, u"150"_s, u"9600"_s, "20000 150 12600 9600"},
+          Case{"over the lower edge", u"150"_s, u"14000"_s, u"9600"_s, "150 14000 12600 9600"},
+          Case{"over both", u"28200"_s, u"16050"_s, u"9600"_s, "28200 16050 12600 9600"},
+          Case{"by nothing more than a strip", u"28201"_s, u"150"_s, u"9600"_s, "16050 150 12600 9600"},
+          Case{"with half of its title", u"150"_s, u"16051"_s, u"9600"_s, "150 6000 12600 9600"},
+          Case{"as tall as the screen below a title", u"0"_s, u"0"_s, u"15840"_s, "0 0 12600 15840"},
+          Case{"beyond all numbers", u"99999999999"_s, u"99999999999"_s, u"9600"_s, "16050 6000 12600 9600"}}) {
+        SCOPED_TRACE(c.name);
+        desktop.newProcess();
+        setting(u"Left"_s, text(c.left));
+        setting(u"Top"_s, text(c.top));
+        setting(u"Height"_s, text(c.height));
+        start();
+        EXPECT_EQ(c.geometry, geometry());
+    }
+}
+
+TEST_F(FormLoad, AStartAndAnEndWithoutAMoveChangeNothingOfTheStoredPlace)
+{
+    setting(u"Left"_s, text(u"20000"_s));
+    setting(u"Top"_s, text(u"14000"_s));
+    start();
+    root().mnuBeenden.Click();
+    EXPECT_EQ("sz \"20000\" sz \"14000\"", (setting(u"Left"_s) + u' ' + setting(u"Top"_s)).toStdString());
+}
+
+TEST_F(FormLoad, ATitleUnderAPanelComesOutOfIt)
+{
+    desktop.screen.all = {{{0, 0, 28800, 16200}, {0, 600, 28800, 15600}}};
+    setting(u"Left"_s, text(u"20000"_s));
+    setting(u"Top"_s, text(u"0"_s));
+    start();
+    EXPECT_EQ("16050 600 12600 9600", geometry());
+}
+
+TEST_F(FormLoad, AHiddenWindowThatLiesBesideAllScreensComesUpInSight)
+{
+    const std::function<void()> ways[] = {[this] { desktop.instance.Activated(); },
+                                          [this] { desktop.tray().setPresent(false); }};
+    for (const auto& comesUp : ways) {
+        desktop.newProcess();
+        setting(u"Left"_s, text(u"60000"_s));
+        setting(u"Top"_s, text(u"60000"_s));
+        start(u"/hide"_s);
+        // The screens of a session may come later than what starts with it.
+        EXPECT_EQ("60000 60000 12600 9600", geometry());
+        comesUp();
+        EXPECT_TRUE(root().Visible.value());
+        EXPECT_EQ("16050 6000 12600 9600", geometry());
+    }
+}
+
+TEST_F(FormLoad, WithoutATrayAHiddenStartStandsOnTheScreen)
+{
+    desktop.trayPresent = false;
+    desktop.newProcess();
+    setting(u"Left"_s, text(u"60000"_s));
+    setting(u"Top"_s, text(u"60000"_s));
+    start(u"/hide"_s);
+    EXPECT_TRUE(root().Visible.value());
+    EXPECT_EQ("16050 6000 12600 9600", geometry());
+}
+
 TEST_F(FormLoad, AStoredHeightOfNoughtIsAppliedAndCorrectedUpwards)
 {
     setting(u"Height"_s, text(u"0"_s));
