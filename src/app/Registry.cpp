@@ -122,10 +122,15 @@ double Setting::number() const
 
 bool Setting::isNumber() const
 {
-    bool number = hasValue();
-    if (const auto* stored = std::get_if<QString>(&value))
-        (void)cutAtNul(*stored).trimmed().toDouble(&number);
-    return number;
+    const auto* const stored = std::get_if<QString>(&value);
+    if (stored == nullptr)
+        return hasValue();
+    const QString text = cutAtNul(*stored).trimmed();
+    // "nan" and "1e3" are numbers of a form that `number` does not read.
+    const auto isPart = [](QChar c) { return (c >= u'0' && c <= u'9') || c == u'.' || c == u'-' || c == u'+'; };
+    bool number = false;
+    (void)text.toDouble(&number);
+    return number && std::all_of(text.begin(), text.end(), isPart);
 }
 
 QString settingsKey()

@@ -177,7 +177,7 @@ TEST_F(FormLoad, ANegativeStoredLeftLeavesTheCentredPosition)
 
 TEST_F(FormLoad, GeometryThatIsNoNumberIsPassedOver)
 {
-    for (const QString& rubbish : {u"abc"_s, u""_s, u"12abc"_s}) {
+    for (const QString& rubbish : {u"abc"_s, u""_s, u"12abc"_s, u"nan"_s, u"inf"_s, u"1e3"_s, u"0x10"_s}) {
         SCOPED_TRACE(rubbish.toStdString());
         desktop.newProcess();
         for (const QString& name : {u"Height"_s, u"Width"_s, u"Left"_s, u"Top"_s})
