@@ -145,6 +145,18 @@ Setting readSetting(const Root& root, const QString& name)
     return setting;
 }
 
+std::optional<Setting> readForCertain(const Root& root, const QString& name)
+{
+    const Setting setting = readSetting(root, name);
+    if (setting.present)
+        return setting;
+    // The key was made when the program started.
+    if (!Registry::KeyExists(root, Hive::CurrentUser, settingsKey()))
+        return {};
+    // The read that found nothing may have failed alone.
+    return readSetting(root, name);
+}
+
 void writeSetting(Root& root, const QString& name, const SettingVariant& value)
 {
     Registry::WriteValue(root, Hive::CurrentUser, settingsKey(), name, value);

@@ -2,6 +2,7 @@
 
 #include "platform/SettingsStore.h"
 
+#include <optional>
 #include <variant>
 
 namespace orvantine {
@@ -52,6 +53,8 @@ struct Setting
 [[nodiscard]] QString settingsKey();
 
 [[nodiscard]] Setting readSetting(const Root& root, const QString& name);
+/// Nothing where the settings cannot be read at present: what a read does not find is absent only if they can.
+[[nodiscard]] std::optional<Setting> readForCertain(const Root& root, const QString& name);
 void writeSetting(Root& root, const QString& name, const SettingVariant& value);
 
 } // namespace orvantine

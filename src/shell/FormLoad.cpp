@@ -30,7 +30,7 @@ namespace {
 /// The stored DataFolder, else the one of a first start.
 QString dataFolderOf(const Root& root)
 {
-    const QString stored = readSetting(root, u"Database"_s).text();
+    const QString stored = readForCertain(root, u"Database"_s).value_or(Setting()).text();
     return stored.isEmpty() ? userFolder(root) + FileDirPath::separatorOf(userFolder(root)) : stored;
 }
 
@@ -81,9 +81,14 @@ bool tellTrouble(const Root& root, Command& command)
         .has_value();
 }
 
-/// The files of an interrupted command whose disk is away.
+/// What keeps some files from being written, the settings or those of an interrupted command whose disk is away.
 void tellWaiting(Root& root)
 {
+    if (!Registry::KeyExists(root, Hive::CurrentUser, settingsKey())) {
+        showQuietly(root,
+                    u"Die Einstellungen können nicht gelesen oder geschrieben werden. Sie bleiben, wie sie sind."_s);
+        return;
+    }
     const QStringList waiting = root.files.waiting();
     if (waiting.isEmpty() || root.databaseDoubted)
         return;
@@ -149,7 +154,7 @@ void resolveDataFolder(Root& root)
         root.files.makeFolder(userFolder(root));
 
     root.tDatenbank.Text = dataFolderOf(root);
-    if (readSetting(root, u"Database"_s).text().isEmpty())
+    if (const std::optional<Setting> stored = readForCertain(root, u"Database"_s); stored && stored->text().isEmpty())
         writeSetting(root, u"Database"_s, root.tDatenbank.Text.value());
     writeSetting(root, u"InstallDir"_s, root.services.folders.program);
 }

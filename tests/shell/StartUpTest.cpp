@@ -21,6 +21,12 @@ QString fontQuestion(const QString& family)
 class StartUp : public CatalogueWorld
 {
 protected:
+    /// How the log begins with a call for that value.
+    [[nodiscard]] static QString settingCall(const QString& call, const QString& name)
+    {
+        return u"settings.%1 HKCU \"Software\\\\Verdanis\\\\Orvant Manager\" \"%2\""_s.arg(call, name);
+    }
+
     [[nodiscard]] std::string written()
     {
         QStringList all;
@@ -305,6 +311,72 @@ TEST_F(StartUp, AMoveOfTheDataThatIsTriedAgainLeavesWhatItHasCopiedBefore)
     EXPECT_EQ("/von/hand.mp3\r\n", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
     EXPECT_EQ("/fehlt/anderes.mp3\r\n", bytes(data() + u"Playlisten/B.m3u"_s).toStdString());
     EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
+}
+
+TEST_F(StartUp, AFolderBesideTheProgramThatCannotBeReadIsNoEmptyOne)
+{
+    const QString program = desktop.folders.program;
+    put(program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    putFolder(program + u"/Burning"_s);
+    const QString playlists = u" \"%1/Playlisten\""_s.arg(program);
+    desktop.log.failNext(u"files.list"_s + playlists);
+    desktop.log.failNext(u"walks.begin"_s + playlists);
+    start();
+    EXPECT_EQ("", boxes());
+    EXPECT_EQ("(absent)", setting(u"NoDataCopy"_s).toStdString());
+    EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
+
+    // What only the list could not tell is moved.
+    desktop.newProcess();
+    desktop.log.failNext(u"files.list"_s + playlists);
+    desktop.messages.answer(Answer::Ok);
+    start();
+    EXPECT_EQ("dword 1", setting(u"NoDataCopy"_s).toStdString());
+    EXPECT_EQ("/fehlt/lied.mp3\r\n", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
+}
+
+TEST_F(StartUp, AReadOfTheDataFolderThatFailsAloneChangesNothing)
+{
+    putFolder(u"/anderswo"_s);
+    for (int read = 1; read <= 6; ++read) {
+        SCOPED_TRACE(read);
+        desktop.newProcess();
+        setting(u"Database"_s, stringSetting(u"/anderswo/"_s));
+        desktop.log.failNext(settingCall(u"value"_s, u"Database"_s), read);
+        start();
+        EXPECT_EQ("/anderswo/", root().tDatenbank.Text.value().toStdString());
+        EXPECT_EQ("sz \"/anderswo/\"", setting(u"Database"_s).toStdString());
+    }
+}
+
+TEST_F(StartUp, AReadOfTheMarkOfTheMoveThatFailsAloneMovesNothing)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(desktop.folders.program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    setting(u"NoDataCopy"_s, dwordSetting(1));
+    desktop.log.failNext(settingCall(u"value"_s, u"NoDataCopy"_s));
+    start();
+    EXPECT_EQ("(missing)", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
+}
+
+TEST_F(StartUp, SettingsThatCannotBeReadAreNotWrittenOverNothingIsMovedAndItIsTold)
+{
+    put(desktop.folders.program + u"/Orvantine.dat"_s, "[Options]\r\nSoundfiles=/m\r\n");
+    put(desktop.folders.program + u"/Playlisten/A.m3u"_s, "/fehlt/lied.mp3\r\n");
+    put(data() + u"Playlisten/A.m3u"_s, "/von/hand.mp3\r\n");
+    setting(u"Database"_s, stringSetting(u"/anderswo/"_s));
+    setting(u"NoDataCopy"_s, dwordSetting(1));
+    constexpr int All = 1000;
+    for (int call = 1; call <= All; ++call)
+        desktop.log.failNext(u"settings."_s, call);
+    start();
+    EXPECT_EQ("/von/hand.mp3\r\n", bytes(data() + u"Playlisten/A.m3u"_s).toStdString());
+    EXPECT_EQ("sz \"/anderswo/\"", setting(u"Database"_s).toStdString());
+    EXPECT_EQ("", calls({settingCall(u"setValue"_s, u"Database"_s), settingCall(u"setValue"_s, u"NoDataCopy"_s)}));
+    EXPECT_EQ("Die Einstellungen können nicht gelesen oder geschrieben werden. Sie bleiben, wie sie sind.",
+              root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ("", boxes());
 }
 
 TEST_F(StartUp, ADataFolderOfNoTextCountsAsAbsent)
