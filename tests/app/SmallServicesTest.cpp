@@ -51,6 +51,28 @@ TEST_F(SmallServices, ATextWithALineBreakBecomesAMultiStringThatEndsInCrLf)
     EXPECT_EQ("eins\r\nzwei\r\n", stored.text.toStdString());
 }
 
+TEST_F(SmallServices, OnlyACrMakesAMultiStringAndOnlyCrLfIsALineEnd)
+{
+    start();
+    struct Case
+    {
+        const char* name;
+        QString written;
+        SettingType type;
+        const char* stored;
+    };
+    for (const Case& c : {Case{"LF only", u"a\nb\n"_s, SettingType::String, "a\nb\n"},
+                          Case{"one line", u"a\r\n"_s, SettingType::MultiString, "a\r\n"},
+                          Case{"CR", u"a\r"_s, SettingType::MultiString, "a\r\r\n"},
+                          Case{"nothing", QString(), SettingType::String, ""}}) {
+        writeSetting(root(), u"Zeilen"_s, c.written);
+        const auto stored =
+            desktop.settings.value(Hive::CurrentUser, settingsKey(), u"Zeilen"_s).value_or(SettingValue{});
+        EXPECT_EQ(c.type, stored.type) << c.name;
+        EXPECT_EQ(c.stored, stored.text.toStdString()) << c.name;
+    }
+}
+
 TEST_F(SmallServices, Integers16BecomeDoubleWordsAndIntegers32Binary)
 {
     start();
@@ -118,6 +140,27 @@ TEST_F(SmallServices, APauseSurvivesMidnight)
     Pause(root(), 1.0);
     EXPECT_EQ(QDate(2026, 11, 21), desktop.events().now().date());
     EXPECT_LE(desktop.events().secondsOfDay(), 0.6);
+}
+
+TEST_F(SmallServices, APauseOfNoughtOrLessEndsAtOnce)
+{
+    start();
+    for (const double seconds : {0.0, -1.0, -100000.0}) {
+        const auto begin = desktop.events().elapsed();
+        Pause(root(), seconds);
+        EXPECT_EQ(begin, desktop.events().elapsed()) << seconds;
+    }
+}
+
+TEST_F(SmallServices, APauseEndsWhereTheClockIsSetBack)
+{
+    start();
+    const auto begin = desktop.events().elapsed();
+    desktop.events().after(std::chrono::milliseconds{500},
+                           [this] { desktop.events().setNow(desktop.events().now().addSecs(-3600)); });
+    Pause(root(), 1.0);
+    // Less than its start counts as the next day, and most of that has gone by.
+    EXPECT_EQ(500, (desktop.events().elapsed() - begin).count());
 }
 
 } // namespace orvantine::fake

@@ -126,6 +126,28 @@ TEST_F(FormLoad, AnIndexOfARowThatNoLongerExistsSelectsNothingNew)
     EXPECT_EQ(1, catalogue().selectedRow());
 }
 
+TEST_F(FormLoad, AnIndexIsARowNumberInEveryFormAndNoughtOrLessSelectsNothingNew)
+{
+    putCatalogue({u"Erste"_s, u"Zweite"_s, u"Dritte"_s});
+    struct Case
+    {
+        SettingValue stored;
+        int row;
+    };
+    for (const Case& c :
+         {Case{binarySetting(0), 3}, Case{binarySetting(-1), 3}, Case{binarySetting(1), 1}, Case{dwordSetting(2), 2},
+          Case{text(u"1"_s), 1}, Case{text(u"0"_s), 3}, Case{text(u"-1"_s), 3}, Case{text(u"zwei"_s), 3}}) {
+        SCOPED_TRACE(described(c.stored).toStdString());
+        desktop.newProcess();
+        setting(u"Index"_s, c.stored);
+        start();
+        EXPECT_EQ(c.row, catalogue().selectedRow());
+        EXPECT_EQ(QStringList({u"Erste"_s, u"Zweite"_s, u"Dritte"_s})[c.row - 1],
+                  root().tPlaylisteinträge.Caption.value());
+        EXPECT_EQ(2, tracks().count());
+    }
+}
+
 TEST_F(FormLoad, HideStartsMinimisedWithoutSplashAndPlays)
 {
     putCatalogue({u"Erste"_s});

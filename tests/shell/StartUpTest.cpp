@@ -84,6 +84,16 @@ TEST_F(StartUp, AnotherVersionIsNotedWithAPauseUnderTheWaitCursor)
     }
 }
 
+TEST_F(StartUp, TheStoredVersionIsCutAtItsFirstNul)
+{
+    setting(u"Version"_s, stringSetting(u"2.3"_s + QChar(u'\0') + u"alt"_s));
+    const auto begin = desktop.events().elapsed();
+    putCatalogue({});
+    start();
+    EXPECT_EQ(0, (desktop.events().elapsed() - begin).count());
+    EXPECT_EQ("", calls({settingCall(u"setValue"_s, u"Version"_s)}));
+}
+
 TEST_F(StartUp, AFontThatTheProgramShipsIsNotAskedFor)
 {
     desktop.fonts.families = {};
@@ -432,6 +442,24 @@ TEST_F(StartUp, WithoutADatabaseBesideTheProgramNothingIsMoved)
     EXPECT_EQ("(absent)", setting(u"NoDataCopy"_s).toStdString());
 }
 
+TEST_F(StartUp, AComparisonWithAValueOfAnUnexpectedTypeIsFalseAndItIsNotAbsentEither)
+{
+    for (const int type : {5, 6}) {
+        desktop.newProcess();
+        for (const QString& name : {u"Error"_s, u"Lokal"_s, u"FolderView"_s, u"CreateFolder"_s, u"Position"_s,
+                                    u"ReCall"_s, u"Index"_s, u"Left"_s, u"Info"_s})
+            setting(name, {static_cast<SettingType>(type), {}, "\1\0\0\0"_ba});
+        forgetCalls();
+        start();
+        for (const MenuItem* item :
+             {&root().mnuErrorDisplay, &root().mnuLokalePlayliste, &root().mnuAddSoundfiles, &root().mnuHandling[6],
+              &root().mnuPositionen, &root().mnuWiederholung[1], &root().mnuWiederholung[3]})
+            EXPECT_FALSE(item->Checked.value()) << type << ' ' << item->name.toStdString();
+        EXPECT_EQ(8100, root().Left.value());
+        EXPECT_EQ(1, desktop.log.linesOf({u"forms.show Dialoge"_s}).size()) << "for the empty catalogue alone";
+    }
+}
+
 TEST_F(StartUp, TheWizardShowsForAFirstRunAndForAnEmptyCatalogue)
 {
     struct Case
@@ -474,13 +502,19 @@ TEST_F(StartUp, AValueOfEachTypeIsReadInItsForm)
                           Case{"binary", {SettingType::Binary, {}, "\7\0\0\0"_ba}, qint32{7}},
                           Case{"short binary", {SettingType::Binary, {}, "\7"_ba}, qint32{7}},
                           Case{"double word", {SettingType::Dword, {}, "\xff\xff\xff\xff"_ba}, qint32{-1}},
-                          Case{"nothing", {SettingType::None, {}, {}}, std::monostate{}}}) {
+                          Case{"nothing", {SettingType::None, {}, {}}, std::monostate{}},
+                          Case{"type 5", {SettingType{5}, {}, "\1\0\0\0"_ba}, std::monostate{}},
+                          Case{"type 6", {SettingType{6}, u"1"_s, {}}, std::monostate{}},
+                          Case{"type 8", {SettingType{8}, {}, "\1\0\0\0"_ba}, std::monostate{}}}) {
         setting(u"Wert"_s, c.stored);
         SettingVariant value;
         EXPECT_TRUE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Wert"_s, value)) << c.name;
         EXPECT_TRUE(c.read == value) << c.name;
     }
     SettingVariant value = qint32{5};
+    setting(u"Wert"_s, {SettingType{5}, {}, "\1\0\0\0"_ba});
+    EXPECT_TRUE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Wert"_s, value));
+    EXPECT_TRUE(SettingVariant{qint32{5}} == value) << "nothing goes to it";
     EXPECT_FALSE(Registry::ReadValue(root(), Hive::CurrentUser, settingsKey(), u"Fehlt"_s, value));
     // The number that is asked for has no room for it.
     setting(u"Lang"_s, {SettingType::Binary, {}, "\7\0\0\0\1\1"_ba});
