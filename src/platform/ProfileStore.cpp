@@ -29,6 +29,14 @@ bool isSettled(const FileStamp& stamp, bool ownWrite)
     return age > window || age < -window;
 }
 
+// Lines that end in CR alone: all of it would be one line without a key, and a save would put its own in the place of
+// what nobody has seen.
+bool hidesItsLines(const QByteArray& bytes)
+{
+    const qsizetype end = bytes.contains('\n') ? -1 : bytes.indexOf('\r');
+    return end >= 0 && !bytes.sliced(end).trimmed().isEmpty();
+}
+
 QString oneLine(const QString& value)
 {
     const auto ends = [](QChar unit) { return unit == u'\r' || unit == u'\n' || unit == u'\0'; };
@@ -126,7 +134,7 @@ private:
         ReadBytes read = m_files.readBytes(file);
         loaded.outcome = read.outcome;
         const std::optional<FileStamp> after = m_files.stamp(file);
-        if (read.done() && !after)
+        if (read.done() && (!after || hidesItsLines(read.bytes)))
             loaded.outcome = ReadOutcome::Failed;
         if (loaded.outcome == ReadOutcome::Failed) {
             ++m_failedReads;

@@ -296,6 +296,21 @@ TEST_F(CatalogueLoad, AReadOfTheDatabaseThatFailsIsNoEmptyDatabase)
     EXPECT_NE(databaseText().find("1b=Anders"), std::string::npos);
 }
 
+TEST_F(CatalogueLoad, ADatabaseWhoseLinesEndInCrAloneIsNoEmptyDatabase)
+{
+    const QByteArray there = "[Index]\r1b=Erste\r1c=/fehlt/Erste.m3u\r";
+    put(database(), there);
+    start();
+    EXPECT_EQ(0, catalogue().count());
+    EXPECT_EQ("Die Datenbank konnte nicht ganz gelesen werden. Bis zum nächsten Laden bleibt sie, wie sie ist.",
+              root().quietLine.Caption.value().toStdString());
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuNeu.Click();
+    root().mnuSpeichern.Click();
+    root().mnuBeenden.Click();
+    EXPECT_EQ(there.toStdString(), bytes(database()).toStdString());
+}
+
 TEST_F(CatalogueLoad, ALoadWhileAKilledCommandIsNotPutBackIsDoubted)
 {
     putCatalogue({u"Eins"_s, u"Zwei"_s});

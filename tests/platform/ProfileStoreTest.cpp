@@ -41,6 +41,27 @@ TEST_F(ProfileStoreTest, AMissingFileSectionOrKeyGivesNothing)
     EXPECT_EQ(m_store.keys(m_file, u"Options"_s), QStringList());
 }
 
+TEST_F(ProfileStoreTest, AFileWhoseLinesEndInCrAloneIsNotReadAndNotChanged)
+{
+    for (const QByteArray& text : {"[Index]\r1b=Erste\r1c=/Erste.m3u\r"_ba, "\r[Index]"_ba, "[A]\r \r1=x"_ba}) {
+        put(text);
+        const int failed = m_store.failedReads();
+        EXPECT_EQ(value(u"Index"_s, u"1b"_s), QString());
+        EXPECT_EQ(m_store.failedReads(), failed + 1);
+        EXPECT_FALSE(set(u"Index"_s, u"1b"_s, u"Neu"_s));
+        EXPECT_FALSE(m_store.removeSection(m_file, u"Index"_s));
+        EXPECT_EQ(bytes(), text);
+    }
+    const int failed = m_store.failedReads();
+    for (const QByteArray& text : {"[A]\r"_ba, "[A] \r \r\t"_ba, "[A]"_ba, ""_ba, "[A]\r1=x\r\n[Index]\r\n"_ba}) {
+        put(text);
+        EXPECT_EQ(value(u"A"_s, u"2"_s), QString());
+        EXPECT_TRUE(set(u"Index"_s, u"1b"_s, u"Neu"_s)) << text.toStdString();
+        EXPECT_EQ(value(u"Index"_s, u"1b"_s), u"Neu"_s) << text.toStdString();
+    }
+    EXPECT_EQ(m_store.failedReads(), failed);
+}
+
 TEST_F(ProfileStoreTest, WhileItIsHeldSteadyTheFileIsNotAskedAgain)
 {
     put("[A]\r\n1=alt\r\n");
