@@ -37,6 +37,24 @@ QString withoutControls(QString text)
     return text;
 }
 
+bool readsAsEmpty(const QString& name)
+{
+    const QString text = withoutControls(name);
+    QStringView rest = text;
+    for (;;) {
+        while (rest.startsWith(u' '))
+            rest = rest.sliced(1);
+        while (rest.endsWith(u' '))
+            rest.chop(1);
+        const bool quoted =
+            rest.size() >= 2 && rest.front() == rest.back() && (rest.front() == u'"' || rest.front() == u'\'');
+        if (!quoted)
+            return rest.isEmpty();
+        // Each save and load takes one more pair off.
+        rest = rest.sliced(1, rest.size() - 2);
+    }
+}
+
 double leadingNumber(QStringView text)
 {
     const QStringView trimmed = text.trimmed();

@@ -23,4 +23,8 @@ namespace orvantine {
 /// Control characters as blanks: a name stands in one line, between tabs.
 [[nodiscard]] QString withoutControls(QString text);
 
+/// True for a name of nothing but blanks and pairs of quotes: the database gives it back as "", and a row without a
+/// name is lost with all its keys at the next load.
+[[nodiscard]] bool readsAsEmpty(const QString& name);
+
 } // namespace orvantine

@@ -42,6 +42,23 @@ TEST_F(SmallServices, AnEmptyValueReadsLikeAMissingOne)
     EXPECT_EQ("[Options]\r\nLeer=\r\n", bytes(file).toStdString());
 }
 
+TEST_F(SmallServices, ANameReadsAsEmptyIfTheDatabaseLosesItSoonerOrLater)
+{
+    const QString file = data() + u"Orvantine.dat"_s;
+    start();
+    for (const QString& name :
+         {u""_s,        u" "_s,        u"  "_s,       u"\t"_s,     u"\"\""_s,   u"''"_s,  u" \"\" "_s,
+          u"\"  \""_s,  u"\"\"\"\""_s, u"' \"\" '"_s, u"\"'\"'"_s, u"\""_s,     u"'"_s,   u"\"'"_s,
+          u"\" ' \""_s, u"a"_s,        u"\"a\""_s,    u" . "_s,    u"\u00A0"_s, u"' a'"_s}) {
+        QString held = withoutControls(name);
+        for (int save = 0; save < 5; ++save) {
+            IniFiles::WriteValue(root(), file, u"Index"_s, u"1b"_s, held);
+            held = IniFiles::ReadValue(root(), file, u"Index"_s, u"1b"_s);
+        }
+        EXPECT_EQ(held.isEmpty(), readsAsEmpty(name)) << '[' << name.toStdString() << ']';
+    }
+}
+
 TEST_F(SmallServices, ATextWithALineBreakBecomesAMultiStringThatEndsInCrLf)
 {
     start();
