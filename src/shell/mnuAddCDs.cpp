@@ -54,6 +54,8 @@ bool isPlainText(const QByteArray& bytes)
 void setIniFolder(Root& root, const QString& ripper, const QString& folder)
 {
     const QString place = FileDirPath::FolderOf(ripper);
+    if (place.isEmpty())
+        return;
     const QString ini = place + u"CdRipper.ini"_s;
     const ReadBytes read = root.files.readBytes(ini);
     if (read.outcome == ReadOutcome::Failed || !isPlainText(read.bytes))

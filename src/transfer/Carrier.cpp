@@ -93,7 +93,8 @@ void Carrier::noteFailure(const QString& path)
     const std::optional<WriteFault> fault = m_root.files.takeFault();
     if (m_failed.isEmpty())
         m_firstFault = fault;
-    m_failed += path;
+    if (!m_failed.contains(path))
+        m_failed += path;
 }
 
 Carrier::Outcome Carrier::carry(const QString& from, const QString& to)

@@ -56,6 +56,8 @@ public:
     void refuse(const QString& from);
     /// A file could not be carried, for the reason that the last action gave.
     void noteFailure(const QString& path);
+    /// Each once.
+    [[nodiscard]] const QStringList& failed() const { return m_failed; }
     [[nodiscard]] CarryProgress& progress() { return m_progress; }
 
 private:

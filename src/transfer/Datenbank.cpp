@@ -46,8 +46,13 @@ void BReady_Click(Root& root, Datenbank& form)
                      .buttons = MessageButtons::YesNoCancel});
     if (!answer || answer == Answer::Cancel)
         return;
-    if (answer == Answer::Yes)
-        writeSetting(root, u"Database"_s, FileDirPath::join(form.tDatabase.Text.value(), u""));
+    if (answer == Answer::Yes) {
+        const QString folder = FileDirPath::join(form.tDatabase.Text.value(), u"");
+        // The start makes what lies in it, not the folder itself.
+        if (!root.files.isFolder(folder))
+            root.files.makeFolder(FileDirPath::withoutSeparator(folder));
+        writeSetting(root, u"Database"_s, folder);
+    }
     root.services.forms.unload(form);
 }
 

@@ -17,6 +17,7 @@ void load(Root& root, FolderDialog& form, const QString& key)
 {
     const QString kept = IniFiles::ReadValue(root, databaseFile(root), u"Options"_s, key);
     const bool stands = !kept.isEmpty() && root.files.isFolder(kept);
+    form.stored = true;
     form.LTreeview.RootCaption = u"Arbeitsplatz"_s;
     form.LTreeview.SelectedFolder =
         FileDirPath::withoutSeparator(stands ? kept : SpecialFolder(root, Csidl::Documents));
@@ -30,9 +31,10 @@ void BReady_Click(Root& root, FolderDialog& form, const QString& key, const QStr
         return;
     if (form.Tag != u"1"_s) {
         const QString database = databaseFile(root);
-        IniFiles::WriteValue(root, database, u"Options"_s, key, FileDirPath::join(folder, {}));
-        if (!dateKey.isEmpty())
-            IniFiles::WriteValue(root, database, u"Options"_s, dateKey, dateText(root.services.events.now().date()));
+        form.stored = IniFiles::WriteValue(root, database, u"Options"_s, key, FileDirPath::join(folder, {}));
+        if (!dateKey.isEmpty() &&
+            !IniFiles::WriteValue(root, database, u"Options"_s, dateKey, dateText(root.services.events.now().date())))
+            form.stored = false;
     }
     root.tBrowseFolder.Text = folder;
     root.tBrowseFolder.Tag = u"1"_s;

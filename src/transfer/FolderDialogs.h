@@ -16,6 +16,9 @@ struct FolderDialog : Form
     FolderTree LTreeview{controls, u"LTreeview"};
     Button BReady{controls, u"BReady"};
     Button bAbbrechen{controls, u"bAbbrechen"};
+
+    /// The folder that was chosen last could be kept.
+    bool stored = true;
 };
 
 /// The target folder of a transfer, kept as `CopyStick` with today's date as `CopyDate`.

@@ -229,6 +229,8 @@ void PackTree::packAsFile(const QString& list)
     const QString place = m_place + FileDirPath::FileNameOf(list);
     if (!isCatalogueFile(m_root, place))
         (void)m_carrier->carryBesides(list, place);
+    else if (!FileDirPath::isSameFile(list, place))
+        m_carrier->noteFailure(list);
 }
 
 void PackTree::packCover()

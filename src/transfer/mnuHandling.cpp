@@ -100,7 +100,7 @@ void chooseFolder(Root& root)
     root.Tag = u"0"_s;
     if (!command.yield())
         return;
-    if (root.tBrowseFolder.Tag == u"0"_s)
+    if (root.tBrowseFolder.Tag == u"0"_s || !root.filesCopy->stored)
         return;
     command.tell({.text = u"Das Verzeichnis wurde als standardmäßiger Zielordner ausgewählt und gespeichert. \n"
                           u"Wählen Sie nun ''Vollständige Playliste kopieren'' oder ''Sounddatei kopieren'' um \n"

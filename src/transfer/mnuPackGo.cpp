@@ -22,6 +22,7 @@
 #include "transfer/PackTree.h"
 #include "transfer/TargetChoice.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace orvantine {
@@ -71,6 +72,7 @@ private:
 
     [[nodiscard]] QString target() const { return m_mode == PackMode::Folder ? m_packFolder : m_burnFolder; }
     void reselect();
+    [[nodiscard]] bool holdsCatalogue(const QStringList& failed) const;
 
     Root& m_root;
     Command& m_command;
@@ -211,6 +213,14 @@ void PackAndGo::reselect()
         m_root.LListView2.select(m_track);
 }
 
+/// Without the database or a list nothing could be brought back from what was packed.
+bool PackAndGo::holdsCatalogue(const QStringList& failed) const
+{
+    return std::none_of(failed.begin(), failed.end(), [this](const QString& path) {
+        return FileDirPath::isSameFile(path, databaseFile(m_root)) || isUsedByAnother(m_root, 0, path);
+    });
+}
+
 /// False if the program has ended.
 bool PackAndGo::pack(PackTree& tree)
 {
@@ -237,7 +247,7 @@ bool PackAndGo::pack(PackTree& tree)
         tree.carrier().progress().showWork(done, total);
         return m_command.yield();
     });
-    m_packed = outcome.done && outcome.leftOut.isEmpty();
+    m_packed = outcome.done && outcome.leftOut.isEmpty() && holdsCatalogue(tree.carrier().failed());
     if (outcome.done && !m_packed)
         showQuietly(m_root, u"Nicht im Archiv: "_s + outcome.leftOut.join(u", "_s));
     // The player has this mark too.

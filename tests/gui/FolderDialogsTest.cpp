@@ -435,7 +435,10 @@ TEST_F(FolderFormsOnScreen, APathThatIsTypedIsGoneToAndTaken)
         type(folder.path() + u"/gibt es nicht"_s);
         EXPECT_EQ(folder.path().toStdString(), field->text().toStdString());
         EXPECT_EQ(folder.path(), root().filesCopy->LTreeview.SelectedFolder.value());
-        type(folder.path() + u"/Musik"_s);
+        type(u"tmp"_s); // of the folder that the program was started in
+        EXPECT_EQ(folder.path().toStdString(), field->text().toStdString());
+        type(folder.path() + u"/Musik/../Musik/."_s);
+        EXPECT_EQ((folder.path() + u"/Musik"_s).toStdString(), field->text().toStdString());
         EXPECT_EQ("Musik", tree->currentItem()->text(0).toStdString());
         QTest::keyClick(field, Qt::Key_Return);
     });

@@ -226,4 +226,18 @@ TEST_F(Handling, WhileATransferWaitsNoOtherOneBegins)
     EXPECT_EQ(tree(), "Rock 1.mp3");
 }
 
+TEST_F(Handling, AFolderThatCouldNotBeKeptIsNotToldOfAsStored)
+{
+    desktop.forms().whileModal(u"FilesCopy"_s, [this](Form&) {
+        FilesCopy& form = *root().filesCopy;
+        form.LTreeview.SelectedFolder = Stick;
+        form.LTreeview.Change();
+        for (const QString& write : {u"files.appendBytes"_s, u"files.replaceBytes"_s, u"files.writeBytes"_s})
+            desktop.log.failNext(write);
+        form.BReady.Click();
+    });
+    run(7);
+    EXPECT_EQ(shown(), "");
+}
+
 } // namespace orvantine::fake

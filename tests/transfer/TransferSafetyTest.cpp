@@ -228,4 +228,19 @@ TEST_F(TransferSafety, AnArchiveWithoutAFileThatBelongsThereIsNotToldOfAsPacked)
     EXPECT_EQ(setting(u"BackupDir"_s), u"sz \"\""_s);
 }
 
+TEST_F(TransferSafety, AnArchiveWithoutTheDatabaseOrAListIsNotToldOfAsPacked)
+{
+    for (const QString& missing : {database(), listPath(u"Rock"_s)}) {
+        SCOPED_TRACE(missing.toStdString());
+        desktop.newProcess();
+        SetUp();
+        whenPacking([] {});
+        desktop.memory()->setUnreadable(missing);
+        packIntoArchive();
+        EXPECT_EQ(report(), Stopped);
+        EXPECT_EQ(setting(u"BackupDir"_s), u"sz \"\""_s);
+        desktop.memory()->setUnreadable(missing, false);
+    }
+}
+
 } // namespace orvantine::fake

@@ -1,6 +1,7 @@
 #include "desktop/qt/forms/Builders.h"
 #include "desktop/qt/forms/FormWindow.h"
 #include "desktop/qt/widgets/FolderTreeView.h"
+#include "platform/FileDirPath.h"
 #include "transfer/FolderDialogs.h"
 
 #include <QDir>
@@ -44,12 +45,15 @@ private:
     {
         if (text() == m_tree.SelectedFolder.value())
             return;
-        const bool known = QDir(text()).exists() || (m_tree.NativePath && m_tree.NativePath(text()));
-        if (text().isEmpty() || !known) {
+        const QString folder = text().startsWith(u'/') ? QDir::cleanPath(text()) : text();
+        const bool known = FileDirPath::isAbsolute(folder) &&
+                           (QDir(folder).exists() || (m_tree.NativePath && m_tree.NativePath(folder)));
+        if (!known) {
             setText(m_tree.SelectedFolder.value());
             return;
         }
-        m_tree.SelectedFolder = text();
+        m_tree.SelectedFolder = folder;
+        setText(folder);
         if (m_tree.Change)
             m_tree.Change();
     }
