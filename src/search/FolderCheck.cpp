@@ -94,10 +94,6 @@ void tVorschau_Tick(FolderCheck& form)
     if (form.preview->step())
         return;
     const QString text = form.preview->text();
-    if (asDefault == Answer::Yes)
-        keepAsDefault(root, form.tFolderNew.Text);
-    const bool kept = Dateiexistenz::FileExists(root, databaseFile(root)) &&
-                      changeAlone(root, [&] { return backUp(root, databaseFile(root), backupFile(root)); });
     stopPreview(form);
     form.LVorschau.Caption = text;
 }
@@ -251,6 +247,10 @@ void BReady_Click(Root& root, FolderCheck& form)
     if (!asDefault || !form.Visible.value())
         return;
 
+    if (asDefault == Answer::Yes)
+        keepAsDefault(root, form.tFolderNew.Text);
+    const bool kept = Dateiexistenz::FileExists(root, databaseFile(root)) &&
+                      changeAlone(root, [&] { return backUp(root, databaseFile(root), backupFile(root)); });
     stopPreview(form);
     form.LVorschau.Caption = u"Der Ordner wird überall ersetzt. Abbrechen beendet das."_s;
     enableInput(form, false);
