@@ -93,6 +93,7 @@ protected:
         }
         EXPECT_EQ(seen, 1) << form.name.toStdString();
         forms.unload(form);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 
     fake::FakeDesktop desktop;

@@ -92,6 +92,8 @@ private:
 void buildStartup(FormWindow& window)
 {
     auto& form = static_cast<Startup&>(window.form());
+    // The list of windows and a screen reader name it, though it has no frame.
+    window.setWindowTitle(form.RTitle.Caption.value());
     window.setWindowFlags(Qt::SplashScreen | Qt::FramelessWindowHint);
     window.layout()->setContentsMargins(0, 0, 0, 0);
     window.layout()->setSpacing(0);

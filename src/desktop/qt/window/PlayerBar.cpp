@@ -142,14 +142,18 @@ QWidget* PlayerBar::makeVolume()
 /// For a title and its position, in any size of letters, so that the lists do not move when something plays.
 void PlayerBar::keepRoom()
 {
-    m_status->setMinimumHeight(2 * QFontMetrics(font()).height() + LineGap);
+    int room = LineGap;
+    for (const QString& line : {m_root.pDateiname.fullName(), u"position"_s})
+        room += m_status->findChild<QWidget*>(line)->sizeHint().height();
+    m_status->setMinimumHeight(room);
 }
 
 void PlayerBar::changeEvent(QEvent* event)
 {
-    if (event->type() == QEvent::FontChange && m_status != nullptr)
-        keepRoom();
     QWidget::changeEvent(event);
+    // The lines get the letters behind this one.
+    if (event->type() == QEvent::FontChange && m_status != nullptr)
+        QMetaObject::invokeMethod(this, &PlayerBar::keepRoom, Qt::QueuedConnection);
 }
 
 void PlayerBar::paintEvent(QPaintEvent*)
