@@ -101,7 +101,8 @@ bool NewPlayliste(Root& root, QString& path, QString name)
         const std::optional<QString> entered =
             command.enter(u"Geben Sie einen Namen für die neue Playliste ein:"_s, u" Neue Playliste"_s);
         name = entered.value_or(QString());
-        if (name.isEmpty())
+        // The database gives such a name back as empty, and an entry without a name is none.
+        if (readsAsEmpty(withoutControls(name)))
             return leave(root);
     }
     name = withoutControls(name);

@@ -256,4 +256,16 @@ TEST_F(NewPlaylist, TheFolderPlaylistenComesBack)
     EXPECT_TRUE(desktop.disk().isFolder(data() + u"Playlisten"_s));
 }
 
+TEST_F(NewPlaylist, ANameThatTheDatabaseGivesBackAsEmptyCountsAsNone)
+{
+    putCatalogue({u"Eins"_s});
+    start();
+    for (const QString& name : {u"  "_s, u"\t"_s, u"\"\""_s, u"''"_s}) {
+        desktop.messages.enter(name);
+        QString path;
+        EXPECT_FALSE(NewPlayliste(root(), path, QString()));
+        EXPECT_EQ(1, catalogue().count());
+    }
+}
+
 } // namespace orvantine::fake
