@@ -449,6 +449,8 @@ TEST_F(RemovePlaylists, AnEndInTheReloadOfADatabaseThatCameBackStoresNoHalfOfIt)
     for (int yield = 1; yield <= 40; ++yield) {
         SCOPED_TRACE(yield);
         desktop.newProcess();
+        desktop.disk().remove(database());
+        desktop.disk().remove(backup());
         start();
         ASSERT_TRUE(root().databaseAwaited);
         for (const QString& name : {u"Neu1"_s, u"Neu2"_s}) {

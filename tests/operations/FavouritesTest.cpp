@@ -377,6 +377,7 @@ TEST_F(Favourites, BehindAGapInTheSectionAFilteredRowWritesTheEntryOfItsOwnList)
         return indexRow(number, {.name = name, .path = listPath(name), .favourite = favourite});
     };
     putDatabase(entryAt(1, u"Erste"_s) + entryAt(3, u"Zweite"_s, u"1"_s) + entryAt(4, u"Dritte"_s, u"1"_s));
+    setting(u"CheckEntrys"_s, dwordSetting(0));
     root().mnuLaden.Click();
     root().mnuFavoritenShow.Click();
     ASSERT_EQ("Dritte", names()) << "the mark is looked for by the place";
@@ -420,11 +421,12 @@ TEST_F(Favourites, ANewListUnderTheFilterNeverTakesAnEntryThatCouldNotBeRead)
 {
     onlyFirstAndThird();
     const QByteArray before = bytes(database());
-    for (int read = 1; read <= 400; ++read)
-        desktop.log.failNext(u"files.readBytes \""_s + database(), read);
+    put(database(), before + "\r\n");
+    desktop.memory()->setUnreadable(database());
     QString path;
     EXPECT_TRUE(NewPlayliste(root(), path, u"Neu"_s));
-    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    desktop.memory()->setUnreadable(database(), false);
+    EXPECT_EQ((before + "\r\n").toStdString(), bytes(database()).toStdString());
     EXPECT_EQ("Nicht gespeichert: Die Datenbank konnte nicht gelesen werden.",
               root().quietLine.Caption.value().toStdString());
 }
