@@ -37,17 +37,19 @@ bool isLibraryThere(const Root& root)
     return Dateiexistenz::FileExists(root, programFile(root, u"Orvantine.dll"_s));
 }
 
+bool isTrackMissing(const Root& root)
+{
+    return root.LListView2.selectedRow() > 0 && !Dateiexistenz::FileExists(root, selectedTrackPath(root));
+}
+
 /// False where the library or the track's file is missing; told only in a visible window.
 bool passesChecks(Root& root, Command& command)
 {
     // Events are served while a tip or a box is up, so each step looks again.
     const auto seen = [&root] { return root.Visible.value(); };
     const auto errors = [&root] { return root.mnuErrorDisplay.Checked.value(); };
-    const auto missing = [&root] {
-        return root.LListView2.selectedRow() > 0 && !Dateiexistenz::FileExists(root, selectedTrackPath(root));
-    };
 
-    if (seen() && missing() && errors() && !ShowFeatureTip(root, 715))
+    if (seen() && isTrackMissing(root) && errors() && !ShowFeatureTip(root, 715))
         return false;
     if (!isLibraryThere(root)) {
         if (seen())
@@ -56,7 +58,7 @@ bool passesChecks(Root& root, Command& command)
                           .icon = MessageIcon::Exclamation});
         return false;
     }
-    if (!missing())
+    if (!isTrackMissing(root))
         return true;
     if (seen() && errors() &&
         command.ask({.text = u"Eine Sounddatei(en) befindet sich nicht mehr am ursprünglichen Speicherordner.    \n"
@@ -113,6 +115,12 @@ void ShowTrackInfo(Root& root, int, int)
     Command command(root);
     if (root.suchen->Visible.value() || root.suchen->searching || passesChecks(root, command))
         refresh(root, command);
+}
+
+bool isAskedAbout(const Root& root)
+{
+    return root.Visible.value() &&
+           (!isLibraryThere(root) || (root.mnuErrorDisplay.Checked.value() && isTrackMissing(root)));
 }
 
 void showSelectedTrack(Root& root)

@@ -11,6 +11,8 @@
 #include "metadata/TrackNames.h"
 #include "platform/FileDirPath.h"
 
+#include <optional>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -53,6 +55,49 @@ private:
     std::optional<ListView::Batch> m_together;
 };
 
+/// The names of a stretch of rows are one change: to bring each to the disk alone would take longer than the loop. It
+/// ends now and then, so that a program that dies in a long loop leaves all but the last names, and before somebody is
+/// asked, who may take his time or change something himself.
+class Stretches
+{
+public:
+    explicit Stretches(Root& root) : m_root(root) { begin(); }
+    ~Stretches() { rest(); }
+    Stretches(const Stretches&) = delete;
+    Stretches& operator=(const Stretches&) = delete;
+
+    void step()
+    {
+        constexpr double Seconds = 1;
+        const double now = m_root.services.events.secondsOfDay();
+        if (m_change && now >= m_begun && now - m_begun < Seconds)
+            return;
+        rest();
+        begin();
+    }
+    /// What is stored from now on up to the next step stands for itself.
+    void rest()
+    {
+        // The file that it made has gone again.
+        if (m_change && !m_change->end() && m_awaited)
+            m_root.databaseAwaited = true;
+        m_change.reset();
+    }
+
+private:
+    void begin()
+    {
+        m_awaited = m_root.databaseAwaited;
+        m_begun = m_root.services.events.secondsOfDay();
+        m_change.emplace(m_root.files, WholeChange::Events::Served);
+    }
+
+    Root& m_root;
+    std::optional<WholeChange> m_change;
+    double m_begun = 0;
+    bool m_awaited = false;
+};
+
 } // namespace
 
 void mnuSetTagName_Click(Root& root)
@@ -71,11 +116,14 @@ void mnuSetTagName_Click(Root& root)
     TrackList::Hold hold = root.trackList.hold();
     ListView& tracks = root.LListView2;
     NowAndThen view(root);
+    Stretches stretches(root);
     nameByTag(root, hold);
 
     const int remembered = tracks.selectedRow();
     for (int row = 1; row <= tracks.count(); ++row) {
         tracks.select(row);
+        if (isAskedAbout(root))
+            stretches.rest();
         // Required: a row that cannot be read leaves the labels alone and gets the name of the row before it.
         ShowTrackInfo(root, row, 1);
         // The labels and rows of another list have nothing to do with this one.
@@ -83,7 +131,9 @@ void mnuSetTagName_Click(Root& root)
             return;
         nameByTag(root, hold);
         view.step();
+        stretches.step();
     }
+    stretches.rest();
     tracks.select(remembered);
     ShowTrackInfo(root, remembered, 1);
 }

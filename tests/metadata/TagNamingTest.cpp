@@ -272,4 +272,76 @@ TEST_F(TagNaming, TheViewFollowsALongListTenTimesASecondAtTheMost)
     tracks().BatchEnded = [] {};
 }
 
+TEST_F(TagNaming, WhereOneNameCannotBeStoredThoseBeforeItGoAgain)
+{
+    const QByteArray before = "[Other]\r\nx=y\r\n";
+    put(database(), before);
+    for (const QString& file : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s, u"d.mp3"_s})
+        addTrack(file, {.title = file, .artist = u"A"_s});
+    look(1);
+    desktop.log.failNext(u"files.appendBytes"_s, 3);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ(before.toStdString(), bytes(database()).toStdString());
+    EXPECT_EQ("A - a.mp3\nA - b.mp3\nA - c.mp3\nA - d.mp3", names());
+    EXPECT_EQ("Nicht gespeichert: Der Datenträger meldet einen Fehler.",
+              root().quietLine.Caption.value().toStdString());
+}
+
+TEST_F(TagNaming, ADatabaseThatItMadeAndThatWentAgainIsStillAwaited)
+{
+    addTrack(u"a.mp3"_s, {.title = u"Eins"_s, .artist = u"A"_s});
+    addTrack(u"b.mp3"_s, {.title = u"Zwei"_s, .artist = u"B"_s});
+    look(1);
+    desktop.disk().remove(database());
+    root().databaseAwaited = true;
+    desktop.log.failNext(u"files.appendBytes"_s, 2);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("(missing)", bytes(database()));
+    EXPECT_TRUE(root().databaseAwaited);
+
+    root().mnuSetTagName.Click();
+    EXPECT_EQ(2, keys());
+    EXPECT_FALSE(root().databaseAwaited);
+}
+
+TEST_F(TagNaming, TheNamesOfASecondAgoStandWhateverFailsBehindThem)
+{
+    for (const QString& file : {u"a.mp3"_s, u"b.mp3"_s, u"c.mp3"_s, u"d.mp3"_s})
+        addTrack(file, {.title = file, .artist = u"A"_s});
+    look(1);
+    desktop.disk().remove(database());
+    // The file of the second row is slow.
+    for (int yield = 1; yield < 100; ++yield)
+        desktop.events().atYield(yield, [this] {
+            if (tracks().selectedRow() == 2)
+                desktop.events().setNow(desktop.events().now().addSecs(1));
+        });
+    desktop.log.failNext(u"files.appendBytes"_s, 4);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("[TagInfo]\r\n/music/a.mp3=A - a.mp3\r\n/music/b.mp3=A - b.mp3\r\n", bytes(database()).toStdString());
+}
+
+TEST_F(TagNaming, BeforeSomebodyIsAskedTheNamesStand)
+{
+    for (const QString& file : {u"a.mp3"_s, u"b.mp3"_s})
+        addTrack(file, {.title = file, .artist = u"A"_s});
+    addRow(music(u"weg.mp3"_s));
+    addTrack(u"d.mp3"_s, {.title = u"d.mp3"_s, .artist = u"A"_s});
+    look(1);
+    desktop.disk().remove(database());
+    root().mnuErrorDisplay.Checked = true;
+    root().Visible = true;
+    QByteArray atTheBox;
+    desktop.messages.script({.answer = Answer::Cancel, .meanwhile = [&] {
+                                 // What fails while the box is up has nothing to do with the names.
+                                 desktop.files().failWhole();
+                                 atTheBox = bytes(database());
+                             }});
+    desktop.log.failNext(u"files.appendBytes"_s, 4);
+    root().mnuSetTagName.Click();
+    EXPECT_EQ("[TagInfo]\r\n/music/a.mp3=A - a.mp3\r\n/music/b.mp3=A - b.mp3\r\n", atTheBox.toStdString());
+    // Its file could not be read: it has the name of the row before it.
+    EXPECT_EQ((atTheBox + "/music/weg.mp3=A - b.mp3\r\n").toStdString(), bytes(database()).toStdString());
+}
+
 } // namespace orvantine::fake
