@@ -41,7 +41,7 @@ protected:
         QByteArrayList result;
         const QStringList names = QDir(m_world.recovery()).entryList({QStringLiteral("*-*")}, QDir::Files);
         for (const QString& name : names)
-            result << name.mid(65).toUtf8();
+            result << name.mid(17).toUtf8();
         return result;
     }
 

@@ -263,7 +263,8 @@ bool PosixFiles::placeCarried(CarryJob& job, const QByteArray& target)
         mode = older.st_mode;
         const Descriptor file = openRegular(target, O_RDONLY, older);
         if (older.st_size > 0 && older.st_size <= LargestKept &&
-            (!file.isOpen() || (!job.isSame(file) && !m_store.keep(target, file, {0, older.st_size})))) {
+            (!file.isOpen() ||
+             (!job.isSame(file) && !(m_store.keep(target, file, {0, older.st_size}) && m_store.settle())))) {
             m_fault = WriteFault::NoSafePlace;
             return false;
         }

@@ -381,10 +381,13 @@ bool PosixFiles::keepPassages(const QByteArray& path, const std::vector<Passage>
     if (!any)
         return true;
     const Descriptor file = openRegular(path, O_RDONLY, info);
-    return file.isOpen() && std::all_of(passages.begin(), passages.end(), [&](const Passage& each) {
-               const QByteArray name = path + '.' + QByteArray::number(each.offset);
-               return each.length == 0 || m_store.keep(name, file, each);
-           });
+    return file.isOpen() &&
+           std::all_of(passages.begin(), passages.end(),
+                       [&](const Passage& each) {
+                           const QByteArray name = path + '.' + QByteArray::number(each.offset);
+                           return each.length == 0 || m_store.keep(name, file, each);
+                       }) &&
+           m_store.settle();
 }
 
 bool PosixFiles::replaceAnew(const QString& path, const std::vector<Passage>& gone,

@@ -1,8 +1,8 @@
 #include "desktop/posix/RecoveryStore.h"
 
+#include "desktop/posix/Checksum.h"
 #include "desktop/posix/PrivateFolder.h"
 
-#include <QCryptographicHash>
 #include <QHash>
 #include <QList>
 #include <QSet>
@@ -11,8 +11,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <ctime>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <utility>
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -23,6 +27,9 @@ constexpr qint64 longestContents = qint64{64} << 20;
 constexpr qint64 largestInMemory = qint64{16} << 20;
 constexpr qint64 copyChunk = qint64{1} << 20;
 constexpr qint64 bytesBetweenPrunes = qint64{32} << 20;
+constexpr qint64 worthALook = qint64{1} << 20;
+constexpr qsizetype sumLength = 16;
+constexpr char unfinishedEnd[] = ".neu";
 
 /// One line of the store's table of contents: seconds since 1970, name of the copy, path.
 struct Entry
@@ -71,13 +78,14 @@ bool syncFolder(const QByteArray& folder)
     return file.isOpen() && (::fsync(file.get()) == 0 || errno == EINVAL);
 }
 
+/// Its name is on the disk when the folder is.
 bool writeWhole(const QByteArray& path, const QByteArray& bytes)
 {
-    const QByteArray unfinished = path + ".neu";
+    const QByteArray unfinished = path + unfinishedEnd;
     const Descriptor file(::open(unfinished.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (file.isOpen() && writeAt(file, 0, bytes) && ::fsync(file.get()) == 0 &&
         ::rename(unfinished.constData(), path.constData()) == 0)
-        return syncFolder(path.first(path.lastIndexOf('/')));
+        return true;
     const int error = errno;
     ::unlink(unfinished.constData());
     errno = error;
@@ -95,7 +103,7 @@ bool appendLine(const QByteArray& path, QByteArray line)
         return false;
     if (info.st_size > 0 && last != "\n")
         line.prepend('\n');
-    if (writeAt(file, info.st_size, line) && ::fdatasync(file.get()) == 0)
+    if (writeAt(file, info.st_size, line))
         return true;
     const int error = errno;
     static_cast<void>(::ftruncate(file.get(), info.st_size));
@@ -103,18 +111,82 @@ bool appendLine(const QByteArray& path, QByteArray line)
     return false;
 }
 
-QByteArray copyName(const QByteArray& hash, const QByteArray& path)
+QByteArray copyName(quint64 sum, const QByteArray& path)
 {
-    return hash.toHex() + '-' + path.sliced(path.lastIndexOf('/') + 1).left(120);
+    return QByteArray::number(sum, 16).rightJustified(sumLength, '0') + '-' +
+           path.sliced(path.lastIndexOf('/') + 1).left(120);
 }
 
-bool stands(const QByteArray& path, qint64 size)
+using HoldsCopy = std::function<bool(const Descriptor& file)>;
+
+/// A name for bytes of that sum: that of a copy that holds them already, or one that nobody has.
+struct CopyPlace
+{
+    QByteArray name;
+    bool stands = false;
+};
+
+Descriptor openStored(const QByteArray& path)
+{
+    return Descriptor(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+}
+
+/// The copy of a database has the bytes that its own copies had: they stand under another name already.
+bool linkTwin(const QByteArray& folder, const QByteArray& name, const HoldsCopy& holds)
+{
+    const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.constData()), ::closedir);
+    const QByteArray start = name.first(sumLength + 1);
+    while (const dirent* const entry = listing ? ::readdir(listing.get()) : nullptr) {
+        const QByteArray twin = folder + '/' + entry->d_name;
+        if (!QByteArrayView(entry->d_name).startsWith(start) || twin.endsWith(unfinishedEnd))
+            continue;
+        const Descriptor file = openStored(twin);
+        if (file.isOpen() && holds(file))
+            return ::link(twin.constData(), (folder + '/' + name).constData()) == 0;
+    }
+    return false;
+}
+
+/// The sum finds a copy, its bytes tell.
+std::optional<CopyPlace> placeOf(const QByteArray& folder, quint64 sum, const QByteArray& path, qint64 size,
+                                 const HoldsCopy& holds)
+{
+    constexpr quint64 triedSums = 16;
+    for (quint64 more = 0; more < triedSums; ++more) {
+        const QByteArray name = copyName(sum + more, path);
+        const Descriptor file = openStored(folder + '/' + name);
+        if (!file.isOpen() && errno == ENOENT)
+            return CopyPlace{name, size >= worthALook && linkTwin(folder, name, holds)};
+        if (file.isOpen() && holds(file))
+            return CopyPlace{name, true};
+    }
+    errno = EEXIST;
+    return {};
+}
+
+bool holdsBytes(const Descriptor& file, const QByteArray& bytes)
+{
+    QByteArray found;
+    return readAt(file, 0, bytes.size() + 1, found) && found == bytes;
+}
+
+bool holdsPassage(const Descriptor& file, const Descriptor& from, Passage told)
 {
     struct stat info = {};
-    return ::stat(path.constData(), &info) == 0 && info.st_size == size;
+    if (::fstat(file.get(), &info) != 0 || info.st_size != told.length)
+        return false;
+    QByteArray found;
+    QByteArray chunk;
+    for (qint64 done = 0; done < told.length; done += chunk.size()) {
+        const qint64 length = std::min(copyChunk, told.length - done);
+        if (!readAt(from, told.offset + done, length, chunk) || chunk.isEmpty() ||
+            !readAt(file, done, chunk.size(), found) || found != chunk)
+            return false;
+    }
+    return true;
 }
 
-bool writeStream(const Descriptor& from, Passage told, const QByteArray& path, QCryptographicHash& hash)
+bool writeStream(const Descriptor& from, Passage told, const QByteArray& path, quint64& sum)
 {
     const Descriptor to(::open(path.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!to.isOpen())
@@ -124,7 +196,7 @@ bool writeStream(const Descriptor& from, Passage told, const QByteArray& path, Q
         if (!readAt(from, told.offset + done, std::min(copyChunk, told.length - done), chunk) || chunk.isEmpty() ||
             !writeAt(to, done, chunk))
             return false;
-        hash.addData(chunk);
+        sum = checksum(sum, chunk);
     }
     return ::fsync(to.get()) == 0;
 }
@@ -137,15 +209,15 @@ bool RecoveryStore::keep(const QByteArray& path, const QByteArray& bytes)
 {
     if (!preparePrivateFolder(m_folder))
         return false;
-    const QByteArray copy = copyName(QCryptographicHash::hash(bytes, QCryptographicHash::Sha256), path);
-    const QByteArray whole = m_folder + '/' + copy;
-    return (stands(whole, bytes.size()) || writeWhole(whole, bytes)) && enter(copy, path, bytes.size());
+    const auto place = placeOf(m_folder, checksum(0, bytes), path, bytes.size(),
+                               [&bytes](const Descriptor& file) { return holdsBytes(file, bytes); });
+    return place && (place->stands || writeWhole(m_folder + '/' + place->name, bytes)) &&
+           enter(place->name, path, bytes.size());
 }
 
 Descriptor RecoveryStore::openCopy(const QByteArray& copy) const
 {
-    return Descriptor(
-        ::open((m_folder + '/' + copy).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+    return openStored(m_folder + '/' + copy);
 }
 
 bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, Passage told, QByteArray* name)
@@ -157,29 +229,40 @@ bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, Passage
     if (!preparePrivateFolder(m_folder))
         return false;
     const QByteArray unfinished = m_folder + "/Copy.neu";
-    QCryptographicHash hash(QCryptographicHash::Sha256);
-    bool done = writeStream(file, told, unfinished, hash);
-    const QByteArray copy = copyName(hash.result(), path);
-    const QByteArray whole = m_folder + '/' + copy;
-    done = done && (stands(whole, told.length) || ::rename(unfinished.constData(), whole.constData()) == 0) &&
-           syncFolder(m_folder);
+    quint64 sum = 0;
+    std::optional<CopyPlace> place;
+    if (writeStream(file, told, unfinished, sum))
+        place = placeOf(m_folder, sum, path, told.length,
+                        [&](const Descriptor& copy) { return holdsPassage(copy, file, told); });
+    const bool done =
+        place && (place->stands || ::rename(unfinished.constData(), (m_folder + '/' + place->name).constData()) == 0);
     const int error = errno;
     ::unlink(unfinished.constData());
     errno = error;
-    if (name != nullptr)
-        *name = copy;
-    return done && enter(copy, path, told.length);
+    if (name != nullptr && place)
+        *name = place->name;
+    return done && enter(place->name, path, told.length) && (name == nullptr || settle());
 }
 
 bool RecoveryStore::enter(const QByteArray& copy, const QByteArray& path, qint64 size)
 {
     const bool entered = appendLine(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
+    m_unsettled = m_unsettled || entered;
     m_untilPrune -= size;
     if (m_untilPrune < 0) {
         prune();
         m_untilPrune = bytesBetweenPrunes;
     }
     return entered;
+}
+
+bool RecoveryStore::settle()
+{
+    // Whom a failure concerns takes back what he did: it is none of the next one.
+    if (!std::exchange(m_unsettled, false))
+        return true;
+    const Descriptor contents(::open(contentsFile(m_folder).constData(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW));
+    return contents.isOpen() && ::fdatasync(contents.get()) == 0 && syncFolder(m_folder);
 }
 
 void RecoveryStore::prune()
@@ -208,7 +291,7 @@ void RecoveryStore::prune()
     QByteArray text;
     for (const Entry& entry : std::as_const(staying))
         text += lineOf(entry);
-    if (!writeWhole(contentsFile(m_folder), text))
+    if (!writeWhole(contentsFile(m_folder), text) || !syncFolder(m_folder))
         return;
     for (const Entry& entry : entries)
         if (!kept.contains(entry.copy))

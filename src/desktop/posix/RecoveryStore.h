@@ -7,19 +7,23 @@
 
 namespace orvantine {
 
-/// Old bytes of files that a command replaced or deleted, each under its content's hash in the user's recovery folder.
-/// Copies go when they are older than 90 days or when all together take more than 200 MB, oldest first; the newest
-/// copy of each path always stays.
+/// Old bytes of files that a command replaced or deleted, each under a sum of its content in the user's recovery
+/// folder. Copies go when they are older than 90 days or when all together take more than 200 MB, oldest first; the
+/// newest copy of each path always stays.
 class RecoveryStore
 {
 public:
     /// `folder` is made with mode 0700 at the first copy; "" for no store.
     explicit RecoveryStore(QByteArray folder);
 
-    /// Keeps `bytes`, which stood at `path`. False if no copy could be made: nothing is left half written then.
+    /// Keeps `bytes`, which stood at `path`. False if no copy could be made: nothing is left half written then. The
+    /// bytes are on the disk when it returns, their name with `settle`: until then the journal has them as well.
     [[nodiscard]] bool keep(const QByteArray& path, const QByteArray& bytes);
-    /// The same for bytes of an open file, however many; `name` gets that of the copy.
+    /// The same for bytes of an open file, however many; `name` gets that of the copy, for who relies on
+    /// it alone, and is settled.
     [[nodiscard]] bool keep(const QByteArray& path, const Descriptor& file, Passage bytes, QByteArray* name = nullptr);
+    /// Brings names and table of what was kept to the disk.
+    [[nodiscard]] bool settle();
     /// What was kept under a name.
     [[nodiscard]] Descriptor openCopy(const QByteArray& copy) const;
 
@@ -33,6 +37,7 @@ private:
 
     QByteArray m_folder;
     qint64 m_untilPrune = 0;
+    bool m_unsettled = false;
 };
 
 } // namespace orvantine

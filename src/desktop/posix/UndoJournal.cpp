@@ -3,6 +3,7 @@
 #include "desktop/posix/InPlace.h"
 #include "desktop/posix/JournalFolders.h"
 #include "desktop/posix/PrivateFolder.h"
+#include "desktop/posix/RecoveryStore.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -211,7 +212,8 @@ bool UndoJournal::end()
 {
     if (m_depth == 0 || --m_depth > 0)
         return !m_failed;
-    bool done = !m_failed && !m_stuck && syncTouched() && cutTo(0);
+    const bool settled = m_store.settle();
+    bool done = !m_failed && !m_stuck && settled && syncTouched() && cutTo(0);
     const int error = errno;
     if (!done && m_length > 0 && !m_stuck) {
         m_stuck = true;

@@ -194,7 +194,7 @@ bool UndoJournal::putBack(qint64 start)
             continue;
         // Notes that contradict one another lead nowhere, but they stay for whoever looks.
         if (!history.isSound()) {
-            othersDone = m_store.keep(m_folder + m_name, m_file, {0, m_length}) && othersDone;
+            othersDone = m_store.keep(m_folder + m_name, m_file, {0, m_length}) && m_store.settle() && othersDone;
             continue;
         }
         // The others are put back all the same: the sooner, the less is mixed.
@@ -326,7 +326,8 @@ bool UndoJournal::restoreStanding(const QByteArray& path, const FileHistory& his
     // Somebody else has changed it, and what was there before is in the store.
     if (!explained && !untouched)
         return true;
-    const bool safe = !m_recovers || info.st_size == 0 || m_store.keep(path, file, {0, info.st_size});
+    const bool safe =
+        !m_recovers || info.st_size == 0 || (m_store.keep(path, file, {0, info.st_size}) && m_store.settle());
     if (!explained && (!safe || !noteFound(path, found)))
         return false;
     if (!target.exists || history.kept())
