@@ -27,7 +27,7 @@ protected:
             PosixFiles files({.recoveryFolder = m_world.recovery()});
             files.beginWhole();
             work(files);
-            ::_exit(0);
+            ::_exit(HasFailure() ? 1 : 0);
         }
         int status = 0;
         ASSERT_EQ(::waitpid(child, &status, 0), child);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -20,26 +21,56 @@ bool writeRange(const Descriptor& file, qint64 offset, const Pieces& pieces, qin
     return start >= to || writeAt(file, offset + start, pieces.rest.sliced(start - cut, to - start));
 }
 
+enum class Cut { No, Yes };
+
 /// The errno of the failure, not of the way back.
-bool takeBack(const Descriptor& file, qint64 offset, QByteArrayView old)
+bool takeBack(const Descriptor& file, qint64 offset, QByteArrayView old, Cut cut)
 {
     const int error = errno;
     static_cast<void>(writeAt(file, offset, old));
-    static_cast<void>(truncateTo(file, offset + old.size()));
+    if (cut == Cut::Yes)
+        static_cast<void>(truncateTo(file, offset + old.size()));
     errno = error;
     return false;
 }
 
 } // namespace
 
+qsizetype commonFront(QByteArrayView one, QByteArrayView other)
+{
+    constexpr qsizetype block = 4096;
+    const qsizetype longest = std::min(one.size(), other.size());
+    qsizetype common = 0;
+    while (longest - common >= block && std::memcmp(one.data() + common, other.data() + common, block) == 0)
+        common += block;
+    while (common < longest && one[common] == other[common])
+        ++common;
+    return common;
+}
+
+qsizetype commonBack(QByteArrayView one, QByteArrayView other)
+{
+    constexpr qsizetype block = 4096;
+    const qsizetype longest = std::min(one.size(), other.size());
+    const auto same = [&](qsizetype from) {
+        return std::memcmp(one.data() + one.size() - from, other.data() + other.size() - from, block) == 0;
+    };
+    qsizetype common = 0;
+    while (longest - common >= block && same(common + block))
+        common += block;
+    while (common < longest && one[one.size() - 1 - common] == other[other.size() - 1 - common])
+        ++common;
+    return common;
+}
+
 bool replaceTail(const Descriptor& file, qint64 offset, QByteArrayView old, const Pieces& fresh)
 {
     const qint64 common = std::min(qint64{old.size()}, fresh.size());
     if (!writeRange(file, offset, fresh, common, fresh.size()))
-        return takeBack(file, offset + old.size(), {});
+        return takeBack(file, offset + old.size(), {}, Cut::Yes);
     if (!writeRange(file, offset, fresh, 0, common) ||
         (fresh.size() < old.size() && !truncateTo(file, offset + fresh.size())))
-        return takeBack(file, offset, old);
+        return takeBack(file, offset, old, fresh.size() != old.size() ? Cut::Yes : Cut::No);
     return true;
 }
 

@@ -21,6 +21,13 @@ bool syncPath(const QByteArray& path)
     return file.isOpen() && (::fsync(file.get()) == 0 || errno == EINVAL);
 }
 
+void beginSync(const QByteArray& path)
+{
+    const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    if (file.isOpen())
+        ::sync_file_range(file.get(), 0, 0, SYNC_FILE_RANGE_WRITE);
+}
+
 quint64 currentBoot()
 {
     static const quint64 boot = [] {

@@ -193,6 +193,17 @@ bool FileHistory::extendTo(qint64 offset, const QByteArray& bytes)
     return true;
 }
 
+bool FileHistory::extendToEnd(qint64 offset, const QByteArray& bytes)
+{
+    if (!m_fixedSize || offset != m_base + m_now.tail.size() || offset + bytes.size() != *m_fixedSize)
+        return false;
+    m_target.tail.append(bytes);
+    m_now.tail.append(bytes);
+    m_previous = m_now;
+    m_fixedSize.reset();
+    return true;
+}
+
 void FileHistory::setTarget()
 {
     m_target = m_now;
@@ -218,9 +229,12 @@ void FileHistory::take(const JournalNote& note)
     switch (note.kind) {
     case JournalNote::Kind::Before:
         if (!first) {
-            m_sound = m_sound && extendTo(note.offset, note.bytes);
+            m_sound =
+                m_sound && (m_fixedSize ? extendToEnd(note.offset, note.bytes) : extendTo(note.offset, note.bytes));
             return;
         }
+        if (note.length > note.offset + note.bytes.size())
+            m_fixedSize = note.length;
         m_origin = note;
         m_inode = note.inode;
         m_base = note.offset;
@@ -238,6 +252,8 @@ void FileHistory::take(const JournalNote& note)
             m_target = m_previous = {true, note.bytes};
         } else {
             // The whole file is known from now on.
+            if (const qint64 told = m_base + m_now.tail.size(); m_fixedSize && told <= note.bytes.size())
+                m_sound = m_sound && extendToEnd(told, note.bytes.sliced(told));
             const bool follows =
                 m_now.exists && note.bytes.size() == m_base + m_now.tail.size() && note.bytes.endsWith(m_now.tail);
             m_sound = m_sound && follows && (m_base == 0 || extendTo(0, note.bytes.first(m_base)));
@@ -250,8 +266,8 @@ void FileHistory::take(const JournalNote& note)
         return;
     case JournalNote::Kind::Step: {
         const qint64 at = note.offset - m_base;
-        m_sound =
-            m_sound && m_now.exists && at >= 0 && at <= m_now.tail.size() && note.length <= m_now.tail.size() - at;
+        m_sound = m_sound && m_now.exists && at >= 0 && at <= m_now.tail.size() &&
+                  note.length <= m_now.tail.size() - at && (!m_fixedSize || note.length == note.bytes.size());
         m_inode = note.inode;
         if (m_sound)
             m_now.tail.replace(at, note.length, note.bytes);

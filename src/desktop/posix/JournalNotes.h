@@ -13,7 +13,9 @@ namespace orvantine {
 struct JournalNote
 {
     enum class Kind : quint32 {
-        /// The file stood like this from `offset` to its end, or to the offset that an earlier note begins at.
+        /// The file stood like this from `offset` to its end, or to the offset that an earlier note begins at. With a
+        /// `length` that is the whole file's, and what is behind the bytes is told of by a later note, or nothing of it
+        /// is changed.
         Before = 1,
         /// There was no file.
         Created = 2,
@@ -85,7 +87,7 @@ public:
     struct State
     {
         bool exists = false;
-        /// The bytes from `base` to the end.
+        /// The bytes from `base` to the end, or to where nothing was changed any more.
         QByteArray tail;
     };
 
@@ -97,6 +99,8 @@ public:
     [[nodiscard]] bool isSound() const { return m_sound; }
     /// Nothing in front of this offset was changed.
     [[nodiscard]] qint64 base() const { return m_base; }
+    /// The size that the file keeps, if nothing was changed behind the told bytes: they are not its end then.
+    [[nodiscard]] std::optional<qint64> fixedSize() const { return m_fixedSize; }
     [[nodiscard]] const State& target() const { return m_target; }
     [[nodiscard]] bool changedSinceTarget() const { return m_changed; }
     /// The first note, if it tells of a file that stood; the target has its times.
@@ -126,8 +130,11 @@ public:
 
 private:
     bool extendTo(qint64 offset, const QByteArray& bytes);
+    /// The told bytes reach to the end of the file from now on.
+    bool extendToEnd(qint64 offset, const QByteArray& bytes);
 
     qint64 m_base = 0;
+    std::optional<qint64> m_fixedSize;
     State m_target;
     State m_previous;
     State m_now;

@@ -116,7 +116,9 @@ private:
     void noteError(int error);
     [[nodiscard]] std::optional<Target> openTarget(const QString& path, bool mayCreate, unsigned creationMode);
     /// Puts `head` and `rest` where `old` stood at `offset`. A failure leaves the old bytes.
-    bool rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head, QByteArrayView rest);
+    bool rewrite(const Target& target, qint64 offset, QByteArrayView old, QByteArrayView head, QByteArrayView rest);
+    /// The whole file; what is the same at its ends is neither noted nor written.
+    bool rewriteWhole(const Target& target, QByteArrayView old, QByteArrayView fresh);
     bool replaceWhole(const QString& path, const QByteArray& bytes, Content content);
     bool append(const QString& path, const QByteArray& bytes);
     bool replacePart(const QString& path, qint64 offset, qint64 length, const QByteArray& bytes);

@@ -206,12 +206,23 @@ std::optional<PosixFiles::Target> PosixFiles::openTarget(const QString& path, bo
     return target;
 }
 
-bool PosixFiles::rewrite(const Target& target, qint64 offset, const QByteArray& old, QByteArrayView head,
+bool PosixFiles::rewrite(const Target& target, qint64 offset, QByteArrayView old, QByteArrayView head,
                          QByteArrayView rest)
 {
     const Pieces fresh{head, rest};
     return m_undo.willWrite(target.file, absolutePath(target.path), offset, old, old.size() - rest.size(), head) &&
            replaceTail(target.file, offset, old, fresh);
+}
+
+bool PosixFiles::rewriteWhole(const Target& target, QByteArrayView old, QByteArrayView fresh)
+{
+    const qsizetype front = commonFront(old, fresh);
+    const bool moves = old.size() != fresh.size();
+    old = old.sliced(front);
+    fresh = fresh.sliced(front);
+    const qsizetype back = commonBack(old, fresh);
+    return rewrite(target, front, moves ? old : old.chopped(back), fresh.chopped(back),
+                   moves ? fresh.last(back) : QByteArrayView());
 }
 
 bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Content content)
@@ -229,7 +240,7 @@ bool PosixFiles::replaceWhole(const QString& path, const QByteArray& bytes, Cont
         return true;
     if (!keepOld(target->path, old))
         return false;
-    if (!rewrite(*target, 0, old, bytes, {}))
+    if (!rewriteWhole(*target, old, bytes))
         return false;
     stampNow(target->file);
     return true;
@@ -320,7 +331,7 @@ bool PosixFiles::copyOver(const Descriptor& source, const struct stat& info, con
     if (!readAt(source, 0, info.st_size, fresh) || fresh.size() != info.st_size ||
         !readAt(target->file, 0, target->size, old) || old.size() != target->size)
         return false;
-    if (old != fresh && (!keepOld(target->path, old) || !rewrite(*target, 0, old, fresh, {})))
+    if (old != fresh && (!keepOld(target->path, old) || !rewriteWhole(*target, old, fresh)))
         return false;
     const timespec times[2] = {{0, UTIME_OMIT}, info.st_mtim};
     ::futimens(target->file.get(), times);

@@ -223,7 +223,7 @@ bool UndoJournal::end()
     m_failed = false;
     m_touched.clear();
     m_folders.clear();
-    m_coveredFrom.clear();
+    m_covered.clear();
     m_names.clear();
     errno = error;
     return done;
@@ -270,27 +270,14 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
     if (firstName != m_names.constEnd() && *firstName != path && ::stat(firstName->constData(), &there) == 0 &&
         there.st_dev == info.st_dev && there.st_ino == info.st_ino)
         return willWrite(file, *firstName, offset, old, length, fresh);
+    const auto known = m_covered.constFind(path);
+    std::optional<Covered> covered = known != m_covered.constEnd() ? std::optional(*known) : std::nullopt;
     std::vector<JournalNote> notes;
-    const auto known = m_coveredFrom.constFind(path);
-    const qint64 covered = known != m_coveredFrom.constEnd() ? *known : info.st_size;
-    if (known == m_coveredFrom.constEnd() || offset < covered) {
-        JournalNote before;
-        before.kind = JournalNote::Kind::Before;
-        before.path = path;
-        before.device = info.st_dev;
-        before.inode = info.st_ino;
-        before.modifiedSeconds = info.st_mtim.tv_sec;
-        before.modifiedNanoseconds = info.st_mtim.tv_nsec;
-        before.offset = offset;
-        // What is noted already is not noted once more: a command notes no more than the whole file.
-        before.bytes = QByteArray::fromRawData(old.data(), std::min<qsizetype>(old.size(), covered - offset));
-        const qint64 told = offset + before.bytes.size();
-        QByteArray behind;
-        if (told < covered && (!readAt(file, told, covered - told, behind) || behind.size() != covered - told))
-            return false;
-        before.bytes += behind;
-        notes.push_back(std::move(before));
-    }
+    const bool moves = old.size() != length || fresh.size() != length;
+    if (!noteOld(file, info, {offset, old, moves}, covered, notes))
+        return false;
+    for (JournalNote& note : notes)
+        note.path = path;
     JournalNote step;
     step.kind = JournalNote::Kind::Step;
     step.path = path;
@@ -304,8 +291,52 @@ bool UndoJournal::willWrite(const Descriptor& file, const QByteArray& path, qint
     notes.push_back(std::move(step));
     if (!add(std::move(notes), sync))
         return false;
-    m_coveredFrom.insert(path, std::min(offset, covered));
+    m_covered.insert(path, *covered);
     m_names.insert({info.st_dev, info.st_ino}, path);
+    return true;
+}
+
+bool UndoJournal::noteOld(const Descriptor& file, const struct stat& info, const OldBytes& old,
+                          std::optional<Covered>& covered, std::vector<JournalNote>& notes)
+{
+    const auto note = [&](qint64 from, qint64 to, QByteArrayView known, qint64 size) {
+        JournalNote before;
+        before.kind = JournalNote::Kind::Before;
+        before.device = info.st_dev;
+        before.inode = info.st_ino;
+        before.modifiedSeconds = info.st_mtim.tv_sec;
+        before.modifiedNanoseconds = info.st_mtim.tv_nsec;
+        before.offset = from;
+        before.length = size;
+        before.bytes = QByteArray::fromRawData(known.data(), std::min<qsizetype>(known.size(), to - from));
+        const qint64 told = from + before.bytes.size();
+        QByteArray behind;
+        if (told < to && (!readAt(file, told, to - told, behind) || behind.size() != to - told))
+            return false;
+        before.bytes += behind;
+        notes.push_back(std::move(before));
+        return true;
+    };
+    const qint64 end = old.offset + old.bytes.size();
+    if (!covered) {
+        // Of a few bytes in the middle of a large file only they are noted.
+        const bool inside = !old.move && end < info.st_size;
+        covered = {old.offset, inside ? std::optional(end) : std::nullopt, info.st_size};
+        return note(old.offset, inside ? end : info.st_size, old.bytes, inside ? info.st_size : 0);
+    }
+    if (covered->to && (old.move || old.offset < covered->from || end > *covered->to)) {
+        // Somebody else may have written there meanwhile.
+        errno = EIO;
+        if (info.st_size != covered->size || !note(*covered->to, info.st_size, {}, 0))
+            return false;
+        covered->to.reset();
+    }
+    // What is noted already is not noted once more: a command notes no more than the whole file.
+    if (old.offset < covered->from) {
+        if (!note(old.offset, covered->from, old.bytes, 0))
+            return false;
+        covered->from = old.offset;
+    }
     return true;
 }
 
@@ -316,7 +347,7 @@ bool UndoJournal::willCreate(const QByteArray& path)
     note.path = path;
     if (!add({std::move(note)}, Sync::Yes))
         return false;
-    m_coveredFrom.insert(path, 0);
+    m_covered.insert(path, {});
     return true;
 }
 
@@ -370,7 +401,7 @@ bool UndoJournal::willRemove(const QByteArray& path, const QByteArray& copy)
     }
     if (!add({std::move(note)}, Sync::Yes))
         return false;
-    m_coveredFrom.remove(path);
+    m_covered.remove(path);
     return true;
 }
 
@@ -439,6 +470,8 @@ void UndoJournal::remember(const JournalNote& note)
 
 bool UndoJournal::syncTouched()
 {
+    if (m_touched.size() > 1)
+        std::for_each(m_touched.keyBegin(), m_touched.keyEnd(), beginSync);
     m_syncFailed = m_syncFailed || !std::all_of(m_touched.keyBegin(), m_touched.keyEnd(), [&](const QByteArray& path) {
                        using Kind = JournalNote::Kind;
                        const Kind last = m_touched.value(path);

@@ -92,6 +92,20 @@ private:
         qint64 start = 0;
         bool failedBefore = false;
     };
+    /// From an offset on up to another one, with which the file of that size does not end, or to its end.
+    struct Covered
+    {
+        qint64 from = 0;
+        std::optional<qint64> to;
+        qint64 size = 0;
+    };
+    struct OldBytes
+    {
+        qint64 offset = 0;
+        QByteArrayView bytes;
+        /// What follows them gets another place.
+        bool move = false;
+    };
     enum class Sync { Yes, No };
     enum class Opened {
         Yes,
@@ -106,6 +120,9 @@ private:
     /// A new one, or an empty one.
     [[nodiscard]] bool openForNotes();
     bool add(std::vector<JournalNote> notes, Sync sync);
+    /// The notes of old bytes that are missing for a step; `covered` is what is noted, and what is then.
+    [[nodiscard]] static bool noteOld(const Descriptor& file, const struct stat& info, const OldBytes& old,
+                                      std::optional<Covered>& covered, std::vector<JournalNote>& notes);
     /// A note of the running change.
     void remember(const JournalNote& note);
     /// Brings what was touched to the disk.
@@ -153,8 +170,8 @@ private:
     /// What is put back is a command of an earlier run: what it has written goes to the store first.
     bool m_recovers = false;
     std::vector<Part> m_parts;
-    /// By path, from which offset on the old bytes are noted up to the file's end.
-    QHash<QByteArray, qint64> m_coveredFrom;
+    /// By path, the old bytes that are noted.
+    QHash<QByteArray, Covered> m_covered;
     /// By path, the last note.
     QHash<QByteArray, JournalNote::Kind> m_touched;
     /// The folders in which a name comes or goes.

@@ -148,7 +148,7 @@ std::optional<UndoJournal::Index> UndoJournal::index() const
 
 bool UndoJournal::rememberCovered()
 {
-    m_coveredFrom.clear();
+    m_covered.clear();
     m_touched.clear();
     m_folders.clear();
     m_names.clear();
@@ -158,12 +158,19 @@ bool UndoJournal::rememberCovered()
         const JournalNote& note = read->note;
         at = read->end;
         remember(note);
-        if (note.kind == JournalNote::Kind::Before || note.kind == JournalNote::Kind::Created)
-            m_coveredFrom.insert(note.path, note.offset);
-        else if (note.kind == JournalNote::Kind::Removed || note.kind == JournalNote::Kind::Kept)
-            m_coveredFrom.remove(note.path);
-        else if (note.kind == JournalNote::Kind::Step)
+        if (note.kind == JournalNote::Kind::Before && m_covered.contains(note.path)) {
+            Covered& covered = m_covered[note.path];
+            covered.from = std::min(covered.from, note.offset);
+            covered.to.reset();
+        } else if (note.kind == JournalNote::Kind::Before || note.kind == JournalNote::Kind::Created) {
+            const qint64 end = note.offset + note.bytes.size();
+            m_covered.insert(note.path,
+                             {note.offset, note.length > end ? std::optional(end) : std::nullopt, note.length});
+        } else if (note.kind == JournalNote::Kind::Removed || note.kind == JournalNote::Kind::Kept) {
+            m_covered.remove(note.path);
+        } else if (note.kind == JournalNote::Kind::Step) {
             m_names.insert({note.device, note.inode}, note.path);
+        }
     }
     return !failed && at == m_length;
 }
@@ -315,7 +322,10 @@ bool UndoJournal::restoreStanding(const QByteArray& path, const FileHistory& his
         return true;
     const bool sameFile = isNumbered || history.inode() == 0 || !inodesSurvive(history.fileSystem());
     const bool untouched = sameFile && isUntouched(history, info);
-    const qint64 length = info.st_size - history.base();
+    // Nothing of ours has given it another size.
+    if (history.fixedSize() && history.fixedSize() != info.st_size)
+        return true;
+    const qint64 length = history.fixedSize() ? history.longestTail() : info.st_size - history.base();
     if (!mayWriteAgain(info) || length < 0 || (length > history.longestTail() && !untouched))
         return true;
     const Descriptor file(::open(path.constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
