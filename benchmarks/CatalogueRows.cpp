@@ -1,5 +1,6 @@
 #include "BenchDesktop.h"
 #include "Measure.h"
+#include "Syncs.h"
 
 #include "app/IniFiles.h"
 #include "catalogue/CatalogueEntry.h"
@@ -150,11 +151,9 @@ Row saveCatalogue()
     const double time = medianMilliseconds(
         9, save, [&] { desktop.root.LListView1.setSubItem(1, 1, u"Liste mit Namen %1"_s.arg(++run)); });
 
-    QList<QByteArray> lines;
-    for (int key = 0; key < 7 * MostPlaylists; ++key)
-        lines.append("160c=/daten/Playlisten/Liste 160.m3u\r\n");
-    const double floor = medianMilliseconds(9, [&] { appendLines(desktop.path(u"anhang"_s), lines); });
-    return {u"whole save of 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 20, false};
+    const int syncs = syncsOf(save);
+    const double floor = savingFloor(desktop.database(), syncs);
+    return {u"whole save of 160 rows, 100,000 TagInfo keys"_s + told(syncs), u"ms"_s, time, floor, 2, true};
 }
 
 Row readValue()
@@ -194,12 +193,14 @@ Row writeValue()
     const QByteArray text = tagInfoSection(160'000, {}) + "[Index]\r\n";
     layOut(desktop.database(), text);
     int number = 0;
-    const double time = medianMilliseconds(5, [&] {
+    const auto write = [&] {
         for (int i = 0; i < Writes; ++i)
             IniFiles::WriteValue(desktop.root, desktop.database(), u"TagInfo"_s,
                                  u"/musik/archiv/Album/Lied %1.mp3"_s.arg(i * 5000 + 1),
                                  u"Band - Lied "_s + QString::number(++number));
-    });
+    };
+    const double time = medianMilliseconds(5, write);
+    const int syncs = syncsOf(write) / Writes;
     // On average half of the file lies behind the key.
     const QString bare = desktop.path(u"bloss"_s);
     layOut(bare, text);
@@ -209,9 +210,12 @@ Row writeValue()
             if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) || !file.seek(text.size() / 2))
                 qFatal("the file cannot be opened");
             file.write(text.last(text.size() / 2));
+            for (int sync = 0; sync < syncs; ++sync)
+                syncLine(bare);
         }
     });
-    return {u"one WriteValue of a key in a 10 MB file"_s, u"ms"_s, time / Writes, floor / Writes, 10, false};
+    return {
+        u"one WriteValue of a key in a 10 MB file"_s + told(syncs), u"ms"_s, time / Writes, floor / Writes, 10, false};
 }
 
 /// A full catalogue on the disk and in the list, beside many keys of other sections.
@@ -229,15 +233,6 @@ void layOutFullCatalogue(BenchDesktop& desktop)
     layOut(desktop.database(), tagInfoSection(TagKeys, {}) + index);
 }
 
-/// Milliseconds of one bare copy of the database, past everything of the program.
-double copyDatabase(const BenchDesktop& desktop)
-{
-    return medianMilliseconds(9, [&] {
-        QFile::remove(desktop.path(u"kopie"_s));
-        QFile::copy(desktop.database(), desktop.path(u"kopie"_s));
-    });
-}
-
 /// Told pauses pass in no time here.
 Row moveRow()
 {
@@ -245,31 +240,35 @@ Row moveRow()
     layOutFullCatalogue(desktop);
     desktop.root.LListView1.select(MostPlaylists / 2);
     bool up = false;
-    const double time = medianMilliseconds(9, [&] {
+    const auto move = [&] {
         up = !up;
         // A full catalogue is told at each save.
         desktop.messages.answer(Answer::Ok);
         mnuVerschiebung_Click(desktop.root, up ? 1 : 2);
-    });
+    };
+    const double time = medianMilliseconds(9, move);
     if (desktop.root.LListView1.subItem(MostPlaylists / 2 - 1, 1).isEmpty())
         qFatal("no row was moved");
-    const double floor = copyDatabase(desktop);
-    return {u"one move in 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 100, false};
+    const int syncs = syncsOf(move);
+    const double floor = savingFloor(desktop.database(), syncs);
+    return {u"one move in 160 rows, 100,000 TagInfo keys"_s + told(syncs), u"ms"_s, time, floor, 100, false};
 }
 
 Row removalRow()
 {
     BenchDesktop desktop;
     layOutFullCatalogue(desktop);
-    const double time = medianMilliseconds(9, [&] {
+    const auto removal = [&] {
         desktop.root.LListView1.select(1);
         desktop.messages.answer(Answer::Ok);
         mnuL_schen(desktop.root);
-    });
-    if (desktop.root.LListView1.count() != MostPlaylists - 10)
+    };
+    const double time = medianMilliseconds(9, removal);
+    const int syncs = syncsOf(removal);
+    if (desktop.root.LListView1.count() != MostPlaylists - 11)
         qFatal("no row was removed");
-    const double floor = copyDatabase(desktop);
-    return {u"one removal from 160 rows beside 100,000 TagInfo keys"_s, u"ms"_s, time, floor, 100, false};
+    const double floor = savingFloor(desktop.database(), syncs);
+    return {u"one removal from 160 rows, 100,000 TagInfo keys"_s + told(syncs), u"ms"_s, time, floor, 100, false};
 }
 
 Row reloadCatalogue()
