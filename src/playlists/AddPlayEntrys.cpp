@@ -107,15 +107,18 @@ bool writeList(Root& root, TrackList::Hold& hold)
     return together.end();
 }
 
-/// What could not be written is not shown as if it were.
-void takeBack(Root& root, TrackList::Hold& hold, const QString& linesBefore)
+/// What could not be written is not shown as if it were. Lines before that were another list's are not put back.
+void takeBack(Root& root, TrackList::Hold& hold, const std::optional<QString>& linesBefore)
 {
     const ListView& tracks = root.LListView2;
     int last = tracks.count();
     while (last > 1 && tracks.subItem(last, TrackItem::Number).toInt() != tracks.count())
         --last;
     hold.remove(last);
-    root.trackList.setLines(linesBefore, root.trackList.path());
+    if (linesBefore)
+        root.trackList.setLines(*linesBefore, root.trackList.path());
+    else
+        hold.putRowsIntoLines();
 }
 
 void showFirstRow(Root& root, Command& command)
@@ -142,7 +145,8 @@ void AddPlayEntrys(Root& root, const QString& file, int batch)
     if (!mayAppend(root))
         return;
     TrackList::Hold hold = root.trackList.hold();
-    const QString lines = root.tPlayliste.Text.value();
+    const std::optional<QString> lines =
+        hold.linesAreOwn() ? std::optional(root.tPlayliste.Text.value()) : std::nullopt;
     append(root, hold, file, Existence::Asked);
     if (batch != 0)
         setTrackCount(root, rowInSight(root));

@@ -115,8 +115,9 @@ public:
     [[nodiscard]] QProperty<Content>& watchedContent() { return m_content; }
     [[nodiscard]] Hold hold() { return {*this, m_number}; }
 
-    /// The lines are still those of the list before: the new one was too short to be taken in.
-    [[nodiscard]] bool showsListBefore() const { return m_linesOf != m_path; }
+    /// Rows and lines are still those of the list before: the new one was too short to be taken in. Own rows never are,
+    /// whatever an event has put into the field.
+    [[nodiscard]] bool showsListBefore() const { return content() != Content::Own && m_linesOf != m_path; }
 
     /// Empties and renames the list in one step, for a read.
     [[nodiscard]] Reading open(const QString& path);

@@ -315,4 +315,18 @@ TEST_F(SavePlaylists, AnExportThatStandsIsToldQuietlyAndOneThatDoesNotIsNot)
     EXPECT_EQ("", boxes());
 }
 
+TEST_F(SavePlaylists, AnExportThatFailsLeavesTheTracksOfAShortListItsOwn)
+{
+    put(list, "a.mp3\r\n");
+    ASSERT_TRUE(ownTracks(root()));
+    catalogue().Tag = u"0"_s;
+    click(1);
+    ASSERT_TRUE(ownTracks(root()));
+    desktop.choosers.save(u"/l/neu.m3u"_s);
+    desktop.messages.answer(Answer::Ok);
+    mnuSpeichernUnter_Click(root());
+    EXPECT_EQ(1, tracks().count());
+    EXPECT_FALSE(root().trackList.showsListBefore());
+}
+
 } // namespace orvantine::fake

@@ -137,4 +137,37 @@ TEST_F(NestedRead, ASelectedListIsReadAnewWhateverIsMarked)
     EXPECT_EQ("1", catalogue().Tag.toStdString());
 }
 
+TEST_F(NestedRead, AListThatIsOpenedInAnyYieldOfAReadHoldsItsOwnTracksAndTakesOthersBehindThem)
+{
+    const QString track = putTrack(u"neu"_s);
+    const QStringList own{u"/m/Zwei 1.mp3"_s, u"/m/Zwei 2.mp3"_s};
+    constexpr int Enough = 8;
+    int inside = 0;
+    for (int yield = 1; yield <= Enough; ++yield) {
+        SCOPED_TRACE(yield);
+        putList(u"Zwei"_s, own);
+        bool clicked = false;
+        desktop.events().atYield(yield, [&] {
+            clicked = true;
+            click(2);
+        });
+        catalogue().Tag = u"0"_s;
+        click(1);
+        inside += clicked ? 1 : 0;
+        while (!clicked)
+            desktop.events().yield();
+        ASSERT_EQ("/m/Zwei 1.mp3", tracks().subItem(1, 3).toStdString());
+        EXPECT_EQ(TrackList::Content::Own, root().trackList.content());
+        EXPECT_FALSE(root().trackList.showsListBefore());
+
+        desktop.log.failNext(u"files.write"_s);
+        AddPlayEntrys(root(), track, 0);
+        EXPECT_EQ(2, tracks().count());
+        AddPlayEntrys(root(), track, 0);
+        EXPECT_EQ("/m/Zwei 1.mp3\r\n/m/Zwei 2.mp3\r\n/m/neu.mp3\r\n\r\n",
+                  bytes(listPath(u"Zwei"_s)).replace("\r\r\n", "\r\n").toStdString());
+    }
+    EXPECT_LE(4, inside) << "a read serves events";
+}
+
 } // namespace orvantine::fake
