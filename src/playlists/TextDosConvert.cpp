@@ -18,13 +18,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Entries as they go to the disk: those that lie beside the playlist by their name alone.
+/// Entries as they go to the disk: those that lie beside the playlist by their name alone, unless that reads as a
+/// comment.
 QString ownEntries(const Root& root, const QString& path, const QString& text)
 {
     const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
     return normalisedEntries(text, [&](const QString& line) {
         const QString name = FileDirPath::FileNameOf(line);
-        return isNeighbour(name) ? name : line;
+        return isNeighbour(name) && !name.startsWith(u'#') ? name : line;
     });
 }
 

@@ -84,4 +84,19 @@ TEST_F(UnfitLists, AListOfAnotherEndingThatTheReadRewritesIsKeptFirst)
     EXPECT_EQ(1, desktop.memory()->recovered().count(before));
 }
 
+TEST_F(UnfitLists, ANeighbourWhoseNameBeginsLikeACommentKeepsItsFolder)
+{
+    put(u"/l/#1 Hit.mp3"_s, "mp3");
+    put(u"/l/zwei.mp3"_s, "mp3");
+    startWith("/l/#1 Hit.mp3\r\n/l/zwei.mp3\r\n");
+    for (const char* const time : {"first", "second"}) {
+        SCOPED_TRACE(time);
+        catalogue().Tag = u"0"_s;
+        click(1);
+        EXPECT_EQ("/l/#1 Hit.mp3\r\nzwei.mp3\r\n\r\n", bytes(list).toStdString());
+        EXPECT_EQ(2, tracks().count());
+        EXPECT_EQ("/l/#1 Hit.mp3", tracks().subItem(1, 3).toStdString());
+    }
+}
+
 } // namespace orvantine::fake
