@@ -74,13 +74,9 @@ bool mayAsk(const Root& root)
 
 /// Where the chosen file brings the list back to: its old place, or that of an M3U list where an NML list was missing
 /// and another kind was chosen.
-QString restoredPlace(Root& root, int row, const QString& path, const QString& chosen)
+QString restoredPlace(const Root& root, const QString& path, const QString& chosen)
 {
-    if (!isNml(path) || isNml(chosen))
-        return path;
-    QString place = convertedPlace(root, path);
-    setPlaylistPath(root, row, place);
-    return place;
+    return isNml(path) && !isNml(chosen) ? convertedPlace(root, path) : path;
 }
 
 /// Offers to choose the list that was moved away and brings it back to its old place.
@@ -111,16 +107,32 @@ void offerOtherFile(Root& root, Command& command, QString& path)
     const int place = rowOf(root, playlist, row);
     if (place == 0)
         return;
-    path = restoredPlace(root, place, path, file);
-    if (!FileDirPath::isSameFile(file, path) && !Dateiexistenz::FileExists(root, path))
-        copyPlaylist(root, file, path);
+    const QString restored = restoredPlace(root, path, file);
+    // What could not be copied is not asked for again.
+    if (!FileDirPath::isSameFile(file, restored) && !Dateiexistenz::FileExists(root, restored) &&
+        !copyPlaylist(root, file, restored))
+        return;
+    if (restored != path)
+        setPlaylistPath(root, place, restored);
+    path = restored;
     if (!command.yield())
         return;
     root.LListView1.select(place);
+    root.LListView1.Tag = QString::number(place);
     GetPlayEntrys(root, path);
     if (!command.ended() && root.trackList.isOf(path))
         markMissing(root, place, !Dateiexistenz::FileExists(root, path));
     command.lastYield();
+}
+
+/// True if the list stands. The backup goes only then.
+bool restoreBackup(Root& root, const QString& path)
+{
+    WholeChange together(root.files);
+    if (!copyPlaylist(root, path + u"bak"_s, path + u"m3u"_s))
+        return false;
+    root.files.remove(path + u"bak"_s);
+    return together.end();
 }
 
 void offerBackup(Root& root, Command& command, QString& path)
@@ -132,9 +144,7 @@ void offerBackup(Root& root, Command& command, QString& path)
                      .title = u" Songinformationen"_s,
                      .icon = MessageIcon::Exclamation,
                      .buttons = MessageButtons::YesNo}) == Answer::Yes) {
-        copyPlaylist(root, path + u"bak"_s, path + u"m3u"_s);
-        root.files.remove(path + u"bak"_s);
-        if (command.yield())
+        if (restoreBackup(root, path) && command.yield())
             GetPlayEntrys(root, path);
         return;
     }
