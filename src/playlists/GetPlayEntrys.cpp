@@ -46,7 +46,8 @@ QString convertedPlace(const Root& root, const QString& path)
 std::optional<QString> convertNml(Root& root, int row, const QString& path)
 {
     const QString converted = convertedPlace(root, path);
-    if (!Dateiexistenz::FileExists(root, converted)) {
+    // One that was changed since is not converted anew because a look at it has failed.
+    if (Dateiexistenz::IsMissing(root, converted)) {
         if (!Dateiexistenz::FileExists(root, path))
             return path;
         const ReadText read = readPlaylist(root, path);
@@ -186,7 +187,11 @@ void showDescription(Root& root, int number, const QString& hint)
 void showDate(Root& root, int number)
 {
     const QString database = databaseFile(root);
+    const int failedReads = root.services.profiles.failedReads();
     QString date = indexValue(root, database, number, EntryKey::Date);
+    // What cannot be read is no missing date.
+    if (root.services.profiles.failedReads() != failedReads)
+        return;
     root.tDatum.Caption = date;
     // A command that waits with the catalogue half written has the last word.
     if (!date.isEmpty() || !root.commands.admits(Changes::Catalogue))

@@ -89,6 +89,19 @@ TEST(EntriesOfNml, EntriesInsideTheSkipOfTheFirstPassAreLost)
                   .toStdString());
 }
 
+TEST(EntriesOfNml, ALineWithoutAFolderGivesWhatStandsBehindItsSixthCharacter)
+{
+    // Neither the mark of the folder nor a first part of the line is there.
+    EXPECT_EQ("\n.mp3", entriesOfNml(u"<LOCATION FILE=\"eins01.mp3\"/>\r\n"_s).toStdString());
+    EXPECT_EQ("\n", entriesOfNml(u"<LOCATION FILE=\"a.mp3\"/>\r\n"_s).toStdString());
+}
+
+TEST(EntriesOfNml, ALastEntryThatNoCrClosesIsNone)
+{
+    QString text = location(u"a.mp3"_s, u"/m/"_s) + location(u"b.mp3"_s, u"/n/"_s);
+    EXPECT_EQ("\n/m/a.mp3", entriesOfNml(text.chopped(2)).toStdString());
+}
+
 TEST_F(Nml, TheM3uBeginsWithLfAndTheListGoesOnAsM3u)
 {
     // Written as entriesOfNml gives it; the display then drops the LF.
@@ -204,6 +217,30 @@ TEST_F(Nml, AMissingOneThatIsReplacedByItsKindComesBackAndIsConverted)
     EXPECT_EQ(nml.toStdString(), bytes(u"/m/Set.nml"_s).toStdString());
     EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(1, 2).toStdString());
     EXPECT_EQ("/m/eins.mp3", paths());
+}
+
+TEST_F(Nml, ALookAtTheM3uThatFailsDoesNotConvertAnewOverIt)
+{
+    put(listPath(u"Set"_s), "/m/von Hand.mp3\r\n");
+    desktop.log.failNext(u"files.exists "_s + quoted(listPath(u"Set"_s)));
+    open((location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8());
+    EXPECT_EQ("/m/von Hand.mp3\r\n\r\n", bytes(listPath(u"Set"_s)).toStdString());
+}
+
+TEST_F(Nml, OfTwoOfOneNameTheSecondFindsTheM3uOfTheFirst)
+{
+    putTrack(u"eins"_s);
+    put(u"/a/Set.nml"_s, (location(u"eins.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8());
+    put(u"/b/Set.nml"_s, (location(u"zwei.mp3"_s, u"/m/"_s) + u"--"_s).toUtf8());
+    putDatabase(indexRow(1, {.name = u"A"_s, .path = u"/a/Set.nml"_s}) +
+                indexRow(2, {.name = u"B"_s, .path = u"/b/Set.nml"_s}) +
+                indexRow(3, {.name = u"Zuletzt"_s, .path = putList(u"Zuletzt"_s, {putTrack(u"a"_s)})}));
+    start();
+    for (const int row : {1, 2}) {
+        click(row);
+        EXPECT_EQ("/m/eins.mp3", paths());
+        EXPECT_EQ(listPath(u"Set"_s).toStdString(), catalogue().subItem(row, 2).toStdString());
+    }
 }
 
 } // namespace orvantine::fake

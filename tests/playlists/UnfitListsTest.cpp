@@ -99,4 +99,28 @@ TEST_F(UnfitLists, ANeighbourWhoseNameBeginsLikeACommentKeepsItsFolder)
     }
 }
 
+TEST_F(UnfitLists, ADateThatCannotBeReadIsNotWrittenOver)
+{
+    startWith("/m/eins.mp3\r\n/m/zwei.mp3\r\n");
+    putTrack(u"zwei"_s);
+    const int before = desktop.events().yields();
+    click(1);
+    const int yields = desktop.events().yields() - before;
+    bool failed = false;
+    for (int yield = 1; yield <= yields; ++yield) {
+        SCOPED_TRACE(yield);
+        click(2);
+        const QByteArray there = bytes(database()) + "[X]\r\n";
+        desktop.events().atYield(yield, [&] {
+            // Somebody touches the database, and it cannot be read at once.
+            put(database(), there);
+            desktop.log.failNext(u"files.readBytes "_s + quoted(database()));
+            failed = true;
+        });
+        click(1);
+        EXPECT_EQ(there.toStdString(), bytes(database()).toStdString());
+    }
+    EXPECT_TRUE(failed);
+}
+
 } // namespace orvantine::fake
