@@ -20,6 +20,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+bool isNmlName(const QString& file)
+{
+    return file.right(3).toLower() == u"nml"_s;
+}
+
 QString nmlOf(const Root& root, const QString& title)
 {
     QString text = u"<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\r\n"
@@ -72,7 +77,7 @@ bool exportTo(Root& root, Command& command, const RowIdentity& playlist, int row
         showQuietly(root, u"Gespeichert"_s);
         return true;
     };
-    if (target.right(3).toLower() != u"nml"_s)
+    if (!isNmlName(target))
         return write(*converted.lines + u"\r\n"_s);
     if (!showTracks(root, playlist, row) || command.ended())
         return false;
@@ -118,8 +123,12 @@ void mnuSpeichernUnter_Click(Root& root)
     if (!answer || answer == Answer::Cancel || identityOf(root, row) != playlist)
         return;
     setPlaylistPath(root, row, target);
-    if (root.trackList.isOf(playlist.path))
+    if (root.trackList.isOf(playlist.path)) {
         root.trackList.hold().follow(target);
+        // What an NML holds is no lines of tracks: it is read when the list is opened the next time.
+        if (isNmlName(target))
+            root.trackList.doubt();
+    }
     root.mnuSpeichern.Click();
 }
 

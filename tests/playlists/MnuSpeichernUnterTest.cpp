@@ -329,4 +329,22 @@ TEST_F(SavePlaylists, AnExportThatFailsLeavesTheTracksOfAShortListItsOwn)
     EXPECT_FALSE(root().trackList.showsListBefore());
 }
 
+TEST_F(SavePlaylists, ALinkToAnNmlLeavesThatFileAloneAndSpeaksOfNoOtherProgram)
+{
+    putFolder(u"/x"_s);
+    root().mnuLokalePlayliste.Checked = true;
+    desktop.choosers.save(u"/x/neu.nml"_s);
+    desktop.messages.answer(Answer::Ok, SaveTitle, LinkQuestion);
+    mnuSpeichernUnter_Click(root());
+    EXPECT_EQ("/x/neu.nml", catalogue().subItem(1, 2).toStdString());
+    EXPECT_EQ("/x/neu.nml", desktop.profiles().value(database(), u"Index"_s, u"1c"_s).toStdString());
+    EXPECT_TRUE(bytes(u"/x/neu.nml"_s).startsWith("<?xml")) << bytes(u"/x/neu.nml"_s).toStdString();
+    EXPECT_EQ("Gespeichert", root().quietLine.Caption.value().toStdString());
+    EXPECT_EQ("/m/a.mp3\r\n/m/b.mp3\r\n/m/c.mp3\r\n\r\n", listBytes());
+
+    click(1);
+    EXPECT_EQ(listPath(u"neu"_s).toStdString(), catalogue().subItem(1, 2).toStdString()) << "opened, it is an M3U";
+    EXPECT_EQ(TrackList::Content::Own, root().trackList.content());
+}
+
 } // namespace orvantine::fake
