@@ -4,6 +4,7 @@
 #include "desktop/mpris/MprisBus.h"
 #include "desktop/mpris/RemoteWish.h"
 #include "desktop/posix/DriveMap.h"
+#include "desktop/posix/KeptVersions.h"
 #include "desktop/posix/LockInstance.h"
 #include "desktop/posix/NicePriority.h"
 #include "desktop/posix/PosixFiles.h"
@@ -95,6 +96,7 @@ struct Desktop
     PosixFolderWalks walks{drives};
     NicePriority priority;
     LibzipArchive zip{files, recoveryFolder(folders)};
+    KeptVersions earlierVersions{recoveryFolder(folders)};
     QtEvents events;
     QtMessages messages;
     QtChoosers choosers{files};
@@ -151,6 +153,7 @@ int run(const Errand& errand)
                       .walks = desktop.walks,
                       .priority = desktop.priority,
                       .zip = desktop.zip,
+                      .earlierVersions = desktop.earlierVersions,
                       .folders = standardFolders(desktop.folders, QCoreApplication::applicationDirPath()),
                       .system = {},
                       .start = startContext()};

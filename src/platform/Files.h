@@ -185,6 +185,8 @@ public:
     [[nodiscard]] virtual bool wholeFailed() const { return false; }
     /// What was kept for the command before does not count for this one.
     virtual void beginCommand() {}
+    /// What is kept from now on is kept because of the command of that name; "" where none is known.
+    virtual void nameCommand(const QString&) {}
 
     /// False, with a fault as of a write, where a write to the file is bound to fail. A write protection that its owner
     /// can take away is no obstacle.

@@ -2,6 +2,7 @@
 
 #include "platform/Choosers.h"
 #include "platform/Clipboard.h"
+#include "platform/EarlierVersions.h"
 #include "platform/Events.h"
 #include "platform/Files.h"
 #include "platform/FolderWalk.h"
@@ -82,6 +83,7 @@ struct Services
     FolderWalks& walks;
     Priority& priority;
     ZipArchive& zip;
+    EarlierVersions& earlierVersions;
     StandardFolders folders;
     SystemVersion system;
     StartContext start;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/EarlierVersions.h"
 #include "platform/Files.h"
 
 #include <QByteArrayList>
@@ -22,6 +23,8 @@ public:
     [[nodiscard]] virtual QString folder() const = 0;
     /// The old bytes that were kept, in order.
     [[nodiscard]] virtual QByteArrayList kept() const = 0;
+    /// The same as the user is shown it.
+    [[nodiscard]] virtual const EarlierVersions& versions() const = 0;
     /// From now on no old bytes can be kept.
     virtual void breakStore() = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FilesContract.h"
+#include "desktop/posix/KeptVersions.h"
 #include "desktop/posix/PosixFiles.h"
 
 #include <QFile>
@@ -41,11 +42,12 @@ public:
             const QByteArrayList parts = line.split('\t');
             QFile copy(recovery() + QLatin1Char('/') +
                        QString::fromUtf8(QByteArray::fromPercentEncoding(parts.value(1))));
-            if (parts.size() == 3 && copy.open(QIODevice::ReadOnly))
+            if (parts.size() >= 3 && copy.open(QIODevice::ReadOnly))
                 result += copy.readAll();
         }
         return result;
     }
+    [[nodiscard]] const KeptVersions& versions() const override { return m_versions; }
     /// No copy can be entered any more; the journal stays what it is.
     void breakStore() override
     {
@@ -97,6 +99,7 @@ private:
     QTemporaryDir m_folder;
     QTemporaryDir m_recovery;
     PosixFiles m_files;
+    KeptVersions m_versions{recovery()};
 };
 
 } // namespace orvantine

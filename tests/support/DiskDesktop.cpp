@@ -13,9 +13,10 @@ DiskDesktop::DiskDesktop(const QString& where, const MakeTags& makeTags)
       infoPlayer(files, [](const QString&) { return true; }),
       tags(makeTags ? makeTags(files) : std::make_unique<FakeTags>(log)),
       zip(files, where + u"/recovery"_s),
-      services{files,  profiles, settings, messages, choosers,  forms,    events,  player,   infoPlayer,
-               mixer,  sound,    *tags,    tray,     clipboard, launcher, volumes, instance, fonts,
-               screen, walks,    priority, zip,      {},        {},       {}},
+      earlierVersions(where + u"/recovery"_s),
+      services{files,  profiles, settings, messages, choosers,        forms,    events,  player,   infoPlayer,
+               mixer,  sound,    *tags,    tray,     clipboard,       launcher, volumes, instance, fonts,
+               screen, walks,    priority, zip,      earlierVersions, {},       {},      {}},
       root(services)
 {
     assemble(root);

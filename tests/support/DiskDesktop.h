@@ -2,6 +2,7 @@
 
 #include "app/Root.h"
 #include "desktop/archive/LibzipArchive.h"
+#include "desktop/posix/KeptVersions.h"
 #include "desktop/posix/PosixFiles.h"
 #include "desktop/posix/PosixFolderWalks.h"
 #include "support/CallLog.h"
@@ -56,6 +57,7 @@ public:
     PosixFolderWalks walks;
     FakePriority priority{log};
     LibzipArchive zip;
+    KeptVersions earlierVersions;
     Services services;
     Root root;
 };

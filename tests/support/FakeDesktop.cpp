@@ -1,6 +1,7 @@
 #include "support/FakeDesktop.h"
 
 #include "app/FormResize.h"
+#include "desktop/posix/KeptVersions.h"
 #include "shell/Assemble.h"
 #include "shell/FormLoad.h"
 #include "shell/MainWindow.h"
@@ -53,6 +54,9 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
         auto memory = std::make_unique<MemoryFiles>(MemoryFilesOptions{m_options.codePage, m_options.adoptsHostTexts});
         memory->Clock = [this] { return m_process ? events().now() : m_options.now; };
         m_memory = memory.get();
+        auto versions = std::make_unique<FakeVersions>(*memory);
+        m_fakeVersions = versions.get();
+        m_versions = std::move(versions);
         m_disk = std::move(memory);
         base = u"/orvantine"_s;
     } else {
@@ -69,6 +73,7 @@ FakeDesktop::FakeDesktop(const DesktopOptions& options) : m_options(options)
         posix.adoptsHostTexts = m_options.adoptsHostTexts;
         posix.recoveryFolder = base + u"/recovery"_s;
         m_disk = std::make_unique<PosixFiles>(posix);
+        m_versions = std::make_unique<KeptVersions>(posix.recoveryFolder);
     }
     if (m_folder)
         walks.readHost(m_options.drives);
@@ -131,7 +136,7 @@ void FakeDesktop::newProcess()
     Services services{*m_loggingFiles, *profiles,   settings, messages, choosers, *newForms, *newEvents,
                       *player,         *infoPlayer, mixer,    sound,    tags,     *newTray,  clipboard,
                       launcher,        volumes,     instance, fonts,    screen,   walks,     priority,
-                      *m_zip,          folders,     system,   context};
+                      *m_zip,          *m_versions, folders,  system,   context};
     m_process = std::make_unique<FakeProcess>(std::move(services), std::move(newEvents), std::move(newForms),
                                               std::move(newTray), std::move(player), std::move(infoPlayer),
                                               std::move(profiles));

@@ -8,6 +8,7 @@
 #include "support/FakeDevices.h"
 #include "support/FakeForms.h"
 #include "support/FakePlayer.h"
+#include "support/FakeVersions.h"
 #include "support/FakeWalks.h"
 #include "support/LoggingFiles.h"
 #include "support/MemoryFiles.h"
@@ -80,6 +81,8 @@ public:
     Files& disk() { return *m_disk; }
     FakeArchive& zip() { return *m_zip; }
     /// Null on a real folder.
+    FakeVersions* versions() { return m_fakeVersions; }
+    /// Null on a real folder.
     MemoryFiles* memory() { return m_memory; }
 
     MemorySettings settings{log};
@@ -133,6 +136,8 @@ private:
     MemoryFiles* m_memory = nullptr;
     std::unique_ptr<LoggingFiles> m_loggingFiles;
     std::unique_ptr<FakeArchive> m_zip;
+    std::unique_ptr<EarlierVersions> m_versions;
+    FakeVersions* m_fakeVersions = nullptr;
     std::unique_ptr<FakeProcess> m_process;
 };
 

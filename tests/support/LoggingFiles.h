@@ -55,6 +55,7 @@ public:
     void failWhole() override { m_files.failWhole(); }
     [[nodiscard]] bool wholeFailed() const override { return m_files.wholeFailed(); }
     void beginCommand() override { m_files.beginCommand(); }
+    void nameCommand(const QString& name) override { m_files.nameCommand(name); }
     [[nodiscard]] bool claimWrite(const QString& path) override { return m_files.claimWrite(path); }
     [[nodiscard]] std::optional<WriteFault> takeFault() override;
     void noteFault(WriteFault fault) override { m_fault = fault; }

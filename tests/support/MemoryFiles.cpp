@@ -276,8 +276,10 @@ bool MemoryFiles::keep(const Node& node)
 {
     if (node.bytes.isEmpty())
         return true;
-    if (!m_storeIsBroken)
+    if (!m_storeIsBroken) {
         m_recovered += node.bytes;
+        AllKept.append({node.path, Clock(), m_command, node.bytes});
+    }
     return !m_storeIsBroken;
 }
 

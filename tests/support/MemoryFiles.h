@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/CodePage.h"
+#include "platform/EarlierVersions.h"
 #include "platform/Files.h"
 
 #include <QMap>
@@ -65,6 +66,7 @@ public:
     void failWhole() override;
     [[nodiscard]] bool wholeFailed() const override { return m_failed; }
     void beginCommand() override;
+    void nameCommand(const QString& name) override { m_command = name; }
     [[nodiscard]] bool claimWrite(const QString& path) override;
     [[nodiscard]] std::optional<WriteFault> takeFault() override { return std::exchange(m_fault, std::nullopt); }
     void noteFault(WriteFault fault) override { m_fault = fault; }
@@ -84,6 +86,15 @@ public:
     void setUnreadable(const QString& path, bool unreadable = true);
     /// Exact copies of the old bytes of what was written over or removed, in order.
     [[nodiscard]] const QList<QByteArray>& recovered() const { return m_recovered; }
+    /// The same with all that is told of them. A test may add its own, and take some away.
+    struct Kept
+    {
+        QString path;
+        QDateTime when;
+        QString reason;
+        QByteArray bytes;
+    };
+    QList<Kept> AllKept;
     /// The folder is somebody else's: no private one can be made of it.
     void setForeign(const QString& path) { m_foreign += keyOf(path); }
     /// What stands there was reached by a link.
@@ -139,6 +150,7 @@ private:
     MemoryFilesOptions m_options;
     QMap<QString, Node> m_nodes;
     QList<QByteArray> m_recovered;
+    QString m_command;
     QStringList m_foreign;
     QStringList m_links;
     bool m_storeIsBroken = false;

@@ -1,5 +1,6 @@
 #include "TempWorld.h"
 #include "desktop/posix/RegSettings.h"
+#include "support/FakeVersions.h"
 #include "support/LoggingFiles.h"
 #include "support/MemoryFiles.h"
 #include "support/MemorySettings.h"
@@ -21,10 +22,12 @@ public:
     [[nodiscard]] Files& files() override { return m_files; }
     [[nodiscard]] QString folder() const override { return u"/home/anna"_s; }
     [[nodiscard]] QByteArrayList kept() const override { return m_files.recovered(); }
+    [[nodiscard]] const EarlierVersions& versions() const override { return m_versions; }
     void breakStore() override { m_files.breakStore(); }
 
 private:
     MemoryFiles m_files;
+    FakeVersions m_versions{m_files};
 };
 
 class LoggedWorld : public FilesWorld
@@ -33,6 +36,7 @@ public:
     [[nodiscard]] Files& files() override { return m_files; }
     [[nodiscard]] QString folder() const override { return m_disk.folder(); }
     [[nodiscard]] QByteArrayList kept() const override { return m_disk.kept(); }
+    [[nodiscard]] const EarlierVersions& versions() const override { return m_disk.versions(); }
     void breakStore() override { m_disk.breakStore(); }
 
 private:

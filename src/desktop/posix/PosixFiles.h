@@ -81,6 +81,7 @@ public:
     void failWhole() override;
     [[nodiscard]] bool wholeFailed() const override { return m_undo.failed(); }
     void beginCommand() override;
+    void nameCommand(const QString& name) override { m_store.setReason(name); }
     [[nodiscard]] bool claimWrite(const QString& path) override;
     [[nodiscard]] std::optional<WriteFault> takeFault() override { return std::exchange(m_fault, std::nullopt); }
     void noteFault(WriteFault fault) override { m_fault = fault; }

@@ -2,6 +2,7 @@
 
 #include "desktop/posix/Checksum.h"
 #include "desktop/posix/PrivateFolder.h"
+#include "desktop/posix/RecoveryContents.h"
 
 #include <QHash>
 #include <QList>
@@ -23,54 +24,12 @@
 namespace orvantine {
 namespace {
 
-constexpr qint64 longestContents = qint64{64} << 20;
 constexpr qint64 largestInMemory = qint64{16} << 20;
 constexpr qint64 copyChunk = qint64{1} << 20;
 constexpr qint64 bytesBetweenPrunes = qint64{32} << 20;
 constexpr qint64 worthALook = qint64{1} << 20;
 constexpr qsizetype sumLength = 16;
 constexpr char unfinishedEnd[] = ".neu";
-
-/// One line of the store's table of contents: seconds since 1970, name of the copy, path.
-struct Entry
-{
-    qint64 seconds = 0;
-    QByteArray copy;
-    QByteArray path;
-};
-
-QByteArray lineOf(const Entry& entry)
-{
-    return QByteArray::number(entry.seconds) + '\t' + entry.copy.toPercentEncoding() + '\t' +
-           entry.path.toPercentEncoding("/") + '\n';
-}
-
-QByteArray contentsFile(const QByteArray& folder)
-{
-    return folder + "/Contents";
-}
-
-QList<Entry> readContents(const QByteArray& folder)
-{
-    const Descriptor file(::open(contentsFile(folder).constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
-    QByteArray text;
-    QList<Entry> entries;
-    struct stat info = {};
-    // What cannot be read as a whole tells of no copy that may go.
-    if (!file.isOpen() || ::fstat(file.get(), &info) != 0 || info.st_size > longestContents ||
-        !readAt(file, 0, info.st_size, text) || text.size() != info.st_size)
-        return entries;
-    const QList<QByteArray> lines = text.split('\n');
-    for (const QByteArray& line : lines) {
-        const QList<QByteArray> parts = line.split('\t');
-        if (parts.size() != 3)
-            continue;
-        const QByteArray copy = QByteArray::fromPercentEncoding(parts[1]);
-        if (!copy.isEmpty() && !copy.contains('/'))
-            entries.append({parts[0].toLongLong(), copy, QByteArray::fromPercentEncoding(parts[2])});
-    }
-    return entries;
-}
 
 bool syncFolder(const QByteArray& folder)
 {
@@ -246,7 +205,7 @@ bool RecoveryStore::keep(const QByteArray& path, const Descriptor& file, Passage
 
 bool RecoveryStore::enter(const QByteArray& copy, const QByteArray& path, qint64 size)
 {
-    const bool entered = appendLine(contentsFile(m_folder), lineOf({::time(nullptr), copy, path}));
+    const bool entered = appendLine(contentsFile(m_folder), lineOf({::time(nullptr), copy, path, m_reason}));
     m_unsettled = m_unsettled || entered;
     m_untilPrune -= size;
     if (m_untilPrune < 0) {
@@ -267,12 +226,12 @@ bool RecoveryStore::settle()
 
 void RecoveryStore::prune()
 {
-    const QList<Entry> entries = readContents(m_folder);
+    const QList<KeptCopy> entries = readContents(m_folder).value_or(QList<KeptCopy>());
     const qint64 oldest = ::time(nullptr) - MostSeconds;
     QSet<QByteArray> paths;
     QHash<QByteArray, qint64> kept;
     qint64 total = 0;
-    QList<Entry> staying;
+    QList<KeptCopy> staying;
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
         struct stat info = {};
         if (::stat((m_folder + '/' + entry->copy).constData(), &info) != 0)
@@ -289,11 +248,11 @@ void RecoveryStore::prune()
     if (staying.size() == entries.size())
         return;
     QByteArray text;
-    for (const Entry& entry : std::as_const(staying))
+    for (const KeptCopy& entry : std::as_const(staying))
         text += lineOf(entry);
     if (!writeWhole(contentsFile(m_folder), text) || !syncFolder(m_folder))
         return;
-    for (const Entry& entry : entries)
+    for (const KeptCopy& entry : entries)
         if (!kept.contains(entry.copy))
             ::unlink((m_folder + '/' + entry.copy).constData());
 }

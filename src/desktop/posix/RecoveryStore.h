@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/posix/Descriptor.h"
+#include "platform/EarlierVersions.h"
 #include "platform/Files.h"
 
 #include <QByteArray>
@@ -27,8 +28,11 @@ public:
     /// What was kept under a name.
     [[nodiscard]] Descriptor openCopy(const QByteArray& copy) const;
 
-    static constexpr qint64 MostBytes = qint64{200} << 20;
-    static constexpr qint64 MostSeconds = qint64{90} * 24 * 60 * 60;
+    /// What is kept from now on is kept for that reason.
+    void setReason(const QString& reason) { m_reason = reason; }
+
+    static constexpr qint64 MostBytes = EarlierVersions::MostBytes;
+    static constexpr qint64 MostSeconds = qint64{EarlierVersions::MostDays} * 24 * 60 * 60;
 
 private:
     /// Enters the copy, `size` bytes, into the table of contents.
@@ -38,6 +42,7 @@ private:
     QByteArray m_folder;
     qint64 m_untilPrune = 0;
     bool m_unsettled = false;
+    QString m_reason;
 };
 
 } // namespace orvantine
