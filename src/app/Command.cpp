@@ -40,20 +40,27 @@ void showLists(Root& root)
 
 } // namespace
 
-Command::Command(Root& root, Changes changes) : m_root(root)
+Command::Command(Root& root, Changes changes, const QString& name) : m_root(root)
 {
     // One that is begun inside a door of another stands for itself.
-    const auto& running = m_root.commands.m_running;
-    if (running.empty() || running.back().depth < m_root.commands.m_depth)
+    auto& running = m_root.commands.m_running;
+    const bool ofItself = running.empty() || running.back().depth < m_root.commands.m_depth;
+    if (ofItself)
         m_root.files.beginCommand();
-    m_root.commands.m_running.push_back({changes, m_root.commands.m_depth});
+    QString called = name;
+    if (!running.empty() && !running.back().name.isEmpty() && (!ofItself || (running.back().inForm && name.isEmpty())))
+        called = running.back().name;
+    running.push_back({changes, m_root.commands.m_depth, called});
+    m_root.files.nameCommand(called);
 }
 
 Command::~Command()
 {
     if (m_wait)
         endWait();
-    m_root.commands.m_running.pop_back();
+    auto& running = m_root.commands.m_running;
+    running.pop_back();
+    m_root.files.nameCommand(running.empty() ? QString() : running.back().name);
     if (m_root.commands.idle())
         tellFault(m_root);
 }
@@ -154,7 +161,11 @@ bool Command::showModal(Form& form)
         return false;
     showLists(m_root);
     const Door door(m_root);
+    auto& running = m_root.commands.m_running;
+    const std::size_t own = running.size() - 1;
+    running[own].inForm = true;
     m_root.services.forms.showModal(form);
+    running[own].inForm = false;
     return !ended();
 }
 
@@ -185,11 +196,11 @@ bool isAdmitted(const Root& root, Changes changes)
     return root.commands.admits(changes) && !(onTracks && root.trackList.content() == TrackList::Content::Reading);
 }
 
-void runCommand(Root& root, Changes changes, const std::function<void()>& run)
+void runCommand(Root& root, Changes changes, const std::function<void()>& run, const QString& name)
 {
     if (!isAdmitted(root, changes))
         return;
-    const Command command(root, changes);
+    const Command command(root, changes, name);
     run();
 }
 

@@ -33,8 +33,9 @@ enum class Wait {
 class Command
 {
 public:
-    /// A routine that is a part of a command names no changes of its own.
-    explicit Command(Root& root, Changes changes = Changes::Nothing);
+    /// A routine that is a part of a command names no changes of its own. `name` is what the user calls it: the reason
+    /// for which old bytes are kept. A routine, and what is done in a form of a command, goes by the command's name.
+    explicit Command(Root& root, Changes changes = Changes::Nothing, const QString& name = {});
     ~Command();
     Command(const Command&) = delete;
     Command& operator=(const Command&) = delete;
@@ -89,6 +90,6 @@ private:
 
 /// Runs a command that a user asked for, unless one that changes the same waits, or a list is read whose tracks it
 /// would change: then it is passed over silently.
-void runCommand(Root& root, Changes changes, const std::function<void()>& run);
+void runCommand(Root& root, Changes changes, const std::function<void()>& run, const QString& name = {});
 
 } // namespace orvantine

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include <vector>
 
 namespace orvantine {
@@ -26,6 +28,9 @@ private:
     {
         Changes changes;
         int depth;
+        QString name;
+        /// It shows a modal form: what the user does there belongs to it.
+        bool inForm = false;
     };
     std::vector<Running> m_running;
     /// How many doors stand open.

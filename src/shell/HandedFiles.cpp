@@ -57,11 +57,14 @@ void openList(Root& root, const QString& path)
     // A new row would make an empty list of a file that has vanished.
     if (!Dateiexistenz::FileExists(root, path) || selectKnown(root, path))
         return;
-    runCommand(root, Changes::Both, [&root, &path] {
-        Command command(root);
-        if (mayAddRow(root, command))
-            addChosenPlaylist(root, command, path, 0);
-    });
+    runCommand(
+        root, Changes::Both,
+        [&root, &path] {
+            Command command(root);
+            if (mayAddRow(root, command))
+                addChosenPlaylist(root, command, path, 0);
+        },
+        u"Öffnen mit"_s);
 }
 
 } // namespace

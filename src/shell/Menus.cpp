@@ -7,6 +7,8 @@
 
 namespace orvantine {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::vector<MenuEntry> entriesOf(const std::vector<CommandRow>& rows)
@@ -23,19 +25,32 @@ std::vector<MenuEntry> entriesOf(const std::vector<CommandRow>& rows)
     return entries;
 }
 
-void run(Root& root, const CommandRow& row)
+void run(Root& root, const CommandRow& row, const QString& name)
 {
-    runCommand(root, row.changes, [&root, &row] {
+    const auto steps = [&root, &row] {
         const bool goesOn = row.tip == 0 ? !root.services.events.ended()
                                          : ShowFeatureTip(root, row.tip, row.shownTip != 0 ? row.shownTip : row.tip);
         if (goesOn)
             row.run(root, row.index);
-    });
+    };
+    runCommand(root, row.changes, steps, name);
+}
+
+/// The caption as it is spoken: without mnemonic, shortcut and dots.
+QString nameOf(const char16_t* caption)
+{
+    QString name = QString::fromUtf16(caption).remove(u'&').section(u" (Alt"_s, 0, 0);
+    while (name.endsWith(u' ') || name.endsWith(u'.'))
+        name.chop(1);
+    return name;
 }
 
 void setUp(Root& root, const std::vector<CommandRow>& rows)
 {
+    QString submenu;
     for (const CommandRow& row : rows) {
+        if (row.level == 1 || row.shown.testFlag(Shown::Submenu))
+            submenu = row.level == 1 && row.shown.testFlag(Shown::Submenu) ? nameOf(row.caption) + u": "_s : QString();
         row.item->Caption = QString::fromUtf16(row.caption);
         row.item->Shortcut = QString::fromUtf16(row.shortcut);
         row.item->Enabled = !row.start.testFlag(Start::Disabled);
@@ -43,7 +58,7 @@ void setUp(Root& root, const std::vector<CommandRow>& rows)
         row.item->Checked = row.start.testFlag(Start::Marked);
         row.item->Twin = row.twin;
         if (row.run != nullptr)
-            row.item->Click = [&root, row] { run(root, row); };
+            row.item->Click = [&root, row, name = submenu + nameOf(row.caption)] { run(root, row, name); };
         if (row.shown.testFlag(Shown::NeedsPlaylist))
             root.playlistCommands.push_back(row.item);
     }

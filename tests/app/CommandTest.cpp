@@ -1,5 +1,6 @@
 #include "app/Command.h"
 #include "app/IniFiles.h"
+#include "shell/Info.h"
 
 #include "support/DesktopTest.h"
 
@@ -47,6 +48,43 @@ TEST_F(Commands, WhatACommandCallsItselfIsAPartOfIt)
     runCommand(root(), Changes::Both, [&] { ran = true; });
     EXPECT_TRUE(ran);
     EXPECT_FALSE(root().commands.idle());
+}
+
+TEST_F(Commands, OldBytesAreKeptForTheCommandThatTheUserCalled)
+{
+    const QString file = data() + u"a.m3u"_s;
+    put(file, "0");
+    int written = 0;
+    const auto write = [&] { ASSERT_TRUE(root().files.writeBytes(file, QByteArray::number(++written))); };
+    write();
+    runCommand(
+        root(), Changes::Catalogue,
+        [&] {
+            write();
+            const Command routine(root());
+            write();
+            runCommand(root(), Changes::Catalogue, write, u"Datenbank speichern"_s);
+            Command command(root());
+            desktop.events().atYield(1, [&] {
+                runCommand(root(), Changes::Tracks, write);
+                runCommand(root(), Changes::Tracks, write, u"Sortieren"_s);
+            });
+            EXPECT_TRUE(command.yield());
+            write();
+            desktop.forms().whileModal(u"Info"_s, [&](Form& form) {
+                runCommand(root(), Changes::Tracks, write);
+                desktop.forms().unload(form);
+            });
+            EXPECT_TRUE(command.showModal(*root().info));
+        },
+        u"Umbenennen"_s);
+    write();
+    QStringList reasons;
+    for (const MemoryFiles::Kept& kept : desktop.memory()->AllKept)
+        reasons += QString::fromUtf8(kept.bytes) + u' ' + kept.reason;
+    EXPECT_EQ(lines({u"0 "_s, u"1 Umbenennen"_s, u"2 Umbenennen"_s, u"3 Umbenennen"_s, u"4 "_s, u"5 Sortieren"_s,
+                     u"6 Umbenennen"_s, u"7 Umbenennen"_s, u"8 "_s}),
+              lines(reasons));
 }
 
 TEST_F(Commands, AWaitEndsWithItsCommandOnWhateverWay)
