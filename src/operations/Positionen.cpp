@@ -75,12 +75,20 @@ Rewritten rewriteIndex(Root& root, Command& command, const QStringList& lines)
 
 void BReady_Click(Root& root, Positionen& form)
 {
+    Command command(root);
+    // The lines are the rows from before a database that has come back: the save joins the two.
+    if (IniFiles::isForeign(root)) {
+        root.mnuSpeichern.Click();
+        if (!command.ended())
+            root.services.forms.unload(form);
+        return;
+    }
+
     for (Control* control : std::initializer_list<Control*>{&form.BReady, &form.bAbbrechen, &form.LSortView})
         control->Enabled = false;
     form.Caption = u" Datensortierung"_s;
     form.sHilfe.Caption = u"Bitte warten Sie, bis die Reorganisation der Wiedergabelisten abgeschlossen ist."_s;
 
-    Command command(root);
     const Rewritten rewritten = rewriteIndex(root, command, form.LSortView.List);
     if (rewritten == Rewritten::Ended)
         return;

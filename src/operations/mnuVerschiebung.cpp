@@ -2,6 +2,7 @@
 
 #include "app/Command.h"
 #include "app/DataFolder.h"
+#include "app/IniFiles.h"
 #include "app/LisviewMoveEntrys.h"
 #include "app/Registry.h"
 #include "app/Root.h"
@@ -110,10 +111,12 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
     root.mnuSpeichern.Click();
     root.bMoveDown.Tag = u"0"_s;
     const bool goesOn = command.yield();
+    // A save that met another database has loaded it: the rows have other numbers now.
+    const bool same = list.key(place) == playlist.key;
     // Where an event has ended the program behind the save, its extras must not stay with the position.
     const bool saved = indexValue(root, databaseFile(root), place, EntryKey::Path) == playlist.path;
     checks.putBack();
-    if (whole && (goesOn || saved))
+    if (whole && same && (goesOn || saved))
         patch();
     if (goesOn)
         command.lastYield();
@@ -134,6 +137,11 @@ void mnuVerschiebung_Click(Root& root, int index)
     Command command(root);
     if (!command.pause(1.0))
         return;
+    // The save joins it to the rows; what was to be moved has another number then.
+    if (IniFiles::isForeign(root)) {
+        root.mnuSpeichern.Click();
+        return;
+    }
 
     if (index != Dialog)
         return moveOneStep(root, command, index, checks);
