@@ -48,13 +48,26 @@ private:
     bool m_on;
 };
 
+/// The housekeeping shows the description of whichever row is selected, and it stays where the next one has none.
+bool isDescriptionOfAnother(const Root& root, int row, const QString& description)
+{
+    for (int other = 1; other <= root.LListView1.count(); ++other)
+        if (other != row && indexValue(root, databaseFile(root), other, EntryKey::Description) == description)
+            return true;
+    return false;
+}
+
 /// What the moved playlist takes along: its mark, description and date. Taken before the move: a reload in between
 /// reads the keys of its new number, which are not yet its own.
 CatalogueEntry extrasOf(const Root& root, int row)
 {
     CatalogueEntry entry = readEntry(root, databaseFile(root), row);
     if (labelsTellOf(root, row)) {
-        entry.description = root.LSoundCaption.Tag == u"1"_s ? root.LSoundCaption.Caption.value() : QString();
+        const QString shown = root.LSoundCaption.Caption.value();
+        if (root.LSoundCaption.Tag != u"1"_s)
+            entry.description.clear();
+        else if (shown != entry.description && !isDescriptionOfAnother(root, row, shown))
+            entry.description = shown;
         entry.date = root.tDatum.Caption.value();
     }
     return entry;

@@ -373,4 +373,35 @@ TEST_F(Reordering, AListThatIsOpenedInsideAStepGivesNothingToTheMovedOne)
     }
 }
 
+TEST_F(Reordering, ADescriptionThatWasShownOfAnotherListIsNotTakenAlong)
+{
+    const QString own = QString(200, u'x');
+    for (const QString& description : {QString(), own}) {
+        SCOPED_TRACE(description.size());
+        desktop.newProcess();
+        startWith(1);
+        writeIndexValue(root(), database(), 1, 'e', description);
+        desktop.disk().remove(listPath(u"Drei"_s));
+        desktop.messages.answer(Answer::Cancel);
+        click(3);
+        desktop.events().run(root().Timer2.Interval);
+        ASSERT_EQ("Text Drei", root().LSoundCaption.Caption.value().toStdString());
+        click(1);
+        desktop.events().run(root().Timer2.Interval);
+        root().mnuVerschiebung[2].Click();
+        EXPECT_EQ("001|Eins|Eins.m3u|2|" + description.toStdString() + "|01.01.2001||", keys(2));
+        EXPECT_EQ("Text Drei", key(3, 'e'));
+    }
+}
+
+TEST_F(Reordering, ADescriptionThatTheWindowShowsAloneIsTakenAlong)
+{
+    startWith(1);
+    writeIndexValue(root(), database(), 1, 'e', {});
+    root().LSoundCaption.Caption = u"Neu im Fenster"_s;
+    root().LSoundCaption.Tag = u"1"_s;
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("001|Eins|Eins.m3u|2|Neu im Fenster|01.01.2001||", keys(2));
+}
+
 } // namespace orvantine::fake
