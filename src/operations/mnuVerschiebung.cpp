@@ -114,9 +114,10 @@ void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
     const int place = moved ? neighbour : row;
     const bool whole = row > 0 && isWholeCatalogue(root);
     const auto patch = [&] {
-        // At an edge nothing has changed places: the neighbour's number is 0 or one too many, and stays so. An entry
-        // that could not be read never replaces the one that the save has just written.
-        if (!moved || !neighbourEntry.path.isEmpty())
+        // At an edge nothing has changed places: the neighbour's number is 0 or one too many, and stays so; a list
+        // that stood there behind a gap has its place by now. An entry that could not be read never replaces the one
+        // that the save has just written.
+        if (moved ? !neighbourEntry.path.isEmpty() : neighbourEntry.name.isEmpty())
             writeEntry(root, databaseFile(root), moved ? row : neighbour, neighbourEntry);
         writeMovedRow(root, place, extras);
     };

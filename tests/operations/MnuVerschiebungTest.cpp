@@ -404,4 +404,16 @@ TEST_F(Reordering, ADescriptionThatTheWindowShowsAloneIsTakenAlong)
     EXPECT_EQ("001|Eins|Eins.m3u|2|Neu im Fenster|01.01.2001||", keys(2));
 }
 
+TEST_F(Reordering, AnEdgeStepBehindAGapInTheNumbersDoublesNoList)
+{
+    startWith(1);
+    deleteEntry(root(), database(), 2);
+    reload();
+    ASSERT_EQ("Eins *Drei", names());
+    root().mnuVerschiebung[2].Click();
+    EXPECT_EQ("-|-|-|-|-|-|-|", keys(3));
+    reload();
+    EXPECT_EQ("Eins *Drei", names());
+}
+
 } // namespace orvantine::fake
