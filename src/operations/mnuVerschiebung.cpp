@@ -80,12 +80,11 @@ void writeMovedRow(Root& root, int row, CatalogueEntry entry)
     writeEntry(root, databaseFile(root), row, entry, EntryKey::Name);
 }
 
-/// One step of the selected row. Patches over what the save has just written, as that leaves description, date and
+/// One step of a row. Patches over what the save has just written, as that leaves description, date and
 /// mark with the position.
-void moveOneStep(Root& root, Command& command, int index, ChecksOff& checks)
+void moveOneStep(Root& root, Command& command, int index, int row, ChecksOff& checks)
 {
     ListView& list = root.LListView1;
-    const int row = list.selectedRow();
     // Required: at the edges the cue sounds and the command goes on.
     if (index == Up && row == 1)
         PlayResource(root, u"Play"_s);
@@ -149,6 +148,8 @@ void mnuVerschiebung_Click(Root& root, int index)
         return;
 
     Command command(root);
+    const int selected = root.LListView1.selectedRow();
+    const RowIdentity playlist = identityOf(root, selected);
     if (!command.pause(1.0))
         return;
     // The save joins it to the rows; what was to be moved has another number then.
@@ -157,8 +158,13 @@ void mnuVerschiebung_Click(Root& root, int index)
         return;
     }
 
-    if (index != Dialog)
-        return moveOneStep(root, command, index, checks);
+    if (index != Dialog) {
+        // In the wait the sequence may have gone on to another row.
+        const int row = selected > 0 ? rowOf(root, playlist, selected) : 0;
+        if (row > 0 || selected == 0)
+            moveOneStep(root, command, index, row, checks);
+        return;
+    }
     checks.leaveOff();
     if (!isFiltered(root))
         (void)command.showModal(*root.positionen);

@@ -1,6 +1,7 @@
 
 #include "catalogue/CatalogueEntry.h"
 #include "operations/ReorderingFixture.h"
+#include "playlists/GetPlayEntrys.h"
 
 namespace orvantine::fake {
 
@@ -371,6 +372,33 @@ TEST_F(Reordering, AListThatIsOpenedInsideAStepGivesNothingToTheMovedOne)
         EXPECT_EQ("Text Zwei", key(1, 'e'));
         EXPECT_EQ("02.01.2001", key(1, 'f'));
     }
+}
+
+TEST_F(Reordering, BehindTheSaveTheCheckComesBackThenTheNeighboursKeysThenThoseOfTheMovedRow)
+{
+    startWith(2);
+    root().mnuVerschiebung[1].Click();
+    const std::string done = lines(desktop.log.take());
+    const std::size_t on = done.find("\"CheckEntrys\" dword 1");
+    ASSERT_NE(on, std::string::npos) << done;
+    const std::size_t neighbour = done.find("Text Eins", on);
+    const std::size_t moved = done.find("Text Zwei", on);
+    ASSERT_NE(neighbour, std::string::npos) << done.substr(on);
+    ASSERT_NE(moved, std::string::npos) << done.substr(on);
+    EXPECT_LT(neighbour, moved) << done.substr(on);
+    EXPECT_NE(done.find("files.", done.find("files.copy")), std::string::npos);
+    EXPECT_GT(on, done.find("Drei.m3u")) << "the save comes first";
+}
+
+TEST_F(Reordering, TheRowThatWasSelectedMovesThoughTheSequenceGoesOnToAnotherOneInTheWait)
+{
+    startWith(2);
+    desktop.events().after(std::chrono::milliseconds{500}, [this] { (void)openRow(root(), 3); });
+    root().mnuVerschiebung[1].Click();
+    EXPECT_EQ("Zwei Eins *Drei", names());
+    EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
+    EXPECT_EQ("000|Eins|Eins.m3u|2|Text Eins|01.01.2001||", keys(2));
+    EXPECT_EQ("002|Drei|Drei.m3u|2|Text Drei|03.01.2001||", keys(3));
 }
 
 TEST_F(Reordering, ADescriptionThatWasShownOfAnotherListIsNotTakenAlong)
