@@ -99,10 +99,11 @@ void WriteMp3Tag(Root& root)
     setText(tag, &WideMp3Record::extendedTrack, QString::number(track == 0 ? 0.0 : track, 'g', 15));
 
     if (root.LListView2.selectedRow() == 0)
-        return;
+        return root.files.failWhole();
     root.CurrentMp3File = selectedTrackPath(root);
     Mp3Record record = narrow(tag);
-    root.services.tags.WriteID3V1(root.CurrentMp3File, record);
+    if (!root.services.tags.WriteID3V1(root.CurrentMp3File, record))
+        root.files.failWhole();
     tag = widen(record);
 }
 

@@ -10,7 +10,7 @@ struct Root;
 /// library leaves alone keeps the value of the file read before.
 void ReadMp3Header(Root& root);
 
-/// Writes the tag dialog's fields into the selected track.
+/// Writes the tag dialog's fields into the selected track. Where that fails, so does a running change of the files.
 void WriteMp3Tag(Root& root);
 
 /// Takes trailing blanks away, and nothing but blanks.

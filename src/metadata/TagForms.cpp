@@ -35,8 +35,12 @@ void cmdUpdate_Click(Root& root)
     QString file = root.CurrentMp3File;
     if (file.size() >= 2 && file.startsWith(u'"') && file.endsWith(u'"'))
         file = file.mid(1, file.size() - 2);
-    WriteMp3Tag(root);
-    root.services.tags.EraseID3V2(file);
+    {
+        // Without the new tag the old one stays.
+        const PartChange alone(root.files);
+        WriteMp3Tag(root);
+        root.services.tags.EraseID3V2(file);
+    }
     Command command(root);
     if (command.yield())
         root.services.forms.unload(form);
