@@ -14,6 +14,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The description of the row: what the label shows where it tells of that row, else what is stored. "" for a hint.
+QString descriptionOf(const Root& root, int row)
+{
+    const QString text = labelsTellOf(root, row)
+                             ? root.LSoundCaption.Caption.value()
+                             : indexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
+    return isHint(text) ? QString() : text;
+}
+
+bool isSelected(const Root& root, int row, const RowIdentity& playlist)
+{
+    return root.LListView1.selectedRow() == row && identityOf(root, row) == playlist;
+}
+
 /// Asks whether the description is to go; takes it away.
 void removeDescription(Root& root, Command& command, int row)
 {
@@ -26,25 +40,26 @@ void removeDescription(Root& root, Command& command, int row)
     if (!answer || answer == Answer::No || identityOf(root, row) != playlist)
         return;
     deleteIndexValue(root, databaseFile(root), numberOf(root, row), EntryKey::Description);
-    showHintForDescription(root);
+    // The label tells of the row that the sequence has gone on to.
+    if (isSelected(root, row, playlist))
+        showHintForDescription(root);
 }
 
 } // namespace
 
 void mnuBeschriftung_Click(Root& root)
 {
-    const ListView& list = root.LListView1;
-    const int row = list.selectedRow();
+    const int row = root.LListView1.selectedRow();
     if (row == 0)
         return;
 
     const RowIdentity playlist = identityOf(root, row);
-    const QString present = isHint(root.LSoundCaption.Caption) ? QString() : root.LSoundCaption.Caption.value();
+    const QString present = descriptionOf(root, row);
     Command command(root);
     const std::optional<QString> entered = command.enter(
         u"Geben Sie bitte eine Beschreibung für die Wiedergabeliste ein:"_s, u" Beschreibung der Playliste"_s, present);
     // While the box was up the sequence may have gone on to another row.
-    if (!entered || list.selectedRow() != row || identityOf(root, row) != playlist)
+    if (!entered || !isSelected(root, row, playlist))
         return;
 
     if (entered->isEmpty() && !present.isEmpty())
@@ -60,7 +75,8 @@ void mnuBeschriftung_Click(Root& root)
         command.ask({.text = u"Möchten Sie zu dem Album ein CD-Cover hinzufügen ?   "_s,
                      .title = u" Beschreibung der Playliste"_s,
                      .icon = MessageIcon::Question,
-                     .buttons = MessageButtons::YesNo}) == Answer::Yes)
+                     .buttons = MessageButtons::YesNo}) == Answer::Yes &&
+        isSelected(root, row, playlist))
         root.pCovers.Click();
 }
 

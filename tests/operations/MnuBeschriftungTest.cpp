@@ -88,6 +88,33 @@ TEST_F(Properties, ADescriptionGoesNowhereWhenAnotherRowWasChosenMeanwhile)
     EXPECT_EQ("", actions());
 }
 
+TEST_F(Properties, ADescriptionGoesBehindItsQuestionWithoutTheLabelOfAnotherListThatWasOpenedMeanwhile)
+{
+    root().services.profiles.setValue(database(), u"Index"_s, u"1e"_s, u"Alt"_s);
+    root().services.profiles.setValue(database(), u"Index"_s, u"3e"_s, u"Von der Dritten"_s);
+    root().LSoundCaption.Caption = u"Alt"_s;
+    root().LSoundCaption.Tag = u"1"_s;
+    desktop.messages.enter({});
+    desktop.messages.script({Answer::Yes, {}, {}, {}, [this] { click(3); }});
+    root().mnuBeschriftung.Click();
+    EXPECT_EQ(-1, bytes(database()).indexOf("1e"));
+    EXPECT_EQ("Von der Dritten", root().LSoundCaption.Caption.value().toStdString());
+    EXPECT_EQ("1", root().LSoundCaption.Tag.toStdString());
+    EXPECT_EQ("Von der Dritten", key(3, 'e'));
+}
+
+TEST_F(Properties, NoCoverIsChosenForAnotherListThatWasOpenedBehindTheQuestion)
+{
+    int clicks = 0;
+    root().pCovers.Click = [&] { ++clicks; };
+    desktop.messages.enter(u"Text"_s);
+    desktop.messages.script({Answer::Yes, {}, {}, {}, [this] { click(3); }});
+    root().mnuBeschriftung.Click();
+    EXPECT_EQ(0, clicks);
+    EXPECT_EQ("Text", key(1, 'e'));
+    EXPECT_EQ("", key(3, 'e'));
+}
+
 TEST_F(Properties, ThePencilAndADoubleClickOnTheHeadingAskForTheDescription)
 {
     put(data() + u"Resource/Erste.jpg"_s, "j");
