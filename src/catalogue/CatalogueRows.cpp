@@ -11,6 +11,18 @@ namespace orvantine {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// Each load of the catalogue has its own keys; far fewer than that are given in one.
+constexpr int KeysOfALoad = 1 << 12;
+
+int loadOf(int key)
+{
+    return key / KeysOfALoad;
+}
+
+} // namespace
+
 QString playlistName(const Root& root, int row)
 {
     return root.LListView1.subItem(row, CatalogueItem::Name);
@@ -40,12 +52,20 @@ int rowOf(const Root& root, const RowIdentity& row, int hint)
         for (int i = 1; i <= list.count(); ++i)
             if (list.key(i) == row.key)
                 return i;
+    // A row that has gone is replaced by none that is like it.
+    if (!row.key.isEmpty() && loadOf(row.key.toInt()) == loadOf(root.lastRowKey))
+        return 0;
     if (list.has(hint) && identityOf(root, hint) == row)
         return hint;
     for (int i = 1; i <= list.count(); ++i)
         if (identityOf(root, i) == row)
             return i;
     return 0;
+}
+
+void beginRowKeys(Root& root)
+{
+    root.lastRowKey = (loadOf(root.lastRowKey) + 1) * KeysOfALoad;
 }
 
 QString newRowKey(Root& root)

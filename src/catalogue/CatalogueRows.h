@@ -26,8 +26,11 @@ struct RowIdentity
     bool operator==(const RowIdentity& other) const { return path == other.path && name == other.name; }
 };
 [[nodiscard]] RowIdentity identityOf(const Root& root, int row);
-/// Where the row is now: by its key, or else by path and name, the row `hint` first. 0 where it has gone.
+/// Where the row is now: by its key, or if the catalogue was loaded since by path and name, the row `hint` first. 0
+/// where it has gone, though another one be like it.
 [[nodiscard]] int rowOf(const Root& root, const RowIdentity& row, int hint);
+/// The catalogue is loaded: the keys that were given so far stay with no row.
+void beginRowKeys(Root& root);
 /// A key that no row has had.
 [[nodiscard]] QString newRowKey(Root& root);
 

@@ -67,8 +67,7 @@ bool renameCover(Root& root, const QString& from, const QString& to)
 
 void renameCovers(Root& root, const QString& from, const QString& to)
 {
-    // A name that would leave the folder never forms a path.
-    if (FileDirPath::hasSeparator(from) || FileDirPath::hasSeparator(to))
+    if (!FileDirPath::canBeFileName(from) || !FileDirPath::canBeFileName(to))
         return;
     for (const QString& ending : coverEndings()) {
         const QString picture = resourceFile(root, from + ending);

@@ -24,7 +24,8 @@ inline constexpr QStringView FolderPictures = u"*.jpg;*.gif";
 /// Gives the cover in sight the name that its playlist has now. True if there was a picture, which now bears that name.
 bool renameCover(Root& root, const QString& from, const QString& to);
 
-/// Gives every picture of the playlist its new name, whatever the ending; one that cannot be copied stays.
+/// Gives every picture of the playlist its new name, whatever the ending; one that cannot be copied stays, and so
+/// do all where a file cannot have one of the names.
 void renameCovers(Root& root, const QString& from, const QString& to);
 
 } // namespace orvantine

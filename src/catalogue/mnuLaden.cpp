@@ -66,6 +66,7 @@ void mnuLaden_Click(Root& root)
     Command command(root);
     command.wait(Wait::All, MousePointer::ArrowHourglass);
     list.clear();
+    beginRowKeys(root);
     if (isFiltered(root))
         setFiltered(root, false);
     root.nAnzeige.Caption = u"(0)"_s;

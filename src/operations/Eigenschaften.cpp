@@ -16,6 +16,8 @@
 #include "platform/FileDirPath.h"
 #include "playback/CoverArt.h"
 
+#include <optional>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -54,29 +56,60 @@ bool keepsFocus(Root& root, TextBox& field)
     return !hasFormOfDate(field.Text);
 }
 
-/// A save or another command may have changed the entry since: what was not typed over stays as it is now.
-void followEntry(const Root& root, int row)
+/// Where the entry that is shown stands now.
+struct Place
 {
-    Eigenschaften& form = *root.eigenschaften;
+    /// 0 where the filter hides it.
+    int row = 0;
+    int number = 0;
+    /// As it is now, for a hidden one as it was.
+    RowIdentity entry;
+};
+
+/// A row that the filter hides keeps its entry, unless that is another one by now.
+bool isHidden(const Root& root)
+{
+    const Eigenschaften& form = *root.eigenschaften;
+    if (!isFiltered(root))
+        return false;
+    for (int row = 1; row <= root.LListView1.count(); ++row)
+        if (numberOf(root, row) == form.number)
+            return false;
+    const auto stored = [&](char letter) { return indexValue(root, databaseFile(root), form.number, letter); };
+    return withoutControls(stored(EntryKey::Name)) == form.shown.name && stored(EntryKey::Path) == form.shown.path;
+}
+
+/// Nothing where the entry has gone.
+std::optional<Place> placeOf(const Root& root)
+{
+    const Eigenschaften& form = *root.eigenschaften;
+    if (const int row = rowOf(root, form.shown, root.LListView1.selectedRow()); row > 0)
+        return Place{.row = row, .number = numberOf(root, row), .entry = identityOf(root, row)};
+    return isHidden(root) ? std::optional(Place{.number = form.number, .entry = form.shown}) : std::nullopt;
+}
+
+/// A save or another command may have changed the entry since: what was not typed over stays as it is now.
+void followEntry(Eigenschaften& form, const RowIdentity& entry)
+{
     if (form.tPlaylistname.Text == form.shown.name)
-        form.tPlaylistname.Text = playlistName(root, row);
+        form.tPlaylistname.Text = entry.name;
     if (form.tPlayliste.Text == form.shown.path)
-        form.tPlayliste.Text = playlistPath(root, row);
+        form.tPlayliste.Text = entry.path;
 }
 
 /// Tells what is wrong with the fields; true if nothing is.
-bool accepts(Root& root, int row)
+bool accepts(Root& root, const RowIdentity& entry)
 {
     Eigenschaften& form = *root.eigenschaften;
     const auto refuse = [&root](const QString& text) {
         Command(root).tell({.text = text, .title = u" Eigenschaften"_s, .icon = MessageIcon::Critical});
         return false;
     };
-    if (form.tPlaylistname.Text.value().isEmpty())
+    if (readsAsEmpty(form.tPlaylistname.Text))
         return refuse(u"Bitte geben Sie eine korrekte Bezeichnung für diese Wiedergabeliste ein.   "_s);
     if (!Dateiexistenz::FileExists(root, form.tPlayliste.Text)) {
         refuse(u"Die eingetragene Wiedergabeliste konnte nicht gefunden werden.   "_s);
-        form.tPlayliste.Text = playlistPath(root, row);
+        form.tPlayliste.Text = entry.path;
         return false;
     }
     return true;
@@ -86,7 +119,7 @@ void takeNameAndPath(Root& root, int row)
 {
     Eigenschaften& form = *root.eigenschaften;
     ListView& list = root.LListView1;
-    const bool open = root.trackList.isOf(playlistPath(root, row));
+    const bool open = rowInSight(root) == row;
     if (open)
         root.tPlaylisteinträge.Caption = form.tPlaylistname.Text.value();
     // The tracks that are shown are those of the old file: the next click reads the new one.
@@ -98,12 +131,12 @@ void takeNameAndPath(Root& root, int row)
     markMissing(root, row, false);
 }
 
-void takeDescriptionAndDate(Root& root, int row)
+void takeDescriptionAndDate(Root& root, const Place& place)
 {
     Eigenschaften& form = *root.eigenschaften;
     TextBox& description = form.tBeschreibung;
     // The window shows what is told of the selected row.
-    const bool seen = row == root.LListView1.selectedRow();
+    const bool seen = place.row > 0 && place.row == root.LListView1.selectedRow();
     if (seen && !isHint(description.Text))
         root.LSoundCaption.Caption = description.Text.value();
     if (seen)
@@ -112,11 +145,10 @@ void takeDescriptionAndDate(Root& root, int row)
         description.Text = QString();
 
     const QString database = databaseFile(root);
-    const int number = numberOf(root, row);
-    writeIndexValue(root, database, number, EntryKey::Name, form.tPlaylistname.Text);
-    writeIndexValue(root, database, number, EntryKey::Path, form.tPlayliste.Text);
-    writeIndexValue(root, database, number, EntryKey::Description, description.Text);
-    writeIndexValue(root, database, number, EntryKey::Date, form.tDatum.Text);
+    writeIndexValue(root, database, place.number, EntryKey::Name, form.tPlaylistname.Text);
+    writeIndexValue(root, database, place.number, EntryKey::Path, form.tPlayliste.Text);
+    writeIndexValue(root, database, place.number, EntryKey::Description, description.Text);
+    writeIndexValue(root, database, place.number, EntryKey::Date, form.tDatum.Text);
 
     if (seen && description.Text.value().isEmpty())
         showHintForDescription(root);
@@ -188,6 +220,7 @@ void showEigenschaften(Root& root)
     form.tPlaylistname.Text = name;
     form.tPlayliste.Text = playlistPath(root, row);
     form.shown = identityOf(root, row);
+    form.number = numberOf(root, row);
     const int failedReads = root.services.profiles.failedReads();
     form.tDatum.Text = labelsTellOf(root, row)
                            ? root.tDatum.Caption.value()
@@ -201,27 +234,27 @@ void showEigenschaften(Root& root)
 void Eigenschaften_BReady_Click(Root& root)
 {
     Eigenschaften& form = *root.eigenschaften;
-    const int row = rowOf(root, form.shown, root.LListView1.selectedRow());
-    if (row == 0)
+    const std::optional<Place> place = placeOf(root);
+    if (!place)
         return root.services.forms.unload(form);
 
-    followEntry(root, row);
+    followEntry(form, place->entry);
     form.tPlayliste.Text = FileDirPath::withoutQuotes(form.tPlayliste.Text);
     form.tPlaylistname.Text = withoutControls(form.tPlaylistname.Text);
 
-    if (!accepts(root, row))
+    if (!accepts(root, place->entry))
         return;
 
     {
         WholeChange together(root.files);
         if (form.doubted)
             together.fail();
-        const QString old = playlistName(root, row);
-        if (old != form.tPlaylistname.Text)
-            renameCovers(root, old, form.tPlaylistname.Text);
+        if (place->entry.name != form.tPlaylistname.Text)
+            renameCovers(root, place->entry.name, form.tPlaylistname.Text);
 
-        takeNameAndPath(root, row);
-        takeDescriptionAndDate(root, row);
+        if (place->row > 0)
+            takeNameAndPath(root, place->row);
+        takeDescriptionAndDate(root, *place);
     }
     root.services.forms.unload(form);
 }
@@ -229,10 +262,16 @@ void Eigenschaften_BReady_Click(Root& root)
 void Eigenschaften_bFindPic_Click(Root& root)
 {
     Eigenschaften& form = *root.eigenschaften;
+    const auto shownRow = [&] { return rowOf(root, form.shown, root.LListView1.selectedRow()); };
+    // The picture would go to the selected playlist.
+    const int row = shownRow();
+    if (row == 0 || row != root.LListView1.selectedRow())
+        return;
     HelpDblClick(root);
     if (!Command(root).yield())
         return;
-    const QString cover = coverFile(root, selectedName(root));
+    const int now = shownRow();
+    const QString cover = now > 0 ? coverFile(root, playlistName(root, now)) : QString();
     if (!cover.isEmpty())
         form.tAlbumCover.Text = cover;
     form.tAlbumCover.SetFocus();

@@ -8,7 +8,7 @@ namespace orvantine {
 struct Root;
 
 /// What the catalogue knows of one playlist. Not modal: what is accepted goes to the entry that is shown, wherever its
-/// row is by then, and nowhere if it is gone.
+/// row is by then or if the favourites' filter hides it, and nowhere if it is gone.
 struct Eigenschaften : Form
 {
     Eigenschaften();
@@ -30,8 +30,9 @@ struct Eigenschaften : Form
     Button bAbbrechen{controls, u"bAbbrechen"};
     Button bHilfe{controls, u"bHilfe"};
 
-    /// The entry that is shown.
+    /// The entry that is shown, and its number in section `Index`.
     RowIdentity shown;
+    int number = 0;
     /// Not all of it could be read: what was left empty is not written back.
     bool doubted = false;
 };
@@ -49,7 +50,7 @@ void showEigenschaften(Root& root);
 /// date. The form stays where a field is refused.
 void Eigenschaften_BReady_Click(Root& root);
 
-/// Chooses a picture for the selected playlist.
+/// Chooses a picture for the playlist that is shown, as long as it is the selected one.
 void Eigenschaften_bFindPic_Click(Root& root);
 
 /// The short forms of a date, "ddmmyyyy", "ddmmyy", "dd.mm.yy" and "dd.mm", written out; any other text as it is.

@@ -2,6 +2,7 @@
 
 #include "catalogue/PlaylistTexts.h"
 #include "operations/PropertiesFixture.h"
+#include "shell/Shutdown.h"
 
 namespace orvantine::fake {
 
@@ -187,6 +188,20 @@ TEST_F(Properties, AnEmptyNameIsToldAndTheDialogStays)
     EXPECT_EQ(before, rows(catalogue()) + databaseText());
 }
 
+TEST_F(Properties, ANameThatReadsAsEmptyIsToldAsAnEmptyOne)
+{
+    const std::string before = rows(catalogue()) + databaseText();
+    open();
+    for (const QString& name : {u"  "_s, u"\t"_s, u"\"\""_s, u" ' ' "_s}) {
+        SCOPED_TRACE(name.toStdString());
+        form().tPlaylistname.Text = name;
+        refuse(noName);
+        form().BReady.Click();
+        EXPECT_TRUE(form().Visible.value());
+        EXPECT_EQ(before, rows(catalogue()) + databaseText());
+    }
+}
+
 TEST_F(Properties, AMissingFileIsToldAndTheFieldGoesBackToTheRowsPath)
 {
     open();
@@ -213,19 +228,35 @@ TEST_F(Properties, AnotherNameMovesAllPictures)
     }
 }
 
-TEST_F(Properties, APictureIsNeverLostByAnotherCaseAFailingCopyOrANameThatLeavesTheFolder)
+TEST_F(Properties, AnotherCaseOrANameThatNoFileCanHaveIsStoredAndLosesNoPicture)
 {
     const QString picture = data() + u"Resource/Erste.jpg"_s;
     put(picture, "j");
-    for (const QString& name : {u"ERSTE"_s, u"Er?te"_s, u"../Erste"_s}) {
+    for (const QString& name : {u"ERSTE"_s, u"Er?te"_s, u"../Erste"_s, u"Live: 1999"_s}) {
         SCOPED_TRACE(name.toStdString());
         open();
         form().tPlaylistname.Text = name;
+        form().tBeschreibung.Text = u"Worte zu "_s + name;
         form().BReady.Click();
+        EXPECT_FALSE(form().Visible.value());
         EXPECT_EQ("j", bytes(picture));
+        EXPECT_EQ(name.toStdString(), key(1, 'b'));
+        EXPECT_EQ("Worte zu " + name.toStdString(), key(1, 'e'));
         catalogue().setSubItem(1, 1, u"Erste"_s);
     }
     EXPECT_EQ("(missing)", bytes(data() + u"Erste.jpg"_s));
+}
+
+TEST_F(Properties, AListWhoseNameIsAPatternTakesNoPictureOfAnother)
+{
+    const QString picture = data() + u"Resource/Erste.jpg"_s;
+    put(picture, "j");
+    catalogue().setSubItem(1, 1, u"Er?te"_s);
+    open();
+    form().tPlaylistname.Text = u"Neu"_s;
+    form().BReady.Click();
+    EXPECT_EQ("Neu", key(1, 'b'));
+    EXPECT_EQ("j", bytes(picture));
 }
 
 TEST_F(Properties, AnEmptyDescriptionBringsTheHintAndItsMark)
@@ -422,6 +453,96 @@ TEST_F(Properties, OfTwoAlikeRowsTheOneThatIsShownIsWritten)
     form().BReady.Click();
     EXPECT_EQ("Text", key(1, 'e'));
     EXPECT_EQ("", key(2, 'e'));
+}
+
+TEST_F(Properties, AnAlikeRowNeverStandsInForTheOneThatHasGone)
+{
+    for (const int item : {1, 2})
+        catalogue().setSubItem(2, item, catalogue().subItem(1, item));
+    open();
+    form().tBeschreibung.Text = u"Text"_s;
+    catalogue().remove(1);
+    form().BReady.Click();
+    EXPECT_FALSE(form().Visible.value());
+    EXPECT_EQ("", actions());
+}
+
+TEST_F(Properties, AnEntryThatIsShownIsFoundAgainBehindAReload)
+{
+    click(3);
+    open();
+    form().tBeschreibung.Text = u"Text"_s;
+    setting(u"CheckEntrys"_s, dwordSetting(0));
+    root().mnuLaden.Click();
+    form().BReady.Click();
+    EXPECT_EQ("Text", key(3, 'e'));
+}
+
+TEST_F(Properties, OfTwoListsWithOneFileTheHeadingFollowsTheOneInSight)
+{
+    catalogue().setSubItem(2, 2, listPath(u"Erste"_s));
+    open();
+    form().tPlaylistname.Text = u"Wer"_s;
+    click(2);
+    ASSERT_EQ("Zweite", root().tPlaylisteinträge.Caption.value().toStdString());
+    form().BReady.Click();
+    EXPECT_EQ("Wer", catalogue().subItem(1, 1).toStdString());
+    EXPECT_EQ("Zweite", root().tPlaylisteinträge.Caption.value().toStdString());
+}
+
+TEST_F(Properties, ThePictureButtonDoesNothingWhereAnotherListIsSelected)
+{
+    open();
+    form().tAlbumCover.Text = u"vorher"_s;
+    put(data() + u"Resource/Dritte.jpg"_s, "j");
+    int clicks = 0;
+    root().pCovers.Click = [&] { ++clicks; };
+    catalogue().select(3);
+    form().bFindPic.Click();
+    catalogue().clear();
+    form().bFindPic.Click();
+    EXPECT_EQ(0, clicks);
+    EXPECT_EQ("vorher", form().tAlbumCover.Text.value().toStdString());
+}
+
+TEST_F(Properties, ThePictureThatIsLookedForIsThatOfTheListThatIsShown)
+{
+    open();
+    root().pCovers.Click = [&] {
+        put(data() + u"Resource/Erste.jpg"_s, "1");
+        put(data() + u"Resource/Dritte.jpg"_s, "3");
+        catalogue().select(3);
+    };
+    form().bFindPic.Click();
+    EXPECT_EQ((data() + u"Resource/Erste.jpg"_s).toStdString(), form().tAlbumCover.Text.value().toStdString());
+}
+
+TEST_F(Properties, WhereNoPictureIsFoundTheFieldStaysAndGetsTheFocus)
+{
+    open();
+    form().tAlbumCover.Text = u"vorher"_s;
+    int focused = 0;
+    form().tAlbumCover.SetFocus = [&] { ++focused; };
+    desktop.choosers.cancel(ChooserKind::Open);
+    form().bFindPic.Click();
+    EXPECT_EQ("vorher", form().tAlbumCover.Text.value().toStdString());
+    EXPECT_EQ(1, focused);
+}
+
+TEST_F(Properties, AProgramThatEndsInTheChoiceOfAPictureTouchesTheFieldNoMore)
+{
+    put(data() + u"Resource/Erste.jpg"_s, "j");
+    open();
+    form().tAlbumCover.Text = u"vorher"_s;
+    int focused = 0;
+    form().tAlbumCover.SetFocus = [&] { ++focused; };
+    desktop.choosers.queue.push({.kind = ChooserKind::Open, .file = {}, .folder = {}, .font = {}, .meanwhile = [this] {
+                                     Form_QueryUnload(root());
+                                 }});
+    form().bFindPic.Click();
+    EXPECT_TRUE(desktop.events().ended());
+    EXPECT_EQ("vorher", form().tAlbumCover.Text.value().toStdString());
+    EXPECT_EQ(0, focused);
 }
 
 /// Whichever single call of the acceptance fails: the picture is there under one of its names, the others keep theirs.
