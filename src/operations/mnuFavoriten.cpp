@@ -2,10 +2,13 @@
 
 #include "app/DataFolder.h"
 #include "app/DisabledButtons.h"
+#include "app/Quiet.h"
 #include "app/Registry.h"
 #include "app/Root.h"
 #include "catalogue/CatalogueEntry.h"
 #include "catalogue/CatalogueRows.h"
+
+#include <vector>
 
 namespace orvantine {
 
@@ -19,15 +22,26 @@ void hideOthers(Root& root)
     // Required: named by a constant here, whatever the program's file is called.
     const QString file = namedDatabaseFile(root);
     const int count = list.count();
+    const int failedReads = root.services.profiles.failedReads();
+    std::vector<bool> favourites;
+    for (int number = 1; number <= count; ++number)
+        favourites.push_back(indexValue(root, file, number, EntryKey::Favourite) == u"1"_s);
+    if (root.services.profiles.failedReads() != failedReads) {
+        setFiltered(root, false);
+        return showQuietly(root, u"Die Datenbank konnte nicht gelesen werden. Es werden alle Playlisten gezeigt."_s);
+    }
+
     int row = 1;
     for (int number = 1; number <= count; ++number) {
-        if (indexValue(root, file, number, EntryKey::Favourite) == u"1"_s)
+        if (favourites[static_cast<std::size_t>(number - 1)])
             list.setNumber(row++, number);
         else
             list.remove(row);
     }
     root.nAnzeige.Caption = u"(%1)"_s.arg(list.count());
     list.select(1);
+    // All that are left are favourites.
+    root.mnuFavoriten.Checked = list.count() > 0;
     // The rows have other places now: a click on any of them reads its list.
     list.Tag = u"0"_s;
 }

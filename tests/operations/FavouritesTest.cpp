@@ -184,6 +184,72 @@ TEST_F(Favourites, ADescriptionOfAFilteredRowIsItsOwn)
     EXPECT_EQ(second, entry(2));
 }
 
+TEST_F(Favourites, TheDescriptionThatIsAskedForIsThatOfTheSelectedListWhateverTheLabelTellsOf)
+{
+    put(data() + u"Resource/Erste.jpg"_s, "j");
+    store(1, 'e', u"Von der Ersten"_s);
+    store(2, 'e', u"Von der Zweiten"_s);
+    click(2);
+    root().mnuFavoritenShow.Click();
+    ASSERT_EQ("Von der Zweiten", root().LSoundCaption.Caption.value().toStdString());
+    desktop.messages.enter(u"Neu"_s);
+    root().mnuBeschriftung.Click();
+    EXPECT_NE(std::string::npos, boxes().find("default \"Von der Ersten\""));
+    EXPECT_EQ("Neu", stored(1, 'e'));
+
+    store(1, 'e', QString());
+    desktop.messages.enter(QString());
+    root().mnuBeschriftung.Click();
+    EXPECT_NE(std::string::npos, boxes().find("default \"\"")) << "and nobody asks for what there is none of";
+}
+
+TEST_F(Favourites, PropertiesOfAListThatTheFilterHidesGoToItsEntryAlone)
+{
+    put(data() + u"Resource/Zweite.jpg"_s, "j");
+    click(2);
+    root().mnuEigenschaften.Click();
+    Eigenschaften& form = *root().eigenschaften;
+    form.tPlaylistname.Text = u"Neu"_s;
+    form.tBeschreibung.Text = u"Lang getippt"_s;
+    form.tDatum.Text = u"05.06.2007"_s;
+    onlyFirstAndThird();
+    const auto inSight = [this] {
+        return rows(catalogue()) + entry(1) + entry(3) + entry(4) +
+               lines({root().LSoundCaption.Caption.value(), root().tDatum.Caption.value(),
+                      root().tPlaylisteinträge.Caption.value(), catalogue().Tag});
+    };
+    const std::string before = inSight();
+
+    form.tPlayliste.Text = u"/m/nirgends.m3u"_s;
+    desktop.messages.answer(Answer::Ok, u" Eigenschaften"_s,
+                            u"Die eingetragene Wiedergabeliste konnte nicht gefunden werden.   "_s);
+    form.BReady.Click();
+    EXPECT_TRUE(form.Visible.value());
+    EXPECT_EQ(listPath(u"Zweite"_s).toStdString(), form.tPlayliste.Text.value().toStdString());
+
+    form.BReady.Click();
+    EXPECT_FALSE(form.Visible.value());
+    EXPECT_EQ("Neu Lang getippt 05.06.2007", stored(2, 'b') + ' ' + stored(2, 'e') + ' ' + stored(2, 'f'));
+    EXPECT_EQ(listPath(u"Zweite"_s).toStdString(), stored(2, 'c'));
+    EXPECT_EQ("j", bytes(data() + u"Resource/Neu.jpg"_s).toStdString());
+    EXPECT_EQ(before, inSight());
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ("Erste Neu Dritte Einzeln", names());
+}
+
+TEST_F(Favourites, PropertiesOfAHiddenListWhoseEntryHasGoneGoNowhere)
+{
+    click(2);
+    root().mnuEigenschaften.Click();
+    root().eigenschaften->tBeschreibung.Text = u"Text"_s;
+    onlyFirstAndThird();
+    store(2, 'b', u"Andere"_s);
+    forgetCalls();
+    root().eigenschaften->BReady.Click();
+    EXPECT_FALSE(root().eigenschaften->Visible.value());
+    EXPECT_EQ("", actions());
+}
+
 TEST_F(Favourites, AFilteredRowKeepsItsNewNameAndItsCover)
 {
     put(data() + u"Resource/Dritte.jpg"_s, "g");
@@ -321,6 +387,43 @@ TEST_F(Favourites, WithoutAFavouriteTheListIsEmpty)
     root().mnuFavoritenShow.Click();
     EXPECT_EQ(0, catalogue().count());
     EXPECT_EQ(0, catalogue().selectedRow());
+}
+
+TEST_F(Favourites, TheCheckOfTheCommandFollowsTheRowThatTheFilterSelects)
+{
+    click(2);
+    ASSERT_FALSE(root().mnuFavoriten.Checked.value());
+    root().mnuFavoritenShow.Click();
+    EXPECT_TRUE(root().mnuFavoriten.Checked.value());
+    root().mnuFavoriten.Click();
+    EXPECT_EQ("", mark(1));
+    EXPECT_FALSE(root().mnuFavoriten.Checked.value());
+}
+
+TEST_F(Favourites, WithoutAFavouriteInSightTheCommandIsNotChecked)
+{
+    store(1, 'g', QString());
+    ASSERT_TRUE(root().mnuFavoriten.Checked.value());
+    root().mnuFavoritenShow.Click();
+    EXPECT_FALSE(root().mnuFavoriten.Checked.value());
+}
+
+TEST_F(Favourites, AReadThatFailsHidesNoList)
+{
+    store(3, 'g', u"1"_s);
+    const std::string before = rows(catalogue());
+    // Somebody else has written to the file: it is read again.
+    ASSERT_TRUE(desktop.disk().appendBytes(database(), "; x\r\n"));
+    desktop.log.failNext(u"files.readBytes \""_s + database());
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ(before, rows(catalogue()));
+    EXPECT_EQ("0", root().mnuFavoritenShow.Tag.toStdString());
+    EXPECT_FALSE(root().mnuFavoritenShow.Checked.value());
+    EXPECT_TRUE(root().mnuVerschiebung[1].Enabled.value());
+    EXPECT_EQ("Die Datenbank konnte nicht gelesen werden. Es werden alle Playlisten gezeigt.",
+              root().quietLine.Caption.value().toStdString());
+    root().mnuFavoritenShow.Click();
+    EXPECT_EQ("Erste Dritte", names());
 }
 
 TEST_F(Favourites, AFilteredListIsNeverSaved)
