@@ -361,6 +361,32 @@ TEST_F(Reordering, AMissingListThatWasCancelledMovesWithItsOwnDescriptionAndDate
     EXPECT_EQ("000|Zwei|Zwei.m3u|2|Text Zwei|02.01.2001|1|", keys(1));
 }
 
+TEST_F(Reordering, ADescriptionOf160AndOneOf161CharactersGoWithTheirRow)
+{
+    for (const int length : {160, 161}) {
+        SCOPED_TRACE(length);
+        desktop.newProcess();
+        startWith(1);
+        const QString text(length, u'x');
+        desktop.messages.enter(text);
+        desktop.messages.answer(Answer::No);
+        root().mnuBeschriftung.Click();
+        desktop.events().run(root().Timer2.Interval);
+        root().mnuVerschiebung[2].Click();
+        EXPECT_EQ(text.toStdString(), key(2, 'e'));
+        EXPECT_EQ("Text Zwei", key(1, 'e'));
+
+        // What a click shows of it is taken along as well.
+        click(1);
+        click(2);
+        desktop.events().run(root().Timer2.Interval);
+        EXPECT_EQ(text.toStdString(), root().LSoundCaption.Caption.value().toStdString());
+        root().mnuVerschiebung[1].Click();
+        EXPECT_EQ(text.toStdString(), key(1, 'e'));
+        EXPECT_EQ("Text Zwei", key(2, 'e'));
+    }
+}
+
 TEST_F(Reordering, AListThatIsOpenedInsideAStepGivesNothingToTheMovedOne)
 {
     for (int at = 1; at <= 3; ++at) {
