@@ -7,7 +7,6 @@
 #include <algorithm>
 
 namespace orvantine {
-namespace {
 
 bool isOwnFile(const Root& root, const QString& path)
 {
@@ -15,8 +14,6 @@ bool isOwnFile(const Root& root, const QString& path)
     return std::any_of(own.begin(), own.end(),
                        [&path](const QString& file) { return FileDirPath::isSameFile(path, file); });
 }
-
-} // namespace
 
 ReadText readPlaylist(Root& root, const QString& path)
 {

@@ -20,6 +20,8 @@ struct Dialoge;
 struct Direkthilfe;
 struct Eigenschaften;
 struct ErrorListe;
+struct Fassung;
+struct Fassungen;
 struct FilesCopy;
 struct FindAudio;
 struct FolderCheck;
@@ -199,6 +201,8 @@ struct Root : RootMenus
     std::shared_ptr<Ordner> ordner;
     std::shared_ptr<Trackcopy> trackcopy;
     std::shared_ptr<Kopieren> kopieren;
+    std::shared_ptr<Fassungen> fassungen;
+    std::shared_ptr<Fassung> fassung;
     std::shared_ptr<frmID3V1> tagForm;
     std::shared_ptr<frmID3V2> otherTagForm;
 };

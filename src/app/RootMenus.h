@@ -112,6 +112,8 @@ struct RootMenus : Form
     MenuItem mnuUpdates{controls, u"mnuUpdates"};
     MenuItem Trennung43{controls, u"Trennung43"};
     MenuItem mnuOptionen{controls, u"mnuOptionen"};
+    MenuItem Trennung44{controls, u"Trennung44"};
+    MenuItem mnuFassungen{controls, u"mnuFassungen"};
 
     MenuItem mnuHelp{controls, u"mnuHelp"};
     MenuItem mnuHilfe{controls, u"mnuHilfe"};

@@ -40,11 +40,14 @@
 #include "shell/Tastatur.h"
 #include "shell/Timer3.h"
 #include "transfer/Datenbank.h"
+#include "transfer/Fassungen.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
 
 namespace orvantine {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -73,10 +76,12 @@ void wireLists(Root& root)
     root.LListView1.KeyDown = [&root](int shift, int code) { return LListView1_KeyDown(root, shift, code); };
     root.LListView2.KeyDown = [&root](int shift, int code) { return LListView2_KeyDown(root, shift, code); };
     root.LListView1.Drop = [&root](const QStringList& paths) {
-        runCommand(root, Changes::Both, [&root, &paths] { LListView1_OLEDragDrop(root, paths); });
+        runCommand(
+            root, Changes::Both, [&root, &paths] { LListView1_OLEDragDrop(root, paths); }, u"Ziehen und Ablegen"_s);
     };
     root.LListView2.Drop = [&root](const QStringList& paths) {
-        runCommand(root, Changes::Both, [&root, &paths] { LListView2_OLEDragDrop(root, paths); });
+        runCommand(
+            root, Changes::Both, [&root, &paths] { LListView2_OLEDragDrop(root, paths); }, u"Ziehen und Ablegen"_s);
     };
     root.LListView1.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView1, column); };
     root.LListView2.WidthDrawn = [&root](int column) { storeWidth(root, root.LListView2, column); };
@@ -93,9 +98,13 @@ void wirePlayer(Root& root)
     on(root.pStopPlayer, root, pStopPlayer_Click);
     on(root.pPlayBack, root, pPlayBack_Click);
     on(root.pPlayForward, root, pPlayForward_Click);
-    root.pCovers.Click = [&root] { runCommand(root, Changes::Catalogue, [&root] { pCovers_Click(root); }); };
+    root.pCovers.Click = [&root] {
+        runCommand(
+            root, Changes::Catalogue, [&root] { pCovers_Click(root); }, u"CD-Cover"_s);
+    };
     root.pCovers.MouseDown = [&root](MouseButton button) {
-        runCommand(root, Changes::Catalogue, [&root, button] { pCovers_MouseDown(root, button); });
+        runCommand(
+            root, Changes::Catalogue, [&root, button] { pCovers_MouseDown(root, button); }, u"CD-Cover"_s);
     };
     on(root.Command1, root, Command1_Click);
     on(root.pTrayicon, root, pTrayicon_Click);
@@ -142,6 +151,8 @@ void makeForms(Root& root)
     root.ordner = std::make_shared<Ordner>();
     root.trackcopy = std::make_shared<Trackcopy>();
     root.kopieren = std::make_shared<Kopieren>();
+    root.fassungen = std::make_shared<Fassungen>();
+    root.fassung = std::make_shared<Fassung>();
     root.tagForm = std::make_shared<frmID3V1>();
     root.otherTagForm = std::make_shared<frmID3V2>();
 
@@ -161,6 +172,7 @@ void makeForms(Root& root)
     setUpTrackcopy(root);
     setUpKopieren(root);
     setUpDatenbank(root);
+    setUpFassungen(root);
 }
 
 } // namespace

@@ -16,6 +16,7 @@
 #include "shell/mnuOpenMediaplayer.h"
 #include "shell/mnuSendtoInstall.h"
 #include "transfer/Datenbank.h"
+#include "transfer/Fassungen.h"
 #include "transfer/Trackcopy.h"
 #include "transfer/mnuDeleteDatabase.h"
 
@@ -219,6 +220,12 @@ std::vector<CommandRow> managementRows(Root& r)
          .caption = u"&Optionen ... ",
          .run = plain<mnuOptionen_Click>,
          .icon = u"configure"},
+        {.level = 1, .item = &r.Trennung44, .caption = Line},
+        {.level = 1,
+         .item = &r.mnuFassungen,
+         .caption = u"Früh&ere Fassungen ... ",
+         .run = plain<mnuFassungen_Click>,
+         .icon = u"view-history"},
 
         {.level = 0, .item = &r.mnuHelp, .caption = u"&?", .shown = Shown::Submenu},
         {.level = 1,

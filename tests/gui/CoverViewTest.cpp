@@ -1,6 +1,6 @@
 #include "desktop/qt/window/CoverView.h"
 
-#include "desktop/qt/window/CoverPicture.h"
+#include "desktop/qt/widgets/CoverPicture.h"
 #include "support/FakeDesktop.h"
 
 #include <QApplication>

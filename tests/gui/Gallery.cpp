@@ -17,6 +17,7 @@
 #include "shell/Tastatur.h"
 #include "support/FakeDesktop.h"
 #include "transfer/Datenbank.h"
+#include "transfer/Fassungen.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
@@ -181,6 +182,40 @@ int main(int argc, char** argv)
             faults.LErrorView.Click();
         };
         picture(faults, u"errorliste"_s);
+        const QString summer = u"/home/anna/.local/share/Orvanten Manager/Playlisten/Sommerabend.m3u"_s;
+        desktop.memory()->put(summer, "/m/1.mp3\r\n/m/2.mp3\r\n/m/3.mp3\r\n/m/4.mp3\r\n");
+        const auto keep = [&desktop](const QString& path, int hours, const QString& reason, const QByteArray& bytes) {
+            const QDateTime when = QDateTime(QDate(2026, 11, 20), QTime(11, 42, 7)).addSecs(-3600 * hours);
+            desktop.memory()->AllKept.prepend({path, when, reason, bytes});
+        };
+        desktop.memory()->AllKept.clear();
+        keep(summer, 0, u"Sounddatei entfernen"_s, "/m/1.mp3\r\n/m/2.mp3\r\n/m/3.mp3\r\n/m/4.mp3\r\n/m/5.mp3\r\n");
+        keep(summer, 3, u"Playliste sortieren: Namen sortieren"_s,
+             "/m/4.mp3\r\n/m/2.mp3\r\n/m/3.mp3\r\n/m/1.mp3\r\n/m/5.mp3\r\n");
+        keep(summer, 26, u"Frühere Fassungen"_s, "/m/1.mp3\r\n/m/2.mp3\r\n/m/3.mp3\r\n/m/4.mp3\r\n");
+        keep(summer, 200, {}, "/m/2.mp3\r\n/m/9.mp3\r\n");
+        keep(u"/media/anna/Stick/Nachtzug nach Lissabon.m3u"_s, 30, u"Löschen"_s, "/m/1.mp3\r\n");
+        keep(u"/home/anna/.local/share/Orvanten Manager/Resource/Sommerabend.jpg"_s, 50, u"CD-Cover"_s, "x");
+        keep(databaseFile(root), 51, u"Datenbank speichern"_s, "[Index]\r\n1b=Sommerabend\r\n");
+        const auto loadVersions = root.fassungen->Load;
+        root.fassungen->Load = [&root, &desktop, loadVersions] {
+            loadVersions();
+            desktop.events().run(std::chrono::seconds{1});
+        };
+        picture(*root.fassungen, u"fassungen"_s);
+        const QWidgetList all = QApplication::topLevelWidgets();
+        for (QWidget* window : all)
+            if (window->objectName() == root.fassungen->name && window->isVisible()) {
+                window->resize(window->minimumSizeHint());
+                save(*window, u"fassungen-least"_s);
+            }
+        forms.unload(*root.fassungen);
+        Fassung& version = *root.fassung;
+        version.LKopf.Caption = u"„Sommerabend“, Stand bis 20.11.2026 11:42:07: 2 Titel"_s;
+        version.tInhalt.Text = u"    1  /home/anna/Musik/Nachtzug nach Lissabon/Abfahrt.mp3\n"
+                               u"    2  /home/anna/Musik/Nachtzug nach Lissabon/Ankunft.mp3"_s;
+        version.pBild.Visible = false;
+        picture(version, u"fassung"_s);
         picture(*root.findAudio, u"findaudio"_s);
         FindAudio& finder = *root.findAudio;
         finder.TDrives.Text = u"/home/anna/Musik"_s;

@@ -216,6 +216,8 @@ mnuExtras "&Extras "
   mnuUpdates "&Internet-Updates ... "
   -
   mnuOptionen "&Optionen ... "
+  -
+  mnuFassungen "Früh&ere Fassungen ... "
 mnuHelp "&?"
   mnuHilfe "&Hilfethemen " F1
   mnuTastenbefehle "&Tastaturbefehle ... "

@@ -67,7 +67,8 @@ TEST_F(HelpPages, HoldTheTopicsThatTheDialogsOpen)
     for (const QString& topic :
          {u"1.0 Erste Schritte.htm"_s, u"1.8 Ordner durchsuchen.htm"_s, u"1.9 Eigenschaften bearbeiten.htm"_s,
           u"3.3 Medienordner zuweisen.htm"_s, u"3.4 Orvanten positionieren.htm"_s, u"3.5 Fehlerliste.htm"_s,
-          u"4.0 Einstellungen festlegen.htm"_s, u"4.2 Sicherungen und Datenbank.htm"_s})
+          u"4.0 Einstellungen festlegen.htm"_s, u"4.2 Sicherungen und Datenbank.htm"_s,
+          u"4.3 Fruehere Fassungen.htm"_s})
         EXPECT_TRUE(pages.contains(topic)) << topic.toStdString();
 }
 

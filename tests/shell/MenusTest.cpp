@@ -162,6 +162,8 @@ mnuExtras "&Extras " ...
   mnuUpdates "&Internet-Updates ... "
   Trennung43 -
   mnuOptionen "&Optionen ... "
+  Trennung44 -
+  mnuFassungen "Früh&ere Fassungen ... "
 mnuHelp "&?" ...
   mnuHilfe "&Hilfethemen " F1
   mnuTastenbefehle "&Tastaturbefehle ... "

@@ -14,6 +14,7 @@
 #include "shell/Startup.h"
 #include "shell/Tastatur.h"
 #include "support/Quoting.h"
+#include "transfer/Fassungen.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
@@ -138,6 +139,8 @@ std::vector<Form*> formsOf(Root& root)
             root.otherTagForm.get(),
             root.eigenschaften.get(),
             root.errorListe.get(),
+            root.fassung.get(),
+            root.fassungen.get(),
             root.folderCheck.get(),
             root.filesCopy.get(),
             root.ordner.get(),

@@ -12,6 +12,8 @@ FormBuilder formBuilder(const QString& name)
                                                       {u"Dialoge"_s, buildDialoge},
                                                       {u"Eigenschaften"_s, buildEigenschaften},
                                                       {u"ErrorListe"_s, buildErrorListe},
+                                                      {u"Fassung"_s, buildFassung},
+                                                      {u"Fassungen"_s, buildFassungen},
                                                       {u"FolderCheck"_s, buildFolderCheck},
                                                       {u"FilesCopy"_s, buildFolderDialog},
                                                       {u"FindAudio"_s, buildFindAudio},

@@ -18,6 +18,8 @@ void buildDialoge(FormWindow& window);
 void buildDirekthilfe(FormWindow& window);
 void buildEigenschaften(FormWindow& window);
 void buildErrorListe(FormWindow& window);
+void buildFassung(FormWindow& window);
+void buildFassungen(FormWindow& window);
 void buildFolderCheck(FormWindow& window);
 void buildFindAudio(FormWindow& window);
 void buildFolderDialog(FormWindow& window);

@@ -1,8 +1,8 @@
 #include "desktop/qt/window/CoverView.h"
 
 #include "app/Root.h"
+#include "desktop/qt/widgets/CoverPicture.h"
 #include "desktop/qt/widgets/Theme.h"
-#include "desktop/qt/window/CoverPicture.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

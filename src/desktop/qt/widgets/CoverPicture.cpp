@@ -1,4 +1,4 @@
-#include "desktop/qt/window/CoverPicture.h"
+#include "desktop/qt/widgets/CoverPicture.h"
 
 #include <QBuffer>
 #include <QImageReader>
