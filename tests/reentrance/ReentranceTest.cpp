@@ -7,6 +7,7 @@
 #include "search/Suchen.h"
 #include "shell/Dialoge.h"
 #include "shell/Shutdown.h"
+#include "transfer/Fassungen.h"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +69,19 @@ void find(World& world, const QString& folder, int type)
             root.services.forms.unload(form);
     });
     root.mnuAddFolder.Click();
+}
+
+/// The newest version of all is that of the file, with an empty line more.
+void bringBack(World& world, const QString& path)
+{
+    MemoryFiles& disk = *world.desktop.memory();
+    disk.AllKept.append({path, disk.Clock(), {}, disk.bytes(path).value_or(QByteArray()) + "\r\n"});
+    world.desktop.forms().whileModal(u"Fassungen"_s, [&world](Form& form) {
+        world.root().fassungen->bZurückholen.Click();
+        if (form.Visible.value())
+            world.desktop.forms().unload(form);
+    });
+    world.root().mnuFassungen.Click();
 }
 
 /// The commands that wait.
@@ -204,6 +218,8 @@ const std::vector<Deed> Commands{
          w.desktop.messages.answer(Answer::No);
          w.root().mnuDeleteDatabase.Click();
      }},
+    {"bring a list back", [](World& w) { bringBack(w, w.listPath(u"Alpha"_s)); }},
+    {"bring the database back", [](World& w) { bringBack(w, w.data() + u"Orvantine.dat"_s); }},
     {"transfer list", [](World& w) { w.root().mnuHandling[1].Click(); }},
     {"transfer track", [](World& w) { w.root().mnuHandling[4].Click(); }},
     {"pack and go", [](World& w) { w.root().mnuPackGo.Click(); }},
