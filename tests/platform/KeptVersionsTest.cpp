@@ -83,6 +83,16 @@ TEST_F(Kept, ACopyThatIsNotWhatWasKeptIsNotHandedOut)
     EXPECT_EQ(versions.bytes(handle).outcome, ReadOutcome::Failed);
 }
 
+TEST_F(Kept, ACopyOfTheStoreThatWasDamagedIsNotHandedOut)
+{
+    RecoveryStore store(folder.path().toUtf8());
+    ASSERT_TRUE(store.keep("/m/a.m3u", "eins"));
+    const QByteArray handle = versions.list()->versions.at(0).handle;
+    EXPECT_EQ(versions.bytes(handle).bytes, "eins");
+    write(QString::fromUtf8(handle), QByteArray(4, '\0'));
+    EXPECT_EQ(versions.bytes(handle).outcome, ReadOutcome::Failed);
+}
+
 TEST_F(Kept, ATableThatCannotBeReadIsNoEmptyOne)
 {
     ASSERT_TRUE(QDir(folder.path()).mkdir(u"Contents"_s));

@@ -1,8 +1,10 @@
 #include "desktop/posix/KeptVersions.h"
 
+#include "desktop/posix/Checksum.h"
 #include "desktop/posix/HostFile.h"
 #include "desktop/posix/NameLookup.h"
 #include "desktop/posix/RecoveryContents.h"
+#include "desktop/posix/RecoveryStore.h"
 
 #include <QCryptographicHash>
 #include <QHash>
@@ -17,11 +19,18 @@ namespace {
 
 constexpr qint64 largestRead = qint64{256} << 20;
 
-/// The name of a copy begins with the hash of what it holds; one of another form tells nothing of it.
+/// The name of a copy tells of what it holds, by a hash in earlier versions of the program; one of another form tells
+/// nothing of it.
 bool isWhole(const QByteArray& copy, const QByteArray& bytes)
 {
+    const qsizetype length = copy.indexOf('-');
+    if (length == RecoveryStore::SumLength) {
+        bool read = false;
+        const quint64 told = copy.first(length).toULongLong(&read, 16);
+        return !read || told - checksum(0, bytes) < RecoveryStore::TriedSums;
+    }
     const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
-    return copy.indexOf('-') != hash.size() || copy.startsWith(hash);
+    return length != hash.size() || copy.startsWith(hash);
 }
 
 } // namespace

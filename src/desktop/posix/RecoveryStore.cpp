@@ -28,7 +28,6 @@ constexpr qint64 largestInMemory = qint64{16} << 20;
 constexpr qint64 copyChunk = qint64{1} << 20;
 constexpr qint64 bytesBetweenPrunes = qint64{32} << 20;
 constexpr qint64 worthALook = qint64{1} << 20;
-constexpr qsizetype sumLength = 16;
 constexpr char unfinishedEnd[] = ".neu";
 
 bool syncFolder(const QByteArray& folder)
@@ -72,7 +71,7 @@ bool appendLine(const QByteArray& path, QByteArray line)
 
 QByteArray copyName(quint64 sum, const QByteArray& path)
 {
-    return QByteArray::number(sum, 16).rightJustified(sumLength, '0') + '-' +
+    return QByteArray::number(sum, 16).rightJustified(RecoveryStore::SumLength, '0') + '-' +
            path.sliced(path.lastIndexOf('/') + 1).left(120);
 }
 
@@ -94,7 +93,7 @@ Descriptor openStored(const QByteArray& path)
 bool linkTwin(const QByteArray& folder, const QByteArray& name, const HoldsCopy& holds)
 {
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(folder.constData()), ::closedir);
-    const QByteArray start = name.first(sumLength + 1);
+    const QByteArray start = name.first(RecoveryStore::SumLength + 1);
     while (const dirent* const entry = listing ? ::readdir(listing.get()) : nullptr) {
         const QByteArray twin = folder + '/' + entry->d_name;
         if (!QByteArrayView(entry->d_name).startsWith(start) || twin.endsWith(unfinishedEnd))
@@ -110,8 +109,7 @@ bool linkTwin(const QByteArray& folder, const QByteArray& name, const HoldsCopy&
 std::optional<CopyPlace> placeOf(const QByteArray& folder, quint64 sum, const QByteArray& path, qint64 size,
                                  const HoldsCopy& holds)
 {
-    constexpr quint64 triedSums = 16;
-    for (quint64 more = 0; more < triedSums; ++more) {
+    for (quint64 more = 0; more < RecoveryStore::TriedSums; ++more) {
         const QByteArray name = copyName(sum + more, path);
         const Descriptor file = openStored(folder + '/' + name);
         if (!file.isOpen() && errno == ENOENT)

@@ -33,6 +33,9 @@ public:
 
     static constexpr qint64 MostBytes = EarlierVersions::MostBytes;
     static constexpr qint64 MostSeconds = qint64{EarlierVersions::MostDays} * 24 * 60 * 60;
+    /// The name of a copy begins with so many digits: a sum of its bytes, or the first of the next ones that was free.
+    static constexpr qsizetype SumLength = 16;
+    static constexpr quint64 TriedSums = 16;
 
 private:
     /// Enters the copy, `size` bytes, into the table of contents.
