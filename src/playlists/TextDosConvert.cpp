@@ -22,7 +22,7 @@ namespace {
 /// comment.
 QString ownEntries(const Root& root, const QString& path, const QString& text)
 {
-    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path) + FileDirPath::separatorOf(path));
+    const auto isNeighbour = root.files.namesIn(FileDirPath::FolderOf(path));
     return normalisedEntries(text, [&](const QString& line) {
         const QString name = FileDirPath::FileNameOf(line);
         return isNeighbour(name) && !name.startsWith(u'#') ? name : line;

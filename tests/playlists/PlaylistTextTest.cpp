@@ -161,6 +161,16 @@ TEST_F(PlaylistText, NeighboursBecomeRelativeAlsoThoseThatNameAnotherFolder)
     EXPECT_EQ("nah.mp3\r\nnah.mp3\r\n/n/fern.mp3\r\nnah.mp3\r\n/m/fehlt.mp3\r\n\r\n", bytes(list).toStdString());
 }
 
+TEST_F(PlaylistText, ALineThatEndsInASeparatorStaysAsItIs)
+{
+    put(u"/m/nah.mp3"_s, "x");
+    put(u"/m/Ordner/a.mp3"_s, "x");
+    const QByteArray text = "C:\\x\\\r\n/m/\r\n/m/Ordner/\r\nOrdner\\\r\n/\r\n";
+    put(list, text);
+    TextDosConvert(root(), list);
+    EXPECT_EQ((text + "\r\n").toStdString(), bytes(list).toStdString());
+}
+
 TEST_F(PlaylistText, TextWithLineFeedsOnlyLeavesFileAndOldText)
 {
     root().tPlayliste.Text = u"altes Lied.mp3\r\r\n"_s;
