@@ -518,4 +518,22 @@ TEST_F(PlaylistTransfer, EveryCallMayFailWithoutAShortFile)
     }
 }
 
+TEST_F(PlaylistTransfer, AListThatIsOpenedInsideTheReadOfAnotherOneIsCarriedWithAllItsTracks)
+{
+    for (const int yield : {1, 2, 3, 4}) {
+        SCOPED_TRACE(yield);
+        put(Stick + u"/Rock.m3u"_s, "von früher\r\n");
+        catalogue().Tag = u"0"_s;
+        desktop.events().atYield(yield, [this] { click(1); });
+        click(2);
+        ASSERT_EQ(tracks().subItem(1, 3), u"/m/Rock 1.mp3"_s);
+        rememberStick();
+        answer(Answer::Retry);
+        enter(u"Rock"_s);
+        answer(Answer::Ok);
+        run();
+        EXPECT_EQ(listText(Stick + u"/Rock.m3u"_s), "Rock/Rock 1.mp3|Rock/Rock 2.mp3|");
+    }
+}
+
 } // namespace orvantine::fake
