@@ -27,7 +27,7 @@ void mnuUmbenennen_Click(Root& root)
                                                     u" Wiedergabeliste umbenennen"_s, playlist.name)
                                              .value_or(QString()));
     // While the box was up another playlist may have come to the row.
-    if (name.isEmpty() || identityOf(root, row) != playlist)
+    if (readsAsEmpty(name) || identityOf(root, row) != playlist)
         return;
 
     {

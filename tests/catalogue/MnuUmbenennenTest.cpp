@@ -48,6 +48,18 @@ TEST_F(TrackListOperations, AnEmptyNameChangesNothing)
     EXPECT_EQ("", actions());
 }
 
+TEST_F(TrackListOperations, ANameThatReadsAsEmptyChangesNothing)
+{
+    open();
+    forgetCalls();
+    for (const QString& name : {u"  "_s, u"\t"_s, u"\"\""_s, u" ' ' "_s}) {
+        enterName(name);
+        root().mnuUmbenennen.Click();
+        EXPECT_EQ("Liste", catalogue().subItem(1, 1).toStdString());
+        EXPECT_EQ("", actions());
+    }
+}
+
 TEST_F(TrackListOperations, ARowThatBecameAnotherPlaylistWhileTheBoxWasUpKeepsItsName)
 {
     for (const int changed : {1, 2}) {
