@@ -16,6 +16,7 @@
 #include "shell/Tastatur.h"
 #include "support/FakeDesktop.h"
 #include "transfer/Datenbank.h"
+#include "transfer/Fassungen.h"
 #include "transfer/FolderDialogs.h"
 #include "transfer/Kopieren.h"
 #include "transfer/Trackcopy.h"
@@ -119,7 +120,8 @@ TEST_F(Accessibility, EveryControlOfEveryFormHasNameRoleAndState)
              root.startup.get(), root.info.get(), root.datenbank.get(), root.direkthilfe.get(), root.optionen.get(),
              root.tastatur.get(), root.positionen.get(), root.eigenschaften.get(), root.errorListe.get(),
              root.findAudio.get(), root.folderCheck.get(), root.suchen.get(), root.filesCopy.get(), root.ordner.get(),
-             root.trackcopy.get(), root.kopieren.get(), root.tagForm.get(), root.otherTagForm.get()})
+             root.fassungen.get(), root.trackcopy.get(), root.kopieren.get(), root.tagForm.get(),
+             root.otherTagForm.get()})
         expectHeard(*form);
     for (const int page : {0, 1, 2}) {
         root.dialoge->page = page;
