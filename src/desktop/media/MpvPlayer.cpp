@@ -13,6 +13,7 @@ namespace orvantine {
 namespace {
 
 constexpr double seekSeconds = 10;
+constexpr std::chrono::milliseconds longestSeek{3'000};
 
 /// A search gives way to the event loop after so many entries, or so much time if a look-up is slow.
 constexpr int searchEntries = 64;
@@ -172,6 +173,7 @@ void MpvPlayer::setCurrentPosition(double seconds)
     m_placeChosen = m_state == State::Paused;
     m_seeking = true;
     m_arrived = false;
+    m_seekAge.start();
     m_engine.seekTo(place);
 }
 
@@ -432,7 +434,8 @@ void MpvPlayer::hearPlace(const MpvNews& news)
     if (news.ticket != m_question || !running() || !m_loaded)
         return;
     m_placeAsked = false;
-    if (m_seeking && !m_arrived)
+    // One that never sets out, in what cannot be sought in, is not waited for.
+    if (m_seeking && !m_arrived && !m_seekAge.hasExpired(longestSeek.count()))
         return;
     if (!m_placeChosen)
         m_place = news.seconds;
@@ -459,6 +462,7 @@ void MpvPlayer::seek(double seconds)
     }
     m_seeking = true;
     m_arrived = false;
+    m_seekAge.start();
     m_engine.seek(seconds);
 }
 

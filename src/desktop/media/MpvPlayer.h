@@ -141,6 +141,7 @@ private:
     bool m_seeking = false;
     /// What is answered now is of that place or behind it.
     bool m_arrived = false;
+    QElapsedTimer m_seekAge;
 
     /// What the engine has in hand, the file that plays first: two at most.
     QList<Handed> m_handed;
