@@ -113,8 +113,11 @@ bool CarryJob::write(const CarryStep& goOn)
         // The medium works all along, and the sync at the end has little left to do. A file system may know nothing of
         // it: then that sync does all.
         static_cast<void>(::sync_file_range(m_file.get(), offset, piece.size(), SYNC_FILE_RANGE_WRITE));
-        if (offset >= ahead)
-            static_cast<void>(::sync_file_range(m_file.get(), offset - ahead, pieceSize, SYNC_FILE_RANGE_WAIT_BEFORE));
+        // What is told here of bytes that the medium has not taken, no later sync tells again.
+        if (offset >= ahead &&
+            ::sync_file_range(m_file.get(), offset - ahead, pieceSize, SYNC_FILE_RANGE_WAIT_BEFORE) != 0 &&
+            (errno == EIO || errno == ENOSPC || errno == EDQUOT))
+            return false;
     }
     const timespec times[2] = {{0, UTIME_OMIT}, m_info.st_mtim};
     if (m_source.isOpen())
