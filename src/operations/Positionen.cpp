@@ -76,11 +76,9 @@ Rewritten rewriteIndex(Root& root, Command& command, const QStringList& lines)
 void BReady_Click(Root& root, Positionen& form)
 {
     Command command(root);
-    // The lines are the rows from before a database that has come back: the save joins the two.
+    // The lines are the rows from before a database that has come back: who opened the dialog joins the two.
     if (IniFiles::isForeign(root)) {
-        root.mnuSpeichern.Click();
-        if (!command.ended())
-            root.services.forms.unload(form);
+        root.services.forms.unload(form);
         return;
     }
 

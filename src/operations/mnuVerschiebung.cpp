@@ -166,8 +166,8 @@ void mnuVerschiebung_Click(Root& root, int index)
         return;
     }
     checks.leaveOff();
-    if (!isFiltered(root))
-        (void)command.showModal(*root.positionen);
+    if (!isFiltered(root) && command.showModal(*root.positionen) && IniFiles::isForeign(root))
+        root.mnuSpeichern.Click();
 }
 
 void bMoveUp_Click(Root& root)

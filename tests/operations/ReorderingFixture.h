@@ -81,7 +81,7 @@ protected:
     void openDialog(const std::function<void()>& script)
     {
         desktop.forms().whileModal(QStringLiteral("Positionen"), [script](Form&) { script(); });
-        mnuVerschiebung_Click(root(), 4);
+        root().mnuVerschiebung[4].Click();
     }
     void confirm()
     {
