@@ -126,10 +126,6 @@ int wholeCount(const Root& root)
     return number;
 }
 
-namespace {
-
-/// The rows are numbered by their places; behind a gap in the section an entry has another number. 0 where none has the
-/// row's path, or the database cannot be read.
 int storedNumberOf(const Root& root, int row)
 {
     const QString path = playlistPath(root, row);
@@ -143,6 +139,8 @@ int storedNumberOf(const Root& root, int row)
         --number;
     return number;
 }
+
+namespace {
 
 /// No save comes behind a change under the filter.
 void storeUnderFilter(Root& root, int row, char key, const QString& value)
@@ -189,8 +187,11 @@ void setTrackCount(Root& root, int row, int tracks)
 {
     if (!root.LListView1.has(row))
         return;
-    root.LListView1.setSubItem(row, CatalogueItem::Tracks, QString::number(tracks));
-    storeUnderFilter(root, row, EntryKey::Tracks, QString::number(tracks));
+    const QString text = QString::number(tracks);
+    if (root.LListView1.subItem(row, CatalogueItem::Tracks) == text)
+        return;
+    root.LListView1.setSubItem(row, CatalogueItem::Tracks, text);
+    storeUnderFilter(root, row, EntryKey::Tracks, text);
 }
 
 void showTrackCount(Root& root, int row)

@@ -53,6 +53,10 @@ void setFiltered(Root& root, bool on);
 /// Rows of the catalogue, those that the filter hides included.
 [[nodiscard]] int wholeCount(const Root& root);
 
+/// The number of the row's entry in the database: its own number, or behind a gap in the section that of its path. 0
+/// where no entry has its path, or the database cannot be read.
+[[nodiscard]] int storedNumberOf(const Root& root, int row);
+
 /// Another name or path for a row. Under the filter, where no save comes behind it, it is stored at once.
 void setPlaylistName(Root& root, int row, const QString& name);
 void setPlaylistPath(Root& root, int row, const QString& path);

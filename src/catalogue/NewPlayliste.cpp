@@ -49,6 +49,14 @@ bool mayAdd(Root& root, Command& command, const QString& name)
                         .buttons = MessageButtons::YesNo}) == Answer::Yes;
 }
 
+/// Under the filter the entry's number is looked for in the database.
+bool findsPlace(const Root& root)
+{
+    const int failedReads = root.services.profiles.failedReads();
+    (void)wholeCount(root);
+    return root.services.profiles.failedReads() == failedReads;
+}
+
 void appendRow(Root& root, const QString& name, const QString& path)
 {
     ListView& list = root.LListView1;
@@ -117,6 +125,11 @@ bool NewPlayliste(Root& root, QString& path, QString name)
 
     if (!mayAdd(root, command, name))
         return leave(root);
+
+    if (!findsPlace(root)) {
+        showQuietly(root, u"Nicht gespeichert: Die Datenbank konnte nicht gelesen werden."_s);
+        return leave(root);
+    }
 
     root.LListView2.clearColumns();
     root.trackList.close();

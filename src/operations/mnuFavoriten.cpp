@@ -16,6 +16,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// The number of the row's own entry, which behind a gap is not its place.
+void keepNumber(Root& root, int row, int place)
+{
+    root.LListView1.setNumber(row, place);
+    if (const int stored = storedNumberOf(root, row); stored > 0)
+        root.LListView1.setNumber(row, stored);
+}
+
 void hideOthers(Root& root)
 {
     ListView& list = root.LListView1;
@@ -34,7 +42,7 @@ void hideOthers(Root& root)
     int row = 1;
     for (int number = 1; number <= count; ++number) {
         if (favourites[static_cast<std::size_t>(number - 1)])
-            list.setNumber(row++, number);
+            keepNumber(root, row++, number);
         else
             list.remove(row);
     }

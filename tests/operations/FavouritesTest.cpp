@@ -489,6 +489,12 @@ TEST_F(Favourites, BehindAGapInTheSectionAFilteredRowWritesTheEntryOfItsOwnList)
     desktop.messages.enter(u"Anders"_s);
     root().mnuUmbenennen.Click();
     EXPECT_EQ("Anders", stored(4, 'b'));
+    root().mnuEigenschaften.Click();
+    root().eigenschaften->tBeschreibung.Text = u"Worum es geht"_s;
+    root().eigenschaften->BReady.Click();
+    EXPECT_EQ("Worum es geht", stored(4, 'e'));
+    root().mnuFavoriten.Click();
+    EXPECT_EQ("", stored(4, 'g'));
     EXPECT_EQ(other, entry(3));
 }
 
@@ -527,7 +533,8 @@ TEST_F(Favourites, ANewListUnderTheFilterNeverTakesAnEntryThatCouldNotBeRead)
     put(database(), before + "\r\n");
     desktop.memory()->setUnreadable(database());
     QString path;
-    EXPECT_TRUE(NewPlayliste(root(), path, u"Neu"_s));
+    EXPECT_FALSE(NewPlayliste(root(), path, u"Neu"_s));
+    EXPECT_EQ(2, catalogue().count());
     desktop.memory()->setUnreadable(database(), false);
     EXPECT_EQ((before + "\r\n").toStdString(), bytes(database()).toStdString());
     EXPECT_EQ("Nicht gespeichert: Die Datenbank konnte nicht gelesen werden.",
