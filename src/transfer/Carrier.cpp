@@ -127,7 +127,7 @@ Carrier::Outcome Carrier::carryFile(const QString& from, const QString& to, bool
     return Outcome::Failed;
 }
 
-Carrier::Outcome Carrier::carryText(const QString& text, const QString& to)
+Carrier::Outcome Carrier::carryText(const QString& text, const QString& to, const QString& source)
 {
     if (m_command.ended())
         return Outcome::BrokenOff;
@@ -137,7 +137,7 @@ Carrier::Outcome Carrier::carryText(const QString& text, const QString& to)
         return Outcome::Carried;
     if (m_command.ended())
         return Outcome::BrokenOff;
-    noteFailure(to);
+    noteFailure(source.isEmpty() ? to : source);
     return Outcome::Failed;
 }
 

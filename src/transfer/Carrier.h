@@ -49,7 +49,8 @@ public:
     /// A list, a database or a picture: these are small, and a stop does not break them off.
     Outcome carryBesides(const QString& from, const QString& to);
     /// A list that stands under its name when it is whole.
-    Outcome carryText(const QString& text, const QString& to);
+    /// `source`: what it was made of, which is named where it cannot be carried; "" for `to`.
+    Outcome carryText(const QString& text, const QString& to, const QString& source = {});
     /// Brings the names of a folder to the medium.
     void settle(const QString& folder);
     /// A file has no place that it could be carried to.

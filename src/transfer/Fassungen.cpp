@@ -191,7 +191,7 @@ QString differenceFrom(const Fassungen::Present& present, VersionKind kind, cons
         return u"wie jetzt"_s;
     if (kind == VersionKind::Cover)
         return u"anderes Bild"_s;
-    const QString text = differenceText(versionDifference(present.lines, lines));
+    QString text = differenceText(versionDifference(present.lines, lines));
     if (!text.isEmpty())
         return text;
     return kind == VersionKind::List ? u"Titel wie jetzt"_s : u"Listen wie jetzt"_s;

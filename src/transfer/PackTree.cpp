@@ -217,7 +217,7 @@ void PackTree::showShare()
 void PackTree::packList(const QString& list)
 {
     if (!m_place.isEmpty() && !m_lines.isEmpty())
-        (void)m_carrier->carryText(m_lines.join(u"\r\n"_s) + u"\r\n"_s, m_place + FileDirPath::FileNameOf(list));
+        (void)m_carrier->carryText(m_lines.join(u"\r\n"_s) + u"\r\n"_s, m_place + FileDirPath::FileNameOf(list), list);
 }
 
 void PackTree::packAsFile(const QString& list)

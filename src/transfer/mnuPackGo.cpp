@@ -248,7 +248,7 @@ bool PackAndGo::pack(PackTree& tree)
         return m_command.yield();
     });
     m_packed = outcome.done && outcome.leftOut.isEmpty() && holdsCatalogue(tree.carrier().failed());
-    if (outcome.done && !m_packed)
+    if (outcome.done && !outcome.leftOut.isEmpty())
         showQuietly(m_root, u"Nicht im Archiv: "_s + outcome.leftOut.join(u", "_s));
     // The player has this mark too.
     m_root.Tag = u"1"_s;
