@@ -25,10 +25,15 @@ void load(Direkthilfe& form)
     flip(form.BHelpShow);
     flip(form.BHelpDisabled);
     form.Height = form.RText.Height.value() + AroundText;
+    form.BReady.Enabled = true;
 }
 
 void BReady_Click(Root& root, Direkthilfe& form)
 {
+    // A second press in the wait below would write the opposite.
+    if (!form.BReady.Enabled.value())
+        return;
+    form.BReady.Enabled = false;
     flip(form.BHelpShow);
     flip(form.BHelpDisabled);
     // Required: another key than the one that the gate reads, so the choice has no effect on this program.

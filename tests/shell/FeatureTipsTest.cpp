@@ -328,4 +328,21 @@ TEST_F(FeatureTips, TheFileThatIsShippedHasThreeTextsForEachNumber)
             EXPECT_TRUE(row.tip == 0 || std::find(numbers.begin(), numbers.end(), row.tip) != numbers.end()) << row.tip;
 }
 
+TEST_F(FeatureTips, ASecondPressInTheWaitOfTheFirstChangesNothing)
+{
+    tips("[Tips]\r\n");
+    start();
+    const auto stored = [this](const QString& name) {
+        const std::optional<SettingValue> value = desktop.settings.peek(Hive::CurrentUser, Warden, name);
+        return value ? described(*value).toStdString() : "(absent)";
+    };
+    expectTip([this] {
+        desktop.events().atYield(1, [this] { form().BReady.Click(); });
+        form().BReady.Click();
+    });
+    ASSERT_TRUE(root().mnuAddSoundfiles.press());
+    EXPECT_EQ("dword 0", stored(u"512"_s));
+    EXPECT_EQ("dword 1", stored(u"HelpDirekt"_s));
+}
+
 } // namespace orvantine::fake

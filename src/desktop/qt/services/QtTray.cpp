@@ -27,6 +27,8 @@ namespace {
 constexpr int LeftButtonDown = 0x201 * TwipsPerPixel;
 constexpr int RightButtonDown = 0x204 * TwipsPerPixel;
 constexpr std::chrono::seconds LookEvery{3};
+/// Milliseconds: a tray that hangs holds up the window no longer.
+constexpr int LongestAnswer = 500;
 
 QString watcherName()
 {
@@ -42,7 +44,7 @@ bool busHasTray()
     QDBusMessage ask = QDBusMessage::createMethodCall(watcherName(), u"/StatusNotifierWatcher"_s,
                                                       u"org.freedesktop.DBus.Properties"_s, u"Get"_s);
     ask << watcherName() << u"IsStatusNotifierHostRegistered"_s;
-    const QDBusReply<QDBusVariant> shown = bus.call(ask);
+    const QDBusReply<QDBusVariant> shown = bus.call(ask, QDBus::Block, LongestAnswer);
     return shown.isValid() && shown.value().variant().toBool();
 }
 
