@@ -8,6 +8,7 @@
 #include "desktop/qt/widgets/VolumeSlider.h"
 #include "desktop/qt/window/PositionRow.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QVBoxLayout>
