@@ -5,6 +5,8 @@
 #include "metadata/Mp3HeaderReader.h"
 #include "metadata/frmID3.h"
 
+#include <optional>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -35,12 +37,16 @@ void cmdUpdate_Click(Root& root)
     QString file = root.CurrentMp3File;
     if (file.size() >= 2 && file.startsWith(u'"') && file.endsWith(u'"'))
         file = file.mid(1, file.size() - 2);
+    std::optional<WriteFault> fault;
     {
         // Without the new tag the old one stays.
         const PartChange alone(root.files);
         WriteMp3Tag(root);
         root.services.tags.EraseID3V2(file);
+        fault = root.files.takeFault();
     }
+    if (fault)
+        root.files.noteFault(*fault);
     Command command(root);
     if (command.yield())
         root.services.forms.unload(form);

@@ -78,7 +78,7 @@ void moveNewList(Root& root, TrackList::Hold& hold, const QString& playlist)
     ensurePlaylistFolder(root);
     const std::optional<QString> own = playlistFile(root, playlistName(root, row));
     // A link to a list that could not be written would lose the tracks at the next save.
-    const bool wouldHarm = own && isUsedByAnother(root, row, *own) && root.files.size(*own).value_or(0) > 0;
+    const bool wouldHarm = own && isUsedByAnother(root, row, *own) && root.files.size(*own) != 0;
     if (row == 0 || !own || wouldHarm ||
         (Dateiexistenz::FileExists(root, playlist) && !copyPlaylist(root, playlist, *own)))
         return;

@@ -84,13 +84,16 @@ bool tellTrouble(const Root& root, Command& command)
 /// What keeps some files from being written, the settings or those of an interrupted command whose disk is away.
 void tellWaiting(Root& root)
 {
+    // Whatever was said of the database weighs more.
+    if (root.databaseDoubted)
+        return;
     if (!Registry::KeyExists(root, Hive::CurrentUser, settingsKey())) {
         showQuietly(root,
                     u"Die Einstellungen können nicht gelesen oder geschrieben werden. Sie bleiben, wie sie sind."_s);
         return;
     }
     const QStringList waiting = root.files.waiting();
-    if (waiting.isEmpty() || root.databaseDoubted)
+    if (waiting.isEmpty())
         return;
     const QString others = waiting.size() > 1 ? u" und %1 weitere"_s.arg(waiting.size() - 1) : QString();
     showQuietly(root, u"Wird beim nächsten Start zurückgenommen, wenn der Datenträger da ist: "_s +
