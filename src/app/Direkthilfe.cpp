@@ -4,6 +4,8 @@
 #include "app/Registry.h"
 #include "app/Root.h"
 
+#include <utility>
+
 namespace orvantine {
 
 using namespace Qt::StringLiterals;
@@ -25,15 +27,14 @@ void load(Direkthilfe& form)
     flip(form.BHelpShow);
     flip(form.BHelpDisabled);
     form.Height = form.RText.Height.value() + AroundText;
-    form.BReady.Enabled = true;
+    form.pressed = false;
 }
 
 void BReady_Click(Root& root, Direkthilfe& form)
 {
     // A second press in the wait below would write the opposite.
-    if (!form.BReady.Enabled.value())
+    if (std::exchange(form.pressed, true))
         return;
-    form.BReady.Enabled = false;
     flip(form.BHelpShow);
     flip(form.BHelpDisabled);
     // Required: another key than the one that the gate reads, so the choice has no effect on this program.

@@ -19,6 +19,9 @@ struct Direkthilfe : Form
     CheckBox BHelpShow{controls, u"BHelpShow"};
     CheckBox BHelpDisabled{controls, u"BHelpDisabled"};
     Button BReady{controls, u"BReady"};
+
+    /// The button was pressed since the form came up.
+    bool pressed = false;
 };
 
 void setUpDirekthilfe(Root& root);

@@ -198,7 +198,7 @@ int main(int argc, char** argv)
         keep(u"/home/anna/.local/share/Orvanten Manager/Resource/Sommerabend.jpg"_s, 50, u"CD-Cover"_s, "x");
         keep(databaseFile(root), 51, u"Datenbank speichern"_s, "[Index]\r\n1b=Sommerabend\r\n");
         const auto loadVersions = root.fassungen->Load;
-        root.fassungen->Load = [&root, &desktop, loadVersions] {
+        root.fassungen->Load = [&desktop, loadVersions] {
             loadVersions();
             desktop.events().run(std::chrono::seconds{1});
         };
