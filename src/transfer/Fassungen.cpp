@@ -3,6 +3,7 @@
 #include "app/Command.h"
 #include "app/Help.h"
 #include "app/Root.h"
+#include "app/TextLimits.h"
 #include "transfer/BringBack.h"
 #include "transfer/VersionDifference.h"
 
@@ -258,7 +259,7 @@ QString textFor(const QStringList& lines)
     const qsizetype count = std::min(lines.size(), MostLines);
     shown.reserve(count + 1);
     for (qsizetype number = 0; number < count; ++number) {
-        QString line = lines[number].left(LongestLine);
+        QString line = cutTo(lines[number], LongestLine);
         for (QChar& character : line)
             if (!character.isPrint() && !character.isSurrogate())
                 character = u' ';

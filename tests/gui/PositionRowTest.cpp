@@ -57,6 +57,17 @@ protected:
                 places += line.section(u' ', -1);
         return places.join(u' ').toStdString();
     }
+    void expectNothingMovesForIt()
+    {
+        for (int pass = 0; pass < 3; ++pass)
+            QApplication::processEvents();
+        const std::string before = places();
+        play();
+        root.tDateiname.Caption = u"Ein Titel"_s;
+        QApplication::processEvents();
+        ASSERT_TRUE(row().isVisible());
+        EXPECT_EQ(before, places());
+    }
     /// Of everything that is beside or above it.
     [[nodiscard]] std::string places() const
     {
@@ -103,13 +114,7 @@ TEST_F(PlayedPlace, TellsElapsedAndWholeTimeOfWhatPlaysOrIsPaused)
 
 TEST_F(PlayedPlace, NothingElseOfTheWindowMovesForIt)
 {
-    QApplication::processEvents();
-    const std::string before = places();
-    play();
-    root.tDateiname.Caption = u"Ein Titel"_s;
-    QApplication::processEvents();
-    ASSERT_TRUE(row().isVisible());
-    EXPECT_EQ(before, places());
+    expectNothingMovesForIt();
 }
 
 TEST_F(PlayedPlace, NothingElseMovesForItInLargeLettersEither)
@@ -117,14 +122,7 @@ TEST_F(PlayedPlace, NothingElseMovesForItInLargeLettersEither)
     QFont font = window.font();
     font.setPointSize(18);
     window.setFont(font);
-    for (int pass = 0; pass < 3; ++pass)
-        QApplication::processEvents();
-    const std::string before = places();
-    play();
-    root.tDateiname.Caption = u"Ein Titel"_s;
-    QApplication::processEvents();
-    ASSERT_TRUE(row().isVisible());
-    EXPECT_EQ(before, places());
+    expectNothingMovesForIt();
 }
 
 TEST_F(PlayedPlace, IsSeenAsSoonAsTheLengthIsKnown)
